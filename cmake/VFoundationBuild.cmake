@@ -1,0 +1,28 @@
+# What every target of this build shares: the language level, the warnings and the sanitizers.
+# `vfoundation_build_options(<target>)` applies them privately; nothing of it reaches a consumer.
+
+function(vfoundation_build_options target)
+    target_compile_features(${target} PUBLIC cxx_std_20)
+    set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF)
+    target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
+    if(VFOUNDATION_WARNINGS_AS_ERRORS)
+        target_compile_options(${target} PRIVATE -Werror)
+    endif()
+    if(VFOUNDATION_SANITIZE)
+        target_compile_options(${target} PRIVATE
+            -fsanitize=${VFOUNDATION_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+        target_link_options(${target} PRIVATE -fsanitize=${VFOUNDATION_SANITIZE})
+    endif()
+endfunction()
+
+# Adds one class of a subsystem to the library: <folder>/<Class>.h as a public header and the sources named.
+#   vfoundation_sources(HEADERS strings/VString.h SOURCES strings/VString.cpp)
+# Paths are relative to foundation/.
+function(vfoundation_sources)
+    cmake_parse_arguments(arg "" "" "HEADERS;SOURCES" ${ARGN})
+    list(TRANSFORM arg_HEADERS PREPEND "${PROJECT_SOURCE_DIR}/foundation/")
+    list(TRANSFORM arg_SOURCES PREPEND "${PROJECT_SOURCE_DIR}/foundation/")
+    target_sources(VFoundation
+        PUBLIC FILE_SET HEADERS BASE_DIRS "${PROJECT_SOURCE_DIR}" FILES ${arg_HEADERS}
+        PRIVATE ${arg_SOURCES})
+endfunction()

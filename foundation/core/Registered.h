@@ -1,0 +1,158 @@
+#pragma once
+
+#include "foundation/core/VClass.h"
+#include "foundation/core/VObject.h"
+
+#include <mutex>
+#include <type_traits>
+#include <utility>
+
+namespace VFoundation {
+
+/// The record in a class's slot, or null; safe against a record being made on another thread.
+inline VClass* LoadClassSlot(VClass*& slot) noexcept {
+    return std::atomic_ref<VClass*>(slot).load(std::memory_order_acquire);
+}
+
+/// Serialises the making of class records. Re-entrant: a record may be made while another is.
+std::recursive_mutex& ClassCreationLock() noexcept;
+
+/// The one place where a class is bound to its run-time record. Derive from it, and give the class its name and
+/// its slot:
+///
+///     class VPoint : public Registered<VPoint, VObject> {
+///       public:
+///         static constexpr char const* kClassName = "VPoint";
+///         static VClass* ms_theClass;                       // VPoint.cpp: VClass* VPoint::ms_theClass = nullptr;
+///         explicit VPoint(VClass* cls = nullptr) : Registered(cls) {}
+///         static VObject* New();                            // or: static constexpr bool kIsAbstract = true;
+///         static void InitializeClass();                    // both optional, and never inherited
+///         static void UninitializeClass();
+///     };
+///
+/// `Registered(cls, args...)` passes the record of the most derived class and `args` to the base's constructor.
+/// The slot stands in the class and not in this template, because a template's statics are duplicated between
+/// shared objects. A copied object needs a copy constructor that calls `Registered(nullptr)`.
+///
+/// Common mistakes the compiler finds: naming another class as `Derived`, and forgetting the slot.
+///
+/// Threads: `TheClass()` may be called by any thread.
+template <class Derived, class Base>
+class Registered : public Base {
+    friend Derived;
+
+    template <class... Args>
+    explicit Registered(VClass* cls, Args&&... args)
+        : Base(cls ? cls : TheClass(), std::forward<Args>(args)...) {}
+    Registered(Registered const&) = delete;
+    Registered& operator=(Registered const&) = default;
+
+    static VClass* MakeClass();
+
+  public:
+    ~Registered() override = default;
+
+    /// The record of `Derived`; made on first use, its superclass's first, and `InitializeClass()` run.
+    static VClass* TheClass() {
+        VClass* const cls = LoadClassSlot(Derived::ms_theClass);
+        return cls && !cls->IsDetached() ? cls : MakeClass();
+    }
+};
+
+namespace detail {
+
+/// A hook counts as the class's own only when it is not simply the base's, seen through inheritance.
+template <class Derived, class Base>
+constexpr VClass::Hook InitializeHook() {
+    if constexpr (requires { &Derived::InitializeClass; }) {
+        if constexpr (requires { &Base::InitializeClass; }) {
+            return &Derived::InitializeClass == &Base::InitializeClass ? nullptr : &Derived::InitializeClass;
+        } else {
+            return &Derived::InitializeClass;
+        }
+    } else {
+        return nullptr;
+    }
+}
+
+template <class Derived, class Base>
+constexpr VClass::Hook UninitializeHook() {
+    if constexpr (requires { &Derived::UninitializeClass; }) {
+        if constexpr (requires { &Base::UninitializeClass; }) {
+            return &Derived::UninitializeClass == &Base::UninitializeClass ? nullptr : &Derived::UninitializeClass;
+        } else {
+            return &Derived::UninitializeClass;
+        }
+    } else {
+        return nullptr;
+    }
+}
+
+/// `kIsAbstract` is the class's own too: what derives from an abstract class is concrete unless it says otherwise.
+template <class Derived, class Base>
+constexpr bool IsAbstract() {
+    if constexpr (requires { Derived::kIsAbstract; }) {
+        if constexpr (requires { Base::kIsAbstract; }) {
+            return &Derived::kIsAbstract != &Base::kIsAbstract && Derived::kIsAbstract;
+        } else {
+            return Derived::kIsAbstract;
+        }
+    } else {
+        return false;
+    }
+}
+
+template <class Derived, class Base>
+constexpr bool DeclaresOwnNew() {
+    if constexpr (requires { &Base::New; }) {
+        if constexpr (std::is_same_v<decltype(&Derived::New), decltype(&Base::New)>) {
+            return &Derived::New != &Base::New;
+        }
+    }
+    return true;
+}
+
+/// Calls `Derived::New()` whatever pointer type it returns.
+template <class Derived>
+VObject* CallNew() {
+    return Derived::New();
+}
+
+template <class Derived, class Base>
+constexpr VClass::Factory FactoryOf() {
+    if constexpr (IsAbstract<Derived, Base>()) {
+        return nullptr;
+    } else {
+        static_assert(DeclaresOwnNew<Derived, Base>(), "the class declares neither New() nor kIsAbstract");
+        return &CallNew<Derived>;
+    }
+}
+
+} // namespace detail
+
+template <class Derived, class Base>
+VClass* Registered<Derived, Base>::MakeClass() {
+    static_assert(&Derived::ms_theClass != &Base::ms_theClass, "the class declares no ms_theClass of its own");
+    static_assert(static_cast<void const*>(&Derived::kClassName) != static_cast<void const*>(&Base::kClassName),
+                  "the class declares no kClassName of its own");
+    std::lock_guard const lock(ClassCreationLock());
+    VClass* cls = LoadClassSlot(Derived::ms_theClass);
+    if (cls) {
+        if (cls->IsDetached()) {
+            cls->Reattach(Base::TheClass());
+        }
+        return cls;
+    }
+    VClass* const superClass = Base::TheClass();
+    cls = LoadClassSlot(Derived::ms_theClass); // the superclass's hook may have made an instance of this class
+    if (cls) {
+        return cls;
+    }
+    cls = new VClass(Derived::kClassName, superClass, detail::FactoryOf<Derived, Base>(), 1,
+                     detail::InitializeHook<Derived, Base>(), detail::UninitializeHook<Derived, Base>(),
+                     sizeof(Derived), &Derived::ms_theClass);
+    cls->InitializeClass();
+    return cls;
+}
+
+} // namespace VFoundation
