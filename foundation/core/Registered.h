@@ -17,22 +17,22 @@ inline VClass* LoadClassSlot(VClass*& slot) noexcept {
 /// Serialises the making of class records. Re-entrant: a record may be made while another is.
 std::recursive_mutex& ClassCreationLock() noexcept;
 
-/// The one place where a class is bound to its run-time record. Derive from it, and give the class its name and
-/// its slot:
+/// The one place where a class is bound to its run-time record. Derive from it, and give the class its name
+/// and its slot:
 ///
 ///     class VPoint : public Registered<VPoint, VObject> {
 ///       public:
 ///         static constexpr char const* kClassName = "VPoint";
-///         static VClass* ms_theClass;                       // VPoint.cpp: VClass* VPoint::ms_theClass = nullptr;
-///         explicit VPoint(VClass* cls = nullptr) : Registered(cls) {}
-///         static VObject* New();                            // or: static constexpr bool kIsAbstract = true;
-///         static void InitializeClass();                    // both optional, and never inherited
-///         static void UninitializeClass();
+///         static VClass* ms_theClass;                       // VPoint.cpp: VClass* VPoint::ms_theClass =
+///         nullptr; explicit VPoint(VClass* cls = nullptr) : Registered(cls) {} static VObject* New(); // or:
+///         static constexpr bool kIsAbstract = true; static void InitializeClass();                    //
+///         both optional, and never inherited static void UninitializeClass();
 ///     };
 ///
-/// `Registered(cls, args...)` passes the record of the most derived class and `args` to the base's constructor.
-/// The slot stands in the class and not in this template, because a template's statics are duplicated between
-/// shared objects. A copied object needs a copy constructor that calls `Registered(nullptr)`.
+/// `Registered(cls, args...)` passes the record of the most derived class and `args` to the base's
+/// constructor. The slot stands in the class and not in this template, because a template's statics are
+/// duplicated between shared objects. A copied object needs a copy constructor that calls
+/// `Registered(nullptr)`.
 ///
 /// Common mistakes the compiler finds: naming another class as `Derived`, and forgetting the slot.
 ///
@@ -79,7 +79,8 @@ template <class Derived, class Base>
 constexpr VClass::Hook UninitializeHook() {
     if constexpr (requires { &Derived::UninitializeClass; }) {
         if constexpr (requires { &Base::UninitializeClass; }) {
-            return &Derived::UninitializeClass == &Base::UninitializeClass ? nullptr : &Derived::UninitializeClass;
+            return &Derived::UninitializeClass == &Base::UninitializeClass ? nullptr
+                                                                           : &Derived::UninitializeClass;
         } else {
             return &Derived::UninitializeClass;
         }
@@ -88,7 +89,8 @@ constexpr VClass::Hook UninitializeHook() {
     }
 }
 
-/// `kIsAbstract` is the class's own too: what derives from an abstract class is concrete unless it says otherwise.
+/// `kIsAbstract` is the class's own too: what derives from an abstract class is concrete unless it says
+/// otherwise.
 template <class Derived, class Base>
 constexpr bool IsAbstract() {
     if constexpr (requires { Derived::kIsAbstract; }) {
@@ -132,8 +134,10 @@ constexpr VClass::Factory FactoryOf() {
 
 template <class Derived, class Base>
 VClass* Registered<Derived, Base>::MakeClass() {
-    static_assert(&Derived::ms_theClass != &Base::ms_theClass, "the class declares no ms_theClass of its own");
-    static_assert(static_cast<void const*>(&Derived::kClassName) != static_cast<void const*>(&Base::kClassName),
+    static_assert(&Derived::ms_theClass != &Base::ms_theClass,
+                  "the class declares no ms_theClass of its own");
+    static_assert(static_cast<void const*>(&Derived::kClassName) !=
+                      static_cast<void const*>(&Base::kClassName),
                   "the class declares no kClassName of its own");
     std::lock_guard const lock(ClassCreationLock());
     VClass* cls = LoadClassSlot(Derived::ms_theClass);
@@ -144,7 +148,8 @@ VClass* Registered<Derived, Base>::MakeClass() {
         return cls;
     }
     VClass* const superClass = Base::TheClass();
-    cls = LoadClassSlot(Derived::ms_theClass); // the superclass's hook may have made an instance of this class
+    cls =
+        LoadClassSlot(Derived::ms_theClass); // the superclass's hook may have made an instance of this class
     if (cls) {
         return cls;
     }
