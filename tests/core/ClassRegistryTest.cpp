@@ -164,7 +164,7 @@ TEST_F(Registry, LooksUpWhileOthersRegister) {
             }
         }
     });
-    std::vector<VClass*> slots(60, nullptr);
+    static std::vector<VClass*> slots(60, nullptr); // as long-lived as a class's slot
     for (std::size_t i = 0; i < slots.size(); ++i) {
         new VClass(("B" + std::to_string(i)).c_str(), VObject::TheClass(), nullptr, 1, nullptr, nullptr, 24,
                    &slots[i]);

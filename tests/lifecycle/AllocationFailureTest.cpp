@@ -53,17 +53,17 @@ void* __wrap_aligned_alloc(std::size_t alignment, std::size_t size) {
 }
 }
 
-void* operator new(std::size_t size) {
+[[gnu::noinline]] void* operator new(std::size_t size) {
     void* const block = MustFail() ? nullptr : __real_malloc(size ? size : 1);
     if (!block) {
         throw std::bad_alloc();
     }
     return block;
 }
-void operator delete(void* block) noexcept {
+[[gnu::noinline]] void operator delete(void* block) noexcept {
     std::free(block);
 }
-void operator delete(void* block, std::size_t) noexcept {
+[[gnu::noinline]] void operator delete(void* block, std::size_t) noexcept {
     std::free(block);
 }
 
