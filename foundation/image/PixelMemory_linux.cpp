@@ -8,6 +8,7 @@ namespace VFoundation {
 namespace {
 
 constexpr std::size_t kLargePage = 2UL << 20;
+constexpr std::size_t kWorthAsking = 2 * kLargePage;
 
 } // namespace
 
@@ -15,15 +16,16 @@ void* AllocatePixelMemory(std::size_t bytes) noexcept {
     if (bytes == 0) {
         return nullptr;
     }
-    if (bytes < 2 * kLargePage) {
+    std::size_t const inLargePages = bytes / kLargePage * kLargePage;
+    if (inLargePages < kWorthAsking) {
         return std::malloc(bytes);
     }
-    std::size_t const rounded = (bytes + kLargePage - 1) / kLargePage * kLargePage;
-    void* const block = rounded < bytes ? nullptr : std::aligned_alloc(kLargePage, rounded);
-    if (block) {
-        // Only a wish: without large pages the memory is as good.
-        ::madvise(block, rounded, MADV_HUGEPAGE);
+    void* block = nullptr;
+    if (::posix_memalign(&block, kLargePage, bytes) != 0) {
+        return nullptr;
     }
+    // Only a wish: without large pages the memory is as good. The rest of the block stays in small ones.
+    ::madvise(block, inLargePages, MADV_HUGEPAGE);
     return block;
 }
 
