@@ -75,9 +75,8 @@ void VObjectContainer::SetStorage(long slots) {
     m_nAllocated = narrow_cast<std::int32_t>(slots);
 }
 
-/// Makes room for one more element.
 bool VObjectContainer::Grow() {
-    return m_nCount < m_nAllocated || (m_nGrowSize > 0 && AllocateArray(long{m_nCount} + m_nGrowSize));
+    return m_nGrowSize > 0 && AllocateArray(long{m_nCount} + m_nGrowSize);
 }
 
 void VObjectContainer::FreeMem() {
@@ -162,11 +161,11 @@ long VObjectContainer::LastIndexOf(VObject const* object) const noexcept {
 
 // Adding
 
-bool VObjectContainer::Append(VObject const* object) {
-    if (!Grow()) {
+inline bool VObjectContainer::Append(VObject const* object) {
+    if (!MakeRoom()) {
         return false;
     }
-    long const count = m_nCount;
+    std::int32_t const count = m_nCount.load(std::memory_order_relaxed);
     m_pObjects[count] = const_cast<VObject*>(object);
     SetCount(count + 1);
     if (object) {
@@ -202,7 +201,7 @@ bool VObjectContainer::AddObjects(VObjectContainer const* other) {
 
 bool VObjectContainer::InsertObjectAtIndex(VObject const* object, long index) {
     VCriticalSectionScope const scope(m_pCriticalSection.Get());
-    if (index < 0 || index > m_nCount || !Grow()) {
+    if (index < 0 || index > m_nCount || !MakeRoom()) {
         return false;
     }
     if (object) {
@@ -331,8 +330,14 @@ bool VObjectContainer::operator==(VObjectContainer const& other) const {
     if (&other == this) {
         return true;
     }
-    VCriticalSectionScope const scope(m_pCriticalSection.Get());
-    VCriticalSectionScope const otherScope(other.m_pCriticalSection.Get());
+    VCriticalSectionScope scope;
+    VCriticalSectionScope otherScope;
+    EnterLock(scope);
+    // Another thread may be comparing the two the other way round: one of both has to step back.
+    while (!otherScope.TryEnter(other.m_pCriticalSection.Get(), 1)) {
+        scope.SetAndEnter(nullptr);
+        EnterLock(scope);
+    }
     for (long i = 0; i < other.Count(); ++i) {
         if (!ContainsObject(other.ObjectAtIndex(i))) {
             return false;

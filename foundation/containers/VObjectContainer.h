@@ -123,6 +123,7 @@ class VObjectContainer : public Registered<VObjectContainer, VObject>, public IO
 
   private:
     bool Append(VObject const* object);
+    bool MakeRoom() { return m_nCount.load(std::memory_order_relaxed) < m_nAllocated || Grow(); }
     bool Grow();
     bool RemoveAt(long index);
     void ReleaseElements();

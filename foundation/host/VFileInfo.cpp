@@ -55,6 +55,7 @@ void VFileInfo::Release() const {
 }
 
 void VFileInfo::InitializeClass() {
+    TheClass(); // the pool asks for the record, and making the record makes the pool
     TRecyclePool<VFileInfo>::Create(ms_recycledFileInfos, kPoolCapacity);
 }
 
