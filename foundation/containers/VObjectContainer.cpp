@@ -16,6 +16,10 @@ namespace VFoundation {
 
 VClass* VObjectContainer::ms_theClass = nullptr;
 
+namespace {
+constexpr unsigned long kSlotSize = sizeof(void*);
+} // namespace
+
 VObjectContainer::VObjectContainer(VClass* cls, long initialCapacity, bool threadSafe) : Registered(cls) {
     if (threadSafe) {
         m_pCriticalSection.Allocate();
@@ -40,7 +44,7 @@ bool VObjectContainer::AllocateArray(long slots) {
     if (slots == m_nAllocated) {
         return true;
     }
-    if (slots <= 0 || static_cast<unsigned long>(slots) > VData::kMaxLength / sizeof(VObject*)) {
+    if (slots <= 0 || static_cast<unsigned long>(slots) > VData::kMaxLength / kSlotSize) {
         return false;
     }
     while (m_nCount > slots) {
@@ -64,7 +68,7 @@ void VObjectContainer::SetStorage(long slots) {
         if (!m_pStorage) {
             m_pStorage.Allocate();
         }
-        m_pStorage->SetLength(static_cast<unsigned long>(slots) * sizeof(VObject*), true);
+        m_pStorage->SetLength(static_cast<unsigned long>(slots) * kSlotSize, true);
     } catch (std::bad_alloc const&) {
         throw VException(VException::eOutOfMemory, this, "Error allocating container slots", -1);
     }

@@ -353,7 +353,7 @@ bool VString::Serialize(IAIFile& file) {
 }
 
 void VString::Release() const {
-    bool const isLast = (CountWord().load(std::memory_order_acquire) & kRetainCountMask) == 1;
+    bool const isLast = RetainCount() == 1;
     if (isLast && !m_inPool && ms_bRecyclingEnabled.load(std::memory_order_relaxed) &&
         typeid(*this) == typeid(VString) &&
         TRecyclePool<VString>::Push(ms_recycledStrings, this, &VString::m_inPool)) {
@@ -363,7 +363,6 @@ void VString::Release() const {
 }
 
 void VString::InitializeClass() {
-    TheClass(); // the pool asks for the record, and making the record makes the pool
     TRecyclePool<VString>::Create(ms_recycledStrings, kPoolCapacity);
 }
 

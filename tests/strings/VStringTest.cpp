@@ -217,7 +217,8 @@ TEST(VString, AppendsPathComponents) {
         text.AppendPathComponent(component);
         EXPECT_STREQ(text.CString(), expected);
     }
-    VString own(Repeated(127).c_str()); // the separator alone makes the buffer move
+    VString own;
+    own = Repeated(127).c_str(); // so full that the separator alone makes the buffer move
     own.AppendPathComponent(own.CString() + 125);
     EXPECT_EQ(own.CString(), Repeated(127) + "/xx");
     EXPECT_EQ(own.Capacity(), 256U);

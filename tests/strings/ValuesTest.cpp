@@ -1,3 +1,4 @@
+#include "foundation/containers/VObjectArray.h"
 #include "foundation/core/VObjectRef.h"
 #include "foundation/strings/SPoint.h"
 #include "foundation/strings/SRect.h"
@@ -80,6 +81,15 @@ TEST(SValue, TakesTextAndObjectsOutOfWhatItHolds) {
     value.SetValueToString("again");
     value.GetString(text);
     EXPECT_TRUE(text == "again");
+
+    auto array = VObjectRef<VObjectArray>::Adopt(VObjectArray::NewObjectArray());
+    array->AddObject(VObjectRef<ACounted>::Adopt(ACounted::New()).Get());
+    VObject* const inner = array->ObjectAtIndex(0);
+    value.SetValueToObject(array.Get());
+    array = {};
+    value.SetValueToObject(inner);
+    ASSERT_EQ(ACounted::ms_alive, 1);
+    EXPECT_EQ(inner->RetainCount(), 1);
 }
 
 TEST(SValue, ComparesByContent) {
