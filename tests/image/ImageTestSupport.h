@@ -39,7 +39,9 @@ class ImageTest : public testing::Test {
 
     std::string Path(std::string const& name) const { return m_folder + "/" + name; }
 
+    /// A new file each time: overwriting one may wait for the disk.
     std::string Write(std::string const& name, Bytes const& bytes) const {
+        std::filesystem::remove(Path(name));
         std::ofstream(Path(name), std::ios::binary)
             .write(reinterpret_cast<char const*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
         return Path(name);
