@@ -5,19 +5,26 @@ source=$1 work=$2 compiler=$3
 rm -rf "$work"
 export CXX=$compiler
 
+quietly() { # what a failed step said, and nothing of the others
+    "$@" >"$work/log" 2>&1 || { cat "$work/log" >&2; return 1; }
+}
+mkdir -p "$work"
+
 for shared in OFF ON; do
     build=$work/build-$shared prefix=$work/prefix-$shared
-    cmake -G Ninja -S "$source" -B "$build" -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_FLAGS_DEBUG=-O0 \
+    quietly cmake -G Ninja -S "$source" -B "$build" -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_FLAGS_DEBUG=-O0 \
         -DBUILD_SHARED_LIBS=$shared -DVFOUNDATION_BUILD_TESTS=OFF -DVFOUNDATION_BUILD_LAUNCHER=OFF \
-        -DVFOUNDATION_BUILD_EXAMPLES=OFF -DCMAKE_INSTALL_PREFIX="$prefix" -DCMAKE_INSTALL_LIBDIR=lib >/dev/null
-    cmake --build "$build" >/dev/null
-    cmake --install "$build" >/dev/null
+        -DVFOUNDATION_BUILD_EXAMPLES=OFF -DCMAKE_INSTALL_PREFIX="$prefix" -DCMAKE_INSTALL_LIBDIR=lib
+    quietly cmake --build "$build"
+    quietly cmake --install "$build"
 
-    # Every public header is there, and none that is not.
-    (cd "$prefix/include/VFoundation" && find . -name '*.h') | grep -q '^./foundation/VFoundation.h$'
+    # VFoundation.h includes exactly the headers that were installed.
+    include=$prefix/include/VFoundation
+    diff <(cd "$include" && find foundation -name '*.h' ! -name VFoundation.h | sort) \
+        <(sed -n 's/^#include "\(.*\)"$/\1/p' "$include/foundation/VFoundation.h" | sort)
 
-    cmake -G Ninja -S "$source/tests/install/consumer" -B "$build/consumer" -DCMAKE_PREFIX_PATH="$prefix" >/dev/null
-    cmake --build "$build/consumer" >/dev/null
+    quietly cmake -G Ninja -S "$source/tests/install/consumer" -B "$build/consumer" -DCMAKE_PREFIX_PATH="$prefix"
+    quietly cmake --build "$build/consumer"
     "$build/consumer/consumer"
 
     export PKG_CONFIG_PATH=$prefix/lib/pkgconfig
