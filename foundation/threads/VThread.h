@@ -45,9 +45,17 @@ class VThread : public Registered<VThread, VObject> {
     /// Runs `body(argument)` on a new thread. The result (owned) is its handle, or null if the system
     /// refused, which is traced. The name is not used. The body may already be over when this returns.
     static VThread* StartThread(Body body, void* argument, char const* name);
-    /// Ends the calling thread as if its body had returned null: its stack is unwound, so a `catch (...)` on
-    /// the way must pass on `abi::__forced_unwind`.
+    /// Ends the calling thread as if its body had returned null. Its stack is unwound, and whoever swallows
+    /// that ends the process; a `catch (...)` on the way passes it on:
+    ///
+    ///     catch (...) {
+    ///         if (VThread::CaughtEndOfThread()) {
+    ///             throw;
+    ///         }
     [[noreturn]] static void EndThread();
+    /// In a `catch (...)`: true when it caught the unwinding of an ending or cancelled thread, and no
+    /// exception.
+    static bool CaughtEndOfThread() noexcept;
     /// Sleeps so many milliseconds; 0 and less return at once.
     static void Sleep(long milliseconds);
     static ThreadID GetCurrentThreadID() noexcept { return pthread_self(); }

@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <ctime>
+#include <cxxabi.h>
 
 namespace VFoundation {
 
@@ -11,6 +12,11 @@ int VThread::CreateSystemThread(ThreadID& id, Body body, void* argument) {
 
 void VThread::EndThread() {
     pthread_exit(nullptr);
+}
+
+bool VThread::CaughtEndOfThread() noexcept {
+    // It has no type. Catching `abi::__forced_unwind` by name binds a reference to null.
+    return abi::__cxa_current_exception_type() == nullptr;
 }
 
 void VThread::Sleep(long milliseconds) {
