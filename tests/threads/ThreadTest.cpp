@@ -1,0 +1,124 @@
+#include "foundation/containers/VObjectArrayTmpl.h"
+#include "foundation/log/VLog.h"
+#include "foundation/threads/VCriticalSection.h"
+#include "foundation/threads/VCriticalSectionScope.h"
+#include "foundation/threads/VThread.h"
+#include "tests/support/Counted.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+namespace {
+
+using namespace VFoundation;
+using testing_support::ACounted;
+using ThreadRef = VObjectRef<VThread>;
+
+void* Join(VThread const& thread) {
+    void* result = nullptr;
+    EXPECT_EQ(pthread_join(thread.ID(), &result), 0);
+    return result;
+}
+
+TEST(Thread, RunsItsBodyOnTheArgument) {
+    VThread::ThreadID seen{};
+    VThread::InitializeClass();
+    auto const thread = ThreadRef::Adopt(VThread::StartThread(
+        [](void* argument) -> void* {
+            *static_cast<VThread::ThreadID*>(argument) = VThread::GetCurrentThreadID();
+            return argument;
+        },
+        &seen, "name"));
+    ASSERT_TRUE(thread);
+    EXPECT_TRUE(thread->HasThread());
+    EXPECT_EQ(VThread::ms_threads->Count(), 0);
+    EXPECT_EQ(Join(*thread), &seen);
+    EXPECT_EQ(seen, thread->ID());
+    EXPECT_NE(seen, VThread::GetCurrentThreadID());
+    EXPECT_FALSE(VThread().HasThread());
+}
+
+struct Unwinding {
+    VCriticalSection section;
+    bool passedOn = false;
+};
+
+void* EndsHalfWay(void* argument) {
+    auto& state = *static_cast<Unwinding*>(argument);
+    VCriticalSectionScope const scope(&state.section);
+    try {
+        throw std::runtime_error("an exception is no end");
+    } catch (...) {
+        EXPECT_FALSE(VThread::CaughtEndOfThread());
+    }
+    try {
+        VThread::EndThread();
+    } catch (...) {
+        state.passedOn = VThread::CaughtEndOfThread();
+        throw;
+    }
+}
+
+TEST(Thread, EndUnwindsItsStackAndLeavesWhatItHeld) {
+    Unwinding state;
+    auto const thread = ThreadRef::Adopt(VThread::StartThread(&EndsHalfWay, &state, nullptr));
+    ASSERT_TRUE(thread);
+    EXPECT_EQ(Join(*thread), nullptr);
+    EXPECT_TRUE(state.passedOn);
+    VCriticalSectionScope scope;
+    EXPECT_TRUE(scope.TryEnter(&state.section, 0)) << "left by the unwinding";
+}
+
+TEST(Thread, TracesWhyItCouldNotStart) {
+    pthread_attr_t usual;
+    pthread_attr_t impossible;
+    ASSERT_EQ(pthread_getattr_default_np(&usual), 0);
+    pthread_attr_init(&impossible);
+    pthread_attr_setstacksize(&impossible, std::size_t{1} << 47);
+    ASSERT_EQ(pthread_setattr_default_np(&impossible), 0);
+    VLog::SetSafeStartup();
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(VThread::StartThread([](void* argument) { return argument; }, nullptr, "never"), nullptr);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "Error starting thread: " + std::to_string(EAGAIN) + "\n");
+    VLog::DestroyDefaultLog();
+    pthread_setattr_default_np(&usual);
+    pthread_attr_destroy(&impossible);
+    pthread_attr_destroy(&usual);
+}
+
+TEST(Thread, KeepsAPriorityAndAnObject) {
+    {
+        VThread thread;
+        EXPECT_EQ(thread.Priority(), VThread::eNormal);
+        EXPECT_TRUE(thread.SetPriority(VThread::eHigh) && thread.SetPriority(VThread::eHigh));
+        EXPECT_EQ(thread.Priority(), VThread::eHigh);
+        thread.SetObject(VObjectRef<ACounted>::Adopt(ACounted::New()).Get());
+        EXPECT_EQ(ACounted::ms_alive, 1);
+    }
+    EXPECT_EQ(ACounted::ms_alive, 0);
+    VThread::Sleep(-1000); // does not sleep
+}
+
+TEST(Thread, ListHoldsAThreadOnceAndSurvivesItsEnd) {
+    VThread::InitializeClass();
+    auto const thread = ThreadRef::Adopt(VThread::New());
+    EXPECT_TRUE(VThread::RegisterThread(thread.Get()));
+    VThread::InitializeClass(); // keeps the list
+    EXPECT_FALSE(VThread::RegisterThread(thread.Get()));
+    EXPECT_FALSE(VThread::RegisterThread(nullptr));
+    EXPECT_EQ(thread->RetainCount(), 2);
+    VThread::UnregisterThread(thread.Get());
+    VThread::UnregisterThread(thread.Get());
+    EXPECT_EQ(thread->RetainCount(), 1);
+
+    VThread::RegisterThread(thread.Get());
+    VThread::UninitializeClass();
+    VThread::UninitializeClass();
+    EXPECT_EQ(thread->RetainCount(), 1);
+    EXPECT_FALSE(VThread::RegisterThread(thread.Get()));
+    VThread::UnregisterThread(thread.Get());
+}
+
+} // namespace
