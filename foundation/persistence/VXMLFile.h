@@ -247,7 +247,21 @@ class VXMLFile : public Registered<VXMLFile, VObject> {
     static VColour* ms_tempXMLIOCol;
 
   private:
-    std::int32_t m_nError = 0;
+    enum eError : std::int32_t {
+        kNone = 0,
+        kDisabled = 1,
+        kInitFailed = 2,
+        kBadMode = 3,
+        kParsingFailure = 4
+    };
+
+    bool EnterRoot(char const* name, char const* rootName);
+    bool Loaded(bool isLoaded);
+    bool HasName(char const* name);
+    template <class Fits>
+    bool OpenFittingChild(char const* name, Fits fits);
+
+    std::int32_t m_nError = kNone;     // one of eError
     std::unique_ptr<IXMLFileIO> m_pIO; // never null
     VObjectRef<VString> m_pFileName;   // null until the first successful opening
 };
