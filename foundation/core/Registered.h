@@ -17,22 +17,23 @@ inline VClass* LoadClassSlot(VClass*& slot) noexcept {
 /// Serialises the making of class records. Re-entrant: a record may be made while another is.
 std::recursive_mutex& ClassCreationLock() noexcept;
 
-/// The one place where a class is bound to its run-time record. Derive from it, and give the class its name and
-/// its slot:
+/// The one place where a class is bound to its run-time record. Derive from it, and give the class its name
+/// and its slot:
 ///
 ///     class VPoint : public Registered<VPoint, VObject> {
 ///       public:
 ///         static constexpr char const* kClassName = "VPoint";
-///         static VClass* ms_theClass;                       // VPoint.cpp: VClass* VPoint::ms_theClass = nullptr;
+///         static VClass* ms_theClass; // VPoint.cpp: VClass* VPoint::ms_theClass = nullptr;
 ///         explicit VPoint(VClass* cls = nullptr) : Registered(cls) {}
-///         static VObject* New();                            // or: static constexpr bool kIsAbstract = true;
-///         static void InitializeClass();                    // both optional, and never inherited
-///         static void UninitializeClass();
+///         static VPoint* New(); // or: static constexpr bool kIsAbstract = true;
+///         static void InitializeClass();   // optional,
+///         static void UninitializeClass(); // optional; neither is inherited
 ///     };
 ///
-/// `Registered(cls, args...)` passes the record of the most derived class and `args` to the base's constructor.
-/// The slot stands in the class and not in this template, because a template's statics are duplicated between
-/// shared objects. A copied object needs a copy constructor that calls `Registered(nullptr)`.
+/// `Registered(cls, args...)` passes the record of the most derived class and `args` to the base's
+/// constructor. The slot stands in the class and not in this template, because a template's statics are
+/// duplicated between shared objects. A copied object needs a copy constructor that calls
+/// `Registered(nullptr)`.
 ///
 /// Common mistakes the compiler finds: naming another class as `Derived`, and forgetting the slot.
 ///
@@ -61,12 +62,21 @@ class Registered : public Base {
 
 namespace detail {
 
+/// Compares addresses as template arguments: under its undefined-behaviour sanitizer g++ 12 takes a plain
+/// comparison for no constant.
+template <auto Pointer>
+struct Address {};
+template <auto First, auto Second>
+constexpr bool kSameAddress = std::is_same_v<Address<First>, Address<Second>>;
+
 /// A hook counts as the class's own only when it is not simply the base's, seen through inheritance.
 template <class Derived, class Base>
 constexpr VClass::Hook InitializeHook() {
     if constexpr (requires { &Derived::InitializeClass; }) {
         if constexpr (requires { &Base::InitializeClass; }) {
-            return &Derived::InitializeClass == &Base::InitializeClass ? nullptr : &Derived::InitializeClass;
+            return kSameAddress<&Derived::InitializeClass, &Base::InitializeClass>
+                       ? nullptr
+                       : &Derived::InitializeClass;
         } else {
             return &Derived::InitializeClass;
         }
@@ -79,7 +89,9 @@ template <class Derived, class Base>
 constexpr VClass::Hook UninitializeHook() {
     if constexpr (requires { &Derived::UninitializeClass; }) {
         if constexpr (requires { &Base::UninitializeClass; }) {
-            return &Derived::UninitializeClass == &Base::UninitializeClass ? nullptr : &Derived::UninitializeClass;
+            return kSameAddress<&Derived::UninitializeClass, &Base::UninitializeClass>
+                       ? nullptr
+                       : &Derived::UninitializeClass;
         } else {
             return &Derived::UninitializeClass;
         }
@@ -88,12 +100,13 @@ constexpr VClass::Hook UninitializeHook() {
     }
 }
 
-/// `kIsAbstract` is the class's own too: what derives from an abstract class is concrete unless it says otherwise.
+/// `kIsAbstract` is the class's own too: what derives from an abstract class is concrete unless it says
+/// otherwise.
 template <class Derived, class Base>
 constexpr bool IsAbstract() {
     if constexpr (requires { Derived::kIsAbstract; }) {
         if constexpr (requires { Base::kIsAbstract; }) {
-            return &Derived::kIsAbstract != &Base::kIsAbstract && Derived::kIsAbstract;
+            return !kSameAddress<&Derived::kIsAbstract, &Base::kIsAbstract> && Derived::kIsAbstract;
         } else {
             return Derived::kIsAbstract;
         }
@@ -106,7 +119,7 @@ template <class Derived, class Base>
 constexpr bool DeclaresOwnNew() {
     if constexpr (requires { &Base::New; }) {
         if constexpr (std::is_same_v<decltype(&Derived::New), decltype(&Base::New)>) {
-            return &Derived::New != &Base::New;
+            return !kSameAddress<&Derived::New, &Base::New>;
         }
     }
     return true;
@@ -132,8 +145,9 @@ constexpr VClass::Factory FactoryOf() {
 
 template <class Derived, class Base>
 VClass* Registered<Derived, Base>::MakeClass() {
-    static_assert(&Derived::ms_theClass != &Base::ms_theClass, "the class declares no ms_theClass of its own");
-    static_assert(static_cast<void const*>(&Derived::kClassName) != static_cast<void const*>(&Base::kClassName),
+    static_assert(!detail::kSameAddress<&Derived::ms_theClass, &Base::ms_theClass>,
+                  "the class declares no ms_theClass of its own");
+    static_assert(!detail::kSameAddress<&Derived::kClassName, &Base::kClassName>,
                   "the class declares no kClassName of its own");
     std::lock_guard const lock(ClassCreationLock());
     VClass* cls = LoadClassSlot(Derived::ms_theClass);
@@ -144,7 +158,8 @@ VClass* Registered<Derived, Base>::MakeClass() {
         return cls;
     }
     VClass* const superClass = Base::TheClass();
-    cls = LoadClassSlot(Derived::ms_theClass); // the superclass's hook may have made an instance of this class
+    cls =
+        LoadClassSlot(Derived::ms_theClass); // the superclass's hook may have made an instance of this class
     if (cls) {
         return cls;
     }

@@ -17,13 +17,17 @@ class VAtomicOp {
     VAtomicOp() = delete;
 
     /// Adds 1; the result is the new value. Overflow wraps.
-    static long AtomicIncrement32(long volatile* value) { return __atomic_add_fetch(value, 1L, __ATOMIC_SEQ_CST); }
+    static long AtomicIncrement32(long volatile* value) {
+        return __atomic_add_fetch(value, 1L, __ATOMIC_SEQ_CST);
+    }
     static std::int32_t AtomicIncrement32(std::int32_t volatile* value) {
         return __atomic_add_fetch(value, 1, __ATOMIC_SEQ_CST);
     }
 
     /// Subtracts 1; the result is the new value. Overflow wraps.
-    static long AtomicDecrement32(long volatile* value) { return __atomic_sub_fetch(value, 1L, __ATOMIC_SEQ_CST); }
+    static long AtomicDecrement32(long volatile* value) {
+        return __atomic_sub_fetch(value, 1L, __ATOMIC_SEQ_CST);
+    }
     static std::int32_t AtomicDecrement32(std::int32_t volatile* value) {
         return __atomic_sub_fetch(value, 1, __ATOMIC_SEQ_CST);
     }
@@ -35,12 +39,13 @@ class VAtomicOp {
                                            __ATOMIC_SEQ_CST);
     }
 
-    /// Adds `delta` to a reference count and returns the new value; wraps. While the process has only ever had
-    /// one thread no other core can see the word, so the bus lock is left out.
+    /// Adds `delta` to a reference count and returns the new value; wraps. While the process has only ever
+    /// had one thread no other core can see the word, so the bus lock is left out.
     static std::int32_t AddToCount(std::atomic<std::int32_t>& count, std::int32_t delta) noexcept {
         if (ProcessIsSingleThreaded()) {
-            auto const sum = static_cast<std::int32_t>(static_cast<std::uint32_t>(count.load(std::memory_order_relaxed)) +
-                                                       static_cast<std::uint32_t>(delta));
+            auto const sum =
+                static_cast<std::int32_t>(static_cast<std::uint32_t>(count.load(std::memory_order_relaxed)) +
+                                          static_cast<std::uint32_t>(delta));
             count.store(sum, std::memory_order_relaxed);
             return sum;
         }

@@ -26,16 +26,17 @@ class IVInstancePool {
     virtual long MaxPoolSize() const = 0;
 };
 
-/// The run-time record of one class: name, superclass, factory, hooks and instance statistics. The process keeps
-/// all records in one registry, through which objects are created by class name when they are read from files.
+/// The run-time record of one class: name, superclass, factory, hooks and instance statistics. The process
+/// keeps all records in one registry, through which objects are created by class name when they are read from
+/// files.
 ///
-/// Do not construct records by hand: derive from `Registered<Derived, Base>`, whose `TheClass()` does it. A record
-/// lives from the first `TheClass()` of its class to `DestroyClassRegistry()`, and longer when instances outlive
-/// that call: a record is never freed under a living object.
+/// Do not construct records by hand: derive from `Registered<Derived, Base>`, whose `TheClass()` does it. A
+/// record lives from the first `TheClass()` of its class to `DestroyClassRegistry()`, and longer when
+/// instances outlive that call: a record is never freed under a living object.
 ///
-/// DELIBERATE: `ClassForClassName` searches a half-open range and never finds the class that sorts last; readers
-/// that must find it hold its record or map it with `SetClassSubstitution`.
-/// DELIBERATE: `DestroyClassRegistry` does not visit the first entry; that record stays.
+/// DELIBERATE: `ClassForClassName` searches a half-open range and never finds the class that sorts last;
+/// readers that must find it hold its record or map it with `SetClassSubstitution`. DELIBERATE:
+/// `DestroyClassRegistry` does not visit the first entry; that record stays.
 ///
 /// Ownership: the registry owns records; callers borrow them.
 /// Threads: registration, look-up, dump and tear-down lock the registry. The counters are statistics: relaxed
@@ -47,11 +48,12 @@ class VClass {
 
     /// Copies `name`, stores the record in `*backPointer` (if given) and enters it in the registry.
     /// `factory` is null for classes that cannot be created by name; either hook may be null.
-    VClass(char const* name, VClass* superClass, Factory factory, long version, Hook initialize, Hook uninitialize,
-           unsigned long size, VClass** backPointer);
+    VClass(char const* name, VClass* superClass, Factory factory, long version, Hook initialize,
+           Hook uninitialize, unsigned long size, VClass** backPointer);
     VClass(VClass const&) = delete;
     VClass& operator=(VClass const&) = delete;
-    /// Clears the class's slot and calls `UninitializeClass()`. Anything thrown by that leaves as a `VException`.
+    /// Clears the class's slot and calls `UninitializeClass()`. Anything thrown by that leaves as a
+    /// `VException`.
     virtual ~VClass() noexcept(false);
 
     /// A new instance (owned): from the pool if one is set, else from the factory, else null.
@@ -82,9 +84,11 @@ class VClass {
     /// The registered class of exactly that name, or null; see the class comment for the one it cannot find.
     static VClass* ClassForClassName(char const* name);
 
-    /// The record that files naming `oldName` are to use instead; null when none was set. The library sets none.
+    /// The record that files naming `oldName` are to use instead; null when none was set. The library sets
+    /// none.
     static VClass* GetClassSubstitution(char const* oldName);
-    /// Maps `oldName` to a record (borrowed) until the registry is destroyed; a null record removes the entry.
+    /// Maps `oldName` to a record (borrowed) until the registry is destroyed; a null record removes the
+    /// entry.
     static void SetClassSubstitution(char const* oldName, VClass* cls);
 
     /// Every registered record derived from this one, itself included. Owned by the caller; records borrowed.
@@ -129,8 +133,9 @@ class VClass {
 
   private:
     static void Add(std::atomic<std::int32_t>& counter, std::int32_t delta) noexcept {
-        counter.store(narrow_cast<std::int32_t>(counter.load(std::memory_order_relaxed) + std::int64_t{delta}),
-                      std::memory_order_relaxed);
+        counter.store(
+            narrow_cast<std::int32_t>(counter.load(std::memory_order_relaxed) + std::int64_t{delta}),
+            std::memory_order_relaxed);
     }
     friend struct ClassRegistry;
 

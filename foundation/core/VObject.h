@@ -27,7 +27,8 @@ class VXMLFile;
 ///     31  30 | 29 ... 0
 ///     flags  | count
 ///
-/// DELIBERATE: only the low 30 bits count; an object dies when they reach zero whatever the two flag bits say.
+/// DELIBERATE: only the low 30 bits count; an object dies when they reach zero whatever the two flag bits
+/// say.
 ///
 /// Ownership: by reference count.
 /// Threads: `Retain` and `Release` from any thread; everything else is for one thread at a time unless a
@@ -46,8 +47,8 @@ class VObject {
     /// What happens to an object without references: the base deletes it.
     virtual void DeleteInstance() const;
 
-    /// A new object of the same class (owned), or null when the class has no factory. The base version gives a
-    /// default-constructed instance; classes that can copy their state override it.
+    /// A new object of the same class (owned), or null when the class has no factory. The base version gives
+    /// a default-constructed instance; classes that can copy their state override it.
     virtual VObject* Copy() const;
 
     /// Writes the object to a chunked file that is storing, reads it from one that is loading.

@@ -5,12 +5,13 @@
 
 namespace VFoundation {
 
-/// Holds one counted reference to a `T`, or null. The usual way to keep an object as a member or over a scope.
+/// Holds one counted reference to a `T`, or null. The usual way to keep an object as a member or over a
+/// scope.
 ///
 ///     VObjectRef<VString> name = VObjectRef<VString>::Adopt(VString::NewString("a"));
 ///
-/// Ownership: retains what it is given (`Adopt` and `Allocate` take over a reference instead) and releases it.
-/// Threads: the holder is for one thread at a time; the object has its own rules.
+/// Ownership: retains what it is given (`Adopt` and `Allocate` take over a reference instead) and releases
+/// it. Threads: the holder is for one thread at a time; the object has its own rules.
 template <class T>
 class VObjectRef {
   public:

@@ -1,0 +1,8 @@
+# The libraries that VFoundation calls, each as a target VFoundation_<NAME>; used by the build and, for a static
+# library, by whoever links it. None of them shows in a public header.
+
+find_package(PkgConfig REQUIRED)
+pkg_check_modules(VFoundation_MOUNT REQUIRED IMPORTED_TARGET mount)
+pkg_check_modules(VFoundation_TINYXML REQUIRED IMPORTED_TARGET tinyxml)
+pkg_check_modules(VFoundation_JPEG REQUIRED IMPORTED_TARGET libjpeg)
+pkg_check_modules(VFoundation_PNG REQUIRED IMPORTED_TARGET libpng)

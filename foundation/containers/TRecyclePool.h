@@ -1,0 +1,80 @@
+#pragma once
+
+#include "foundation/containers/VObjectRingBufferTmpl.h"
+
+#include <utility>
+
+namespace VFoundation {
+
+/// The free list of a recycled class: instead of dying, objects wait in a ring until the class's factory
+/// hands them out again. This is the mechanism only; the class decides when an object may be pooled.
+///
+///     void VThing::Release() const {
+///         if (ms_bRecyclingEnabled && ms_recycledThings && RetainCount() == 1 && !m_bRecycled) {
+///             ... empty the object ...
+///             if (TRecyclePool<VThing>::Push(ms_recycledThings, this, &VThing::m_bRecycled)) {
+///                 return;                                  // the object may already be someone else's
+///             }
+///         }
+///         VObject::Release();
+///     }
+///
+/// The mark, a `bool` member of the object, is true while it is pooled and keeps it from being pooled twice,
+/// also while the pool itself lets go of it. It is written only by the one thread that holds the object, and
+/// the ring orders these writes.
+///
+/// Ownership: the pool adopts the reference of whoever pushes and hands it to whoever pops.
+/// Threads: `Push`, `Pop` and `Count` from any thread. `Create` and `Destroy` belong to the class's
+/// `InitializeClass` and `UninitializeClass`, when no other thread uses the pool.
+template <class T>
+class TRecyclePool {
+  public:
+    using Ring = VObjectRingBufferTmpl<T>;
+    using Mark = bool T::*;
+
+    TRecyclePool() = delete;
+
+    /// Makes the pool if there is none.
+    static void Create(Ring*& pool, unsigned long capacity) {
+        if (!pool) {
+            pool = new Ring(capacity);
+        }
+    }
+
+    /// Ends the pool and every object in it; nothing when there is none.
+    static void Destroy(Ring*& pool) {
+        if (Ring* const ending = std::exchange(pool, nullptr)) {
+            ending->Release();
+        }
+    }
+
+    /// Objects waiting; 0 without a pool.
+    static long Count(Ring const* pool) noexcept { return pool ? pool->UsedCount() : 0; }
+
+    /// A pooled object (owned), its mark cleared; null when there is none.
+    static T* Pop(Ring* pool, Mark mark) {
+        T* object = nullptr;
+        if (Count(pool) == 0 || !pool->Pop(&object)) {
+            return nullptr;
+        }
+        object->*mark = false;
+        return object;
+    }
+
+    /// Adopts the caller's reference: do not touch the object after a true result. False, the mark cleared
+    /// and the reference still the caller's, when there is no pool or it is full.
+    static bool Push(Ring* pool, T const* object, Mark mark) {
+        if (!pool) {
+            return false;
+        }
+        T* const pooled = const_cast<T*>(object); // only the last holder of an object pools it
+        pooled->*mark = true;
+        if (pool->PushAdopted(pooled)) {
+            return true;
+        }
+        pooled->*mark = false;
+        return false;
+    }
+};
+
+} // namespace VFoundation

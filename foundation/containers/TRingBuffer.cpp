@@ -1,0 +1,63 @@
+#include "foundation/containers/TRingBuffer.h"
+
+#include <cstdio>
+#include <cstring>
+#include <memory>
+#include <mutex>
+
+namespace VFoundation::detail {
+
+namespace {
+
+struct NamedSlot {
+    std::unique_ptr<char[]> name;
+    VClass* record = nullptr;
+    NamedSlot* next = nullptr;
+};
+
+/// Never freed: the slots' addresses are kept by every instantiation.
+constinit NamedSlot* s_slots = nullptr;
+
+std::unique_ptr<char[]> Duplicate(char const* prefix, char const* text) {
+    std::size_t const size = std::strlen(prefix) + std::strlen(text) + 1;
+    auto result = std::make_unique<char[]>(size);
+    std::snprintf(result.get(), size, "%s%s", prefix, text);
+    return result;
+}
+
+} // namespace
+
+VClass*& RingBufferClassSlot(char const* elementClassName) {
+    std::lock_guard const lock(ClassCreationLock());
+    for (NamedSlot* slot = s_slots; slot; slot = slot->next) {
+        if (std::strcmp(slot->name.get(), elementClassName) == 0) {
+            return slot->record;
+        }
+    }
+    auto slot = std::make_unique<NamedSlot>();
+    slot->name = Duplicate("", elementClassName);
+    slot->next = s_slots;
+    s_slots = slot.release();
+    return s_slots->record;
+}
+
+VClass* MakeRingBufferClass(char const* elementClassName, VClass*& slot, VClass::Factory factory,
+                            unsigned long size) {
+    std::lock_guard const lock(ClassCreationLock());
+    VClass* const superClass = VObject::TheClass();
+    if (VClass* const record = LoadClassSlot(slot)) {
+        if (record->IsDetached()) {
+            record->Reattach(superClass);
+        }
+        return record;
+    }
+    auto const name = Duplicate("TRingBuffer_", elementClassName);
+    if (VClass* const registered = VClass::FindRegistered(name.get())) {
+        return registered;
+    }
+    auto* const record = new VClass(name.get(), superClass, factory, 1, nullptr, nullptr, size, &slot);
+    record->InitializeClass();
+    return record;
+}
+
+} // namespace VFoundation::detail

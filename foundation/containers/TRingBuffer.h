@@ -1,0 +1,274 @@
+#pragma once
+
+#include "foundation/core/Registered.h"
+#include "foundation/core/TRefCounted.h"
+#include "foundation/core/VObject.h"
+
+#include <algorithm>
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <limits>
+#include <new>
+
+namespace VFoundation {
+
+template <class T>
+class TRecyclePool;
+
+namespace detail {
+
+/// The slot for the record of the ring buffers of one element class. Slots are kept by name and live for
+/// ever, here and not in the template, whose statics every shared object would have for itself.
+VClass*& RingBufferClassSlot(char const* elementClassName);
+
+/// Fills `slot` with the record "TRingBuffer_<elementClassName>", made or entered in the registry again. A
+/// record of that name that the slot does not own is returned without being kept.
+VClass* MakeRingBufferClass(char const* elementClassName, VClass*& slot, VClass::Factory factory,
+                            unsigned long size);
+
+} // namespace detail
+
+/// A bounded queue of counted objects that any number of threads push to and pop from without a lock. It
+/// never grows: pushing to a full ring and popping from an empty one fail at once. Make one through
+/// `VObjectRingBufferTmpl<T>`.
+///
+/// Order: first in, first out with one producer and one consumer; approximately so with more, so do not
+/// depend on the order between concurrent producers. There is no waiting: pair the ring with a semaphore if
+/// consumers sleep.
+///
+/// How it works: a thread claims a unit of a counter (`m_nFree` to push, `m_nUsed` to pop), which guarantees
+/// it a slot of the right kind; it searches for one from the shared cursor, takes it by compare-and-swap and
+/// moves the cursor one slot on from wherever that stands by then. Counters, cursors and slots are
+/// sequentially consistent: the slot's swap hands over the object with all that was written to it.
+///
+/// DELIBERATE: a search gives up after 100 wraps past the last slot and its claimed unit is not given back;
+/// each such failure makes the ring one unit smaller for good.
+///
+/// Ownership: retains what is pushed; a pop hands that reference to the caller; the destructor releases the
+/// rest.
+/// Threads: `Push`, `Pop`, `RemoveAllObjects` and `UsedCount` from any thread.
+///
+/// `Policy` says how objects are retained. `Atomic` and `AtomicRef` are `std::atomic` and `std::atomic_ref`,
+/// or stand-ins that let a test decide which thread comes next.
+template <class T, class Policy = TRefCounted<T>, template <class> class Atomic = std::atomic,
+          template <class> class AtomicRef = std::atomic_ref>
+class TRingBuffer : public VObject {
+  public:
+    /// What a search may wrap past the last slot before it gives up.
+    static constexpr int kWrapAllowance = 100;
+
+    /// Room for `capacity` objects. A capacity beyond 2147483647, which a negative one becomes on the way
+    /// here, counts as 2147483647. Throws `std::bad_alloc`.
+    explicit TRingBuffer(unsigned long capacity)
+        : VObject(TheClass()), m_nCapacity(UsableCapacity(capacity)), m_pSlots(AllocateSlots(m_nCapacity)),
+          m_nFree(static_cast<std::int32_t>(m_nCapacity)), m_pRead(m_pSlots), m_pWrite(m_pSlots) {}
+    /// A placeholder without slots, which the class record's factory makes: every push and pop fails.
+    TRingBuffer() : VObject(TheClass()) {}
+    TRingBuffer(TRingBuffer const&) = delete;
+    TRingBuffer& operator=(TRingBuffer const&) = delete;
+    ~TRingBuffer() override;
+
+    /// The record "TRingBuffer_" + the name of `T`; one in the process, whichever shared object asks.
+    static VClass* TheClass();
+    static VObject* New() { return new TRingBuffer(); }
+    static void InitializeClass() {}
+    static void UninitializeClass() {}
+
+    /// Retains and stores; false, with nothing retained, when `object` is null or the ring is full.
+    bool Push(T* object);
+
+    /// Takes an object out; the caller owns it. False, `*out` untouched, when `out` is null or the ring is
+    /// empty.
+    bool Pop(T** out);
+
+    /// Pops and releases as many objects as the ring held on entry; false as soon as a pop fails.
+    bool RemoveAllObjects();
+
+    /// Objects that a pop may still claim; never below 0. Other threads may have changed it since.
+    long UsedCount() const noexcept { return std::max<long>(0, m_nUsed.load()); }
+    unsigned long Capacity() const noexcept { return m_nCapacity; }
+
+  protected:
+    static constexpr std::uint32_t UsableCapacity(unsigned long capacity) noexcept {
+        constexpr unsigned long kLargest = std::numeric_limits<std::int32_t>::max();
+        return static_cast<std::uint32_t>(std::min(capacity, kLargest));
+    }
+
+    /// As `Push`, but takes over the caller's reference; the caller keeps it when the push fails.
+    bool PushAdopted(T* object) { return object && ClaimUnit(m_nFree) && FillSlot(object); }
+
+    /// The counters, for tests that put a ring into a state which only a rare schedule reaches.
+    Atomic<std::int32_t>& UsedWord() noexcept { return m_nUsed; }
+    Atomic<std::int32_t>& FreeWord() noexcept { return m_nFree; }
+
+  private:
+    template <class U>
+    friend class TRecyclePool;
+
+    static constexpr std::size_t kCacheLine = 64;
+    using Slot = T*;
+
+    static Slot* AllocateSlots(std::uint32_t count);
+    static bool ClaimUnit(Atomic<std::int32_t>& counter);
+    Slot* NextSlot(Slot* slot) const noexcept {
+        return slot + 1 == m_pSlots + m_nCapacity ? m_pSlots : slot + 1;
+    }
+    Slot* FindSlot(Atomic<Slot*> const& cursor, bool filled, T*& content) const;
+    void Advance(Atomic<Slot*>& cursor) const;
+    bool FillSlot(T* object);
+
+    std::uint32_t m_nCapacity = 0;
+    Slot* m_pSlots = nullptr;
+    // Each shared word has a cache line of its own, so that producers and consumers do not slow each other
+    // down.
+    alignas(kCacheLine) Atomic<std::int32_t> m_nUsed{0};
+    alignas(kCacheLine) Atomic<std::int32_t> m_nFree{0};
+    alignas(kCacheLine) Atomic<Slot*> m_pRead{nullptr};
+    alignas(kCacheLine) Atomic<Slot*> m_pWrite{nullptr};
+};
+
+template <class T, class Policy, template <class> class Atomic, template <class> class AtomicRef>
+TRingBuffer<T, Policy, Atomic, AtomicRef>::~TRingBuffer() {
+    RemoveAllObjects();
+    // Objects whose unit was lost are no longer counted, but still here.
+    if (m_nFree.load() != static_cast<std::int32_t>(m_nCapacity)) {
+        for (Slot* slot = m_pSlots; slot != m_pSlots + m_nCapacity; ++slot) {
+            if (*slot) {
+                Policy::Release(*slot);
+            }
+        }
+    }
+    std::free(m_pSlots);
+}
+
+template <class T, class Policy, template <class> class Atomic, template <class> class AtomicRef>
+VClass* TRingBuffer<T, Policy, Atomic, AtomicRef>::TheClass() {
+    static constinit std::atomic<VClass**> s_slot{nullptr};
+    VClass** slot = s_slot.load(std::memory_order_acquire);
+    if (!slot) {
+        slot = &detail::RingBufferClassSlot(Policy::ClassName());
+        s_slot.store(slot, std::memory_order_release);
+    }
+    VClass* const cls = LoadClassSlot(*slot);
+    if (cls && !cls->IsDetached()) {
+        return cls;
+    }
+    return detail::MakeRingBufferClass(Policy::ClassName(), *slot, &TRingBuffer::New, sizeof(TRingBuffer));
+}
+
+template <class T, class Policy, template <class> class Atomic, template <class> class AtomicRef>
+bool TRingBuffer<T, Policy, Atomic, AtomicRef>::Push(T* object) {
+    if (!object || !ClaimUnit(m_nFree)) {
+        return false;
+    }
+    Policy::Retain(object);
+    if (FillSlot(object)) {
+        return true;
+    }
+    Policy::Release(object);
+    return false;
+}
+
+template <class T, class Policy, template <class> class Atomic, template <class> class AtomicRef>
+bool TRingBuffer<T, Policy, Atomic, AtomicRef>::Pop(T** out) {
+    if (!out || !ClaimUnit(m_nUsed)) {
+        return false;
+    }
+    T* found = nullptr;
+    for (;;) {
+        Slot* const slot = FindSlot(m_pRead, true, found);
+        if (!slot) {
+            return false;
+        }
+        T* expected = found;
+        if (AtomicRef<Slot>(*slot).compare_exchange_strong(expected, nullptr)) {
+            break;
+        }
+    }
+    Advance(m_pRead);
+    ++m_nFree;
+    *out = found;
+    return true;
+}
+
+template <class T, class Policy, template <class> class Atomic, template <class> class AtomicRef>
+bool TRingBuffer<T, Policy, Atomic, AtomicRef>::RemoveAllObjects() {
+    for (std::int32_t left = m_nUsed.load(); left > 0; --left) {
+        T* object = nullptr;
+        if (!Pop(&object)) {
+            return false;
+        }
+        Policy::Release(object);
+    }
+    return true;
+}
+
+/// Zeroed memory that is not touched, so that the pages of a very large ring cost nothing until they are
+/// used.
+template <class T, class Policy, template <class> class Atomic, template <class> class AtomicRef>
+auto TRingBuffer<T, Policy, Atomic, AtomicRef>::AllocateSlots(std::uint32_t count) -> Slot* {
+    if (count == 0) {
+        return nullptr;
+    }
+    auto* const slots = static_cast<Slot*>(std::calloc(count, sizeof(Slot)));
+    if (!slots) {
+        throw std::bad_alloc();
+    }
+    return slots;
+}
+
+template <class T, class Policy, template <class> class Atomic, template <class> class AtomicRef>
+bool TRingBuffer<T, Policy, Atomic, AtomicRef>::ClaimUnit(Atomic<std::int32_t>& counter) {
+    if (--counter < 0) {
+        ++counter;
+        return false;
+    }
+    return true;
+}
+
+/// The first filled or empty slot from the cursor on, with what it held; null when the search gave up.
+template <class T, class Policy, template <class> class Atomic, template <class> class AtomicRef>
+auto TRingBuffer<T, Policy, Atomic, AtomicRef>::FindSlot(Atomic<Slot*> const& cursor, bool filled,
+                                                         T*& content) const -> Slot* {
+    Slot* slot = cursor.load();
+    for (int allowance = kWrapAllowance;;) {
+        content = AtomicRef<Slot>(*slot).load();
+        if ((content != nullptr) == filled) {
+            return slot;
+        }
+        slot = NextSlot(slot);
+        if (slot == m_pSlots && allowance-- == 0) {
+            return nullptr;
+        }
+    }
+}
+
+/// Moves the cursor on from where it stands now, which need not be the slot just taken.
+template <class T, class Policy, template <class> class Atomic, template <class> class AtomicRef>
+void TRingBuffer<T, Policy, Atomic, AtomicRef>::Advance(Atomic<Slot*>& cursor) const {
+    Slot* current = cursor.load();
+    while (!cursor.compare_exchange_strong(current, NextSlot(current))) {
+    }
+}
+
+/// The second half of a push, after a unit of `m_nFree` was claimed; false when the search gave up.
+template <class T, class Policy, template <class> class Atomic, template <class> class AtomicRef>
+bool TRingBuffer<T, Policy, Atomic, AtomicRef>::FillSlot(T* object) {
+    for (;;) {
+        T* content = nullptr;
+        Slot* const slot = FindSlot(m_pWrite, false, content);
+        if (!slot) {
+            return false;
+        }
+        if (AtomicRef<Slot>(*slot).compare_exchange_strong(content, object)) {
+            break;
+        }
+    }
+    Advance(m_pWrite);
+    ++m_nUsed;
+    return true;
+}
+
+} // namespace VFoundation

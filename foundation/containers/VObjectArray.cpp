@@ -1,0 +1,204 @@
+#include "foundation/containers/VObjectArray.h"
+
+#include "foundation/containers/SortSlots.h"
+#include "foundation/containers/TRecyclePool.h"
+#include "foundation/core/NarrowCast.h"
+#include "foundation/strings/VString.h"
+#include "foundation/threads/VCriticalSection.h"
+#include "foundation/threads/VCriticalSectionScope.h"
+
+namespace VFoundation {
+
+VClass* VObjectArray::ms_theClass = nullptr;
+VObjectRingBufferTmpl<VObjectArray>* VObjectArray::ms_recycledArrays = nullptr;
+std::atomic<bool> VObjectArray::ms_bRecyclingEnabled{true};
+
+using ArrayPool = TRecyclePool<VObjectArray>;
+
+VObjectArray::VObjectArray(VClass* cls, long initialCapacity) : Registered(cls, initialCapacity, false) {
+}
+
+VObjectArray::~VObjectArray() = default;
+
+// The pool
+
+void VObjectArray::InitializeClass() {
+    ArrayPool::Create(ms_recycledArrays, kPoolCapacity);
+}
+
+void VObjectArray::UninitializeClass() {
+    ReleaseRecycledArrays();
+}
+
+void VObjectArray::ReleaseRecycledArrays() {
+    ArrayPool::Destroy(ms_recycledArrays);
+}
+
+void VObjectArray::SetRecyclingEnabled(bool enabled) noexcept {
+    ms_bRecyclingEnabled.store(enabled, std::memory_order_relaxed);
+}
+
+VObjectArray* VObjectArray::NewObjectArray() {
+    if (ms_bRecyclingEnabled.load(std::memory_order_relaxed)) {
+        if (VObjectArray* const array = ArrayPool::Pop(ms_recycledArrays, &VObjectArray::m_bRecycled)) {
+            return array;
+        }
+    }
+    return new VObjectArray(nullptr, 0);
+}
+
+std::type_info const& VObjectArray::PooledType() const noexcept {
+    return typeid(VObjectArray);
+}
+
+/// True for the last reference to an array that is no more than an array: one of a derived type would come
+/// out of the pool with behaviour that nobody asked for.
+bool VObjectArray::MayBeRecycled() const noexcept {
+    return !m_bRecycled && ms_recycledArrays && ms_bRecyclingEnabled.load(std::memory_order_relaxed) &&
+           IsLastReference() && Class() == LoadClassSlot(ms_theClass) && typeid(*this) == PooledType();
+}
+
+/// Acquires what other holders did before they released.
+bool VObjectArray::IsLastReference() const noexcept {
+    return (CountWord().load(std::memory_order_acquire) & kRetainCountMask) == 1;
+}
+
+void VObjectArray::Release() const {
+    if (MayBeRecycled()) {
+        auto* const array = const_cast<VObjectArray*>(this);
+        array->RemoveAllObjects();
+        array->SetGrowSize(kDefaultGrowSize);
+        // An element's destructor may have kept a reference to the array.
+        if (IsLastReference() && ArrayPool::Push(ms_recycledArrays, this, &VObjectArray::m_bRecycled)) {
+            return;
+        }
+    }
+    VObject::Release();
+}
+
+// Copies
+
+VObjectArray* VObjectArray::Copy() const {
+    auto copy = VObjectRef<VObjectArray>::Adopt(NewObjectArray());
+    copy->CopyContents(*this);
+    return copy.Detach();
+}
+
+VObjectArray* VObjectArray::DeepCopy() const {
+    auto copy = VObjectRef<VObjectArray>::Adopt(NewObjectArray());
+    copy->DeepCopyContents(*this);
+    return copy.Detach();
+}
+
+void VObjectArray::CopyContents(VObjectArray const& other) {
+    if (&other == this) {
+        return;
+    }
+    VObjectRef<VObjectArray const> const held(&other); // it may be an element of this array
+    RemoveAllObjects();
+    for (long i = 0; i < other.Count(); ++i) {
+        AddObject(other.ObjectAtIndex(i));
+    }
+}
+
+void VObjectArray::DeepCopyContents(VObjectArray const& other) {
+    if (&other == this) {
+        VObjectArray copies;
+        copies.DeepCopyContents(*this);
+        CopyContents(copies);
+        return;
+    }
+    VObjectRef<VObjectArray const> const held(&other);
+    VCriticalSectionScope const scope(CriticalSection());
+    RemoveAllObjects();
+    for (long i = 0; i < other.Count(); ++i) {
+        VObject const* const element = other.ObjectAtIndex(i);
+        auto const copy = VObjectRef<VObject>::Adopt(element ? element->Copy() : nullptr);
+        AddObject(copy.Get());
+    }
+}
+
+// Queries
+
+VClass* VObjectArray::ClassOfContents() const {
+    VClass* common = nullptr;
+    for (long i = 0; i < Count(); ++i) {
+        VObject const* const element = ObjectAtIndex(i);
+        if (!element || (common && element->Class() != common)) {
+            return nullptr;
+        }
+        common = element->Class();
+    }
+    return common;
+}
+
+long VObjectArray::IndexOfEquivalentObject(VObject const* object) const {
+    for (long i = 0; object && i < Count(); ++i) {
+        VObject const* const element = ObjectAtIndex(i);
+        if (element && element->IsEqual(*object)) {
+            return i;
+        }
+    }
+    return -1;
+}
+
+namespace {
+
+/// The arrays that this thread is describing, innermost first.
+struct Described {
+    VObjectArray const* array;
+    Described const* outer;
+};
+constinit thread_local Described const* s_described = nullptr;
+
+bool IsBeingDescribed(VObjectArray const* array) noexcept {
+    Described const* entry = s_described;
+    while (entry && entry->array != array) {
+        entry = entry->outer;
+    }
+    return entry != nullptr;
+}
+
+} // namespace
+
+void VObjectArray::GetDescription(VString& out) const {
+    out.Format("[%s] items: %i", ClassName(), narrow_cast<int>(Count()));
+    if (IsBeingDescribed(this)) {
+        return;
+    }
+    struct Scope {
+        explicit Scope(VObjectArray const* array) : entry{array, s_described} { s_described = &entry; }
+        ~Scope() { s_described = entry.outer; }
+        Described const entry;
+    } const scope(this);
+    for (long i = 0; i < Count(); ++i) {
+        VObject const* const element = ObjectAtIndex(i);
+        out << "\n  ";
+        if (element) {
+            out << *element;
+        } else {
+            out << "[NULL]";
+        }
+    }
+}
+
+void VObjectArray::SortWithComparisonFn(int (*compare)(VObject const**, VObject const**)) {
+    VCriticalSectionScope scope;
+    VObject** const objects = GetObjectsMutable(scope);
+    SortSlots(objects, Count(), compare);
+}
+
+// What the typed arrays add
+
+bool VObjectArray::AddObjectIfAbsent(VObject const* object) {
+    VCriticalSectionScope const scope(CriticalSection());
+    return !ContainsObject(object) && AddObject(object);
+}
+
+void VObjectArray::AddObjectsIfAbsent(VObjectArray const* other) {
+    for (long i = 0; other && i < other->Count(); ++i) {
+        AddObjectIfAbsent(other->ObjectAtIndex(i));
+    }
+}
+
+} // namespace VFoundation

@@ -1,0 +1,101 @@
+#pragma once
+
+#include "foundation/containers/VObjectContainer.h"
+
+#include <atomic>
+#include <typeinfo>
+
+namespace VFoundation {
+
+template <class T>
+class VObjectRingBufferTmpl;
+
+namespace detail {
+
+/// Puts the class record of what derives from it directly below `VObject`'s, whatever the C++ base is.
+template <class Base>
+class RecordBelowVObject : public Base {
+  public:
+    static VClass* TheClass() { return VObject::TheClass(); }
+
+  protected:
+    using Base::Base;
+};
+
+} // namespace detail
+
+/// The library's everyday list of counted objects; `VObjectArrayTmpl<T>` adds types to it.
+///
+///     auto const names = VObjectRef<VObjectArray>::Adopt(VObjectArray::NewObjectArray());
+///
+/// Arrays are recycled: the last `Release` empties an array and puts it into a pool, from which
+/// `NewObjectArray` takes it again with its capacity. Only arrays of exactly this class, or of
+/// `VObjectArrayTmpl`, with this class's own record are pooled. An array embedded in another object or on the
+/// stack dies with its place: it must not be released.
+///
+/// DELIBERATE: the class record's parent is `VObject`, not `VObjectContainer`; `IsKindOfClass` with the
+/// container's record is false for an array.
+///
+/// Ownership: as `VObjectContainer`.
+/// Threads: an array has no lock, so one thread at a time; the pool is safe from any thread.
+class VObjectArray : public Registered<VObjectArray, detail::RecordBelowVObject<VObjectContainer>> {
+  public:
+    static constexpr char const* kClassName = "VObjectArray";
+    static VClass* ms_theClass;
+    static constexpr unsigned long kPoolCapacity = 8192;
+
+    /// No slots when `initialCapacity` is 0 or less.
+    explicit VObjectArray(VClass* cls = nullptr, long initialCapacity = 0);
+    ~VObjectArray() override;
+    VObjectArray& operator=(VObjectArray const&) = delete;
+
+    /// An empty array (owned), from the pool if recycling is on and one waits there.
+    static VObjectArray* NewObjectArray();
+    static VObjectArray* New() { return NewObjectArray(); }
+
+    /// Makes the pool.
+    static void InitializeClass();
+    static void UninitializeClass();
+    static void ReleaseRecycledArrays();
+    static void SetRecyclingEnabled(bool enabled) noexcept;
+
+    void Release() const override;
+    /// A new array (owned) of the same elements.
+    VObjectArray* Copy() const override;
+    /// "[<class name>] items: <count>", then a line for each element. An array met inside itself shows its
+    /// first line only.
+    void GetDescription(VString& out) const override;
+    /// A new array (owned) of each element's `Copy()`.
+    VObjectArray* DeepCopy() const override;
+
+    /// Holds the elements of `other` instead of its own; an array keeps what it holds when copied to itself.
+    virtual void CopyContents(VObjectArray const& other);
+    /// Holds a `Copy()` of each element of `other` instead of its own elements.
+    virtual void DeepCopyContents(VObjectArray const& other);
+    /// The class of all elements; null when there is none, one is null, or they differ.
+    virtual VClass* ClassOfContents() const;
+    /// The first element that says it `IsEqual` to `object`; -1 when there is none or `object` is null.
+    virtual long IndexOfEquivalentObject(VObject const* object) const;
+
+    /// Orders the array; `compare` gets the addresses of two elements, which may be null, and answers like
+    /// `strcmp`.
+    void SortWithComparisonFn(int (*compare)(VObject const**, VObject const**));
+
+    static VObjectRingBufferTmpl<VObjectArray>* ms_recycledArrays;
+    static std::atomic<bool> ms_bRecyclingEnabled;
+
+  protected:
+    /// The C++ type whose objects may be pooled; whatever derives from it further is not.
+    virtual std::type_info const& PooledType() const noexcept;
+    /// `AddObject` unless the array already holds the object.
+    bool AddObjectIfAbsent(VObject const* object);
+    void AddObjectsIfAbsent(VObjectArray const* other);
+
+  private:
+    bool MayBeRecycled() const noexcept;
+    bool IsLastReference() const noexcept;
+
+    bool m_bRecycled = false; // true while in the pool
+};
+
+} // namespace VFoundation

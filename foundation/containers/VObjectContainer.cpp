@@ -1,0 +1,373 @@
+#include "foundation/containers/VObjectContainer.h"
+
+#include "foundation/core/NarrowCast.h"
+#include "foundation/core/VException.h"
+#include "foundation/log/VLog.h"
+#include "foundation/strings/VData.h"
+#include "foundation/threads/VCriticalSection.h"
+#include "foundation/threads/VCriticalSectionScope.h"
+
+#include <algorithm>
+#include <limits>
+#include <new>
+#include <utility>
+
+namespace VFoundation {
+
+VClass* VObjectContainer::ms_theClass = nullptr;
+
+VObjectContainer::VObjectContainer(VClass* cls, long initialCapacity, bool threadSafe) : Registered(cls) {
+    if (threadSafe) {
+        m_pCriticalSection.Allocate();
+    }
+    if (initialCapacity != 0) {
+        AllocateArray(initialCapacity);
+    }
+}
+
+VObjectContainer::~VObjectContainer() {
+    VObjectContainer::FreeMem();
+}
+
+void VObjectContainer::EnterLock(VCriticalSectionScope& scope) const {
+    scope.SetAndEnter(m_pCriticalSection.Get());
+}
+
+// Storage
+
+bool VObjectContainer::AllocateArray(long slots) {
+    VCriticalSectionScope const scope(m_pCriticalSection.Get());
+    if (slots == m_nAllocated) {
+        return true;
+    }
+    if (slots <= 0 || static_cast<unsigned long>(slots) > VData::kMaxLength / sizeof(VObject*)) {
+        return false;
+    }
+    while (m_nCount > slots) {
+        ReleaseLast();
+    }
+    SetStorage(slots);
+    return true;
+}
+
+void VObjectContainer::ReleaseLast() {
+    long const last = m_nCount - 1;
+    VObject const* const object = std::exchange(m_pObjects[last], nullptr);
+    SetCount(last);
+    if (object) {
+        object->Release();
+    }
+}
+
+void VObjectContainer::SetStorage(long slots) {
+    try {
+        if (!m_pStorage) {
+            m_pStorage.Allocate();
+        }
+        m_pStorage->SetLength(static_cast<unsigned long>(slots) * sizeof(VObject*), true);
+    } catch (std::bad_alloc const&) {
+        throw VException(VException::eOutOfMemory, this, "Error allocating container slots", -1);
+    }
+    m_pObjects = reinterpret_cast<VObject**>(m_pStorage->Bytes());
+    if (slots > m_nAllocated) {
+        std::fill(m_pObjects + m_nAllocated, m_pObjects + slots, nullptr);
+    }
+    m_nAllocated = narrow_cast<std::int32_t>(slots);
+}
+
+/// Makes room for one more element.
+bool VObjectContainer::Grow() {
+    return m_nCount < m_nAllocated || (m_nGrowSize > 0 && AllocateArray(long{m_nCount} + m_nGrowSize));
+}
+
+void VObjectContainer::FreeMem() {
+    VCriticalSectionScope const scope(m_pCriticalSection.Get());
+    if (!m_pStorage) {
+        return;
+    }
+    RemoveAllObjects();
+    ReleaseElements(); // what an override left
+    m_pObjects = nullptr;
+    m_nAllocated = 0;
+    m_pStorage.Exchange(nullptr);
+}
+
+void VObjectContainer::Init() {
+    FreeMem();
+    AllocateArray(long{m_nAllocated} + m_nGrowSize);
+}
+
+void VObjectContainer::SetGrowSize(long slots) {
+    constexpr long kLargest = std::numeric_limits<std::int32_t>::max();
+    VCriticalSectionScope const scope(m_pCriticalSection.Get());
+    m_nGrowSize = narrow_cast<std::int32_t>(std::clamp(slots, -kLargest, kLargest));
+}
+
+long VObjectContainer::GetGrowSize() const {
+    VCriticalSectionScope const scope(m_pCriticalSection.Get());
+    return m_nGrowSize;
+}
+
+long VObjectContainer::AllocatedCapacity() const {
+    VCriticalSectionScope const scope(m_pCriticalSection.Get());
+    return m_nAllocated;
+}
+
+// Access
+
+VObject* VObjectContainer::ObjectAtIndex(long index) const {
+    VCriticalSectionScope const scope(m_pCriticalSection.Get());
+    return index >= 0 && index < m_nCount ? m_pObjects[index] : nullptr;
+}
+
+VObject** VObjectContainer::GetObjectsMutable() const {
+    return m_pObjects;
+}
+
+VObject* const* VObjectContainer::GetObjects() const {
+    return m_pObjects;
+}
+
+VObject** VObjectContainer::GetObjectsMutable(VCriticalSectionScope& scope) const {
+    EnterLock(scope);
+    return m_pObjects;
+}
+
+VObject* const* VObjectContainer::GetObjects(VCriticalSectionScope& scope) const {
+    EnterLock(scope);
+    return m_pObjects;
+}
+
+bool VObjectContainer::ContainsObject(VObject const* object) const {
+    return IndexOfObject(object) >= 0;
+}
+
+long VObjectContainer::IndexOfObject(VObject const* object) const {
+    if (!object) {
+        return -1;
+    }
+    VCriticalSectionScope const scope(m_pCriticalSection.Get());
+    VObject** const end = m_pObjects + m_nCount;
+    VObject** const found = std::find(m_pObjects, end, object);
+    return found == end ? -1 : found - m_pObjects;
+}
+
+long VObjectContainer::LastIndexOf(VObject const* object) const noexcept {
+    long index = m_nCount - 1;
+    while (index >= 0 && m_pObjects[index] != object) {
+        --index;
+    }
+    return index;
+}
+
+// Adding
+
+bool VObjectContainer::Append(VObject const* object) {
+    if (!Grow()) {
+        return false;
+    }
+    long const count = m_nCount;
+    m_pObjects[count] = const_cast<VObject*>(object);
+    SetCount(count + 1);
+    if (object) {
+        object->Retain();
+    }
+    return true;
+}
+
+bool VObjectContainer::AddObject(VObject const* object) {
+    VCriticalSectionScope const scope(m_pCriticalSection.Get());
+    return Append(object);
+}
+
+bool VObjectContainer::AddObjectNonThreadSafe(VObject const* object) {
+    return Append(object);
+}
+
+bool VObjectContainer::AddObjects(VObjectContainer const* other) {
+    long const count = other ? other->Count() : 0;
+    for (long i = 0; i < count; ++i) {
+        // Held over the addition, for another thread may remove it from `other` meanwhile.
+        VObjectRef<VObject> object;
+        {
+            VCriticalSectionScope const scope(other->CriticalSection());
+            object.Exchange(other->ObjectAtIndex(i));
+        }
+        if (!AddObject(object.Get())) {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool VObjectContainer::InsertObjectAtIndex(VObject const* object, long index) {
+    VCriticalSectionScope const scope(m_pCriticalSection.Get());
+    if (index < 0 || index > m_nCount || !Grow()) {
+        return false;
+    }
+    if (object) {
+        object->Retain();
+    }
+    VObject** const end = m_pObjects + m_nCount;
+    std::copy_backward(m_pObjects + index, end, end + 1);
+    m_pObjects[index] = const_cast<VObject*>(object);
+    SetCount(m_nCount + 1);
+    return true;
+}
+
+// Removing. An element is taken out before it is released: its destructor may use the container.
+
+bool VObjectContainer::RemoveAt(long index) {
+    if (index >= m_nCount) {
+        VLog::TraceDebug("VObjectContainer::RemoveObjectAtIndex - Warn: liIndex (%i) > numObjects (%i)\n",
+                         narrow_cast<int>(index), narrow_cast<int>(m_nCount.load()));
+        return false;
+    }
+    if (index < 0) {
+        VLog::TraceDebug("VObjectContainer::RemoveObjectAtIndex - Warn: liIndex (%i) < 0\n",
+                         narrow_cast<int>(index));
+        return false;
+    }
+    VObject const* const removed = m_pObjects[index];
+    long const last = m_nCount - 1;
+    std::copy(m_pObjects + index + 1, m_pObjects + last + 1, m_pObjects + index);
+    m_pObjects[last] = nullptr;
+    SetCount(last);
+    if (removed) {
+        removed->Release();
+    }
+    return true;
+}
+
+void VObjectContainer::ReleaseElements() {
+    for (long i = 0; i < m_nCount; ++i) {
+        if (VObject const* const object = std::exchange(m_pObjects[i], nullptr)) {
+            object->Release();
+        }
+    }
+    SetCount(0);
+}
+
+bool VObjectContainer::RemoveObjectAtIndex(long index) {
+    VCriticalSectionScope const scope(m_pCriticalSection.Get());
+    return RemoveAt(index);
+}
+
+bool VObjectContainer::RemoveObjectAtIndexUnsafe(long index) {
+    return RemoveAt(index);
+}
+
+bool VObjectContainer::RemoveObject(VObject const* object) {
+    VCriticalSectionScope const scope(m_pCriticalSection.Get());
+    long const index = LastIndexOf(object);
+    return index >= 0 && RemoveObjectAtIndex(index);
+}
+
+bool VObjectContainer::RemoveObjectUnsafe(VObject const* object) {
+    long const index = LastIndexOf(object);
+    return index >= 0 && RemoveObjectAtIndexUnsafe(index);
+}
+
+void VObjectContainer::RemoveObjects(VObjectContainer const* other) {
+    if (other == this) {
+        RemoveAllObjects();
+        return;
+    }
+    for (long i = 0; other && i < other->Count(); ++i) {
+        RemoveObject(other->ObjectAtIndex(i));
+    }
+}
+
+void VObjectContainer::RemoveAllObjects() {
+    VCriticalSectionScope const scope(m_pCriticalSection.Get());
+    ReleaseElements();
+}
+
+void VObjectContainer::RemoveAllObjectsUnsafe() {
+    ReleaseElements();
+}
+
+// Replacing and reordering
+
+bool VObjectContainer::ReplaceObjectAtIndex(VObject const* object, long index) {
+    VCriticalSectionScope const scope(m_pCriticalSection.Get());
+    if (index == m_nCount) {
+        return AddObject(object);
+    }
+    if (index < 0 || index > m_nCount) {
+        VLog::TraceDebug("VObjectContainer::ReplaceObjectAtIndex - Warn: liIndex (%i) > numObjects (%i)\n",
+                         narrow_cast<int>(index), narrow_cast<int>(m_nCount.load()));
+        return false;
+    }
+    if (VObject const* const old = std::exchange(m_pObjects[index], nullptr)) {
+        old->Release();
+    }
+    if (index >= m_nCount || m_pObjects[index]) {
+        return false; // the old element's destructor rearranged the container
+    }
+    m_pObjects[index] = const_cast<VObject*>(object);
+    if (object) {
+        object->Retain();
+    }
+    return true;
+}
+
+bool VObjectContainer::SwapObjectsAtIndicies(long a, long b) {
+    VCriticalSectionScope const scope(m_pCriticalSection.Get());
+    if (a < 0 || b < 0 || a >= m_nCount || b >= m_nCount) {
+        return false;
+    }
+    std::swap(m_pObjects[a], m_pObjects[b]);
+    return true;
+}
+
+bool VObjectContainer::SwapObjectsAtIndexes(long a, long b) {
+    return SwapObjectsAtIndicies(a, b);
+}
+
+// Comparison and copies
+
+bool VObjectContainer::operator==(VObjectContainer const& other) const {
+    if (&other == this) {
+        return true;
+    }
+    VCriticalSectionScope const scope(m_pCriticalSection.Get());
+    VCriticalSectionScope const otherScope(other.m_pCriticalSection.Get());
+    for (long i = 0; i < other.Count(); ++i) {
+        if (!ContainsObject(other.ObjectAtIndex(i))) {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool VObjectContainer::operator!=(VObjectContainer const& other) const {
+    return !(*this == other);
+}
+
+bool VObjectContainer::IsEqual(VObject const& other) const {
+    return other.Class() == Class() && *this == static_cast<VObjectContainer const&>(other);
+}
+
+VObjectContainer* VObjectContainer::Copy() const {
+    auto copy = VObjectRef<VObjectContainer>::Adopt(new VObjectContainer(nullptr, 0, false));
+    VCriticalSectionScope const scope(m_pCriticalSection.Get());
+    long const growSize = GetGrowSize();
+    copy->SetGrowSize(std::max(growSize, 1L));
+    copy->AddObjects(this);
+    copy->SetGrowSize(growSize);
+    return copy.Detach();
+}
+
+VObjectContainer* VObjectContainer::DeepCopy() const {
+    auto copy = VObjectRef<VObjectContainer>::Adopt(new VObjectContainer(nullptr, 0, false));
+    VCriticalSectionScope const scope(m_pCriticalSection.Get());
+    for (long i = 0; i < Count(); ++i) {
+        VObject const* const element = ObjectAtIndex(i);
+        auto const elementCopy = VObjectRef<VObject>::Adopt(element ? element->Copy() : nullptr);
+        copy->AddObject(elementCopy.Get());
+    }
+    return copy.Detach();
+}
+
+} // namespace VFoundation

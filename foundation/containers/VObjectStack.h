@@ -1,0 +1,33 @@
+#pragma once
+
+#include "foundation/containers/VObjectArray.h"
+
+namespace VFoundation {
+
+/// A stack of counted objects. Push with `Array().AddObject(object)`.
+///
+/// Ownership: retains what is pushed; the array dies with the stack.
+/// Threads: one at a time.
+class VObjectStack : public Registered<VObjectStack, VObject> {
+  public:
+    static constexpr char const* kClassName = "VObjectStack";
+    static VClass* ms_theClass;
+
+    explicit VObjectStack(VClass* cls = nullptr);
+    VObjectStack& operator=(VObjectStack const&) = delete;
+    static VObjectStack* New() { return new VObjectStack; }
+
+    /// Takes the last element out; the caller owns it. Null when the stack is empty.
+    /// DELIBERATE: a null on top is not taken out; the result is null and the stack keeps its length.
+    VObject* Pop();
+    /// The last element (borrowed); null when the stack is empty.
+    VObject* ObjectAtTopOfStack() const;
+
+    VObjectArray& Array() noexcept { return m_array; }
+    VObjectArray const& Array() const noexcept { return m_array; }
+
+  private:
+    VObjectArray m_array{nullptr, 0};
+};
+
+} // namespace VFoundation

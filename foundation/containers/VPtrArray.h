@@ -1,0 +1,75 @@
+#pragma once
+
+#include "foundation/core/Registered.h"
+#include "foundation/core/VObject.h"
+#include "foundation/strings/HeapBlock.h"
+
+#include <cstdint>
+
+namespace VFoundation {
+
+/// An ordered list of raw pointers, nulls included. For counted objects use `VObjectArray`.
+///
+/// An owning array frees what it points to as raw memory: no destructor runs, so let it own only plain
+/// blocks.
+///
+/// DELIBERATE: `RemovePtr` and `RemovePtrAtIndex` free an owned pointee with `::operator delete`, `FreeMem`
+/// and the destructor with `::operator delete[]`; blocks that an array owns must come from an allocator that
+/// takes either.
+///
+/// Ownership: borrows its pointers, or adopts them when made with `ownsPtrs`.
+/// Threads: one at a time; no operation locks.
+class VPtrArray : public Registered<VPtrArray, VObject> {
+  public:
+    static constexpr char const* kClassName = "VPtrArray";
+    static VClass* ms_theClass;
+
+    explicit VPtrArray(bool ownsPtrs = false) : VPtrArray(nullptr, ownsPtrs) {}
+    ~VPtrArray() override;
+    VPtrArray& operator=(VPtrArray const&) = delete;
+
+    /// One that borrows.
+    static VPtrArray* New() { return new VPtrArray(false); }
+
+    long Count() const noexcept { return m_nCount; }
+    /// Null out of range.
+    void* PtrAtIndex(long index) const noexcept {
+        return index >= 0 && index < m_nCount ? m_ppPtrs[index] : nullptr;
+    }
+    bool IsPtrInArray(void const* ptr) const noexcept { return IndexOf(ptr) >= 0; }
+
+    /// Appends, a null too. False, and nothing changed, when memory runs out.
+    bool AddPtr(void* ptr) {
+        if (m_nCount == m_nAllocated && !ExpandArray()) {
+            return false;
+        }
+        m_ppPtrs[m_nCount++] = ptr;
+        return true;
+    }
+
+    /// Removes the first occurrence; false when there is none.
+    bool RemovePtr(void* ptr);
+    /// False out of range.
+    bool RemovePtrAtIndex(long index);
+    /// Empties the array and gives back its memory.
+    void FreeMem();
+
+    /// Orders the array; `compare` gets the addresses of two entries and answers like `strcmp`.
+    void SortWithComparisonFn(int (*compare)(void const**, void const**));
+
+  protected:
+    VPtrArray(VClass* cls, bool ownsPtrs) : Registered(cls), m_bOwnsPtrs(ownsPtrs) {}
+
+  private:
+    bool ExpandArray();
+    long IndexOf(void const* ptr) const noexcept;
+
+    void** m_ppPtrs = nullptr;
+    std::int32_t m_nCount = 0;
+    std::int32_t m_nAllocated = 0;
+    std::int32_t m_nGrowSize = 32;
+    bool m_bOwnsPtrs;
+    HeapBlock m_block; // holds the entries and grows ahead of them
+};
+
+} // namespace VFoundation

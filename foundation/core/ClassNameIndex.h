@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+
+namespace VFoundation {
+
+class VClass;
+
+/// An immutable table from class name to record, read without a lock. It gives exactly the answers of the
+/// binary search that it is filled from: a class that the search cannot find is not in it.
+class ClassNameIndex {
+  public:
+    /// Room for `count` names.
+    explicit ClassNameIndex(std::size_t count);
+    /// Only while nobody else reads.
+    void Insert(VClass* record);
+    VClass* Find(char const* name) const noexcept;
+
+    /// The next older table: readers may still be in it, so the registry frees it only at its own end.
+    std::unique_ptr<ClassNameIndex> older;
+
+  private:
+    struct Entry {
+        std::size_t hash = 0;
+        VClass* record = nullptr;
+    };
+
+    std::size_t m_mask;
+    std::unique_ptr<Entry[]> m_entries;
+};
+
+} // namespace VFoundation

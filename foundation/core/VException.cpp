@@ -1,0 +1,77 @@
+#include "foundation/core/VException.h"
+
+#include "foundation/log/VLog.h"
+
+#include <utility>
+
+namespace VFoundation {
+
+VClass* VException::ms_theClass = nullptr;
+VString* VException::ms_productName = nullptr;
+VString* VException::ms_exceptionReportEmail = nullptr;
+std::atomic<bool> VExceptionManager::ms_bExceptionHasOccured{false};
+
+namespace {
+
+char const* TextOfID(long id) {
+    static constexpr char const* kTexts[] = {"Unrecognized exception", "Out of memory exception",
+                                             "Null pointer exception", "Error creating a VObject",
+                                             "Unknown exception",      "File not found",
+                                             "File not readable",      "File not writeable"};
+    bool const known = id >= 0 && id < static_cast<long>(std::size(kTexts));
+    return kTexts[known ? id : 0];
+}
+
+void ReleaseAndClear(VString*& text) {
+    if (VString* const old = std::exchange(text, nullptr)) {
+        old->Release();
+    }
+}
+
+} // namespace
+
+VException::VException(long id, VObject const* source, char const* description, int stage)
+    : Registered(nullptr), m_id(narrow_cast<std::int32_t>(id)), m_source(source), m_description(description),
+      m_stage(stage) {
+    Announce();
+}
+
+VException::VException(VException const& other)
+    : Registered(nullptr), m_id(other.m_id), m_source(other.m_source), m_description(other.m_description),
+      m_trace(other.m_trace), m_stage(other.m_stage) {
+    Announce();
+}
+
+void VException::Announce() const {
+    VExceptionManager::ms_bExceptionHasOccured.store(true, std::memory_order_relaxed);
+    VLog::Trace(static_cast<VObject const&>(*this));
+}
+
+void VException::UninitializeClass() {
+    ReleaseAndClear(ms_productName);
+    ReleaseAndClear(ms_exceptionReportEmail);
+}
+
+void VException::AppendStackTrace(char const* function, int stage) {
+    m_trace << (function ? function : "") << "()";
+    if (stage >= 0) {
+        VString text;
+        text.Format(" [stage: %li]", static_cast<long>(stage));
+        m_trace << text.CString();
+    }
+    m_trace << "\n";
+}
+
+void VException::GetDescription(VString& out) const {
+    // Put together piece by piece: a description may be longer than a formatted text can be.
+    out = "VException: id: \"";
+    out << TextOfID(m_id) << "\"  src:\"" << (m_source ? m_source->ClassName() : "Unknown") << "\"  descr: \""
+        << m_description.CString() << "\"";
+    if (m_stage >= 0) {
+        VString stage;
+        stage.Format("stage: %i", static_cast<int>(m_stage));
+        out << stage.CString();
+    }
+}
+
+} // namespace VFoundation

@@ -1,0 +1,38 @@
+#pragma once
+
+namespace VFoundation {
+
+/// Starts the library: registers every class in a fixed order, makes pools and tables and lets the log run.
+/// Calls nest; only the first one does the work. The argument is accepted and ignored. Classes that fail are
+/// counted and reported in the log; an exception of a class's `InitializeClass` passes to the caller.
+///
+///     int main() {
+///         VFoundation::InitializeLibrary(false);
+///         ...
+///         VFoundation::UninitializeLibrary(true, false, true);
+///     }
+///
+/// Threads: the main thread, before other threads use the library.
+void InitializeLibrary(bool unused);
+
+/// Ends the library when it is called as often as `InitializeLibrary`: stops the log's writer thread, empties
+/// the pools, ends singletons and tables and the default log. It can be started again afterwards.
+///
+/// `destroyRegistry`: the class records go too; those of classes with living objects stay.
+/// `dumpClasses`: print the statistics table of the classes that still have objects.
+/// `quiet`: no log context around it and no closing line.
+///
+/// A `VException` on the way reaches the caller as a copy; any other exception becomes a `VException` whose
+/// text is "Unknown exception in UninitializeLibrary, stage:<0, 2, 3, 8 or 10>". The steps after it do not
+/// run.
+///
+/// DELIBERATE: an inner call that is not quiet opens the context "VFoundation::UninitializeLibrary" and
+/// leaves it open; the log's indentation shows that the library is still in use.
+///
+/// Threads: the main thread, after every other thread that uses the library was stopped.
+void UninitializeLibrary(bool destroyRegistry, bool dumpClasses, bool quiet);
+
+/// True between the first `InitializeLibrary` and the full shut-down.
+bool IsLibraryInitialized() noexcept;
+
+} // namespace VFoundation

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstdint>
+#include <cstdio>
+#include <string>
+#include <vector>
+
+/// What the library needs of the operating system beyond the C library; the one place to port.
+namespace VFoundation::HostServices {
+
+/// `fopen`, closed on exec.
+std::FILE* OpenStream(char const* path, char const* mode) noexcept;
+
+/// Opens a regular file for reading, closed on exec; null for anything else that `path` may lead to. Never
+/// waits for a pipe's other end.
+std::FILE* OpenRegularFile(char const* path) noexcept;
+
+/// The file type and permission bits of what `path` leads to. False when it leads to nothing.
+bool ModeOfPath(char const* path, unsigned long& mode) noexcept;
+
+/// The short name of the user who started the process; empty when there is none.
+std::string UserName();
+
+/// The processor's feature bits as the system tells them; the result is 0 or the system's error number.
+long ProcessorFeatures(unsigned long& features) noexcept;
+
+struct MountedVolume {
+    std::string name;
+    std::string mountPath;
+    /// Bytes; 0 where asking might block.
+    std::uint64_t totalBytes = 0;
+    std::uint64_t freeBytes = 0;
+};
+
+/// The volumes that a user would call so, in the order of the system's table; see `VDiskInfo`.
+std::vector<MountedVolume> MountedVolumes(char const* mountTable = "/proc/self/mountinfo",
+                                          char const* labelDirectory = "/dev/disk/by-label");
+
+} // namespace VFoundation::HostServices

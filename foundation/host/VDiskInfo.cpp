@@ -1,0 +1,58 @@
+#include "foundation/host/VDiskInfo.h"
+
+#include "foundation/containers/VObjectArray.h"
+#include "foundation/core/VObjectRef.h"
+#include "foundation/host/HostServices.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace VFoundation {
+
+VClass* VDiskInfo::ms_theClass = nullptr;
+VObjectArray* VDiskInfo::VDISK_INFO_VOLUME_NAMES = nullptr;
+VObjectArray* VDiskInfo::VDISK_INFO_VOLUME_INFO = nullptr;
+
+VDiskInfo::VDiskInfo(VClass* cls) : Registered(cls) {
+}
+
+VDiskInfo* VDiskInfo::New() {
+    return new VDiskInfo;
+}
+
+void VDiskInfo::UninitializeClass() {
+    for (VObjectArray** const table : {&VDISK_INFO_VOLUME_NAMES, &VDISK_INFO_VOLUME_INFO}) {
+        if (VObjectArray* const ending = std::exchange(*table, nullptr)) {
+            ending->Release();
+        }
+    }
+}
+
+void VDiskInfo::InitializeVolumeInformation() {
+    if (VDISK_INFO_VOLUME_NAMES) {
+        return;
+    }
+    VDISK_INFO_VOLUME_NAMES = VObjectArray::NewObjectArray();
+    VDISK_INFO_VOLUME_INFO = VObjectArray::NewObjectArray();
+    for (HostServices::MountedVolume const& volume : HostServices::MountedVolumes()) {
+        auto const name = VObjectRef<VString>::Adopt(VString::NewString(volume.name.c_str()));
+        VDISK_INFO_VOLUME_NAMES->AddObject(name.Get());
+        auto const info = VObjectRef<VDiskInfo>::Adopt(New());
+        info->m_freeBytes = std::min(volume.freeBytes, volume.totalBytes);
+        info->m_totalBytes = volume.totalBytes;
+        info->m_usedBytes = info->m_totalBytes - info->m_freeBytes;
+        info->m_volumeName = *name;
+        info->m_kind = kMountedVolume;
+        if (volume.mountPath.size() < kMountPathSize) {
+            info->m_mountPath = volume.mountPath.c_str();
+        }
+        VDISK_INFO_VOLUME_INFO->AddObject(info.Get());
+    }
+}
+
+void VDiskInfo::GetDescription(VString& out) const {
+    out.Format("VolumeName [%s], Size [%llu], Free [%llu]", m_volumeName.CString(),
+               static_cast<unsigned long long>(m_totalBytes), static_cast<unsigned long long>(m_freeBytes));
+}
+
+} // namespace VFoundation

@@ -1,0 +1,72 @@
+#include "foundation/host/VFile.h"
+
+#include "foundation/host/HostServices.h"
+#include "foundation/strings/VString.h"
+
+#include <algorithm>
+
+namespace VFoundation {
+
+VClass* VFile::ms_theClass = nullptr;
+
+VFile::VFile(VClass* cls) : Registered(cls) {
+}
+
+VFile::~VFile() {
+    if (m_stream && std::fclose(m_stream) == 0) {
+        m_stream = nullptr;
+    }
+}
+
+bool VFile::OpenForReading(VString const& path) {
+    if (m_stream) {
+        return false;
+    }
+    m_stream = HostServices::OpenRegularFile(path.CString());
+    return m_stream != nullptr;
+}
+
+unsigned long VFile::ReadBytes(void* buffer, unsigned long count) {
+    return m_stream && buffer ? std::fread(buffer, 1, count, m_stream) : 0;
+}
+
+long VFile::GetLength() {
+    if (!m_stream) {
+        return 0;
+    }
+    long const saved = GetPosition();
+    FileSeek(0, kFromEnd);
+    long const length = GetPosition();
+    FileSeek(saved, kFromStart);
+    return length;
+}
+
+long VFile::GetPosition() {
+    return m_stream ? std::max(std::ftell(m_stream), 0L) : 0;
+}
+
+long VFile::GetLengthRemaining() {
+    return m_stream ? GetLength() - GetPosition() : 0;
+}
+
+bool VFile::IsEndOfFile() {
+    return !m_stream || std::feof(m_stream) != 0;
+}
+
+bool VFile::FileSeek(long offset, long origin) {
+    constexpr int kOrigins[] = {SEEK_CUR, SEEK_SET, SEEK_END};
+    if (m_stream && origin >= kFromCurrent && origin <= kFromEnd) {
+        std::fseek(m_stream, offset, kOrigins[origin]);
+    }
+    return true;
+}
+
+std::FILE* VFile::vfc_fopen(char const* path, char const* mode) {
+    return path && mode ? HostServices::OpenStream(path, mode) : nullptr;
+}
+
+std::FILE* VFile::vfc_fopen(VString const& path, char const* mode) {
+    return vfc_fopen(path.CString(), mode);
+}
+
+} // namespace VFoundation

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "foundation/core/Registered.h"
+
+#include <cstdio>
+
+namespace VFoundation {
+
+class VString;
+
+/// A file that is open for reading.
+///
+///     VFile file;
+///     if (file.OpenForReading("/etc/hosts")) { got = file.ReadBytes(buffer, sizeof buffer); }
+///
+/// Only regular files open (also through symbolic links): directories, devices and pipes are refused, and a
+/// pipe without a writer does not block. On a file that is not open every query gives zero.
+///
+/// Ownership: owns its stream, which the destructor closes.
+/// Threads: one thread at a time.
+class VFile : public Registered<VFile, VObject> {
+  public:
+    static constexpr char const* kClassName = "VFile";
+    static VClass* ms_theClass;
+
+    // Where `FileSeek` counts from. These are not the C library's numbers.
+    static constexpr long kFromCurrent = 0;
+    static constexpr long kFromStart = 1;
+    static constexpr long kFromEnd = 2;
+
+    explicit VFile(VClass* cls = nullptr);
+    VFile(VFile const&) = delete;
+    VFile& operator=(VFile const&) = delete;
+    ~VFile() override;
+
+    /// DELIBERATE: a file cannot be made by name; always null.
+    static VObject* New() { return nullptr; }
+    static void InitializeClass() {}
+
+    /// False when the file cannot be opened, or when one is open already, which stays.
+    bool OpenForReading(VString const& path);
+    /// The bytes read, fewer than `count` at the end of the file.
+    unsigned long ReadBytes(void* buffer, unsigned long count);
+
+    /// The length in bytes; the position stays.
+    virtual long GetLength();
+    /// Bytes from the start.
+    virtual long GetPosition();
+    /// Length less position; negative behind the end.
+    virtual long GetLengthRemaining();
+    /// True once a read met the end, and when no file is open.
+    virtual bool IsEndOfFile();
+    /// Moves the position by `offset` bytes from one of the origins above; any other origin does nothing.
+    /// DELIBERATE: always true, also when nothing moved.
+    virtual bool FileSeek(long offset, long origin);
+
+    /// The one place where the library opens files by mode: `fopen`, closed on exec. Null when that fails.
+    static std::FILE* vfc_fopen(char const* path, char const* mode);
+    static std::FILE* vfc_fopen(VString const& path, char const* mode);
+
+  private:
+    std::FILE* m_stream = nullptr;
+};
+
+} // namespace VFoundation

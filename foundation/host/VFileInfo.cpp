@@ -1,0 +1,69 @@
+#include "foundation/host/VFileInfo.h"
+
+#include "foundation/containers/TRecyclePool.h"
+#include "foundation/persistence/IAIFile.h"
+#include "foundation/strings/VString.h"
+
+#include <memory>
+#include <typeinfo>
+
+namespace VFoundation {
+
+VClass* VFileInfo::ms_theClass = nullptr;
+std::atomic<bool> VFileInfo::ms_bRecyclingEnabled{true};
+VObjectRingBufferTmpl<VFileInfo>* VFileInfo::ms_recycledFileInfos = nullptr;
+
+VFileInfo::VFileInfo(VClass* cls) : Registered(cls) {
+}
+
+VFileInfo* VFileInfo::NewFileInfo() {
+    if (ms_bRecyclingEnabled.load(std::memory_order_relaxed)) {
+        if (VFileInfo* const recycled =
+                TRecyclePool<VFileInfo>::Pop(ms_recycledFileInfos, &VFileInfo::m_inPool)) {
+            return recycled;
+        }
+    }
+    return new VFileInfo;
+}
+
+void VFileInfo::SetPath(char const* path) noexcept {
+    VString::strncpy(m_path, path, kPathSize);
+    m_path[kPathSize - 1] = '\0';
+}
+
+bool VFileInfo::Serialize(IAIFile& file) {
+    if (file.IsLoading()) {
+        char* path = nullptr;
+        file >> &path;
+        std::unique_ptr<char[]> const owned(path);
+        file >> m_flags[0];
+        SetPath(path);
+    } else {
+        file << static_cast<char const*>(m_path) << m_flags[0];
+    }
+    return true;
+}
+
+void VFileInfo::Release() const {
+    bool const isLast = (CountWord().load(std::memory_order_acquire) & kRetainCountMask) == 1;
+    if (isLast && !m_inPool && ms_bRecyclingEnabled.load(std::memory_order_relaxed) &&
+        typeid(*this) == typeid(VFileInfo) &&
+        TRecyclePool<VFileInfo>::Push(ms_recycledFileInfos, this, &VFileInfo::m_inPool)) {
+        return; // it may be someone else's record already
+    }
+    VObject::Release();
+}
+
+void VFileInfo::InitializeClass() {
+    TRecyclePool<VFileInfo>::Create(ms_recycledFileInfos, kPoolCapacity);
+}
+
+void VFileInfo::UninitializeClass() {
+    ReleaseAllRecycledFileInfos();
+}
+
+void VFileInfo::ReleaseAllRecycledFileInfos() {
+    TRecyclePool<VFileInfo>::Destroy(ms_recycledFileInfos);
+}
+
+} // namespace VFoundation

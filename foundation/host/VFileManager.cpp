@@ -1,0 +1,99 @@
+#include "foundation/host/VFileManager.h"
+
+#include "foundation/host/HostServices.h"
+#include "foundation/host/VFile.h"
+#include "foundation/host/VFileInfo.h"
+#include "foundation/strings/VString.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace VFoundation {
+
+namespace {
+
+/// The directory bit alone, not the whole file type.
+constexpr unsigned long kDirectoryBit = 0x4000;
+
+} // namespace
+
+VClass* VFileManager::ms_theClass = nullptr;
+std::atomic<VFileManager*> VFileManager::ms_defaultManager{nullptr};
+
+VFileManager::VFileManager(VClass* cls) : Registered(cls) {
+}
+
+VFileManager::~VFileManager() {
+    if (m_owned) {
+        m_owned->Release();
+    }
+}
+
+VFileManager* VFileManager::New() {
+    return new VFileManager;
+}
+
+void VFileManager::InitializeClass() {
+    VFile::InitializeClass();
+    VFileInfo::InitializeClass();
+}
+
+void VFileManager::UninitializeClass() {
+    DeleteDefaultManager();
+}
+
+VFileManager* VFileManager::DefaultManager() {
+    VFileManager* manager = ms_defaultManager.load(std::memory_order_acquire);
+    if (!manager) {
+        VFileManager* const made = New();
+        if (ms_defaultManager.compare_exchange_strong(manager, made)) {
+            return made;
+        }
+        made->Release(); // another thread was first
+    }
+    return manager;
+}
+
+void VFileManager::DeleteDefaultManager() {
+    if (VFileManager* const manager = ms_defaultManager.exchange(nullptr)) {
+        manager->Release();
+    }
+}
+
+bool VFileManager::FileExistsAtPath(VString const& path, bool* isDirectory) const {
+    unsigned long mode = 0;
+    bool const exists = HostServices::ModeOfPath(path.CString(), mode);
+    if (isDirectory) {
+        *isDirectory = exists && (mode & kDirectoryBit);
+    }
+    return exists;
+}
+
+VObjectRef<VData> VFileManager::ContentsAtPath(char const* path) const {
+    VFile file;
+    VObjectRef<VData> contents;
+    if (!path || !file.OpenForReading(path)) {
+        return contents;
+    }
+    auto const length = static_cast<unsigned long>(file.GetLength());
+    contents.Allocate()->SetLength(length, false);
+    unsigned long const read = file.ReadBytes(contents->Bytes(), length);
+    VData::FastZeroMemory(contents->Bytes() + read, length - read);
+    return contents;
+}
+
+void VFileManager::MakePathUseHostSeparator(char* path) noexcept {
+    if (path) {
+        std::replace(path, path + std::strlen(path), '\\', HostFileSystemPathComponentSeparator());
+    }
+}
+
+std::FILE* VFileManager::vfc_fopen(char const* path, char const* mode) {
+    return VFile::vfc_fopen(path, mode);
+}
+
+std::FILE* VFileManager::vfc_fopen(VString const& path, char const* mode) {
+    return VFile::vfc_fopen(path, mode);
+}
+
+} // namespace VFoundation

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <cfenv>
+
+namespace VFoundation {
+
+/// Sets the rounding direction of floating-point arithmetic for a scope, and restores the whole
+/// floating-point environment at its end.
+///
+/// Code that is to feel it must be compiled with `-frounding-math`, or compute with values that the compiler
+/// does not know.
+///
+/// Ownership: lives on the stack.
+/// Threads: affects the calling thread; construct and destroy on the same one, innermost first.
+class VFpuMode {
+  public:
+    enum RoundMode { kDownward = 0, kToNearest = 1, kUpward = 2, kTowardZero = 3 };
+
+    explicit VFpuMode(RoundMode mode) noexcept;
+    VFpuMode(VFpuMode const&) = delete;
+    VFpuMode& operator=(VFpuMode const&) = delete;
+    ~VFpuMode();
+
+  private:
+    RoundMode m_mode;
+    std::fenv_t m_saved;
+};
+
+} // namespace VFoundation

@@ -1,0 +1,93 @@
+#include "foundation/log/VLogContext.h"
+
+#include "foundation/core/NarrowCast.h"
+#include "foundation/log/DefaultLogRef.h"
+#include "foundation/log/LogLock.h"
+#include "foundation/log/SecondsText.h"
+#include "foundation/strings/VString.h"
+
+namespace VFoundation {
+
+VClass* VLog::VLogContext::ms_theClass = nullptr;
+
+/// Marks the lines of contexts, which carry no time.
+class VLog::VLogContext::HeaderFooterScope {
+  public:
+    HeaderFooterScope() noexcept { VLog::ms_bHeaderFooter.store(true, std::memory_order_relaxed); }
+    HeaderFooterScope(HeaderFooterScope const&) = delete;
+    HeaderFooterScope& operator=(HeaderFooterScope const&) = delete;
+    ~HeaderFooterScope() { VLog::ms_bHeaderFooter.store(false, std::memory_order_relaxed); }
+};
+
+VLog::VLogContext::VLogContext(char const* name, VLog* log) : VLogContext(nullptr, name, log) {
+}
+
+VLog::VLogContext::VLogContext(VClass* cls, char const* name, VLog* log)
+    : Registered(cls), m_stopWatch(true) {
+    if (name) {
+        m_name = VObjectRef<VString>::Adopt(VString::NewString(name));
+    }
+    if (log) {
+        Attach(log);
+    } else if (DefaultLogRef const defaultLog; defaultLog) {
+        Attach(defaultLog.Get());
+    }
+    WriteStart();
+}
+
+VLog::VLogContext::~VLogContext() {
+    WriteEnd();
+}
+
+VLog::VLogContext* VLog::VLogContext::New() {
+    return new VLogContext(nullptr, nullptr);
+}
+
+char const* VLog::VLogContext::Name() const {
+    return m_name ? m_name->CString() : "";
+}
+
+void VLog::VLogContext::Attach(VLog* log) {
+    std::lock_guard const lock(LogLock());
+    m_log = log;
+    m_nextAttached = log->m_attached;
+    log->m_attached = this;
+}
+
+void VLog::VLogContext::Detach() {
+    VLogContext** link = &m_log->m_attached;
+    while (*link != this) {
+        link = &(*link)->m_nextAttached;
+    }
+    *link = m_nextAttached;
+    m_log = nullptr;
+}
+
+void VLog::VLogContext::WriteStart() {
+    HeaderFooterScope const headerFooter;
+    VLog::Trace("[ %s - START ]\n", Name());
+    {
+        std::lock_guard const lock(LogLock());
+        if (!m_log) {
+            return;
+        }
+        m_savedIndent = narrow_cast<std::int32_t>(m_log->GetIndentLevel());
+    }
+    VLog::StartIndent();
+}
+
+void VLog::VLogContext::WriteEnd() {
+    {
+        std::lock_guard const lock(LogLock());
+        if (m_log) {
+            m_log->m_indentLevel.store(m_savedIndent, std::memory_order_relaxed);
+            Detach();
+        }
+    }
+    HeaderFooterScope const headerFooter;
+    if (!VLog::EchoIfSwitchedOff("[ %s - END ] %5.4lf\n")) {
+        VLog::Trace("[ %s - END ] %s\n", Name(), SecondsText(m_stopWatch.GetElapsedTime()).Text());
+    }
+}
+
+} // namespace VFoundation

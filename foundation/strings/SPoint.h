@@ -1,0 +1,27 @@
+#pragma once
+
+#include <cstdint>
+
+namespace VFoundation {
+
+/// A position in pixels.
+///
+/// Ownership: a plain value.
+/// Threads: as for any value.
+struct SPoint {
+    std::int32_t x = 0;
+    std::int32_t y = 0;
+
+    /// Room for the text of any point, rectangle or size.
+    static constexpr unsigned long kTextSize = 64;
+
+    bool operator==(SPoint const&) const = default;
+
+    /// Writes "x, y" and a terminator; cut to `size` bytes, nothing for a size of 0.
+    void PointToString(char* buffer, unsigned long size) const;
+    /// Reads such a text: two decimal 32-bit numbers with a comma between and nothing else but blanks behind
+    /// the comma. False, with the point left alone, for any other text and for null.
+    bool PointFromString(char const* text);
+};
+
+} // namespace VFoundation

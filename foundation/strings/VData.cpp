@@ -1,0 +1,134 @@
+#include "foundation/strings/VData.h"
+
+#include "foundation/core/VException.h"
+#include "foundation/host/VHostArchitecture.h"
+#include "foundation/persistence/IAIFile.h"
+#include "foundation/strings/VString.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace VFoundation {
+
+namespace {
+
+/// What one store of the processor clears.
+using Vector16 = long long __attribute__((vector_size(16), may_alias));
+constexpr unsigned long kClearBlock = 128;
+
+/// The bytes that a file can still give to the buffer it is asked to load.
+unsigned long BytesLeft(IAIFile& file) {
+    unsigned long const inFile = file.GetFileRemaining();
+    return file.IsChunkSafe() && file.GetChunkLength() ? std::min(inFile, file.ChunkRemaining()) : inFile;
+}
+
+} // namespace
+
+VClass* VData::ms_theClass = nullptr;
+
+VData::VData(VClass* cls, unsigned long length) : Registered(cls) {
+    if (length) {
+        SetLength(length, true);
+        FastZeroMemory(Bytes(), length);
+    }
+}
+
+VData::VData(VData const& other) : Registered(nullptr) {
+    *this = other;
+}
+
+VData::~VData() = default;
+
+VData* VData::New() {
+    return new VData;
+}
+
+VData* VData::Copy() const {
+    return new VData(*this);
+}
+
+VData& VData::operator=(VData const& other) {
+    if (this != &other) {
+        SetLength(other.m_length, false);
+        if (m_length) {
+            std::memcpy(Bytes(), other.Bytes(), m_length);
+        }
+    }
+    return *this;
+}
+
+bool VData::SetLength(unsigned long length, bool keepContents) {
+    if (length == m_length) {
+        return true;
+    }
+    if (length == 0) {
+        m_block.Free();
+    } else if (length > kMaxLength ||
+               !(keepContents || length <= m_block.Size() ? m_block.Grow(length) : m_block.Replace(length))) {
+        throw VException(VException::eOutOfMemory, this, "Error setting VData length", -1);
+    } else {
+        m_block.Trim(length);
+    }
+    m_length = narrow_cast<std::uint32_t>(length);
+    m_owned = true;
+    return true;
+}
+
+bool VData::operator==(VData const& other) const noexcept {
+    return m_length == other.m_length &&
+           (Bytes() == other.Bytes() || std::memcmp(Bytes(), other.Bytes(), m_length) == 0);
+}
+
+bool VData::IsEqual(VObject const& other) const {
+    return other.Class() == Class() && *this == static_cast<VData const&>(other);
+}
+
+void VData::GetDescription(VString& out) const {
+    out.Format("[%s] Length: %li  Ptr: 0x%08lX  Owned: %s", ClassName(), long{m_length},
+               reinterpret_cast<unsigned long>(Bytes()), m_owned ? "yes" : "no");
+}
+
+bool VData::Serialize(IAIFile& file) {
+    if (!file.IsLoading()) {
+        file << static_cast<long long>(m_length);
+        return file.Write(Bytes(), m_length);
+    }
+    long long saved = 0;
+    file >> saved;
+    unsigned long const left = BytesLeft(file);
+    auto const length = static_cast<unsigned long>(saved);
+    if (length > kMaxLength || (length > left && length - left > kMaxUnbackedLength)) { // negative ones too
+        throw VException(VException::eOutOfMemory, this, "Error setting VData length", -1);
+    }
+    SetLength(length, false);
+    if (length > left) {
+        FastZeroMemory(Bytes() + left, length - left);
+    }
+    return file.Read(Bytes(), length);
+}
+
+bool VData::Serialize_YeOldeZephStyle(IAIFile& file) {
+    return file.IsLoading() ? file.Read(Bytes(), m_length) : file.Write(Bytes(), m_length);
+}
+
+bool VData::FastZeroMemory(unsigned char* bytes, unsigned long count) {
+    if (!bytes || count == 0) {
+        return false;
+    }
+    if (VHostArchitecture::VCPUInfo::ms_bHasSSE2.load(std::memory_order_relaxed)) {
+        while (count && reinterpret_cast<unsigned long>(bytes) % sizeof(Vector16)) {
+            *bytes++ = 0;
+            --count;
+        }
+        for (; count > kClearBlock; count -= kClearBlock, bytes += kClearBlock) {
+            auto* const stores = reinterpret_cast<Vector16*>(bytes);
+            for (unsigned long i = 0; i < kClearBlock / sizeof(Vector16); ++i) {
+                stores[i] = Vector16{};
+            }
+        }
+    }
+    std::memset(bytes, 0, count);
+    return true;
+}
+
+} // namespace VFoundation

@@ -1,0 +1,81 @@
+#pragma once
+
+#include "foundation/core/Registered.h"
+#include "foundation/strings/HeapBlock.h"
+
+#include <cstdint>
+
+namespace VFoundation {
+
+/// A resizable block of raw bytes: the contents of a file, the payload of an archive, the slots of a
+/// container. Shared by reference, compared by content.
+///
+/// Growing keeps the pointer only by chance; read `Bytes()` again after every `SetLength`. Growing in small
+/// steps is cheap, since the memory behind the buffer grows faster than its length.
+///
+/// Lengths are 32 bits: a longer one, and one that memory refuses, is a `VException` with id 1, and the
+/// buffer stays as it was.
+///
+/// Ownership: owns its bytes.
+/// Threads: one thread at a time; any number may read.
+class VData : public Registered<VData, VObject> {
+  public:
+    static constexpr char const* kClassName = "VData";
+    static VClass* ms_theClass;
+
+    /// The longest buffer, in bytes.
+    static constexpr unsigned long kMaxLength = 0xFFFFFFFFUL;
+    /// How many bytes more than its chunk or file still holds a saved length may claim (64 MiB).
+    static constexpr unsigned long kMaxUnbackedLength = 64UL << 20;
+
+    /// `length` zero bytes.
+    explicit VData(unsigned long length = 0) : VData(nullptr, length) {}
+    VData(VData const& other);
+    ~VData() override;
+
+    /// An empty buffer (owned).
+    static VData* New();
+    /// The same bytes in a buffer of their own (owned).
+    VData* Copy() const override;
+    VData& operator=(VData const& other);
+
+    /// The buffer, 16-byte aligned (borrowed until the next `SetLength`); null when the length is 0.
+    unsigned char* Bytes() noexcept { return reinterpret_cast<unsigned char*>(m_block.Bytes()); }
+    unsigned char const* Bytes() const noexcept {
+        return reinterpret_cast<unsigned char const*>(m_block.Bytes());
+    }
+    unsigned long Length() const noexcept { return m_length; }
+
+    /// Changes the length, with the contents kept as far as they fit or not at all. New bytes are not
+    /// cleared. Returns true, or throws; the same length changes nothing.
+    bool SetLength(unsigned long length, bool keepContents);
+
+    bool operator==(VData const& other) const noexcept;
+    bool operator!=(VData const& other) const noexcept { return !(*this == other); }
+    /// Same class and same bytes.
+    bool IsEqual(VObject const& other) const override;
+
+    /// "[<class name>] Length: <bytes>  Ptr: <address>  Owned: yes" (or "no").
+    void GetDescription(VString& out) const override;
+
+    /// A 64-bit length and the bytes; the result is that of moving the bytes. A length that the file cannot
+    /// back
+    /// (`kMaxUnbackedLength`) throws as `SetLength` does; bytes the file does not have are zero.
+    bool Serialize(IAIFile& file) override;
+    /// The older form without a length: moves as many bytes as the buffer has; size it before loading.
+    bool Serialize_YeOldeZephStyle(IAIFile& file);
+
+    /// Clears `count` bytes. False when there is nothing to clear: a null pointer or a count of 0.
+    static bool FastZeroMemory(unsigned char* bytes, unsigned long count);
+
+  protected:
+    /// For derived classes, with their record or null.
+    VData(VClass* cls, unsigned long length);
+
+  private:
+    HeapBlock m_block;
+    std::uint32_t m_length = 0;
+    bool m_owned = false; // set by the first `SetLength`; the buffer is always the object's own
+};
+
+} // namespace VFoundation

@@ -1,0 +1,420 @@
+#include "foundation/strings/VString.h"
+
+#include "foundation/containers/TRecyclePool.h"
+#include "foundation/core/VObjectRef.h"
+#include "foundation/host/VFileManager.h"
+#include "foundation/persistence/IAIFile.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstdarg>
+#include <cstdio>
+#include <cstring>
+#include <functional>
+#include <memory>
+#include <new>
+#include <strings.h>
+#include <typeinfo>
+
+namespace VFoundation {
+
+namespace {
+
+constexpr unsigned long kAllocateStep = 128;
+constexpr unsigned long kReallocateRoom = 127;
+constexpr long kIntCharacters = 10;
+
+bool IsSeparator(char character) {
+    return character == '/' || character == '\\';
+}
+
+/// Formats at most `size` - 1 bytes; a format that the C library refuses gives the empty text.
+void FormatBounded(char* buffer, unsigned long size, char const* format, std::va_list arguments) {
+    if (std::vsnprintf(buffer, size, format, arguments) < 0) {
+        buffer[0] = '\0';
+    }
+}
+
+} // namespace
+
+VClass* VString::ms_theClass = nullptr;
+std::atomic<bool> VString::ms_bRecyclingEnabled{true};
+VObjectRingBufferTmpl<VString>* VString::ms_recycledStrings = nullptr;
+std::atomic<VString*> VString::ms_emptyString{nullptr};
+
+VString::VString(VClass* cls, char const* text) : Registered(cls) {
+    text = text ? text : "";
+    Assign(text, std::strlen(text));
+}
+
+VString::VString(VString const& other) : Registered(nullptr) {
+    Assign(other.CString(), other.m_length);
+}
+
+VString::~VString() {
+    delete[] m_secondBuffer;
+}
+
+VString* VString::New() {
+    if (ms_bRecyclingEnabled.load(std::memory_order_relaxed)) {
+        if (VString* const recycled = TRecyclePool<VString>::Pop(ms_recycledStrings, &VString::m_inPool)) {
+            recycled->Assign("", 0);
+            return recycled;
+        }
+    }
+    return new VString;
+}
+
+VString* VString::NewString(char const* text) {
+    VString* const string = New();
+    *string = text;
+    return string;
+}
+
+VString* VString::Copy() const {
+    return NewString(CString());
+}
+
+VString* VString::EmptyString() {
+    VString* shared = ms_emptyString.load(std::memory_order_acquire);
+    if (!shared) {
+        VString* const made = new VString;
+        if (ms_emptyString.compare_exchange_strong(shared, made)) {
+            return made;
+        }
+        made->Release(); // another thread was first
+    }
+    return shared;
+}
+
+// The buffer
+
+/// Makes room for a new text of less than `size` bytes. The text is gone afterwards; its bytes may be kept,
+/// for a new text that stands in them.
+bool VString::Allocate(unsigned long size, bool keepBytes) noexcept {
+    unsigned long const capacity = size - size % kAllocateStep + kAllocateStep;
+    delete[] m_secondBuffer;
+    m_secondBuffer = nullptr;
+    bool const allocated =
+        capacity <= m_block.Size() || (keepBytes ? m_block.Grow(capacity) : m_block.Replace(capacity));
+    if (!allocated) {
+        DropBuffer();
+        return false;
+    }
+    m_capacity = narrow_cast<std::uint32_t>(capacity);
+    m_length = 0;
+    return true;
+}
+
+/// Makes room for `size` bytes behind the text that is there.
+/// The reported capacity is the request and 127 bytes more, not a multiple of 128 as for a new text.
+bool VString::Reallocate(unsigned long size) noexcept {
+    if (!m_block.Bytes()) {
+        return Allocate(size);
+    }
+    if (!m_block.Grow(size + kReallocateRoom)) {
+        DropBuffer();
+        return false;
+    }
+    m_capacity = narrow_cast<std::uint32_t>(size + kReallocateRoom);
+    return true;
+}
+
+void VString::DropBuffer() noexcept {
+    m_block.Free();
+    m_length = 0;
+    m_capacity = 0;
+}
+
+void VString::Cut(unsigned long length) noexcept {
+    if (m_block.Bytes()) {
+        m_block.Bytes()[length] = '\0';
+        m_length = narrow_cast<std::uint32_t>(length);
+    }
+}
+
+bool VString::Owns(char const* text) const noexcept {
+    std::less<char const*> const before;
+    char const* const bytes = m_block.Bytes();
+    return bytes && !before(text, bytes) && before(text, bytes + m_block.Size());
+}
+
+void VString::Assign(char const* text, unsigned long length) noexcept {
+    if (length > kMaxLength || (length >= m_capacity && !Allocate(length + 1))) {
+        return;
+    }
+    std::memmove(m_block.Bytes(), text, length); // the text may be a part of this one
+    Cut(length);
+}
+
+bool VString::AppendBytes(char const* text, unsigned long count) noexcept {
+    unsigned long const total = m_length + count;
+    if (total > kMaxLength) {
+        return false;
+    }
+    if (total >= m_capacity) {
+        char const* const before = Owns(text) ? m_block.Bytes() : nullptr;
+        auto const offset = before ? text - before : 0;
+        if (!Reallocate(total + 1)) {
+            return false;
+        }
+        text = before ? m_block.Bytes() + offset : text;
+    }
+    std::memmove(m_block.Bytes() + m_length, text, count);
+    Cut(total);
+    return true;
+}
+
+// Assignment
+
+VString& VString::operator=(VString const& other) {
+    if (this != &other) {
+        if (other.m_block.Bytes()) {
+            Assign(other.m_block.Bytes(), other.m_length);
+        } else {
+            Cut(0);
+        }
+    }
+    return *this;
+}
+
+VString& VString::operator=(char const* text) {
+    if (!text) {
+        Cut(0);
+    } else if (text != m_block.Bytes()) {
+        Assign(text, std::strlen(text));
+    }
+    return *this;
+}
+
+VString& VString::operator=(char character) {
+    if (character == '\0') {
+        Cut(0);
+    } else {
+        Assign(&character, 1);
+    }
+    return *this;
+}
+
+void VString::Set(char const* text, unsigned long length) {
+    if (!text) {
+        Cut(0);
+        return;
+    }
+    if (text == m_block.Bytes()) {
+        if (length < m_capacity) {
+            if (length > m_length) {
+                std::memset(m_block.Bytes() + m_length, 0, length - m_length);
+            }
+            Cut(length);
+        }
+        return;
+    }
+    if (length > kMaxLength) {
+        return;
+    }
+    unsigned long const visible = ::strnlen(text, length);
+    if (Owns(text)) {
+        std::memmove(m_block.Bytes(), text, visible);
+        text = nullptr;
+    }
+    if (m_capacity <= length && !Allocate(length + 1, text == nullptr)) {
+        return;
+    }
+    if (text) {
+        std::memcpy(m_block.Bytes(), text, visible);
+    }
+    std::memset(m_block.Bytes() + visible, 0, length - visible);
+    Cut(length);
+}
+
+void VString::Format(char const* format, ...) {
+    char text[kFormatSize];
+    std::va_list arguments;
+    va_start(arguments, format);
+    FormatBounded(text, sizeof text, format, arguments);
+    va_end(arguments);
+    *this = text;
+}
+
+// Appending
+
+void VString::Append(char const* text) {
+    if (text) {
+        AppendBytes(text, std::strlen(text));
+    }
+}
+
+VString& VString::operator<<(char const* text) {
+    Append(text);
+    return *this;
+}
+
+VString& VString::operator<<(char character) {
+    AppendBytes(&character, character == '\0' ? 0 : 1);
+    return *this;
+}
+
+VString& VString::operator<<(int number) {
+    char digits[12];
+    char const* const end = std::to_chars(digits, digits + sizeof digits, number).ptr;
+    AppendBytes(digits, static_cast<unsigned long>(std::min<long>(end - digits, kIntCharacters)));
+    return *this;
+}
+
+VString& VString::operator<<(VObject const& object) {
+    auto const description = VObjectRef<VString>::Adopt(NewString(nullptr));
+    object.GetDescription(*description);
+    return *this << description->CString();
+}
+
+// Queries
+
+long VString::Find(char character) const noexcept {
+    void const* const found = m_length ? std::memchr(m_block.Bytes(), character, m_length) : nullptr;
+    return found ? static_cast<char const*>(found) - m_block.Bytes() : -1;
+}
+
+bool VString::operator==(VString const& other) const {
+    return m_length == other.m_length && std::strncmp(CString(), other.CString(), m_length) == 0;
+}
+
+bool VString::operator==(char const* text) const {
+    return text && std::strlen(text) == m_length && std::memcmp(CString(), text, m_length) == 0;
+}
+
+bool VString::operator<(VString const& other) const {
+    return *this < other.CString();
+}
+
+bool VString::operator<(char const* text) const {
+    return text && std::strcmp(CString(), text) < 0;
+}
+
+bool VString::IsEqual(VObject const& other) const {
+    return other.Class() == Class() && *this == static_cast<VString const&>(other);
+}
+
+// Paths
+
+void VString::DeleteLastPathComponent() {
+    for (char const separator : {'\\', '/'}) {
+        if (void const* const found = m_length ? ::memrchr(m_block.Bytes(), separator, m_length) : nullptr) {
+            Cut(static_cast<unsigned long>(static_cast<char const*>(found) - m_block.Bytes()));
+            return;
+        }
+    }
+}
+
+void VString::AppendPathComponent(char const* component) {
+    if (!component) {
+        return;
+    }
+    unsigned long const count = std::strlen(component);
+    if (m_length && !IsSeparator(m_block.Bytes()[m_length - 1]) && !IsSeparator(*component)) {
+        char const* const before = Owns(component) ? m_block.Bytes() : nullptr;
+        auto const offset = before ? component - before : 0;
+        char const separator = VFileManager::HostFileSystemPathComponentSeparator();
+        if (!AppendBytes(&separator, 1)) {
+            return;
+        }
+        component = before ? m_block.Bytes() + offset : component;
+    }
+    AppendBytes(component, count);
+}
+
+// Description, persistence, pool
+
+void VString::GetDescription(VString& out) const {
+    out.Format("[%s] ", ClassName());
+}
+
+bool VString::Serialize(IAIFile& file) {
+    if (file.IsLoading()) {
+        char* text = nullptr;
+        file >> &text;
+        std::unique_ptr<char[]> const owned(text);
+        *this = text;
+    } else {
+        file << CString();
+    }
+    return true;
+}
+
+void VString::Release() const {
+    bool const isLast = (CountWord().load(std::memory_order_acquire) & kRetainCountMask) == 1;
+    if (isLast && !m_inPool && ms_bRecyclingEnabled.load(std::memory_order_relaxed) &&
+        typeid(*this) == typeid(VString) &&
+        TRecyclePool<VString>::Push(ms_recycledStrings, this, &VString::m_inPool)) {
+        return; // it may be someone else's string already
+    }
+    VObject::Release();
+}
+
+void VString::InitializeClass() {
+    TRecyclePool<VString>::Create(ms_recycledStrings, kPoolCapacity);
+}
+
+void VString::UninitializeClass() {
+    TRecyclePool<VString>::Destroy(ms_recycledStrings);
+    if (VString* const shared = ms_emptyString.exchange(nullptr)) {
+        shared->Release();
+    }
+}
+
+long VString::GetRecycledStringsCount() {
+    return TRecyclePool<VString>::Count(ms_recycledStrings);
+}
+
+void VString::ReleaseAllRecycledStrings() {
+    if (ms_recycledStrings) {
+        ms_recycledStrings->RemoveAllObjects();
+    }
+}
+
+// C strings
+
+char* VString::strncpy(char* destination, char const* source, unsigned long size) {
+    return destination ? std::strncpy(destination, source ? source : "", size) : nullptr;
+}
+
+char* VString::strdup(char const* text) {
+    if (!text) {
+        return nullptr;
+    }
+    unsigned long const size = std::strlen(text) + 1;
+    char* const copy = new (std::nothrow) char[size];
+    return copy ? static_cast<char*>(std::memcpy(copy, text, size)) : nullptr;
+}
+
+int VString::stricmp(char const* a, char const* b) {
+    if (!a || !b) {
+        return (a ? 1 : 0) - (b ? 1 : 0);
+    }
+    return ::strcasecmp(a, b);
+}
+
+bool VString::snprintf(char* buffer, unsigned long size, char const* format, ...) {
+    if (buffer && size) {
+        std::va_list arguments;
+        va_start(arguments, format);
+        FormatBounded(buffer, size, format, arguments);
+        va_end(arguments);
+        buffer[size - 1] = '\0';
+    }
+    return true;
+}
+
+bool VString::CStringHasPathExtension(char const* path, char const* extension, bool caseInsensitive) {
+    char const* const dot = path && extension ? std::strrchr(path, '.') : nullptr;
+    if (!dot || dot[1] == '\0') {
+        return false;
+    }
+    char const* const slash = std::strrchr(path, '/');
+    if (slash && dot < slash) {
+        return false;
+    }
+    return (caseInsensitive ? ::strcasecmp(dot + 1, extension) : std::strcmp(dot + 1, extension)) == 0;
+}
+
+} // namespace VFoundation

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "foundation/core/Registered.h"
+
+#include <atomic>
+#include <cstdint>
+
+namespace VFoundation {
+
+/// A binary lock with a time-out that belongs to no thread: any thread may unlock it. A server thread holds
+/// one for as long as it runs, and others learn from it whether the thread is there. It is not re-entrant: to
+/// protect data use a `VCriticalSection`.
+///
+/// |             | free                 | locked, by whichever thread                 |
+/// |-------------|----------------------|---------------------------------------------|
+/// | TryLock(ms) | true; locked         | waits at most so long for an `Unlock`       |
+/// | Unlock()    | nothing              | free; one waiting thread goes on            |
+///
+/// Ownership: by reference count.
+/// Threads: any thread may call any operation.
+class VLock : public Registered<VLock, VObject> {
+  public:
+    static constexpr char const* kClassName = "VLock";
+    static VClass* ms_theClass;
+
+    explicit VLock(VClass* cls = nullptr) : Registered(cls) {}
+    VLock(VLock const&) = delete;
+    VLock& operator=(VLock const&) = delete;
+    ~VLock() override = default;
+    static VLock* New();
+
+    /// Takes the lock, waiting at most so many milliseconds: -1 waits for ever, 0 and other negatives do not
+    /// wait. True when taken.
+    bool TryLock(int milliseconds);
+    /// Frees the lock. A free lock stays as it is.
+    void Unlock();
+
+    /// What the last call of any thread left: true after a `TryLock` that succeeded, false after one that did
+    /// not and after `Unlock`. A hint, which may be wrong while a lock is held.
+    bool IsLocked() const noexcept { return m_locked.load(std::memory_order_relaxed); }
+
+  private:
+    bool Take(int milliseconds);
+
+    std::atomic<bool> m_locked{false};
+    std::atomic<std::uint32_t> m_state{0};
+};
+
+} // namespace VFoundation

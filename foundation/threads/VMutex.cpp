@@ -1,0 +1,11 @@
+#include "foundation/threads/VMutex.h"
+
+namespace VFoundation {
+
+VClass* VMutex::ms_theClass = nullptr;
+
+VMutex* VMutex::New() {
+    return new VMutex();
+}
+
+} // namespace VFoundation

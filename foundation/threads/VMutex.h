@@ -1,0 +1,24 @@
+#pragma once
+
+#include "foundation/core/Registered.h"
+
+namespace VFoundation {
+
+/// A marker class that files and the class table know by name. It has no operations: to lock, use a
+/// `VCriticalSection` or a `VLock`.
+///
+/// Ownership: by reference count.
+/// Threads: nothing to share.
+class VMutex : public Registered<VMutex, VObject> {
+  public:
+    static constexpr char const* kClassName = "VMutex";
+    static VClass* ms_theClass;
+
+    explicit VMutex(VClass* cls = nullptr) : Registered(cls) {}
+    VMutex(VMutex const&) = delete;
+    VMutex& operator=(VMutex const&) = delete;
+    ~VMutex() override = default;
+    static VMutex* New();
+};
+
+} // namespace VFoundation

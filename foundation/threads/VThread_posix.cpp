@@ -1,0 +1,33 @@
+#include "foundation/threads/VThread.h"
+
+#include <cerrno>
+#include <ctime>
+#include <cxxabi.h>
+
+namespace VFoundation {
+
+int VThread::CreateSystemThread(ThreadID& id, Body body, void* argument) {
+    return pthread_create(&id, nullptr, body, argument);
+}
+
+void VThread::EndThread() {
+    pthread_exit(nullptr);
+}
+
+bool VThread::CaughtEndOfThread() noexcept {
+    // It has no type. Catching `abi::__forced_unwind` by name binds a reference to null.
+    return abi::__cxa_current_exception_type() == nullptr;
+}
+
+void VThread::Sleep(long milliseconds) {
+    if (milliseconds <= 0) {
+        return;
+    }
+    timespec left{};
+    left.tv_sec = milliseconds / 1000;
+    left.tv_nsec = milliseconds % 1000 * 1'000'000;
+    while (clock_nanosleep(CLOCK_MONOTONIC, 0, &left, &left) == EINTR) {
+    }
+}
+
+} // namespace VFoundation

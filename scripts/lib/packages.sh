@@ -1,0 +1,41 @@
+# The Debian packages that this project builds, runs and tests with, and the one way they are installed.
+# Sourced by the scripts beside this folder.
+
+PACKAGES_BUILD=(
+    cmake ninja-build g++ pkg-config
+    libtinyxml-dev libmount-dev libjpeg62-turbo-dev libpng-dev
+    libgtk-3-dev libpolkit-agent-1-dev libpolkit-gobject-1-dev
+)
+PACKAGES_RUN=(polkitd pkexec sudo adwaita-icon-theme fonts-dejavu-core)
+PACKAGES_TEST=(
+    libgtest-dev python3-minimal imagemagick
+    dbus polkitd pkexec sudo
+    xvfb xdotool adwaita-icon-theme fonts-dejavu-core
+)
+PACKAGES_LINT=(clang clang-tidy clang-format)
+PACKAGES_BENCHMARK=(libbenchmark-dev libboost-dev libtbb-dev libspdlog-dev libpugixml-dev libstb-dev qtbase5-dev)
+
+# install_missing PACKAGE...: nothing when all are there; else apt-get, through sudo for an ordinary user.
+install_missing() {
+    local package missing=()
+    for package in "$@"; do
+        dpkg-query -W -f '${db:Status-Abbrev}' "$package" 2>/dev/null | grep -q '^ii' || missing+=("$package")
+    done
+    [ "${#missing[@]}" -eq 0 ] && return 0
+    command -v apt-get >/dev/null || {
+        echo "These packages are missing and there is no apt-get to install them: ${missing[*]}" >&2
+        return 1
+    }
+    local as_root=()
+    if [ "$(id -u)" -ne 0 ]; then
+        command -v sudo >/dev/null || {
+            echo "These packages are missing; install them as root: ${missing[*]}" >&2
+            return 1
+        }
+        as_root=(sudo)
+    fi
+    echo "Installing: ${missing[*]}" >&2
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get update -qq >&2 || true
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends \
+        "${missing[@]}" >&2
+}

@@ -1,0 +1,30 @@
+#!/usr/bin/env bash
+# What the compiler of the tests does not see: layout (clang-format), clang++'s warnings as a syntax pass, headers
+# that compile alone, and clang-tidy. Installs what that needs. Usage:
+#   ./scripts/lint.sh            everything
+#   ./scripts/lint.sh --fast     without clang-tidy
+set -euo pipefail
+cd "$(dirname "$0")/.."
+. scripts/lib/packages.sh
+install_missing "${PACKAGES_BUILD[@]}" "${PACKAGES_TEST[@]}" "${PACKAGES_LINT[@]}"
+
+cmake --preset dev >/dev/null
+build=build/dev
+mapfile -t sources < <(git ls-files 'foundation/*.cpp' 'launcher/*.cpp' 'tests/*.cpp' 'examples/*.cpp')
+mapfile -t headers < <(git ls-files 'foundation/*.h' 'launcher/*.h' 'tests/*.h')
+
+echo "clang-format: ${#sources[@]} sources, ${#headers[@]} headers"
+clang-format --dry-run --Werror "${sources[@]}" "${headers[@]}"
+
+echo "headers that compile alone"
+cmake --build "$build" --target all_verify_interface_header_sets
+
+echo "clang++ -fsyntax-only"
+python3 scripts/lib/each_command.py "$build" clang++
+
+if [ "${1:-}" != --fast ]; then
+    echo "clang-tidy"
+    git ls-files 'foundation/*.cpp' 'launcher/*.cpp' |
+        xargs -P "$(nproc)" -n 4 clang-tidy --quiet -p "$build" 2> >(grep -v 'warnings generated\|warning generated\|Suppressed\|Use -header-filter' >&2)
+fi
+echo "lint: nothing found"

@@ -1,0 +1,196 @@
+#include "foundation/containers/VPtrArray.h"
+#include "foundation/core/VLibrary.h"
+#include "foundation/core/VObjectRef.h"
+#include "foundation/strings/VString.h"
+#include "tests/support/Counted.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <set>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace {
+
+using namespace VFoundation;
+using testing_support::ACounted;
+
+/// Every record there is, sorted by name as the registry sorts them.
+std::vector<VClass*> AllRecords() {
+    std::vector<VClass*> records;
+    auto const objects = VObjectRef<VPtrArray>::Adopt(VObject::TheClass()->SubClassesArray());
+    for (long i = 0; i < objects->Count(); ++i) {
+        records.push_back(static_cast<VClass*>(objects->PtrAtIndex(i)));
+    }
+    records.push_back(VClass::TheClass());
+    std::sort(records.begin(), records.end(),
+              [](VClass* a, VClass* b) { return std::string(a->Name()) < b->Name(); });
+    return records;
+}
+
+class Registry : public testing::Test {
+  protected:
+    void SetUp() override {
+        InitializeLibrary(false);
+        ACounted::TheClass();
+    }
+    void TearDown() override { UninitializeLibrary(true, false, true); }
+};
+
+TEST_F(Registry, EveryRecordKeepsTheRulesOfTheClassRecord) {
+    std::set<std::string> names;
+    for (VClass* const record : AllRecords()) {
+        SCOPED_TRACE(record->Name());
+        EXPECT_TRUE(names.insert(record->Name()).second);
+        EXPECT_EQ(VClass::FindRegistered(record->Name()), record);
+        bool const isRoot = record == VClass::TheClass() || record == VObject::TheClass();
+        EXPECT_EQ(record->SuperClass() == nullptr, isRoot);
+        if (record != VClass::TheClass()) {
+            EXPECT_GE(record->Size(), sizeof(VObject));
+            EXPECT_TRUE(record->IsSubClassOfClass(VObject::TheClass()));
+        }
+        long const created = record->Created();
+        long const existing = record->Existing();
+        VString::ms_bRecyclingEnabled = false;
+        VObject* const instance = record->NewInstance();
+        VString::ms_bRecyclingEnabled = true;
+        if (!instance) {
+            continue;
+        }
+        EXPECT_EQ(instance->Class(), record);
+        EXPECT_STREQ(instance->ClassName(), record->Name());
+        bool const isPooled = record->Created() == created; // came out of its class's pool
+        if (!isPooled) {
+            EXPECT_EQ(record->Created(), created + 1);
+            EXPECT_EQ(record->Existing(), existing + 1);
+        }
+        instance->Release();
+    }
+    EXPECT_GT(names.size(), 20U);
+}
+
+TEST_F(Registry, MakesOneRecordPerClass) {
+    EXPECT_EQ(ACounted::TheClass(), ACounted::TheClass());
+    EXPECT_EQ(ACounted::ms_theClass, ACounted::TheClass());
+    EXPECT_EQ(ACounted::TheClass()->SuperClass(), VObject::TheClass());
+    EXPECT_EQ(VObject::TheClass()->NewInstance(), nullptr);
+}
+
+TEST_F(Registry, FindsEveryNameButTheLast) {
+    auto const records = AllRecords();
+    EXPECT_EQ(VClass::ClassForClassName(records.back()->Name()), nullptr);
+    for (std::size_t i = 0; i + 1 < records.size(); ++i) {
+        EXPECT_EQ(VClass::ClassForClassName(records[i]->Name()), records[i]) << records[i]->Name();
+    }
+    EXPECT_EQ(VClass::ClassForClassName(nullptr), nullptr);
+    EXPECT_EQ(VClass::ClassForClassName(""), nullptr);
+    EXPECT_EQ(VClass::ClassForClassName("vobject"), nullptr);
+}
+
+TEST_F(Registry, ANewClassMovesTheLastPlace) {
+    std::string const formerLast = AllRecords().back()->Name();
+    ASSERT_EQ(VClass::ClassForClassName(formerLast.c_str()), nullptr);
+    VClass* slot = nullptr;
+    auto* const record = new VClass("ZZ", VObject::TheClass(), nullptr, 1, nullptr, nullptr, 24, &slot);
+    EXPECT_EQ(slot, record);
+    EXPECT_NE(VClass::ClassForClassName(formerLast.c_str()), nullptr);
+    EXPECT_EQ(VClass::ClassForClassName("ZZ"), nullptr);
+    EXPECT_EQ(VClass::FindRegistered("ZZ"), record);
+    delete record;
+    EXPECT_EQ(slot, nullptr);
+    EXPECT_EQ(VClass::ClassForClassName(formerLast.c_str()), nullptr);
+}
+
+TEST_F(Registry, SubstitutesNames) {
+    EXPECT_EQ(VClass::GetClassSubstitution("OldName"), nullptr);
+    VClass::SetClassSubstitution("OldName", ACounted::TheClass());
+    EXPECT_EQ(VClass::GetClassSubstitution("OldName"), ACounted::TheClass());
+    VClass::SetClassSubstitution("OldName", nullptr);
+    EXPECT_EQ(VClass::GetClassSubstitution("OldName"), nullptr);
+    EXPECT_EQ(VClass::GetClassSubstitution(nullptr), nullptr);
+}
+
+TEST_F(Registry, SortsNullsLast) {
+    void const* object = VObject::TheClass();
+    void const* string = VString::TheClass();
+    void const* null = nullptr;
+    EXPECT_LT(VClass::SortFn_Name(&object, &string), 0);
+    EXPECT_GT(VClass::SortFn_Name(&string, &object), 0);
+    EXPECT_EQ(VClass::SortFn_Name(&object, &object), 0);
+    EXPECT_EQ(VClass::SortFn_Name(&null, &object), 1);
+    EXPECT_EQ(VClass::SortFn_Name(&object, &null), -1);
+}
+
+class RecordingPool : public IVInstancePool {
+  public:
+    VObject* NewInstance() override { return ACounted::New(); }
+    void InitializeClass() override { ++initialized; }
+    void UninitializeClass() override {}
+    long PoolSize() const override { return 3; }
+    long MaxPoolSize() const override { return 9; }
+    static inline int initialized = 0;
+};
+
+TEST_F(Registry, APoolTakesTheFactorysAndTheHooksPlace) {
+    VClass* slot = nullptr;
+    auto* const record = new VClass("APooled", VObject::TheClass(), nullptr, 1, nullptr, nullptr, 24, &slot);
+    EXPECT_EQ(record->NewInstance(), nullptr);
+    record->SetPool(new RecordingPool);
+    record->InitializeClass();
+    EXPECT_EQ(RecordingPool::initialized, 1);
+    VObject* const instance = record->NewInstance();
+    EXPECT_TRUE(instance->IsMemberOfClass(ACounted::TheClass()));
+    instance->Release();
+    InitializeLibrary(false);
+    testing::internal::CaptureStderr();
+    VClass::DumpClassDetails(false, false);
+    std::string const table = testing::internal::GetCapturedStderr();
+    UninitializeLibrary(false, false, true);
+    EXPECT_NE(table.find("| Num | Classname                        | PoolSize | PoolMax  |\n"),
+              std::string::npos);
+    EXPECT_NE(table.find("|                          APooled |        3 |        9 |\n"), std::string::npos);
+    delete record;
+}
+
+TEST_F(Registry, LooksUpWhileOthersRegister) {
+    std::atomic<bool> stop{false};
+    std::atomic<long> wrong{0};
+    std::thread reader([&] {
+        while (!stop) {
+            if (VClass::ClassForClassName("VObject") != VObject::TheClass()) {
+                ++wrong;
+            }
+        }
+    });
+    static std::vector<VClass*> slots(60, nullptr); // as long-lived as a class's slot
+    for (std::size_t i = 0; i < slots.size(); ++i) {
+        new VClass(("B" + std::to_string(i)).c_str(), VObject::TheClass(), nullptr, 1, nullptr, nullptr, 24,
+                   &slots[i]);
+        EXPECT_NE(VClass::ClassForClassName("VString"), nullptr);
+    }
+    stop = true;
+    reader.join();
+    EXPECT_EQ(wrong, 0);
+}
+
+TEST_F(Registry, DumpPrintsRowsOfLivingClassesAndCountsAll) {
+    auto const living = VObjectRef<ACounted>::Adopt(ACounted::New());
+    testing::internal::CaptureStderr();
+    VClass::DumpClassDetails(true, false);
+    std::string const table = testing::internal::GetCapturedStderr();
+    EXPECT_NE(table.find(" classes\n\nSRect  size: "), std::string::npos);
+    EXPECT_NE(table.find("|                         ACounted | "), std::string::npos);
+    EXPECT_EQ(table.find("VMutex"), std::string::npos);
+    EXPECT_NE(table.find("Total created: "), std::string::npos);
+
+    testing::internal::CaptureStderr();
+    VClass::DumpClassDetails(false, true);
+    std::string const commas = testing::internal::GetCapturedStderr();
+    EXPECT_NE(commas.find("  Num , Classname                        , Create , "), std::string::npos);
+    EXPECT_NE(commas.find(" ,                           VMutex ,      "), std::string::npos);
+    EXPECT_EQ(commas.find("Total"), std::string::npos);
+}
+
+} // namespace

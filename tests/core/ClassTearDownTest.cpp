@@ -1,0 +1,137 @@
+#include "foundation/core/VException.h"
+#include "foundation/core/VLibrary.h"
+#include "foundation/strings/VData.h"
+#include "tests/support/Counted.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+namespace {
+
+using namespace VFoundation;
+using testing_support::ACounted;
+
+class RegistryEnd : public testing::Test {
+  protected:
+    void SetUp() override { InitializeLibrary(false); }
+    void TearDown() override {
+        if (IsLibraryInitialized()) {
+            UninitializeLibrary(true, false, true);
+        }
+    }
+};
+
+TEST_F(RegistryEnd, ClearsTheSlotsOfClassesWithoutObjects) {
+    ACounted::New()->Release();
+    UninitializeLibrary(true, false, true);
+    EXPECT_EQ(ACounted::ms_theClass, nullptr);
+    EXPECT_EQ(VObject::ms_theClass, nullptr);
+    EXPECT_TRUE(VObject::ms_finalShutdown);
+    EXPECT_FALSE(VClass::DestroyClassRegistry());
+
+    VClass* const fresh = ACounted::TheClass(); // works without the library, and counts from the start
+    EXPECT_EQ(fresh->Created(), 0);
+    EXPECT_EQ(fresh->SuperClass(), VObject::TheClass());
+    EXPECT_FALSE(VObject::ms_finalShutdown);
+    InitializeLibrary(false);
+    EXPECT_EQ(ACounted::TheClass(), fresh);
+}
+
+TEST_F(RegistryEnd, AClassWithObjectsKeepsItsRecordAndEntersTheNextRegistryOnce) {
+    ACounted* const survivor = ACounted::New();
+    VClass* const record = survivor->Class();
+    UninitializeLibrary(true, false, true);
+    EXPECT_EQ(ACounted::ms_theClass, record);
+    EXPECT_STREQ(survivor->ClassName(), "ACounted");
+    EXPECT_FALSE(survivor->IsKindOfClass(VObject::ms_theClass ? VObject::ms_theClass
+                                                              : ACounted::ms_theClass->SuperClass()));
+
+    InitializeLibrary(false);
+    EXPECT_EQ(ACounted::TheClass(), record);
+    EXPECT_TRUE(survivor->IsKindOfClass(VObject::TheClass()));
+    EXPECT_EQ(VClass::ClassForClassName("ACounted"), record);
+    EXPECT_EQ(record->Existing(), 1);
+    survivor->Release();
+    EXPECT_EQ(record->Existing(), 0);
+}
+
+TEST_F(RegistryEnd, ObjectsMayOutliveARecordThatIsDeletedByName) {
+    auto* const data = new VData(8); // its class's record is among those deleted last
+    UninitializeLibrary(true, false, true);
+    EXPECT_EQ(VData::ms_theClass, nullptr);
+    InitializeLibrary(false);
+    EXPECT_STREQ(data->ClassName(), "VData");
+    data->Release();
+    UninitializeLibrary(true, false, true);
+
+    InitializeLibrary(false);
+    auto* const late = new VData(8);
+    UninitializeLibrary(true, false, true);
+    late->Release(); // after the end: counts nothing, touches nothing
+}
+
+class AThrowing : public Registered<AThrowing, VObject> {
+  public:
+    static constexpr char const* kClassName = "AThrowing";
+    static inline VClass* ms_theClass = nullptr;
+    AThrowing() : Registered(nullptr) {}
+    static AThrowing* New() { return new AThrowing; }
+    static void UninitializeClass() {
+        if (ms_throws == 1) {
+            throw std::runtime_error("hook");
+        }
+        if (ms_throws == 2) {
+            throw VException(VException::eFileNotFound, nullptr, "hook", 3);
+        }
+    }
+    static inline int ms_throws = 0;
+};
+
+TEST_F(RegistryEnd, WhatAHookThrowsLeavesARecordAsAnException) {
+    for (int const kind : {1, 2}) {
+        VClass* const record = AThrowing::TheClass();
+        AThrowing::ms_throws = kind;
+        try {
+            delete record;
+            FAIL() << "nothing was thrown";
+        } catch (VException const& exception) {
+            EXPECT_EQ(exception.Id(), kind == 1 ? 0 : 5);
+            EXPECT_STREQ(exception.DescriptionText().CString(), kind == 1 ? "~VClass: AThrowing" : "hook");
+            EXPECT_EQ(exception.Stage(), kind == 1 ? -1 : 3);
+        }
+        EXPECT_EQ(AThrowing::ms_theClass, nullptr);
+        AThrowing::ms_throws = 0;
+    }
+}
+
+TEST_F(RegistryEnd, AHookThatThrowsEndsTheWalkAndNothingElse) {
+    AThrowing::TheClass();
+    AThrowing::ms_throws = 1;
+    EXPECT_TRUE(VClass::DestroyClassRegistry());
+    AThrowing::ms_throws = 0;
+    EXPECT_FALSE(VClass::DestroyClassRegistry());
+    EXPECT_NE(ACounted::TheClass(), nullptr);
+    EXPECT_EQ(VClass::ClassForClassName("ACounted"), ACounted::TheClass());
+}
+
+class AFirst : public Registered<AFirst, VObject> { // "AFirst" sorts to the first place
+  public:
+    static constexpr char const* kClassName = "AAFirst";
+    static inline VClass* ms_theClass = nullptr;
+    AFirst() : Registered(nullptr) {}
+    static AFirst* New() { return new AFirst; }
+};
+
+TEST_F(RegistryEnd, TheFirstEntryIsNotVisited) {
+    VClass* const record = AFirst::TheClass();
+    VClass::SortClassArray();
+    UninitializeLibrary(true, false, true);
+    EXPECT_EQ(AFirst::ms_theClass, record);
+    EXPECT_EQ(record->SuperClass(), nullptr);
+    InitializeLibrary(false);
+    EXPECT_EQ(AFirst::TheClass(), record);
+    EXPECT_EQ(record->SuperClass(), VObject::TheClass());
+}
+
+} // namespace

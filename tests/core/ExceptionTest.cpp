@@ -1,0 +1,66 @@
+#include "foundation/core/VException.h"
+#include "foundation/core/VLibrary.h"
+#include "foundation/core/VObjectRef.h"
+#include "tests/support/Counted.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+using namespace VFoundation;
+
+TEST(Exception, DescribesItself) {
+    VString text;
+    VException(5, nullptr, "x", -1).GetDescription(text);
+    EXPECT_STREQ(text.CString(), R"(VException: id: "File not found"  src:"Unknown"  descr: "x")");
+    auto const source = VObjectRef<testing_support::ACounted>::Adopt(testing_support::ACounted::New());
+    VException(1, source.Get(), "x", 3).GetDescription(text);
+    EXPECT_STREQ(text.CString(),
+                 R"(VException: id: "Out of memory exception"  src:"ACounted"  descr: "x"stage: 3)");
+    for (long const unknown : {-1L, 8L, 1L << 40}) {
+        VException(unknown, nullptr, nullptr, 0).GetDescription(text);
+        EXPECT_STREQ(text.CString(),
+                     R"(VException: id: "Unrecognized exception"  src:"Unknown"  descr: ""stage: 0)");
+    }
+    std::string const longText(5000, 'd');
+    VException(0, nullptr, longText.c_str(), -1).GetDescription(text);
+    EXPECT_NE(std::string(text.CString()).find(longText), std::string::npos);
+}
+
+TEST(Exception, EveryConstructionIsLogged) {
+    InitializeLibrary(false);
+    testing::internal::CaptureStderr();
+    {
+        VException const first(6, nullptr, "logged", -1);
+        VException const second(first); // NOLINT(performance-unnecessary-copy-initialization)
+        VException const third(second); // NOLINT(performance-unnecessary-copy-initialization)
+        EXPECT_EQ(third.Id(), 6);
+    }
+    std::string const log = testing::internal::GetCapturedStderr();
+    std::string const line = "VException: id: \"File not readable\"  src:\"Unknown\"  descr: \"logged\"\n";
+    EXPECT_EQ(log, line + line + line);
+    EXPECT_TRUE(VExceptionManager::ExceptionHasOccured());
+    UninitializeLibrary(true, false, true);
+}
+
+TEST(Exception, CollectsATrace) {
+    VException exception(0, nullptr, "", -1);
+    exception.AppendStackTrace("Inner", 4);
+    exception.AppendStackTrace("Outer", -1);
+    EXPECT_STREQ(exception.StackTrace().CString(), "Inner() [stage: 4]\nOuter()\n");
+    VException const copy(exception);
+    EXPECT_STREQ(copy.StackTrace().CString(), exception.StackTrace().CString());
+}
+
+TEST(Exception, ReleasesTheReportTexts) {
+    VException::ms_productName = VString::NewString("product");
+    VException::ms_exceptionReportEmail = VString::NewString("mail");
+    VException::UninitializeClass();
+    VException::UninitializeClass();
+    EXPECT_EQ(VException::ms_productName, nullptr);
+    EXPECT_EQ(VException::ms_exceptionReportEmail, nullptr);
+}
+
+} // namespace

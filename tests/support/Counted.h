@@ -1,0 +1,48 @@
+#pragma once
+
+#include "foundation/core/Registered.h"
+
+#include <string>
+
+namespace testing_support {
+
+/// An object that knows how many of its kind are alive and what was done to it, letter by letter:
+/// '+' retained, '-' released, 'x' destroyed.
+class ACounted : public VFoundation::Registered<ACounted, VFoundation::VObject> {
+  public:
+    static constexpr char const* kClassName = "ACounted"; // sorts before every class of the library
+    static inline VFoundation::VClass* ms_theClass = nullptr;
+
+    explicit ACounted(VFoundation::VClass* cls = nullptr) : Registered(cls) { ++ms_alive; }
+    ~ACounted() override {
+        --ms_alive;
+        if (m_log) {
+            *m_log += 'x';
+        }
+    }
+    static ACounted* New() { return new ACounted; }
+
+    void Retain() const override {
+        Note('+');
+        VObject::Retain();
+    }
+    void Release() const override {
+        Note('-');
+        VObject::Release();
+    }
+
+    void LogTo(std::string* log) { m_log = log; }
+    using VObject::CountWord;
+
+    static inline std::atomic<int> ms_alive{0};
+
+  private:
+    void Note(char what) const {
+        if (m_log) {
+            *m_log += what;
+        }
+    }
+    std::string* m_log = nullptr;
+};
+
+} // namespace testing_support
