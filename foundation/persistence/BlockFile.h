@@ -14,8 +14,8 @@ namespace VFoundation {
 /// `TakenFromWindow` tells how much was taken since. Every other operation works with any amount, whatever
 /// the window, and leaves it to be opened anew.
 ///
-/// Writing that fails drops the bytes that were not written and marks the file for good (`HasFailed`); the
-/// position goes on counting what really is in the file.
+/// A write that fails marks the file for good (`HasFailed`): from then on only `Overwrite` writes, and the
+/// position is that of the end of what really was written.
 ///
 /// Ownership: owns its stream and its block.
 /// Threads: one thread at a time.
@@ -52,6 +52,10 @@ class BlockFile {
         }
         return Advance(size);
     }
+    /// Bytes of the file that the block holds from here on; 0 when writing.
+    std::size_t Buffered() const noexcept {
+        return m_dataEnd > m_cursor ? static_cast<std::size_t>(m_dataEnd - m_cursor) : 0;
+    }
     /// Lets `Take` give at most `limit` bytes from here.
     void OpenWindow(std::size_t limit) noexcept;
     std::size_t TakenFromWindow() const noexcept {
@@ -63,6 +67,8 @@ class BlockFile {
     bool Write(void const* bytes, std::size_t size);
     /// Writes the block out.
     bool Flush();
+    /// Replaces bytes that were written before; the position stays.
+    bool Overwrite(long position, void const* bytes, std::size_t size);
 
     long Position() const noexcept { return m_blockPosition + (m_cursor - m_block.get()); }
     /// An origin of `SEEK_SET`, `SEEK_CUR` or `SEEK_END`; a place before the start changes nothing.
@@ -82,7 +88,7 @@ class BlockFile {
     }
     bool SeekTo(long position);
     std::size_t FillBlock();
-    std::size_t WriteOut(void const* bytes, std::size_t size);
+    bool WriteOut(void const* bytes, std::size_t size);
     void StartBlock(long position) noexcept;
     bool Fail() noexcept;
 

@@ -23,9 +23,9 @@ namespace VFoundation {
 ///
 ///     while (file.ChunkRemaining() && file.ReadChunkHeader(&id, &length)) { ...; file.CloseChunk(); }
 ///
-/// A file ends at 4 GiB: writing beyond fails. After a failed write (disk full, 4 GiB) later ones still do
-/// what they can, but every result and `Close` stay false until the next `Open`. Values are collected in a
-/// block; opening and closing a chunk, `Close` and the destructor write it out.
+/// A file ends at 4 GiB. Once a write has failed (disk full, 4 GiB), nothing more is written but the lengths
+/// of the open chunks, which become those of what is there; every result up to that of `Close` is false.
+/// Values are collected in a block; opening and closing a chunk, `Close` and the destructor write it out.
 ///
 /// Padding is decided where a chunk is written by the file offset its body ends at, and where it is read by
 /// its length: keep chunks at even offsets in padded files.
@@ -124,7 +124,7 @@ class VAIFile : public IAIFile, public Registered<VAIFile, VFile> {
     IAIFile& operator<<(char const* text) override;
     IAIFile& operator>>(char** text) override;
 
-    /// The file position; the counts of chunks stay. True, unless bytes were lost in writing.
+    /// Moves the file position; the counts of chunks stay. True, unless bytes were lost in writing.
     bool Seek(long offset, long origin) override;
     /// -1 when no file is open.
     long GetPos() override;
@@ -147,26 +147,30 @@ class VAIFile : public IAIFile, public Registered<VAIFile, VFile> {
     bool ReadValue(void* bits, unsigned long size, eReadRule rule) override;
 
   private:
-    class CountedReading;
+    class WindowPause;
     using ChunkWords = std::array<std::uint32_t, kMaxDepth>;
 
     using VFile::OpenForReading; // would open a second stream
     using VFile::ReadBytes;
 
+    void UpdateByteOrder() noexcept;
+    bool WriteResult() noexcept;
+
+    bool OpenChunkWithId(unsigned char const* id);
+    bool CloseWrittenChunk();
+    bool CloseReadChunk();
+    unsigned long Remaining() const noexcept;
+    std::size_t ReadLimit() const noexcept;
+    void AddToBytesRead(unsigned long length) noexcept;
+    void CountRead(unsigned long length) noexcept;
+    void EndChunkWithFile() noexcept;
+
     template <class Bits>
     unsigned long WriteItem(void const* value, bool swap);
     template <class Bits>
     unsigned long ReadItem(void* value, bool swap);
+    void CopyValue(void* to, void const* from, unsigned long size) const noexcept;
     bool ReadValueSlowly(void* bits, unsigned long size, eReadRule rule);
-    void StoreValue(void* bits, unsigned char const* bytes, unsigned long size) const;
-
-    bool OpenChunkWithHeader(unsigned char const (&id)[4]);
-    bool CloseWrittenChunk();
-    bool CloseReadChunk();
-    void CountRead(unsigned long length);
-    unsigned long Remaining() const noexcept;
-    bool WriteResult();
-    void UpdateByteOrder() noexcept;
 
     BlockFile m_file;
     ChunkWords m_chunkLengths{};
