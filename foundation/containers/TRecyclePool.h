@@ -36,8 +36,15 @@ class TRecyclePool {
 
     /// Makes the pool if there is none.
     static void Create(Ring*& pool, unsigned long capacity) {
-        if (!pool) {
-            pool = new Ring(capacity);
+        if (pool) {
+            return;
+        }
+        // Making the ring may make the class's record, and with it this very pool.
+        Ring* const made = new Ring(capacity);
+        if (pool) {
+            made->Release();
+        } else {
+            pool = made;
         }
     }
 

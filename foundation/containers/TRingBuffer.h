@@ -2,6 +2,7 @@
 
 #include "foundation/core/Registered.h"
 #include "foundation/core/TRefCounted.h"
+#include "foundation/core/VAtomicOp.h"
 #include "foundation/core/VObject.h"
 
 #include <algorithm>
@@ -11,6 +12,7 @@
 #include <cstdlib>
 #include <limits>
 #include <new>
+#include <type_traits>
 
 namespace VFoundation {
 
@@ -27,6 +29,39 @@ VClass*& RingBufferClassSlot(char const* elementClassName);
 /// record of that name that the slot does not own is returned without being kept.
 VClass* MakeRingBufferClass(char const* elementClassName, VClass*& slot, VClass::Factory factory,
                             unsigned long size);
+
+/// Adds to an atomic integer; the result is the new value. Like the reference counts, a `std::atomic` is
+/// changed without the bus lock while the process has only ever had one thread: its pools are rings too.
+template <class Word>
+std::int32_t AddAndGet(Word& word, std::int32_t delta) {
+    if constexpr (std::is_same_v<Word, std::atomic<std::int32_t>>) {
+        if (VAtomicOp::ProcessIsSingleThreaded()) {
+            std::int32_t const sum = word.load(std::memory_order_relaxed) + delta;
+            word.store(sum, std::memory_order_relaxed);
+            return sum;
+        }
+    }
+    return word += delta;
+}
+
+/// Compare-and-swap, with the same short cut; `expected` gets what was found when it differs.
+template <class Pointer, class Word>
+bool CompareAndSwap(Word&& word, Pointer& expected, Pointer desired) {
+    using Plain = std::remove_reference_t<Word>;
+    if constexpr (std::is_same_v<Plain, std::atomic<Pointer>> ||
+                  std::is_same_v<Plain, std::atomic_ref<Pointer>>) {
+        if (VAtomicOp::ProcessIsSingleThreaded()) {
+            Pointer const found = word.load(std::memory_order_relaxed);
+            if (found != expected) {
+                expected = found;
+                return false;
+            }
+            word.store(desired, std::memory_order_relaxed);
+            return true;
+        }
+    }
+    return word.compare_exchange_strong(expected, desired);
+}
 
 } // namespace detail
 
@@ -182,13 +217,13 @@ bool TRingBuffer<T, Policy, Atomic, AtomicRef>::Pop(T** out) {
         if (!slot) {
             return false;
         }
-        T* expected = found;
-        if (AtomicRef<Slot>(*slot).compare_exchange_strong(expected, nullptr)) {
+        Slot expected = found;
+        if (detail::CompareAndSwap<Slot>(AtomicRef<Slot>(*slot), expected, nullptr)) {
             break;
         }
     }
     Advance(m_pRead);
-    ++m_nFree;
+    detail::AddAndGet(m_nFree, 1);
     *out = found;
     return true;
 }
@@ -221,8 +256,8 @@ auto TRingBuffer<T, Policy, Atomic, AtomicRef>::AllocateSlots(std::uint32_t coun
 
 template <class T, class Policy, template <class> class Atomic, template <class> class AtomicRef>
 bool TRingBuffer<T, Policy, Atomic, AtomicRef>::ClaimUnit(Atomic<std::int32_t>& counter) {
-    if (--counter < 0) {
-        ++counter;
+    if (detail::AddAndGet(counter, -1) < 0) {
+        detail::AddAndGet(counter, 1);
         return false;
     }
     return true;
@@ -249,7 +284,7 @@ auto TRingBuffer<T, Policy, Atomic, AtomicRef>::FindSlot(Atomic<Slot*> const& cu
 template <class T, class Policy, template <class> class Atomic, template <class> class AtomicRef>
 void TRingBuffer<T, Policy, Atomic, AtomicRef>::Advance(Atomic<Slot*>& cursor) const {
     Slot* current = cursor.load();
-    while (!cursor.compare_exchange_strong(current, NextSlot(current))) {
+    while (!detail::CompareAndSwap<Slot*>(cursor, current, NextSlot(current))) {
     }
 }
 
@@ -262,12 +297,12 @@ bool TRingBuffer<T, Policy, Atomic, AtomicRef>::FillSlot(T* object) {
         if (!slot) {
             return false;
         }
-        if (AtomicRef<Slot>(*slot).compare_exchange_strong(content, object)) {
+        if (detail::CompareAndSwap<Slot>(AtomicRef<Slot>(*slot), content, object)) {
             break;
         }
     }
     Advance(m_pWrite);
-    ++m_nUsed;
+    detail::AddAndGet(m_nUsed, 1);
     return true;
 }
 

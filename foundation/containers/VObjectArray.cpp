@@ -60,7 +60,7 @@ bool VObjectArray::MayBeRecycled() const noexcept {
 
 /// Acquires what other holders did before they released.
 bool VObjectArray::IsLastReference() const noexcept {
-    return (CountWord().load(std::memory_order_acquire) & kRetainCountMask) == 1;
+    return RetainCount() == 1;
 }
 
 void VObjectArray::Release() const {

@@ -16,6 +16,10 @@ namespace VFoundation {
 
 VClass* VObjectContainer::ms_theClass = nullptr;
 
+namespace {
+constexpr unsigned long kSlotSize = sizeof(void*);
+} // namespace
+
 VObjectContainer::VObjectContainer(VClass* cls, long initialCapacity, bool threadSafe) : Registered(cls) {
     if (threadSafe) {
         m_pCriticalSection.Allocate();
@@ -40,7 +44,7 @@ bool VObjectContainer::AllocateArray(long slots) {
     if (slots == m_nAllocated) {
         return true;
     }
-    if (slots <= 0 || static_cast<unsigned long>(slots) > VData::kMaxLength / sizeof(VObject*)) {
+    if (slots <= 0 || static_cast<unsigned long>(slots) > VData::kMaxLength / kSlotSize) {
         return false;
     }
     while (m_nCount > slots) {
@@ -64,7 +68,7 @@ void VObjectContainer::SetStorage(long slots) {
         if (!m_pStorage) {
             m_pStorage.Allocate();
         }
-        m_pStorage->SetLength(static_cast<unsigned long>(slots) * sizeof(VObject*), true);
+        m_pStorage->SetLength(static_cast<unsigned long>(slots) * kSlotSize, true);
     } catch (std::bad_alloc const&) {
         throw VException(VException::eOutOfMemory, this, "Error allocating container slots", -1);
     }
@@ -75,9 +79,8 @@ void VObjectContainer::SetStorage(long slots) {
     m_nAllocated = narrow_cast<std::int32_t>(slots);
 }
 
-/// Makes room for one more element.
 bool VObjectContainer::Grow() {
-    return m_nCount < m_nAllocated || (m_nGrowSize > 0 && AllocateArray(long{m_nCount} + m_nGrowSize));
+    return m_nGrowSize > 0 && AllocateArray(long{m_nCount} + m_nGrowSize);
 }
 
 void VObjectContainer::FreeMem() {
@@ -162,11 +165,11 @@ long VObjectContainer::LastIndexOf(VObject const* object) const noexcept {
 
 // Adding
 
-bool VObjectContainer::Append(VObject const* object) {
-    if (!Grow()) {
+inline bool VObjectContainer::Append(VObject const* object) {
+    if (!MakeRoom()) {
         return false;
     }
-    long const count = m_nCount;
+    std::int32_t const count = m_nCount.load(std::memory_order_relaxed);
     m_pObjects[count] = const_cast<VObject*>(object);
     SetCount(count + 1);
     if (object) {
@@ -202,7 +205,7 @@ bool VObjectContainer::AddObjects(VObjectContainer const* other) {
 
 bool VObjectContainer::InsertObjectAtIndex(VObject const* object, long index) {
     VCriticalSectionScope const scope(m_pCriticalSection.Get());
-    if (index < 0 || index > m_nCount || !Grow()) {
+    if (index < 0 || index > m_nCount || !MakeRoom()) {
         return false;
     }
     if (object) {
@@ -331,8 +334,14 @@ bool VObjectContainer::operator==(VObjectContainer const& other) const {
     if (&other == this) {
         return true;
     }
-    VCriticalSectionScope const scope(m_pCriticalSection.Get());
-    VCriticalSectionScope const otherScope(other.m_pCriticalSection.Get());
+    VCriticalSectionScope scope;
+    VCriticalSectionScope otherScope;
+    EnterLock(scope);
+    // Another thread may be comparing the two the other way round: one of both has to step back.
+    while (!otherScope.TryEnter(other.m_pCriticalSection.Get(), 1)) {
+        scope.SetAndEnter(nullptr);
+        EnterLock(scope);
+    }
     for (long i = 0; i < other.Count(); ++i) {
         if (!ContainsObject(other.ObjectAtIndex(i))) {
             return false;

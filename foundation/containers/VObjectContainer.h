@@ -123,6 +123,11 @@ class VObjectContainer : public Registered<VObjectContainer, VObject>, public IO
 
   private:
     bool Append(VObject const* object);
+    bool MakeRoom() {
+        return static_cast<std::uint32_t>(m_nCount.load(std::memory_order_relaxed)) <
+                   static_cast<std::uint32_t>(m_nAllocated) ||
+               Grow();
+    }
     bool Grow();
     bool RemoveAt(long index);
     void ReleaseElements();

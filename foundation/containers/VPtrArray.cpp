@@ -17,14 +17,13 @@ VPtrArray::~VPtrArray() {
 }
 
 bool VPtrArray::ExpandArray() {
-    std::int32_t const allocated = m_nAllocated + m_nGrowSize;
-    if (m_nAllocated > std::numeric_limits<std::int32_t>::max() - m_nGrowSize ||
-        !m_block.Grow(static_cast<std::size_t>(allocated) * sizeof(void*))) {
+    constexpr std::size_t kMost = std::numeric_limits<std::int32_t>::max();
+    std::size_t const needed = static_cast<std::size_t>(m_nAllocated) + static_cast<std::size_t>(m_nGrowSize);
+    if (needed > kMost || !m_block.Grow(needed * sizeof(void*))) {
         return false;
     }
     m_ppPtrs = reinterpret_cast<void**>(m_block.Bytes());
-    std::fill(m_ppPtrs + m_nAllocated, m_ppPtrs + allocated, nullptr);
-    m_nAllocated = allocated;
+    m_nAllocated = narrow_cast<std::int32_t>(std::min(m_block.Size() / sizeof(void*), kMost));
     return true;
 }
 

@@ -40,10 +40,12 @@ class VPtrArray : public Registered<VPtrArray, VObject> {
 
     /// Appends, a null too. False, and nothing changed, when memory runs out.
     bool AddPtr(void* ptr) {
-        if (m_nCount == m_nAllocated && !ExpandArray()) {
+        std::int32_t const count = m_nCount;
+        if (count == m_nAllocated && !ExpandArray()) {
             return false;
         }
-        m_ppPtrs[m_nCount++] = ptr;
+        m_ppPtrs[count] = ptr;
+        m_nCount = count + 1;
         return true;
     }
 
@@ -67,9 +69,9 @@ class VPtrArray : public Registered<VPtrArray, VObject> {
     void** m_ppPtrs = nullptr;
     std::int32_t m_nCount = 0;
     std::int32_t m_nAllocated = 0;
-    std::int32_t m_nGrowSize = 32;
+    std::int32_t m_nGrowSize = 32; // the least that the array grows by
     bool m_bOwnsPtrs;
-    HeapBlock m_block; // holds the entries and grows ahead of them
+    HeapBlock m_block;
 };
 
 } // namespace VFoundation

@@ -76,8 +76,9 @@ class VObject {
     /// True when the object's class is `cls` or derived from it.
     bool IsKindOfClass(VClass const* cls) const;
 
-    /// The references held, without the flag bits. Another thread may have changed it by the time it is used.
-    long RetainCount() const noexcept { return m_count.load(std::memory_order_relaxed) & kRetainCountMask; }
+    /// The references held, without the flag bits. Another thread may have changed it by the time it is used; but
+    /// whoever reads 1 holds the last one and sees all that former holders did (hence acquire).
+    long RetainCount() const noexcept { return m_count.load(std::memory_order_acquire) & kRetainCountMask; }
 
     /// The record of `VObject` itself; made on first use.
     static VClass* TheClass();
@@ -91,6 +92,7 @@ class VObject {
     static std::atomic<bool> ms_finalShutdown;
 
     /// Copies neither class nor count: both stay those of the target.
+    // NOLINTNEXTLINE(bugprone-unhandled-self-assignment)
     VObject& operator=(VObject const&) noexcept { return *this; }
 
   protected:

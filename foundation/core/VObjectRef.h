@@ -21,7 +21,7 @@ class VObjectRef {
     VObjectRef(VObjectRef&& other) noexcept : m_object(other.Detach()) {}
     virtual ~VObjectRef() { ReleaseObject(m_object); }
 
-    VObjectRef& operator=(VObjectRef const& other) {
+    VObjectRef& operator=(VObjectRef const& other) { // NOLINT(bugprone-unhandled-self-assignment)
         Exchange(other.m_object);
         return *this;
     }

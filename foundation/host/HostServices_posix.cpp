@@ -1,5 +1,6 @@
 #include "foundation/host/HostServices.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
@@ -15,8 +16,7 @@ std::FILE* OpenStream(char const* path, char const* mode) noexcept {
     if (length + 1 >= sizeof modeClosedOnExec || std::strchr(mode, ',')) {
         return std::fopen(path, mode); // not a plain mode: as it stands
     }
-    std::memcpy(modeClosedOnExec, mode, length);
-    modeClosedOnExec[length] = 'e';
+    *std::copy_n(mode, length, modeClosedOnExec) = 'e';
     return std::fopen(path, modeClosedOnExec);
 }
 

@@ -45,7 +45,7 @@ bool VFileInfo::Serialize(IAIFile& file) {
 }
 
 void VFileInfo::Release() const {
-    bool const isLast = (CountWord().load(std::memory_order_acquire) & kRetainCountMask) == 1;
+    bool const isLast = RetainCount() == 1;
     if (isLast && !m_inPool && ms_bRecyclingEnabled.load(std::memory_order_relaxed) &&
         typeid(*this) == typeid(VFileInfo) &&
         TRecyclePool<VFileInfo>::Push(ms_recycledFileInfos, this, &VFileInfo::m_inPool)) {

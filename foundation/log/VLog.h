@@ -34,10 +34,10 @@ extern std::atomic<bool> ms_bVerbose;
 /// DELIBERATE: a plain log that is busy for more than 100 ms loses the line.
 ///
 /// Ownership: the process holds one reference to its default log. A log that dies closes its open contexts
-/// first, innermost first. Threads: any thread may trace; lines come out whole. Replacing the default log
-/// waits for nobody: a line on its way still reaches the old one. Contexts are opened and closed by one
-/// thread at a time. A line traced by another thread while a context writes its start or end line lacks the
-/// time.
+/// first, innermost first.
+/// Threads: any thread may trace; lines come out whole. Replacing the default log waits for nobody: a line on
+/// its way still reaches the old one. Contexts are opened and closed by one thread at a time. A line traced
+/// by another thread while a context writes its start or end line lacks the time.
 class VLog : public Registered<VLog, VObject> {
   public:
     static constexpr char const* kClassName = "VLog";

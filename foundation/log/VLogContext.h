@@ -20,8 +20,8 @@ class VString;
 /// only the indent that is restored is that of its own log.
 ///
 /// Ownership: the log's stack holds the only reference to a context that it opened. The log is borrowed: one
-/// that dies before a context of its own lets go of it, and the end line is written all the same. Threads:
-/// opened and closed by one thread at a time.
+/// that dies before a context of its own lets go of it, and the end line is written all the same.
+/// Threads: opened and closed by one thread at a time.
 class VLog::VLogContext : public Registered<VLog::VLogContext, VObject> {
   public:
     static constexpr char const* kClassName = "VLogContext";

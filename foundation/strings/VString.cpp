@@ -56,18 +56,19 @@ VString::~VString() {
 }
 
 VString* VString::New() {
-    if (ms_bRecyclingEnabled.load(std::memory_order_relaxed)) {
-        if (VString* const recycled = TRecyclePool<VString>::Pop(ms_recycledStrings, &VString::m_inPool)) {
-            recycled->Assign("", 0);
-            return recycled;
-        }
-    }
-    return new VString;
+    return NewString(nullptr);
 }
 
 VString* VString::NewString(char const* text) {
-    VString* const string = New();
-    *string = text;
+    VString* string = nullptr;
+    if (ms_bRecyclingEnabled.load(std::memory_order_relaxed)) {
+        string = TRecyclePool<VString>::Pop(ms_recycledStrings, &VString::m_inPool);
+    }
+    if (!string) {
+        string = new VString;
+    }
+    text = text ? text : "";
+    string->Assign(text, std::strlen(text)); // a pooled string still has its old text
     return string;
 }
 
@@ -165,6 +166,15 @@ bool VString::AppendBytes(char const* text, unsigned long count) noexcept {
     return true;
 }
 
+bool VString::AppendOne(char character) noexcept {
+    if (m_length + 1UL >= m_capacity) {
+        return AppendBytes(&character, 1);
+    }
+    m_block.Bytes()[m_length] = character;
+    Cut(m_length + 1UL);
+    return true;
+}
+
 // Assignment
 
 VString& VString::operator=(VString const& other) {
@@ -251,7 +261,9 @@ VString& VString::operator<<(char const* text) {
 }
 
 VString& VString::operator<<(char character) {
-    AppendBytes(&character, character == '\0' ? 0 : 1);
+    if (character != '\0') {
+        AppendOne(character);
+    }
     return *this;
 }
 
@@ -314,8 +326,7 @@ void VString::AppendPathComponent(char const* component) {
     if (m_length && !IsSeparator(m_block.Bytes()[m_length - 1]) && !IsSeparator(*component)) {
         char const* const before = Owns(component) ? m_block.Bytes() : nullptr;
         auto const offset = before ? component - before : 0;
-        char const separator = VFileManager::HostFileSystemPathComponentSeparator();
-        if (!AppendBytes(&separator, 1)) {
+        if (!AppendOne(VFileManager::HostFileSystemPathComponentSeparator())) {
             return;
         }
         component = before ? m_block.Bytes() + offset : component;
@@ -342,7 +353,7 @@ bool VString::Serialize(IAIFile& file) {
 }
 
 void VString::Release() const {
-    bool const isLast = (CountWord().load(std::memory_order_acquire) & kRetainCountMask) == 1;
+    bool const isLast = RetainCount() == 1;
     if (isLast && !m_inPool && ms_bRecyclingEnabled.load(std::memory_order_relaxed) &&
         typeid(*this) == typeid(VString) &&
         TRecyclePool<VString>::Push(ms_recycledStrings, this, &VString::m_inPool)) {

@@ -154,6 +154,7 @@ class VString : public Registered<VString, VObject> {
     bool Reallocate(unsigned long size) noexcept;
     void Assign(char const* text, unsigned long length) noexcept;
     bool AppendBytes(char const* text, unsigned long count) noexcept;
+    bool AppendOne(char character) noexcept;
     bool Owns(char const* text) const noexcept;
     void Cut(unsigned long length) noexcept;
     void DropBuffer() noexcept;

@@ -18,10 +18,11 @@ class VString;
 /// removes a name (`sem_unlink`), so that units posted but not taken are still there for the next run.
 ///
 /// DELIBERATE: a timed wait polls, in steps of 5 ms and of 1 ms at the end; a post of another process is seen
-/// only at the next step. A post of this process ends the sleep inside a step. DELIBERATE: a time-out of 0 or
-/// less waits for ever; it never returns at once. DELIBERATE: the last step is not followed by another try; a
-/// post that comes in it is left for the next wait. DELIBERATE: the maximum is recorded and not enforced;
-/// more units may be posted.
+/// only at the next step. A post of this process ends the sleep inside a step.
+/// DELIBERATE: a time-out of 0 or less waits for ever; it never returns at once.
+/// DELIBERATE: the last step is not followed by another try; a post that comes in it is left for the next
+/// wait.
+/// DELIBERATE: the maximum is recorded and not enforced; more units may be posted.
 ///
 /// Ownership: by reference count. No other thread may be inside an operation when the last reference goes.
 /// Threads: any thread may post and wait. `Init` is for one thread, with no other using the object.

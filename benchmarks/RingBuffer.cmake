@@ -1,0 +1,2 @@
+find_package(Boost REQUIRED)
+vfoundation_benchmark(RingBuffer LIBRARIES Boost::headers)

@@ -1,0 +1,79 @@
+#include "foundation/containers/VObjectArray.h"
+#include "foundation/strings/VString.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <thread>
+#include <vector>
+
+namespace {
+
+using namespace VFoundation;
+
+class PoolStress : public testing::TestWithParam<bool> {
+  protected:
+    PoolStress() {
+        VString::TheClass();
+        VObjectArray::TheClass();
+        SetRecycling(GetParam());
+    }
+    ~PoolStress() override { SetRecycling(true); }
+
+    static void SetRecycling(bool on) {
+        VString::ms_bRecyclingEnabled = on;
+        VObjectArray::SetRecyclingEnabled(on);
+    }
+    template <class Body>
+    static void OnFourThreads(Body body) {
+        std::vector<std::thread> threads;
+        for (int t = 0; t < 4; ++t) {
+            threads.emplace_back(body, t);
+        }
+        for (auto& thread : threads) {
+            thread.join();
+        }
+    }
+};
+
+// Each thread fills what it was given with something of its own, and finds it so a moment later.
+TEST_P(PoolStress, HandsNoObjectOutTwice) {
+    OnFourThreads([](int t) {
+        std::array<VObjectRef<VObjectArray>, 8> arrays;
+        for (int round = 0; round < 400; ++round) {
+            char text[32];
+            VString::snprintf(text, sizeof text, "%i-%i", t, round);
+            for (auto& array : arrays) {
+                array = VObjectRef<VObjectArray>::Adopt(VObjectArray::NewObjectArray());
+                array->AddObject(VObjectRef<VString>::Adopt(VString::NewString(text)).Get());
+            }
+            for (auto const& array : arrays) {
+                ASSERT_EQ(array->Count(), 1);
+                ASSERT_EQ(array->RetainCount() + array->ObjectAtIndex(0)->RetainCount(), 2);
+                ASSERT_STREQ(static_cast<VString const*>(array->ObjectAtIndex(0))->CString(), text);
+            }
+        }
+    });
+}
+
+// The last reference is dropped by whichever thread comes last; what the others did before must be over.
+TEST_P(PoolStress, TakesObjectsBackFromAnyThread) {
+    for (int round = 0; round < 100; ++round) {
+        auto* const array = VObjectArray::NewObjectArray();
+        auto* const string = VString::New();
+        for (int i = 1; i < 4; ++i) {
+            array->Retain();
+            string->Retain();
+        }
+        OnFourThreads([=](int) {
+            EXPECT_EQ(array->Count() + static_cast<long>(string->Length()), 0);
+            array->Release();
+            string->Release();
+        });
+        VObjectRef<VString>::Adopt(VString::NewString("again"));
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Recycling, PoolStress, testing::Bool());
+
+} // namespace

@@ -1,0 +1,146 @@
+#include "foundation/strings/VData.h"
+#include "foundation/core/VException.h"
+#include "foundation/core/VObjectRef.h"
+#include "foundation/host/VHostArchitecture.h"
+#include "foundation/strings/VString.h"
+#include "tests/strings/MemoryFile.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <climits>
+#include <cstdint>
+
+namespace {
+
+using namespace VFoundation;
+using testing_support::MemoryFile;
+
+void Fill(VData& data) {
+    for (unsigned long i = 0; i < data.Length(); ++i) {
+        data.Bytes()[i] = static_cast<unsigned char>(i * 7 + 1);
+    }
+}
+
+TEST(VData, LengthsChange) {
+    VData data(10);
+    EXPECT_TRUE(std::all_of(data.Bytes(), data.Bytes() + 10, [](unsigned char byte) { return byte == 0; }));
+    Fill(data);
+    unsigned char const* const bytes = data.Bytes();
+    EXPECT_TRUE(data.SetLength(10, false));
+    EXPECT_EQ(data.Bytes(), bytes);
+    for (unsigned long length = 11; length < 200'000; length += length / 3) {
+        ASSERT_TRUE(data.SetLength(length, true));
+        ASSERT_EQ(reinterpret_cast<std::uintptr_t>(data.Bytes()) % 16, 0U);
+        ASSERT_EQ(data.Bytes()[9], 9 * 7 + 1);
+        data.Bytes()[length - 1] = 1; // all of it is there
+    }
+    EXPECT_TRUE(data.SetLength(5, true));
+    EXPECT_EQ(data.Bytes()[4], 4 * 7 + 1);
+    EXPECT_TRUE(data.SetLength(0, true));
+    EXPECT_EQ(data.Bytes(), nullptr);
+    EXPECT_EQ(data.Length(), 0U);
+}
+
+TEST(VData, RefusedLengthsLeaveItAsItWas) {
+    VData data(4);
+    Fill(data);
+    VData const before(data);
+    try {
+        data.SetLength(VData::kMaxLength + 1, true);
+        FAIL() << "a length above 32 bits was accepted";
+    } catch (VException const& exception) {
+        EXPECT_EQ(exception.Id(), VException::eOutOfMemory);
+        EXPECT_EQ(exception.Source(), &data);
+        EXPECT_TRUE(exception.DescriptionText() == "Error setting VData length");
+    }
+    EXPECT_TRUE(data == before);
+}
+
+TEST(VData, ComparesAndCopiesByContent) {
+    VData data(100);
+    Fill(data);
+    auto const copy = VObjectRef<VData>::Adopt(data.Copy());
+    EXPECT_NE(copy->Bytes(), data.Bytes());
+    EXPECT_TRUE(data == *copy && data.IsEqual(*copy));
+    data.Bytes()[99] = 0;
+    EXPECT_TRUE(data != *copy && !data.IsEqual(*copy));
+    EXPECT_TRUE(VData() == VData(0));
+    EXPECT_FALSE(VData(3) == VData(4));
+    EXPECT_FALSE(VData().IsEqual(VString()));
+    data = VData();
+    EXPECT_EQ(data.Bytes(), nullptr);
+}
+
+TEST(VData, DescribesItself) {
+    VString text;
+    VData().GetDescription(text);
+    EXPECT_STREQ(text.CString(), "[VData] Length: 0  Ptr: 0x00000000  Owned: no");
+    VData const data(300);
+    data.GetDescription(text);
+    VString expected;
+    expected.Format("[VData] Length: 300  Ptr: 0x%08lX  Owned: yes",
+                    reinterpret_cast<unsigned long>(data.Bytes()));
+    EXPECT_TRUE(text == expected);
+}
+
+TEST(VData, TravelsThroughAFile) {
+    MemoryFile file;
+    VData written(100);
+    Fill(written);
+    EXPECT_TRUE(written.Serialize(file));
+    EXPECT_TRUE(written.Serialize_YeOldeZephStyle(file));
+    EXPECT_EQ(file.Bytes().size(), 208U);
+    file.Rewind();
+    VData read(7);
+    EXPECT_TRUE(read.Serialize(file));
+    EXPECT_TRUE(read == written);
+    VData old(60);
+    EXPECT_TRUE(old.Serialize_YeOldeZephStyle(file));
+    EXPECT_EQ(old.Length(), 60U);
+    EXPECT_EQ(old.Bytes()[59], written.Bytes()[59]);
+}
+
+/// A file that says how long a buffer is, and has 10 bytes for it.
+VObjectRef<VData> LoadClaiming(long long length) {
+    MemoryFile file;
+    file << length;
+    file.Write("0123456789", 10);
+    file.Rewind();
+    auto data = VObjectRef<VData>::Adopt(VData::New());
+    data->Serialize(file);
+    return data;
+}
+
+TEST(VData, LoadsNoLengthThatTheFileCannotBack) {
+    long long const limit = 10 + static_cast<long long>(VData::kMaxUnbackedLength);
+    for (long long const length : {limit + 1, 0xFFFFFFFFLL, 0x100000005LL, -1LL, LLONG_MIN}) {
+        EXPECT_THROW(LoadClaiming(length), VException) << length;
+    }
+    EXPECT_EQ(LoadClaiming(limit)->Length(), static_cast<unsigned long>(limit));
+    auto const data = LoadClaiming(5000);
+    EXPECT_EQ(data->Bytes()[9], '9');
+    EXPECT_TRUE(
+        std::all_of(data->Bytes() + 10, data->Bytes() + 5000, [](unsigned char byte) { return byte == 0; }));
+}
+
+TEST(VData, ZeroesExactlyTheGivenBytes) {
+    EXPECT_FALSE(VData::FastZeroMemory(nullptr, 5));
+    alignas(16) unsigned char bytes[700];
+    EXPECT_FALSE(VData::FastZeroMemory(bytes, 0));
+    for (bool const hasSSE2 : {true, false}) {
+        VHostArchitecture::VCPUInfo::ms_bHasSSE2 = hasSSE2;
+        for (unsigned long offset = 0; offset <= 16; ++offset) {
+            for (unsigned long const count : {1UL, 3UL, 15UL, 16UL, 128UL, 129UL, 256UL, 300UL, 513UL}) {
+                std::fill(std::begin(bytes), std::end(bytes), static_cast<unsigned char>(0xEE));
+                ASSERT_TRUE(VData::FastZeroMemory(bytes + offset, count));
+                ASSERT_EQ(std::count(std::begin(bytes), std::end(bytes), 0), static_cast<long>(count));
+                ASSERT_EQ(bytes[offset], 0);
+                ASSERT_EQ(bytes[offset + count - 1], 0);
+            }
+        }
+    }
+    VHostArchitecture::VCPUInfo::InitializeClass();
+}
+
+} // namespace

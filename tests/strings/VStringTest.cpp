@@ -1,0 +1,274 @@
+#include "foundation/strings/VString.h"
+
+#include "foundation/core/VObjectRef.h"
+#include "tests/strings/MemoryFile.h"
+
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <cstring>
+#include <random>
+#include <string>
+
+namespace {
+
+using namespace VFoundation;
+using testing_support::MemoryFile;
+
+std::string Repeated(unsigned long count, char character = 'x') {
+    return std::string(count, character);
+}
+
+TEST(VString, ReportsTheDescribedCapacities) {
+    EXPECT_EQ(VString().Capacity(), 128U);
+    EXPECT_EQ(VString(static_cast<char const*>(nullptr)).Capacity(), 128U);
+    EXPECT_EQ(VString(VString()).Capacity(), 128U);
+
+    VString text;
+    for (auto const& [length, capacity] :
+         {std::pair{127UL, 128UL}, {128UL, 256UL}, {299UL, 384UL}, {1UL, 384UL}}) {
+        text = Repeated(length).c_str();
+        EXPECT_EQ(text.Capacity(), capacity) << length;
+        EXPECT_EQ(text.Length(), length);
+    }
+
+    VString appended(Repeated(126).c_str());
+    appended << 'y';
+    EXPECT_EQ(appended.Capacity(), 128U);
+    appended << 'z';
+    EXPECT_EQ(appended.Capacity(), 256U);
+    appended.Append(Repeated(200).c_str());
+    EXPECT_EQ(appended.Capacity(), 328U + 1 + 127); // not a multiple of 128
+    EXPECT_EQ(appended.Length(), 328U);
+}
+
+/// Text and reported capacity follow the rules of assigning and appending, whatever the memory behind them
+/// does.
+TEST(VString, AgreesWithAModelOverRandomEdits) {
+    std::mt19937 random(7);
+    VString text;
+    std::string model;
+    unsigned long capacity = 128;
+    for (int i = 0; i < 20000; ++i) {
+        std::string const other = Repeated(random() % 90, static_cast<char>('a' + random() % 26));
+        unsigned long const offset = model.empty() ? 0 : random() % model.size();
+        switch (random() % 8) {
+        case 0: {
+            std::string const assigned = Repeated(random() % 20000);
+            text = assigned.c_str();
+            model = assigned;
+            capacity = model.size() < capacity ? capacity : (model.size() + 1) / 128 * 128 + 128;
+            break;
+        }
+        case 1:
+            text = text.CString() + offset; // a part of its own text
+            model.erase(0, offset);
+            break;
+        case 2:
+            text.Set(text.CString(), offset);
+            model.resize(offset);
+            break;
+        default:
+            std::string const appended = random() % 4 == 0 ? model.substr(offset) : other;
+            text.Append(appended == other ? other.c_str() : text.CString() + offset);
+            model += appended;
+            capacity = model.size() < capacity ? capacity : model.size() + 1 + 127;
+        }
+        ASSERT_EQ(text.CString(), model) << i;
+        ASSERT_EQ(text.Length(), model.size());
+        ASSERT_EQ(text.Capacity(), capacity) << i;
+    }
+}
+
+TEST(VString, NullTextIsEmptyText) {
+    VString text("abc");
+    text.Append(nullptr);
+    text << static_cast<char const*>(nullptr);
+    text.AppendPathComponent(nullptr);
+    EXPECT_STREQ(text.CString(), "abc");
+    EXPECT_FALSE(text == static_cast<char const*>(nullptr));
+    EXPECT_FALSE(text < static_cast<char const*>(nullptr));
+    text = static_cast<char const*>(nullptr);
+    EXPECT_TRUE(text.IsEmpty());
+    text = "abc";
+    text.Set(nullptr, 5);
+    EXPECT_TRUE(text.IsEmpty());
+    EXPECT_FALSE(VString::CStringHasPathExtension(nullptr, "a", false));
+    EXPECT_FALSE(VString::CStringHasPathExtension("a.a", nullptr, false));
+    EXPECT_EQ(VString::strdup(nullptr), nullptr);
+    EXPECT_LT(VString::stricmp(nullptr, ""), 0);
+}
+
+TEST(VString, SetKeepsTheGivenLength) {
+    VString text;
+    text.Set("ab", 5);
+    EXPECT_EQ(text.Length(), 5U);
+    EXPECT_STREQ(text.CString(), "ab");
+    EXPECT_EQ(text.GetCharAtIndex(3), '\0');
+    EXPECT_FALSE(text == "ab");
+    EXPECT_EQ(VString(text).Length(), 5U);
+    auto const visible = VObjectRef<VString>::Adopt(text.Copy());
+    EXPECT_EQ(visible->Length(), 2U);
+    text << "cd"; // behind the kept length, and still there when the buffer moves
+    text.Append(Repeated(300).c_str());
+    EXPECT_STREQ(text.CString(), "ab");
+    EXPECT_EQ(text.GetCharAtIndex(5), 'c');
+    EXPECT_EQ(text.GetCharAtIndex(306), 'x');
+
+    text.Set("abcdef", 3);
+    EXPECT_TRUE(text == "abc");
+    text.Set("x", 128);
+    EXPECT_GT(text.Capacity(), 128U);
+    EXPECT_EQ(text.Length(), 128U);
+    text.Set("y", VString::kMaxLength + 1);
+    EXPECT_EQ(text.Length(), 128U) << "too long is refused";
+}
+
+TEST(VString, SetOnItsOwnTextCutsOrUncoversZeroes) {
+    VString text("abcdef");
+    text.Set(text.CString(), 2);
+    EXPECT_TRUE(text == "ab");
+    text.Set(text.CString(), 6);
+    EXPECT_EQ(text.Length(), 6U);
+    for (unsigned long i = 2; i < 6; ++i) {
+        EXPECT_EQ(text.GetCharAtIndex(i), '\0') << "old text shows";
+    }
+    text.Set(text.CString(), 128);
+    EXPECT_EQ(text.Length(), 6U) << "nothing at or beyond the capacity";
+
+    text = "abcdef";
+    text.Set(text.CString() + 2, 3);
+    EXPECT_TRUE(text == "cde");
+    text.Set(text.CString() + 1, 1000); // the buffer moves under the text
+    EXPECT_STREQ(text.CString(), "de");
+    EXPECT_EQ(text.Length(), 1000U);
+    EXPECT_EQ(text.GetCharAtIndex(999), '\0');
+}
+
+TEST(VString, AppendsNumbersOfTenCharacters) {
+    for (auto const& [number, expected] : {std::pair{0, "0"},
+                                           {-7, "-7"},
+                                           {INT_MAX, "2147483647"},
+                                           {-999999999, "-999999999"},
+                                           {-1000000000, "-100000000"},
+                                           {INT_MIN, "-214748364"}}) {
+        VString text;
+        text << number;
+        EXPECT_STREQ(text.CString(), expected);
+    }
+}
+
+TEST(VString, SingleCharacters) {
+    VString text("abc");
+    text += '\0';
+    text << 'd' << '\0' << 'e';
+    EXPECT_STREQ(text.CString(), "abcde");
+    EXPECT_EQ(text.GetCharAtIndex(4), 'e');
+    EXPECT_EQ(text.GetCharAtIndex(5), '\0');
+    EXPECT_EQ(text.GetCharAtIndex(ULONG_MAX), '\0');
+    EXPECT_EQ(text.Find('c'), 2);
+    EXPECT_EQ(text.Find('x'), -1);
+    EXPECT_EQ(text.Find('\0'), -1);
+    text = 'z';
+    EXPECT_STREQ(text.CString(), "z");
+    text = '\0';
+    EXPECT_TRUE(text.IsEmpty());
+    EXPECT_EQ(text.Find('z'), -1);
+}
+
+TEST(VString, ComparesByByte) {
+    VString const text("abc");
+    EXPECT_TRUE(text == VString("abc") && text == "abc" && text != "abC" && text != VString("ab"));
+    EXPECT_TRUE(text < "abd" && text < VString("abcd") && !(text < VString("abc")) && VString("ab") < "\xC3");
+    EXPECT_TRUE(text.IsEqual(VString("abc")));
+    EXPECT_EQ(VString::stricmp("ABC", "abc"), 0);
+    EXPECT_LT(VString::stricmp("ab", "ABC"), 0);
+}
+
+TEST(VString, FormatsWithinItsBounds) {
+    VString text("self");
+    text.Format("<%s|%i>", text.CString(), 5);
+    EXPECT_STREQ(text.CString(), "<self|5>");
+    text.Format("%s", Repeated(5000).c_str());
+    EXPECT_EQ(text.Length(), VString::kFormatSize - 1);
+
+    char buffer[8];
+    std::memset(buffer, '#', sizeof buffer);
+    EXPECT_TRUE(VString::snprintf(buffer, 4, "%s", "abcdef"));
+    EXPECT_STREQ(buffer, "abc");
+    EXPECT_EQ(buffer[4], '#');
+    EXPECT_TRUE(VString::snprintf(buffer, 7, "%s", "a"));
+    EXPECT_EQ(buffer[6], '\0') << "the last byte is a terminator too";
+    EXPECT_TRUE(VString::snprintf(buffer, 0, "%s", "z"));
+    EXPECT_EQ(buffer[0], 'a');
+}
+
+TEST(VString, AppendsPathComponents) {
+    for (auto const& [path, component, expected] : {std::tuple{"a", "b", "a/b"},
+                                                    {"a/", "b", "a/b"},
+                                                    {"a", "/b", "a/b"},
+                                                    {"a/", "/b", "a//b"},
+                                                    {"", "b", "b"},
+                                                    {"a", "", "a/"},
+                                                    {"a\\", "b", "a\\b"},
+                                                    {"a", "\\b", "a\\b"},
+                                                    {"", "", ""}}) {
+        VString text(path);
+        text.AppendPathComponent(component);
+        EXPECT_STREQ(text.CString(), expected);
+    }
+    VString own;
+    own = Repeated(127).c_str(); // so full that the separator alone makes the buffer move
+    own.AppendPathComponent(own.CString() + 125);
+    EXPECT_EQ(own.CString(), Repeated(127) + "/xx");
+    EXPECT_EQ(own.Capacity(), 256U);
+}
+
+TEST(VString, DeletesTheLastPathComponent) {
+    for (auto const& [path, expected] : {std::pair{"a/b/c", "a/b"},
+                                         {"a\\b/c", "a"},
+                                         {"C:\\dir/file", "C:"},
+                                         {"a/b\\", "a/b"},
+                                         {"a/b/", "a/b"},
+                                         {"/a", ""},
+                                         {"a", "a"},
+                                         {"", ""}}) {
+        VString text(path);
+        text.DeleteLastPathComponent();
+        EXPECT_STREQ(text.CString(), expected);
+    }
+}
+
+TEST(VString, FindsPathExtensions) {
+    for (auto const& [path, extension, ignoreCase, expected] :
+         {std::tuple{"dir/name.tar.gz", "gz", false, true},
+          {"dir/name.tar.gz", "tar.gz", false, false},
+          {"dir.d/name", "d/name", false, false},
+          {"name.", "", false, false},
+          {".profile", "profile", false, true},
+          {"a.PNG", "png", false, false},
+          {"a.PNG", "png", true, true}}) {
+        EXPECT_EQ(VString::CStringHasPathExtension(path, extension, ignoreCase), expected) << path;
+    }
+}
+
+TEST(VString, DescribesObjectsAndItself) {
+    VString text("abc");
+    text << text; // the description, not the text
+    EXPECT_STREQ(text.CString(), "abc[VString] ");
+    EXPECT_STREQ(text.Description().CString(), "[VString] ");
+    text.GetDescription(text);
+    EXPECT_STREQ(text.CString(), "[VString] ");
+}
+
+TEST(VString, TravelsThroughAFile) {
+    MemoryFile file;
+    VString written("with \xFF and \n");
+    VString read("old");
+    EXPECT_TRUE(written.Serialize(file));
+    file.Rewind();
+    EXPECT_TRUE(read.Serialize(file));
+    EXPECT_TRUE(read == written);
+}
+
+} // namespace

@@ -1,0 +1,145 @@
+#include "foundation/containers/VObjectArray.h"
+#include "foundation/core/VObjectRef.h"
+#include "foundation/strings/SPoint.h"
+#include "foundation/strings/SRect.h"
+#include "foundation/strings/SSize.h"
+#include "foundation/strings/SValue.h"
+#include "foundation/strings/VString.h"
+#include "tests/support/Counted.h"
+
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <cmath>
+
+namespace {
+
+using namespace VFoundation;
+using testing_support::ACounted;
+
+TEST(SValue, EveryKindComesBackAndOtherGettersGiveNothing) {
+    SValue value;
+    EXPECT_EQ(value.Type(), SValue::kUnknown);
+    value.SetValueToDouble(-1.5);
+    EXPECT_EQ(value.GetDouble(), -1.5);
+    EXPECT_EQ(value.GetVoidPointer(), nullptr) << "no bits of the double";
+    value.SetValueToInt(0x1'8000'0000L);
+    EXPECT_EQ(value.GetInt(), INT_MIN) << "32 bits";
+    EXPECT_FALSE(value.GetBool());
+    value.SetValueToChar('\x80');
+    EXPECT_EQ(value.GetChar(), '\x80');
+    EXPECT_EQ(value.GetInt(), 0);
+    value.SetValueToFloat(0.25F);
+    EXPECT_EQ(value.GetFloat(), 0.25F);
+    value.SetValueToBool(true);
+    EXPECT_TRUE(value.GetBool());
+    value.SetValueToVoidPointer(&value);
+    EXPECT_EQ(value.GetVoidPointer(), &value);
+    VString text("old");
+    EXPECT_FALSE(value.GetString(text));
+    EXPECT_TRUE(text.IsEmpty());
+    value.SetValueToString("text"); // no string is read out of the pointer's bits
+    EXPECT_TRUE(value.GetString(text));
+    EXPECT_TRUE(text == "text");
+    EXPECT_EQ(value.GetObject(), nullptr);
+    value.SetValueToUnknown();
+    EXPECT_EQ(value.Type(), SValue::kUnknown);
+}
+
+TEST(SValue, HoldsOneReference) {
+    auto const object = VObjectRef<ACounted>::Adopt(ACounted::New());
+    auto const other = VObjectRef<ACounted>::Adopt(ACounted::New());
+    {
+        SValue value;
+        value.SetValueToObject(object.Get());
+        value.SetValueToObject(object.Get());
+        EXPECT_EQ(object->RetainCount(), 2);
+        SValue copy(value);
+        EXPECT_EQ(object->RetainCount(), 3);
+        EXPECT_TRUE(copy == value);
+        copy = static_cast<SValue const&>(copy);
+        copy.SetValueToBool(true);
+        EXPECT_EQ(object->RetainCount(), 2);
+        value.SetValueToObject(other.Get());
+        EXPECT_EQ(object->RetainCount(), 1);
+        EXPECT_EQ(other->RetainCount(), 2);
+        value.SetValueToObject(nullptr);
+        EXPECT_EQ(value.Type(), SValue::kObject);
+        EXPECT_FALSE(value == copy);
+        value.SetValueToObject(other.Get());
+    }
+    EXPECT_EQ(other->RetainCount(), 1);
+}
+
+TEST(SValue, TakesTextAndObjectsOutOfWhatItHolds) {
+    SValue value;
+    value.SetValueToObject(VObjectRef<VString>::Adopt(VString::NewString("inner")).Get());
+    value.SetValueToString(static_cast<VString const&>(*value.GetObject())); // its only owner lets go of it
+    VString text;
+    value.GetString(text);
+    EXPECT_TRUE(text == "inner");
+    value.SetValueToString("again");
+    value.GetString(text);
+    EXPECT_TRUE(text == "again");
+
+    auto array = VObjectRef<VObjectArray>::Adopt(VObjectArray::NewObjectArray());
+    array->AddObject(VObjectRef<ACounted>::Adopt(ACounted::New()).Get());
+    VObject* const inner = array->ObjectAtIndex(0);
+    value.SetValueToObject(array.Get());
+    array = {};
+    value.SetValueToObject(inner);
+    ASSERT_EQ(ACounted::ms_alive, 1);
+    EXPECT_EQ(inner->RetainCount(), 1);
+}
+
+TEST(SValue, ComparesByContent) {
+    SValue a;
+    SValue b;
+    EXPECT_TRUE(a == b);
+    a.SetValueToString("same");
+    b.SetValueToString("same");
+    EXPECT_TRUE(a == b);
+    b.SetValueToString("other");
+    EXPECT_FALSE(a == b);
+    a.SetValueToFloat(NAN);
+    EXPECT_FALSE(a == a);
+    a.SetValueToDouble(0.0);
+    b.SetValueToDouble(-0.0);
+    EXPECT_TRUE(a == b);
+    a.SetValueToInt(1);
+    b.SetValueToBool(true);
+    EXPECT_FALSE(a == b);
+}
+
+TEST(Geometry, TextReadsBackWhatItWrote) {
+    char buffer[SPoint::kTextSize];
+    SRect const rect{INT_MIN, -1, 0, INT_MAX};
+    rect.RectToString(buffer, sizeof buffer);
+    EXPECT_STREQ(buffer, "-2147483648, -1, 0, 2147483647");
+    SRect readRect;
+    EXPECT_TRUE(readRect.RectFromString(buffer));
+    EXPECT_EQ(readRect, rect);
+    SSize{3, 4}.SizeToString(buffer, sizeof buffer);
+    SSize size;
+    EXPECT_TRUE(size.SizeFromString(buffer) && size == (SSize{3, 4}));
+
+    SPoint{12, 34}.PointToString(buffer, 4);
+    EXPECT_STREQ(buffer, "12,");
+    buffer[0] = '#';
+    SPoint{12, 34}.PointToString(buffer, 0);
+    EXPECT_EQ(buffer[0], '#');
+}
+
+TEST(Geometry, ReadsStrictly) {
+    SPoint point{7, 8};
+    EXPECT_TRUE(point.PointFromString("1,2") && point == (SPoint{1, 2}));
+    EXPECT_TRUE(point.PointFromString("-3,   4") && point == (SPoint{-3, 4}));
+    for (char const* const text : {"", "1", "1,", ",2", "1, 2,", "1, 2, 3", " 1, 2", "1, 2 ", "1 ,2",
+                                   "1.0, 2", "+1, 2", "0x1, 2", "2147483648, 0", "1, -2147483649", "1;2"}) {
+        EXPECT_FALSE(point.PointFromString(text)) << text;
+    }
+    EXPECT_FALSE(point.PointFromString(nullptr));
+    EXPECT_EQ(point, (SPoint{-3, 4})) << "a refused text changes nothing";
+}
+
+} // namespace
