@@ -46,9 +46,6 @@ class VColour : public Registered<VColour, VObject>, public SColour {
     /// Same class and same components; names do not count.
     bool IsEqual(VObject const& other) const override;
 
-    /// Writes "colour" in the tagged style; reads it, or the four attributes "red", "green", "blue" and
-    /// "alpha" of older documents, of which each absent one leaves its component.
-    bool SerializeAsXML(VXMLFile& file) override;
 
     /// The first named colour of that name in any case, or null.
     static VColour* GetColourNamed(char const* name);

@@ -45,8 +45,6 @@ class VDate : public Registered<VDate, VObject> {
     void GetDescription(VString& out) const override;
     /// The seconds as a 64-bit number. True.
     bool Serialize(IAIFile& file) override;
-    /// The attribute "seconds".
-    bool SerializeAsXML(VXMLFile& file) override;
 
   private:
     long long m_seconds = 0;

@@ -49,9 +49,6 @@ class VValue : public Registered<VValue, VObject> {
     bool IsEqual(VObject const& other) const override;
     /// True.
     bool Serialize(IAIFile& file) override;
-    /// A type whose name is not in the table reads as unknown; without a "value" the payload stays. False
-    /// when one of the two attributes is missing or cannot be written.
-    bool SerializeAsXML(VXMLFile& file) override;
 
   private:
     SValue m_value;
