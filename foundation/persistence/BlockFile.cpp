@@ -105,7 +105,8 @@ bool BlockFile::Write(void const* bytes, std::size_t size) {
     if (size == 0) {
         return true;
     }
-    if (!m_forWriting || m_failed || Position() > kMaxLength || size > static_cast<std::size_t>(kMaxLength - Position())) {
+    if (!m_forWriting || m_failed || Position() > kMaxLength ||
+        size > static_cast<std::size_t>(kMaxLength - Position())) {
         return Fail();
     }
     unsigned char* room = Put(size);

@@ -62,9 +62,8 @@ enum class eReadRule {
 };
 
 template <FileValue T>
-inline constexpr eReadRule kReadRule = std::is_same_v<T, short> ? eReadRule::eOnlyInChunk
-                                       : kIsOneOf<T, long long, unsigned long long>
-                                           ? eReadRule::eAlways
-                                           : eReadRule::eWithinChunk;
+inline constexpr eReadRule kReadRule = std::is_same_v<T, short>                     ? eReadRule::eOnlyInChunk
+                                       : kIsOneOf<T, long long, unsigned long long> ? eReadRule::eAlways
+                                                                                    : eReadRule::eWithinChunk;
 
 } // namespace VFoundation

@@ -46,7 +46,6 @@ class VColour : public Registered<VColour, VObject>, public SColour {
     /// Same class and same components; names do not count.
     bool IsEqual(VObject const& other) const override;
 
-
     /// The first named colour of that name in any case, or null.
     static VColour* GetColourNamed(char const* name);
 
@@ -57,7 +56,9 @@ class VColour : public Registered<VColour, VObject>, public SColour {
     static VColour* Named(eNamed which);
     // `VColour::Aqua()` and the others.
 #define VFOUNDATION_ROW(accessor, name, r, g, b, a)                                                          \
-    static VColour* accessor() { return Named(eNamed##accessor); }
+    static VColour* accessor() {                                                                             \
+        return Named(eNamed##accessor);                                                                      \
+    }
     VFOUNDATION_NAMED_COLOURS(VFOUNDATION_ROW)
 #undef VFOUNDATION_ROW
 
