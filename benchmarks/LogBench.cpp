@@ -12,8 +12,9 @@
 #include <string>
 #include <unistd.h>
 
-// One formatted line on one thread, written by the caller. Each log beside spdlog's synchronous sink of the same kind,
-// with spdlog's usual prefix (date, time, name, level) and with the bare message, which is what our log writes.
+// One formatted line on one thread, written by the caller. Each log beside spdlog's synchronous sink of the
+// same kind, with spdlog's usual prefix (date, time, name, level) and with the bare message, which is what
+// our log writes.
 
 namespace {
 

@@ -11,8 +11,8 @@
 #include <thread>
 #include <unistd.h>
 
-// Handing one unit to a thread that waits for it, there and back, and the operations when nobody waits. The peers are
-// a condition variable, and the system's semaphore with its kernel wait.
+// Handing one unit to a thread that waits for it, there and back, and the operations when nobody waits. The
+// peers are a condition variable, and the system's semaphore with its kernel wait.
 
 namespace {
 

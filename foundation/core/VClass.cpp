@@ -8,9 +8,9 @@
 #include "foundation/strings/VString.h"
 #include "foundation/threads/VCriticalSection.h"
 #include "foundation/threads/VCriticalSectionScope.h"
+#include "foundation/threads/VThread.h"
 
 #include <cstring>
-#include <cxxabi.h>
 #include <map>
 #include <string>
 #include <utility>
@@ -55,6 +55,7 @@ VClass::VClass(char const* name, VClass* superClass, Factory factory, long versi
     }
 }
 
+// NOLINTNEXTLINE(bugprone-exception-escape): a hook that fails here is reported, not swallowed
 VClass::~VClass() noexcept(false) {
     if (s_classVClass) {
         s_classVClass->InstanceGone();
@@ -78,9 +79,10 @@ VClass::~VClass() noexcept(false) {
         delete std::exchange(m_pool, nullptr);
     } catch (VException const& exception) {
         throw VException(exception);
-    } catch (abi::__forced_unwind&) {
-        throw;
     } catch (...) {
+        if (VThread::CaughtEndOfThread()) {
+            throw;
+        }
         throw VException(VException::eUnrecognized, nullptr, errorText, -1);
     }
 }

@@ -65,7 +65,8 @@ class VString : public Registered<VString, VObject> {
 
     /// Takes `length` bytes of `text`, which ends early at a NUL; the rest up to `length` is NUL then. With
     /// the string's own `CString()` cuts it to `length` in place, or extends it with NULs while `length` is
-    /// below the capacity; does nothing beyond that. DELIBERATE: the length becomes `length` even when the
+    /// below the capacity; does nothing beyond that.
+    /// DELIBERATE: the length becomes `length` even when the
     /// text is shorter; `Length()` may exceed what `CString()` shows.
     void Set(char const* text, unsigned long length);
 
@@ -118,6 +119,9 @@ class VString : public Registered<VString, VObject> {
     void GetDescription(VString& out) const override;
     /// The text as the file's string; its limits on length apply. True.
     bool Serialize(IAIFile& file) override;
+    /// Up to 10 characters stand in the attribute "string", more in the element's text. Reads either; without
+    /// both the string is empty. True.
+    bool SerializeAsXML(VXMLFile& file) override;
 
     /// Puts a dying string into the pool, if there is room. Strings of derived classes just die.
     void Release() const override;

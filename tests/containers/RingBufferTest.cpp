@@ -95,7 +95,7 @@ TEST(RingBuffer, APushThatGivesUpLosesItsUnit) {
     {
         Ring ring(2);
         s_looks = 0;
-        // Whenever the push looks at a slot, a consumer has just emptied the other and a producer filled this.
+        // Whenever the push looks at a slot, a consumer just emptied the other and a producer filled this one.
         s_onLook = [&ring] {
             if (ring.UsedCount() > 0) {
                 PopAndRelease(ring);

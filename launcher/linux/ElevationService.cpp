@@ -1,0 +1,93 @@
+#include "launcher/linux/ElevationService.h"
+
+#include "launcher/linux/ProcessEnvironment.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <string_view>
+#include <unistd.h>
+
+namespace Launcher {
+
+class IElevationService::Reference {
+  public:
+    std::unique_ptr<IRightHolder> holder;
+    std::string iconPath;
+};
+
+namespace {
+
+std::string IconPath(AuthorizationItems environment) {
+    for (SAuthorizationItem const& item : environment) {
+        if (item.value && std::string_view(item.name) == kDialogIconItem) {
+            return {static_cast<char const*>(item.value), item.valueLength};
+        }
+    }
+    return {};
+}
+
+bool IsAdministratorRight(SAuthorizationItem const& right) {
+    return std::string_view(right.name) == kAdministratorRight;
+}
+
+SLaunchRequest MakeRequest(std::string path, char const* const* arguments) {
+    SLaunchRequest request{.path = std::move(path), .arguments = {}, .environment = DisplayVariables()};
+    for (; arguments && *arguments; ++arguments) {
+        request.arguments.emplace_back(*arguments);
+    }
+    return request;
+}
+
+} // namespace
+
+AuthorizationStatus ElevationService::Create(AuthorizationItems, AuthorizationItems, AuthorizationFlags,
+                                             Reference** reference) {
+    std::unique_ptr<IRightHolder> holder = ChooseRightHolder(m_paths);
+    *reference = holder ? new Reference{std::move(holder), {}} : nullptr;
+    return *reference ? kAuthorized : kInternalFailure;
+}
+
+AuthorizationStatus ElevationService::AcquireRights(Reference* reference, AuthorizationItems rights,
+                                                    AuthorizationItems environment,
+                                                    AuthorizationFlags flags) {
+    if (!reference) {
+        return kInternalFailure;
+    }
+    if (!std::all_of(rights.begin(), rights.end(), IsAdministratorRight)) {
+        return kDenied;
+    }
+    if ((flags & kInteractionAllowed) == 0 && ::geteuid() != 0) {
+        return kInteractionNotAllowed;
+    }
+    reference->iconPath = IconPath(environment);
+    return reference->holder->Ask(reference->iconPath);
+}
+
+AuthorizationStatus ElevationService::Execute(Reference* reference, char const* path, AuthorizationFlags,
+                                              char const* const* arguments) {
+    if (!reference || !path) {
+        return kInternalFailure;
+    }
+    std::error_code error;
+    std::filesystem::path const absolutePath = std::filesystem::absolute(path, error);
+    if (error || absolutePath.empty()) {
+        return kToolExecuteFailure;
+    }
+    SLaunchRequest const request = MakeRequest(absolutePath.string(), arguments);
+    std::optional<AuthorizationStatus> status = reference->holder->Launch(request);
+    if (!status) {
+        AuthorizationStatus const asked = reference->holder->Ask(reference->iconPath);
+        if (asked != kAuthorized) {
+            return asked;
+        }
+        status = reference->holder->Launch(request);
+    }
+    return status.value_or(kInternalFailure);
+}
+
+AuthorizationStatus ElevationService::Free(Reference* reference, AuthorizationFlags) {
+    delete reference;
+    return kAuthorized;
+}
+
+} // namespace Launcher
