@@ -5,10 +5,10 @@
 #include "foundation/core/Registered.h"
 #include "foundation/threads/VCriticalSection.h"
 #include "foundation/threads/VCriticalSectionScope.h"
+#include "foundation/threads/VThread.h"
 
 #include <algorithm>
 #include <cstring>
-#include <cxxabi.h>
 #include <list>
 #include <new>
 #include <utility>
@@ -295,9 +295,10 @@ void ClassRegistry::Destroy(VClass* criticalSectionRecord, VClass* objectRecord,
         scope.SetAndEnter(Lock());
         try {
             WalkAndDelete(criticalSectionRecord, objectRecord, profilerRecord);
-        } catch (abi::__forced_unwind&) {
-            throw;
-        } catch (...) { // NOLINT(bugprone-empty-catch): the walk ends; what it did not reach is kept below
+        } catch (...) { // the walk ends; what it did not reach is kept below
+            if (VThread::CaughtEndOfThread()) {
+                throw;
+            }
         }
         RecordArray const& records = *s_records.load();
         for (long i = 0; i < records.Count(); ++i) {

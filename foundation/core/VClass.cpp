@@ -8,9 +8,9 @@
 #include "foundation/strings/VString.h"
 #include "foundation/threads/VCriticalSection.h"
 #include "foundation/threads/VCriticalSectionScope.h"
+#include "foundation/threads/VThread.h"
 
 #include <cstring>
-#include <cxxabi.h>
 #include <map>
 #include <string>
 #include <utility>
@@ -78,9 +78,10 @@ VClass::~VClass() noexcept(false) {
         delete std::exchange(m_pool, nullptr);
     } catch (VException const& exception) {
         throw VException(exception);
-    } catch (abi::__forced_unwind&) {
-        throw;
     } catch (...) {
+        if (VThread::CaughtEndOfThread()) {
+            throw;
+        }
         throw VException(VException::eUnrecognized, nullptr, errorText, -1);
     }
 }

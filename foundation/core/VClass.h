@@ -35,8 +35,8 @@ class IVInstancePool {
 /// instances outlive that call: a record is never freed under a living object.
 ///
 /// DELIBERATE: `ClassForClassName` searches a half-open range and never finds the class that sorts last;
-/// readers that must find it hold its record or map it with `SetClassSubstitution`. DELIBERATE:
-/// `DestroyClassRegistry` does not visit the first entry; that record stays.
+/// readers that must find it hold its record or map it with `SetClassSubstitution`.
+/// DELIBERATE: `DestroyClassRegistry` does not visit the first entry; that record stays.
 ///
 /// Ownership: the registry owns records; callers borrow them.
 /// Threads: registration, look-up, dump and tear-down lock the registry. The counters are statistics: relaxed

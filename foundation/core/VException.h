@@ -17,7 +17,8 @@ namespace VFoundation {
 /// `VExceptionManager::ExceptionHasOccured()`; a thrown exception leaves a line even if nobody catches it.
 ///
 /// Ownership: thrown and caught by value or reference; the source object is borrowed, so look at it only
-/// where it is known to live. Threads: one thread at a time.
+/// where it is known to live.
+/// Threads: one thread at a time.
 class VException : public Registered<VException, VObject> {
   public:
     static constexpr char const* kClassName = "VException";

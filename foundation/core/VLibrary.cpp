@@ -27,7 +27,6 @@
 #include "foundation/threads/VSemaphore.h"
 #include "foundation/threads/VThread.h"
 
-#include <cxxabi.h>
 
 namespace VFoundation {
 
@@ -224,9 +223,10 @@ void UninitializeLibrary(bool destroyRegistry, bool dumpClasses, bool quiet) {
         shutDown.Run();
     } catch (VException const& exception) {
         throw VException(exception);
-    } catch (abi::__forced_unwind&) {
-        throw;
     } catch (...) {
+        if (VThread::CaughtEndOfThread()) {
+            throw;
+        }
         char text[256];
         VString::snprintf(text, sizeof text, "Unknown exception in %s, stage:%i", "UninitializeLibrary",
                           shutDown.CurrentStage());

@@ -11,7 +11,8 @@ namespace VFoundation {
 ///     VObjectRef<VString> name = VObjectRef<VString>::Adopt(VString::NewString("a"));
 ///
 /// Ownership: retains what it is given (`Adopt` and `Allocate` take over a reference instead) and releases
-/// it. Threads: the holder is for one thread at a time; the object has its own rules.
+/// it.
+/// Threads: the holder is for one thread at a time; the object has its own rules.
 template <class T>
 class VObjectRef {
   public:

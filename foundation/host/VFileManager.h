@@ -34,7 +34,8 @@ class VFileManager : public Registered<VFileManager, VObject> {
     static void DeleteDefaultManager();
 
     /// True when `path` leads to anything, symbolic links followed. `isDirectory` may be null; it is set to
-    /// false first. DELIBERATE: one bit of the mode tells a directory, which sockets and block devices have
+    /// false first.
+    /// DELIBERATE: one bit of the mode tells a directory, which sockets and block devices have
     /// too; they are reported as directories.
     bool FileExistsAtPath(VString const& path, bool* isDirectory) const;
 

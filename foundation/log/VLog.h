@@ -30,8 +30,8 @@ extern std::atomic<bool> ms_bVerbose;
 ///
 /// DELIBERATE: while switched off, `Trace` echoes the text of its format, uninterpreted but for "%%", to the
 /// standard error stream; the arguments are not shown.
-/// DELIBERATE: `TraceDebug` has no output in any state.
-/// DELIBERATE: a plain log that is busy for more than 100 ms loses the line.
+/// DELIBERATE: `TraceDebug` is compiled out; it has no output in any state.
+/// DELIBERATE: a plain log waits 100 ms for its turn to write; a line that cannot get it is lost silently.
 ///
 /// Ownership: the process holds one reference to its default log. A log that dies closes its open contexts
 /// first, innermost first.

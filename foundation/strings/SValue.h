@@ -13,7 +13,8 @@ class VString;
 /// A getter of another kind than the one held gives zero, null or the empty string; nothing is converted.
 ///
 /// Ownership: a string is copied into the value, an object is retained, a raw pointer is borrowed. Copying a
-/// value copies its string and shares its object. Threads: one thread at a time.
+/// value copies its string and shares its object.
+/// Threads: one thread at a time.
 struct SValue {
     /// The numbers stand in files: never renumber.
     enum eType : std::int32_t {

@@ -65,7 +65,8 @@ class VString : public Registered<VString, VObject> {
 
     /// Takes `length` bytes of `text`, which ends early at a NUL; the rest up to `length` is NUL then. With
     /// the string's own `CString()` cuts it to `length` in place, or extends it with NULs while `length` is
-    /// below the capacity; does nothing beyond that. DELIBERATE: the length becomes `length` even when the
+    /// below the capacity; does nothing beyond that.
+    /// DELIBERATE: the length becomes `length` even when the
     /// text is shorter; `Length()` may exceed what `CString()` shows.
     void Set(char const* text, unsigned long length);
 

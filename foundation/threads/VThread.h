@@ -17,7 +17,7 @@ class VObjectArrayTmpl;
 /// The library neither joins nor detaches a thread, so the system keeps its stack until the process ends. Who
 /// starts many short threads passes `ID()` to `pthread_join` or `pthread_detach`.
 ///
-/// DELIBERATE: a priority is recorded and not given to the system.
+/// DELIBERATE: a priority is recorded and not given to the system; every thread runs at the usual one.
 ///
 /// Ownership: by reference count.
 /// Threads: the static operations may be called by any thread; a `VThread` object is for one thread at a
