@@ -70,6 +70,9 @@ void VConnectionTuple::InitializeClass() {
         ms_bRecyclingEnabled.store(true, std::memory_order_relaxed);
     }
     ConnectionPool::Create(ms_recycledConnections, kPoolCapacity);
+    if (ms_allConnections) {
+        return; // made on the way, with the class's record
+    }
     ms_allConnections = new VObjectArrayTmpl<VConnectionTuple>(kPoolCapacity);
     for (long i = 0; i < kPoolCapacity; ++i) {
         auto* const tuple = New();
@@ -88,7 +91,8 @@ void VConnectionTuple::ClearAllConnectionTuples() {
         s_bSwitchedOff = true;
     }
     ConnectionPool::Destroy(ms_recycledConnections);
-    auto const all = VObjectRef<VObjectArrayTmpl<VConnectionTuple>>::Adopt(std::exchange(ms_allConnections, nullptr));
+    auto const all =
+        VObjectRef<VObjectArrayTmpl<VConnectionTuple>>::Adopt(std::exchange(ms_allConnections, nullptr));
     for (long i = 0; all && i < all->Count(); ++i) {
         all->ObjectAtIndexTyped(i)->m_bListed = false; // those in use must not come to the next pool
     }

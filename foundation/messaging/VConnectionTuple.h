@@ -53,7 +53,8 @@ class VConnectionTuple : public Registered<VConnectionTuple, VObject> {
     int MessageSend(VMessage* message);
 
     bool Matches(VMessenger const* target, int targetId) const noexcept;
-    bool Matches(VMessenger const* source, int sourceId, VMessenger const* target, int targetId) const noexcept;
+    bool Matches(VMessenger const* source, int sourceId, VMessenger const* target,
+                 int targetId) const noexcept;
 
     /// Puts a tuple that only the list still holds beside the caller into the pool.
     void Release() const override;

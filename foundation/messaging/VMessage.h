@@ -30,7 +30,8 @@ class VMessage : public Registered<VMessage, VObject> {
     static void InitializeClass() {}
     static void UninitializeClass() {}
 
-    /// Copies id and values. DELIBERATE: the user data is not copied; the target keeps its own.
+    /// Copies id and values.
+    /// DELIBERATE: the user data is not copied; the target keeps its own.
     VMessage& operator=(VMessage const& other);
     VMessage* Copy() const override;
     /// Removes id and values.
@@ -38,8 +39,8 @@ class VMessage : public Registered<VMessage, VObject> {
 
     /// True when both pairs of values have the same type. False for null.
     bool Matches(VMessage const* other) const;
-    /// True when the values of `incoming` have the types of this message's, or none: what has no type fits any.
-    /// DELIBERATE: only on the incoming side; this message's values without a type fit nothing else. False for null.
+    /// True when the values of `incoming` have the types of this message's, or none. False for null.
+    /// DELIBERATE: a value without a type fits any on the incoming side only; this message's own fit nothing else.
     bool Receivable(VMessage const* incoming) const;
 
     int MessageID() const noexcept { return m_id; }

@@ -93,8 +93,8 @@ bool VMessageCenter::MessageDelay(VMessenger* target, VMessage* message) {
     return message && Post([=](VCommandTuple& command) { command.SetAndRetainMessage(target, message); });
 }
 
-bool VMessageCenter::ConnectDelayed(VMessenger* source, int sourceId, VMessageCenter* center, VMessenger* target,
-                                    int targetId) {
+bool VMessageCenter::ConnectDelayed(VMessenger* source, int sourceId, VMessageCenter* center,
+                                    VMessenger* target, int targetId) {
     return Post([=](VCommandTuple& command) {
         command.SetAndRetainConnect(source, sourceId, center, target, targetId);
     });
@@ -194,7 +194,9 @@ void VMessageCenter::Service(VCommandTuple& command) {
 void VMessageCenter::ReportLongService(VCommandTuple& command, double seconds) const {
     std::fprintf(stderr, "[%s] LONG MESSAGE SERVICE TIME DETECTED! %.6lf\n", command.Label(), seconds);
     if (command.Kind() == VCommandTuple::eMessage) {
-        auto const nameOf = [](VMessenger* messenger) { return messenger ? messenger->GetMessengerName() : "NULL"; };
+        auto const nameOf = [](VMessenger* messenger) {
+            return messenger ? messenger->GetMessengerName() : "NULL";
+        };
         std::fprintf(stderr, "%s: %s [msg:%i] -> %s [msg:%i]\n", command.Label(), nameOf(command.Source()),
                      command.SourceID(), nameOf(command.Target()), command.TargetID());
     }
