@@ -13,13 +13,14 @@
 
 namespace VFoundation {
 
-/// What a log file and its writer thread share: the open file, the lines that wait for it, and the signals between
-/// the two. Both hold it, so that a writer which is stuck in the system and was given up still has what it works on.
+/// What a log file and its writer thread share: the open file, the lines that wait for it, and the signals
+/// between the two. Both hold it, so that a writer which is stuck in the system and was given up still has
+/// what it works on.
 /// Internal.
 ///
-/// Lines are taken from the queue under the file lock only, and put into it under the queue lock only. So the ring
-/// has one producer and one consumer at a time, for which it keeps the order; and once queueing was switched off,
-/// every line that was accepted is in the queue.
+/// Lines are taken from the queue under the file lock only, and put into it under the queue lock only. So the
+/// ring has one producer and one consumer at a time, for which it keeps the order; and once queueing was
+/// switched off, every line that was accepted is in the queue.
 ///
 /// Threads: any thread may call any operation, except where it says otherwise.
 class LogFileOutput {
@@ -32,7 +33,8 @@ class LogFileOutput {
 
     /// Opens the file for writing. False when that fails, and while a stuck writer holds the one before.
     bool OpenFile(char const* path);
-    /// Writes what is queued and closes the file. One that a stuck writer holds is closed when the writer ends.
+    /// Writes what is queued and closes the file. One that a stuck writer holds is closed when the writer
+    /// ends.
     void CloseFile();
 
     /// False when no file is open. A line that would have to wait for a stuck writer is dropped.

@@ -15,32 +15,36 @@ namespace VFoundation {
 class EventFlag;
 class LogFileOutput;
 
-/// The log that writes to a file, directly or through a writer thread, so that tracing threads do not wait for the
-/// disk:
+/// The log that writes to a file, directly or through a writer thread, so that tracing threads do not wait
+/// for the disk:
 ///
 ///     auto const log = VObjectRef<VLogFile>::Adopt(new VLogFile("/var/tmp/app.log"));
 ///     log->StartLoggingThread();
 ///     VLog::SetLog(log.Get());             // UninitializeLibrary stops the thread
 ///
-/// The first line is the date and time of the opening. Lines are written as they are, without a line feed of their
-/// own. While no file is open they go where a plain log's go.
+/// The first line is the date and time of the opening. Lines are written as they are, without a line feed of
+/// their own. While no file is open they go where a plain log's go.
 ///
-/// With the writer thread a line costs the caller a copy and a signal. Lines keep the order in which a thread traced
-/// them; when the queue of `kQueueCapacity` lines is full, further ones are dropped and counted. A line is in the file
-/// soon after it was traced; without the thread it may stay in the stream's buffer until the file is closed or the
-/// process ends. Lines that are still queued when a process ends without a shut-down are lost.
+/// With the writer thread a line costs the caller a copy and a signal. Lines keep the order in which a thread
+/// traced them; when the queue of `kQueueCapacity` lines is full, further ones are dropped and counted. A
+/// line is in the file soon after it was traced; without the thread it may stay in the stream's buffer until
+/// the file is closed or the process ends. Lines that are still queued when a process ends without a
+/// shut-down are lost.
 ///
 /// The thread is woken through semaphores that all processes of the system share ("VLogFile" and
 /// "VLogFileShutdown"). Where these cannot be opened it looks for lines ten times a second.
 ///
-/// DELIBERATE: while the thread is being stopped, lines are written directly and may stand before queued ones.
-/// DELIBERATE: `ShutdownLoggingThread` gives up only on a thread that has made no progress for 25 s; the count of
-/// waiting lines it compares with is never updated, so one that has written a single line is waited for without end.
+/// DELIBERATE: while the thread is being stopped, lines are written directly and may stand before queued
+/// ones.
+/// DELIBERATE: `ShutdownLoggingThread` gives up only on a thread that has made no progress for 25 s; the
+/// count of waiting lines it compares with is never updated, so one that has written a single line is waited
+/// for without end.
 /// DELIBERATE: the date line has no line feed; the first line that follows stands behind it.
 ///
-/// Ownership: owns its file and thread. A thread that was given up keeps what it needs, and the file if it holds it.
-/// Threads: any thread may trace. `StartLoggingThread` and `ShutdownLoggingThread` are for one thread at a time. A line
-/// that has to wait for a stuck thread for more than 100 ms is dropped and counted.
+/// Ownership: owns its file and thread. A thread that was given up keeps what it needs, and the file if it
+/// holds it.
+/// Threads: any thread may trace. `StartLoggingThread` and `ShutdownLoggingThread` are for one thread at a
+/// time. A line that has to wait for a stuck thread for more than 100 ms is dropped and counted.
 class VLogFile : public Registered<VLogFile, VLog> {
   public:
     static constexpr char const* kClassName = "VLogFile";
@@ -60,7 +64,8 @@ class VLogFile : public Registered<VLogFile, VLog> {
     /// One without a file.
     static VLogFile* New();
 
-    /// Opens a file, or empties one that exists. False when one is open already, and when it cannot be opened.
+    /// Opens a file, or empties one that exists. False when one is open already, and when it cannot be
+    /// opened.
     bool Open(char const* path);
     /// Writes what is queued and closes the file; false when none is open.
     bool Close();
@@ -69,12 +74,12 @@ class VLogFile : public Registered<VLogFile, VLog> {
 
     void AddString(char const* line) override;
 
-    /// Starts the writer thread. False when there is one already, also one that was given up and still runs, and when
-    /// the system refuses.
+    /// Starts the writer thread. False when there is one already, also one that was given up and still runs,
+    /// and when the system refuses.
     bool StartLoggingThread();
     bool IsLoggingThreadRunning() const noexcept;
-    /// Stops the writer thread once it has written what is queued; the file holds all of it then. Traces every step.
-    /// True when the thread has ended, and when there was none.
+    /// Stops the writer thread once it has written what is queued; the file holds all of it then. Traces
+    /// every step. True when the thread has ended, and when there was none.
     bool ShutdownLoggingThread();
     /// Lines that found no room in the queue, no way past a stuck thread or no space on the disk, in all.
     long DroppedLines() const noexcept;

@@ -8,7 +8,8 @@ namespace VFoundation {
 
 class ICmdListener;
 
-/// A command with a value, and whom it is for. A plain value, which is copied freely; `VCmdEvent` is its counted form.
+/// A command with a value, and whom it is for. A plain value, which is copied freely; `VCmdEvent` is its
+/// counted form.
 ///
 /// Ownership: holds its value; borrows the listener.
 /// Threads: one thread at a time.

@@ -14,7 +14,8 @@ namespace VFoundation {
 ///
 /// In XML an event has the attributes "time" and "evID".
 ///
-/// DELIBERATE: files hold names, never numbers; an event of this class, whose ids have none, is read back with -1.
+/// DELIBERATE: files hold names, never numbers; an event of this class, whose ids have none, is read back
+/// with -1.
 ///
 /// Ownership: retains its object.
 /// Threads: one thread at a time.

@@ -74,8 +74,8 @@ bool VMessageCenter::Post(Fill fill) {
         m_pending.RemoveAllObjects();
         return false;
     }
-    // Behind the push: a service that began before it sets the flag again and finds the command, or is over and
-    // leaves it to the next.
+    // Behind the push: a service that began before it sets the flag again and finds the command, or is over
+    // and leaves it to the next.
     if (Serviced()) {
         SetServiced(false);
     }

@@ -10,8 +10,8 @@ namespace VFoundation {
 
 class VDictionary;
 
-/// What is broadcast through a `VNotificationCenter`: a name, the object that it is about, and whatever else the
-/// observers are to know.
+/// What is broadcast through a `VNotificationCenter`: a name, the object that it is about, and whatever else
+/// the observers are to know.
 ///
 /// Ownership: retains its objects; copies name and value.
 /// Threads: one thread at a time.

@@ -51,8 +51,8 @@ void RemoveFromServers(VJobServer* server) {
 
 } // namespace
 
-/// What a thread of a server and those who start and end it tell each other. Both sides share it, so that it is
-/// there when the server no longer is.
+/// What a thread of a server and those who start and end it tell each other. Both sides share it, so that it
+/// is there when the server no longer is.
 struct VJobServer::ThreadLink {
     EventFlag published; // the starter has stored the thread's handle
     EventFlag departed;  // the thread has let go of the server and will not use the library again
