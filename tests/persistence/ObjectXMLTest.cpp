@@ -195,7 +195,7 @@ TEST_F(ObjectXML, AnyRegisteredClassMayBeNamed) {
 TEST_F(ObjectXML, OlderDictionariesAreRead) {
     VXMLFile file;
     VDictionary prefs;
-    ASSERT_TRUE(file.OpenFileForRead(VFOUNDATION_TEST_DATA "/older-dictionary.xml", "Settings"));
+    ASSERT_TRUE(file.OpenFileForRead(PERSISTENCE_TEST_DATA "/older-dictionary.xml", "Settings"));
     ASSERT_TRUE(file.ReadObject("prefs", prefs));
     EXPECT_EQ(m_log, "");
     ASSERT_EQ(prefs.Count(), 3);
@@ -217,7 +217,7 @@ TEST_F(ObjectXML, OlderDictionariesAreRead) {
 }
 
 TEST_F(ObjectXML, DamagedDocumentsLeaveUsableObjects) {
-    std::string const older = Contents(VFOUNDATION_TEST_DATA "/older-dictionary.xml");
+    std::string const older = Contents(PERSISTENCE_TEST_DATA "/older-dictionary.xml");
     VDictionary prefs;
     VXMLFile whole;
     ASSERT_TRUE(Load(whole, older, "Settings") && whole.ReadObject("prefs", prefs));
