@@ -1,0 +1,16 @@
+#include "foundation/messaging/VCmdEvent.h"
+
+namespace VFoundation {
+
+VClass* VCmdEvent::ms_theClass = nullptr;
+
+VCmdEvent::VCmdEvent(VClass* cls) : Registered(cls, 0), m_command(-1, SValue(), nullptr) {
+}
+
+VCmdEvent::~VCmdEvent() = default;
+
+VCmdEvent* VCmdEvent::New() {
+    return new VCmdEvent();
+}
+
+} // namespace VFoundation

@@ -1,0 +1,158 @@
+#include "foundation/messaging/VConnectionTuple.h"
+
+#include "foundation/containers/TRecyclePool.h"
+#include "foundation/containers/VObjectArrayTmpl.h"
+#include "foundation/messaging/VCommandDelayer.h"
+#include "foundation/messaging/VMessage.h"
+#include "foundation/messaging/VMessenger.h"
+
+#include <utility>
+
+namespace VFoundation {
+
+VClass* VConnectionTuple::ms_theClass = nullptr;
+std::atomic<bool> VConnectionTuple::ms_bRecyclingEnabled{true};
+VObjectRingBufferTmpl<VConnectionTuple>* VConnectionTuple::ms_recycledConnections = nullptr;
+VObjectArrayTmpl<VConnectionTuple>* VConnectionTuple::ms_allConnections = nullptr;
+
+namespace {
+
+using ConnectionPool = TRecyclePool<VConnectionTuple>;
+
+/// What a tuple in nobody's use but the caller's counts: the caller's reference and the list's.
+constexpr long kCallerAndList = 2;
+
+/// Set when the library's end switched recycling off, so that its next start switches it on again.
+bool s_bSwitchedOff = false;
+
+/// Lends a message to one target.
+class BorrowedID {
+  public:
+    BorrowedID(VMessage* message, int id) : m_message(message), m_own(message->MessageID()) {
+        message->SetMessageID(id);
+    }
+    BorrowedID(BorrowedID const&) = delete;
+    BorrowedID& operator=(BorrowedID const&) = delete;
+    ~BorrowedID() { m_message->SetMessageID(m_own); }
+
+    int Own() const noexcept { return m_own; }
+
+  private:
+    VMessage* m_message;
+    int m_own;
+};
+
+} // namespace
+
+VConnectionTuple::VConnectionTuple(VClass* cls) : Registered(cls) {
+}
+
+VConnectionTuple::~VConnectionTuple() = default;
+
+VConnectionTuple* VConnectionTuple::New() {
+    return new VConnectionTuple();
+}
+
+VConnectionTuple* VConnectionTuple::NewConnectionTuple() {
+    if (ms_bRecyclingEnabled.load(std::memory_order_relaxed)) {
+        if (auto* const tuple = ConnectionPool::Pop(ms_recycledConnections, &VConnectionTuple::m_bRecycled)) {
+            return tuple;
+        }
+    }
+    return New();
+}
+
+void VConnectionTuple::InitializeClass() {
+    if (ms_recycledConnections) {
+        return;
+    }
+    if (std::exchange(s_bSwitchedOff, false)) {
+        ms_bRecyclingEnabled.store(true, std::memory_order_relaxed);
+    }
+    ConnectionPool::Create(ms_recycledConnections, kPoolCapacity);
+    if (ms_allConnections) {
+        return; // made on the way, with the class's record
+    }
+    ms_allConnections = new VObjectArrayTmpl<VConnectionTuple>(kPoolCapacity);
+    for (long i = 0; i < kPoolCapacity; ++i) {
+        auto* const tuple = New();
+        tuple->m_bListed = true;
+        ms_allConnections->AddObject(tuple);
+        tuple->Release();
+    }
+}
+
+void VConnectionTuple::UninitializeClass() {
+    ClearAllConnectionTuples();
+}
+
+void VConnectionTuple::ClearAllConnectionTuples() {
+    if (ms_bRecyclingEnabled.exchange(false, std::memory_order_relaxed)) {
+        s_bSwitchedOff = true;
+    }
+    ConnectionPool::Destroy(ms_recycledConnections);
+    auto const all =
+        VObjectRef<VObjectArrayTmpl<VConnectionTuple>>::Adopt(std::exchange(ms_allConnections, nullptr));
+    for (long i = 0; all && i < all->Count(); ++i) {
+        all->ObjectAtIndexTyped(i)->m_bListed = false; // those in use must not come to the next pool
+    }
+}
+
+void VConnectionTuple::Set(VMessenger* source, int sourceId, VMessenger* target, int targetId,
+                           VCommandDelayer* delayer) {
+    m_source.Exchange(source);
+    m_sourceId = sourceId;
+    m_target.Exchange(target);
+    m_targetId = targetId;
+    m_delayer = delayer;
+}
+
+void VConnectionTuple::Disconnect() {
+    m_target.Exchange(nullptr);
+    m_source.Exchange(nullptr);
+    m_delayer = nullptr;
+    m_sourceId = kNoID;
+    m_targetId = kNoID;
+}
+
+int VConnectionTuple::MessageSend(VMessage* message) {
+    if (!message) {
+        return kNoID;
+    }
+    BorrowedID const borrowed(message, m_targetId);
+    // The handler may remove this connection: no member is used after these calls.
+    if (m_delayer) {
+        m_delayer->MessageDelay(m_target.Get(), message);
+    } else if (m_target) {
+        m_target->ReceiveMessage(message);
+    }
+    return borrowed.Own();
+}
+
+bool VConnectionTuple::Matches(VMessenger const* target, int targetId) const noexcept {
+    return m_target.Get() == target && m_targetId == targetId;
+}
+
+bool VConnectionTuple::Matches(VMessenger const* source, int sourceId, VMessenger const* target,
+                               int targetId) const noexcept {
+    return m_source.Get() == source && m_sourceId == sourceId && Matches(target, targetId);
+}
+
+/// Acquires what other holders did before they released.
+bool VConnectionTuple::MayBeRecycled() const noexcept {
+    return m_bListed && !m_bRecycled && ms_recycledConnections &&
+           ms_bRecyclingEnabled.load(std::memory_order_relaxed) &&
+           (CountWord().load(std::memory_order_acquire) & kRetainCountMask) == kCallerAndList;
+}
+
+void VConnectionTuple::Release() const {
+    if (MayBeRecycled()) {
+        const_cast<VConnectionTuple*>(this)->Disconnect();
+        if (ConnectionPool::Push(ms_recycledConnections, this, &VConnectionTuple::m_bRecycled)) {
+            return; // the pool has the caller's reference now
+        }
+    }
+    VObject::Release();
+}
+
+} // namespace VFoundation

@@ -1,0 +1,80 @@
+#pragma once
+
+#include "foundation/core/Registered.h"
+#include "foundation/core/VObjectRef.h"
+
+#include <atomic>
+#include <cstdint>
+
+namespace VFoundation {
+
+class VCommandDelayer;
+class VMessage;
+class VMessenger;
+template <class T>
+class VObjectArrayTmpl;
+template <class T>
+class VObjectRingBufferTmpl;
+
+/// One connection: from an outgoing id of a source to an incoming id of a target, at once or through a
+/// delayer. `VMessenger::AddConnection` makes them.
+///
+/// The library makes `kPoolCapacity` tuples at its start and recycles them; a list holds one reference to
+/// each, so the one who returns a tuple to the pool is the last but one of its holders. Beyond that number
+/// they are made and deleted one by one.
+///
+/// Ownership: retains both messengers; borrows the delayer.
+/// Threads: a tuple is for one thread at a time; any thread may take one from the pool and release one.
+class VConnectionTuple : public Registered<VConnectionTuple, VObject> {
+  public:
+    static constexpr char const* kClassName = "VConnectionTuple";
+    static VClass* ms_theClass;
+    static constexpr long kPoolCapacity = 8192;
+    static constexpr int kNoID = -1;
+
+    explicit VConnectionTuple(VClass* cls = nullptr);
+    VConnectionTuple(VConnectionTuple const&) = delete;
+    VConnectionTuple& operator=(VConnectionTuple const&) = delete;
+    ~VConnectionTuple() override;
+    /// A tuple (owned) that connects nothing: from the pool, or a new one.
+    static VConnectionTuple* NewConnectionTuple();
+    static VConnectionTuple* New();
+    /// Makes list and pool, unless they exist.
+    static void InitializeClass();
+    /// Switches recycling off and ends list and pool; connections that exist stay whole.
+    static void UninitializeClass();
+    static void ClearAllConnectionTuples();
+
+    void Set(VMessenger* source, int sourceId, VMessenger* target, int targetId, VCommandDelayer* delayer);
+
+    /// Delivers the message to the target under the target's id, or has the delayer queue a copy. The message
+    /// is lent, and has its own id again afterwards; the result is that id, or -1 for null. The connection
+    /// may be removed meanwhile.
+    int MessageSend(VMessage* message);
+
+    bool Matches(VMessenger const* target, int targetId) const noexcept;
+    bool Matches(VMessenger const* source, int sourceId, VMessenger const* target,
+                 int targetId) const noexcept;
+
+    /// Puts a tuple that only the list still holds beside the caller into the pool.
+    void Release() const override;
+
+    /// Switches the pool; cleared when the library shuts down.
+    static std::atomic<bool> ms_bRecyclingEnabled;
+    static VObjectRingBufferTmpl<VConnectionTuple>* ms_recycledConnections;
+    static VObjectArrayTmpl<VConnectionTuple>* ms_allConnections;
+
+  private:
+    bool MayBeRecycled() const noexcept;
+    void Disconnect();
+
+    VObjectRef<VMessenger> m_source;
+    std::int32_t m_sourceId = kNoID;
+    VObjectRef<VMessenger> m_target;
+    std::int32_t m_targetId = kNoID;
+    VCommandDelayer* m_delayer = nullptr;
+    bool m_bRecycled = false; // true while in the pool
+    bool m_bListed = false;   // in the list of all
+};
+
+} // namespace VFoundation

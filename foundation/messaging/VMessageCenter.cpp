@@ -1,0 +1,259 @@
+#include "foundation/messaging/VMessageCenter.h"
+
+#include "foundation/messaging/VConnectionTuple.h"
+#include "foundation/messaging/VMessageCenterJob.h"
+#include "foundation/messaging/VMessenger.h"
+#include "foundation/threads/VJobServer.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <utility>
+
+namespace VFoundation {
+
+VClass* VMessageCenter::ms_theClass = nullptr;
+
+namespace {
+
+constexpr int kServerQueueSize = 1;
+
+unsigned long UsableCapacity(int capacity) {
+    return static_cast<unsigned long>(std::max(capacity, 0));
+}
+
+} // namespace
+
+/// A command on its way from the queue back to the free ones, whatever happens to it in between.
+class VMessageCenter::CommandScope {
+  public:
+    CommandScope(VMessageCenter* center, VCommandTuple* command)
+        : m_center(center), m_command(VObjectRef<VCommandTuple>::Adopt(command)) {}
+    CommandScope(CommandScope const&) = delete;
+    CommandScope& operator=(CommandScope const&) = delete;
+    ~CommandScope() {
+        m_command->ClearAndRelease();
+        m_center->ReturnToFree(m_command.Get());
+    }
+
+  private:
+    VMessageCenter* m_center;
+    VObjectRef<VCommandTuple> m_command;
+};
+
+VMessageCenter::VMessageCenter(VClass* cls, int capacity)
+    : Registered(cls), m_pending(UsableCapacity(capacity)), m_free(UsableCapacity(capacity)) {
+    for (int i = 0; i < capacity; ++i) {
+        m_free.Push(VObjectRef<VCommandTuple>::Adopt(VCommandTuple::New()).Get());
+    }
+}
+
+VMessageCenter::~VMessageCenter() {
+    VMessageCenter::StopCenter();
+}
+
+VMessageCenter* VMessageCenter::New() {
+    return new VMessageCenter(kDefaultCapacity);
+}
+
+// Posts
+
+template <class Fill>
+bool VMessageCenter::Post(Fill fill) {
+    VCommandTuple* popped = nullptr;
+    if (!IsAccepting() || m_stopped.load() || !m_free.Pop(&popped)) {
+        return false;
+    }
+    auto const command = VObjectRef<VCommandTuple>::Adopt(popped);
+    fill(*command);
+    if (!m_pending.Push(command.Get())) {
+        command->ClearAndRelease();
+        ReturnToFree(command.Get());
+        return false;
+    }
+    if (m_stopped.load()) { // the command came behind the clearing of the queue
+        m_pending.RemoveAllObjects();
+        return false;
+    }
+    // Behind the push: a service that began before it sets the flag again and finds the command, or is over
+    // and leaves it to the next.
+    if (Serviced()) {
+        SetServiced(false);
+    }
+    return true;
+}
+
+void VMessageCenter::ReturnToFree(VCommandTuple* command) {
+    m_free.Push(command);
+    if (m_stopped.load()) {
+        m_free.RemoveAllObjects();
+    }
+}
+
+bool VMessageCenter::MessageDelay(VMessenger* target, VMessage* message) {
+    return message && Post([=](VCommandTuple& command) { command.SetAndRetainMessage(target, message); });
+}
+
+bool VMessageCenter::ConnectDelayed(VMessenger* source, int sourceId, VMessageCenter* center,
+                                    VMessenger* target, int targetId) {
+    return Post([=](VCommandTuple& command) {
+        command.SetAndRetainConnect(source, sourceId, center, target, targetId);
+    });
+}
+
+bool VMessageCenter::DisconnectDelayed(VMessenger* source, int sourceId, VMessageCenter* center,
+                                       VMessenger* target, int targetId) {
+    return Post([=](VCommandTuple& command) {
+        command.SetAndRetainDisconnect(source, sourceId, center, target, targetId);
+    });
+}
+
+long VMessageCenter::CommandCountMin() {
+    return m_pending.UsedCount();
+}
+
+// Connections
+
+namespace {
+
+/// Tells both messengers that a connection between them is about to change; false when an id is too high.
+bool Touch(VMessenger* source, int sourceId, VMessenger* target, int targetId) {
+    if (!source || !target || sourceId >= source->GetOutMessageCount() ||
+        targetId >= target->GetInMessageCount()) {
+        return false;
+    }
+    source->TouchOutMessage(sourceId);
+    target->TouchInMessage(targetId);
+    return true;
+}
+
+} // namespace
+
+bool VMessageCenter::ConnectImmediate(VMessenger* source, int sourceId, VMessageCenter* center,
+                                      VMessenger* target, int targetId) {
+    return Touch(source, sourceId, target, targetId) &&
+           source->AddConnection(sourceId, target, targetId, center);
+}
+
+bool VMessageCenter::DisconnectImmediate(VMessenger* source, int sourceId, VMessageCenter* center,
+                                         VMessenger* target, int targetId) {
+    return source && source->GetConnectionsCount() > 0 && Touch(source, sourceId, target, targetId) &&
+           source->RemoveConnection(sourceId, target, targetId, center);
+}
+
+bool VMessageCenter::ReconnectImmediate(VMessenger* source, int sourceId, VMessageCenter* center,
+                                        VMessenger* target, int targetId) {
+    DisconnectImmediate(source, sourceId, center, target, targetId);
+    return ConnectImmediate(source, sourceId, center, target, targetId);
+}
+
+// Service
+
+long VMessageCenter::SendDelayedCommands() {
+    VCommandDelayer::SendDelayedCommands();
+    SetServiced(true); // before the queue is looked at: whatever comes later clears it
+    long count = 0;
+    VCommandTuple* command = nullptr;
+    try {
+        while (m_pending.Pop(&command)) {
+            CommandScope const scope(this, command);
+            Service(*command);
+            ++count;
+        }
+    } catch (...) {
+        SetServiced(false); // the commands that are left need another service
+        throw;
+    }
+    return count;
+}
+
+void VMessageCenter::Service(VCommandTuple& command) {
+    VMessenger* const source = command.Source();
+    VMessenger* const target = command.Target();
+    m_serviceStopWatch.StartTimer();
+    switch (command.Kind()) {
+    case VCommandTuple::eConnect:
+        ConnectImmediate(source, command.SourceID(), command.Center(), target, command.TargetID());
+        break;
+    case VCommandTuple::eDisconnect:
+        DisconnectImmediate(source, command.SourceID(), command.Center(), target, command.TargetID());
+        break;
+    case VCommandTuple::eMessage:
+        if (target) {
+            target->ReceiveMessage(command.Message());
+        }
+        break;
+    default:
+        break;
+    }
+    double const seconds = m_serviceStopWatch.GetElapsedTime();
+    if (seconds > kLongServiceTime) {
+        ReportLongService(command, seconds);
+    }
+}
+
+void VMessageCenter::ReportLongService(VCommandTuple& command, double seconds) const {
+    std::fprintf(stderr, "[%s] LONG MESSAGE SERVICE TIME DETECTED! %.6lf\n", command.Label(), seconds);
+    if (command.Kind() == VCommandTuple::eMessage) {
+        auto const nameOf = [](VMessenger* messenger) {
+            return messenger ? messenger->GetMessengerName() : "NULL";
+        };
+        std::fprintf(stderr, "%s: %s [msg:%i] -> %s [msg:%i]\n", command.Label(), nameOf(command.Source()),
+                     command.SourceID(), nameOf(command.Target()), command.TargetID());
+    }
+}
+
+VCriticalSection* VMessageCenter::GetCriticalSection() {
+    return m_criticalSection.load();
+}
+
+void VMessageCenter::SetCriticalSection(VCriticalSection* section) {
+    m_criticalSection.store(section);
+}
+
+// The job
+
+void VMessageCenter::StartCenter(char const* name, long sleepMilliseconds) {
+    VObjectRef<VJobServer> server;
+    VObjectRef<VMessageCenterJob> job;
+    {
+        std::lock_guard const lock(m_startLock);
+        server = m_server;
+        job = m_job;
+    }
+    // Made outside the lock, as a name that does not do is reported to the log.
+    if (!server) {
+        server = VObjectRef<VJobServer>::Adopt(new VJobServer(name, kServerQueueSize, nullptr));
+    }
+    if (!job) {
+        job = VObjectRef<VMessageCenterJob>::Adopt(new VMessageCenterJob(this, sleepMilliseconds));
+    }
+    {
+        std::lock_guard const lock(m_startLock);
+        m_server = server;
+        m_job = job;
+    }
+    server->StartServer();
+    server->AddJob(job.Get());
+}
+
+void VMessageCenter::StopCenter() {
+    m_stopped.store(true);
+    VObjectRef<VJobServer> server;
+    VObjectRef<VMessageCenterJob> job;
+    {
+        std::lock_guard const lock(m_startLock);
+        std::swap(server, m_server);
+        job = m_job;
+    }
+    if (server) {
+        server->KillAllJobs();
+        if (job) {
+            job->AbortJob(); // also a job that was on its way from the queue to its start, or will never start
+        }
+        server->EndServer(true);
+    }
+    m_free.RemoveAllObjects();
+    m_pending.RemoveAllObjects();
+}
+
+} // namespace VFoundation

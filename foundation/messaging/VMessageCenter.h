@@ -1,0 +1,125 @@
+#pragma once
+
+#include "foundation/containers/VObjectRingBufferTmpl.h"
+#include "foundation/core/VObjectRef.h"
+#include "foundation/messaging/VCommandDelayer.h"
+#include "foundation/messaging/VCommandTuple.h"
+
+#include <atomic>
+#include <mutex>
+
+namespace VFoundation {
+
+class VJobServer;
+class VMessageCenterJob;
+
+/// Connects messengers, and carries messages between threads. Whoever posts leaves a command in a queue of
+/// fixed size, without a lock and without an allocation; commands are serviced later, in batches: by a job
+/// that looks every few milliseconds (`StartCenter`), or by whoever calls `SendDelayedCommands`.
+///
+///     auto const center = VObjectRef<VMessageCenter>::Adopt(new VMessageCenter(256));
+///     center->ConnectImmediate(knob, kTurned, center.Get(), motor, kSetSpeed); // delayed through the centre
+///     center->StartCenter("Panel 4711", 5);
+///     ...
+///     center->StopCenter();
+///
+/// The centre that stands among the arguments becomes the delayer of the connection: null connects for
+/// immediate delivery, on the sender's thread.
+///
+/// Stop a centre before its last `Release`: its job, and connect commands that wait in it, hold references to
+/// it. The name given to `StartCenter` is that of a job server and has its rules (`VJobServer`). Polling
+/// every 5 ms costs about 1 % of a core, the server's thread included.
+///
+/// A command that takes more than 100 microseconds is reported on the standard error stream. An exception of
+/// a handler leaves `SendDelayedCommands`; the commands behind it stay queued. The job writes a line to the
+/// log and goes on.
+///
+/// DELIBERATE: the job services at most once in 0.1 s, however often it looks.
+/// DELIBERATE: a stopped centre has lost its commands for good; started again it runs and still refuses every
+/// post.
+/// DELIBERATE: the time of a slow message is reported without source and ids, which the command does not
+/// carry.
+///
+/// Ownership: retains what its commands name until they are serviced. Borrows the critical section.
+/// Threads: posts from any thread. Servicing by one thread at a time: to service a started centre by hand as
+/// well, set a critical section and hold it; the job passes over a poll while another thread does.
+/// `StartCenter` and `StopCenter` are for the owner's thread; a handler may stop its own centre.
+class VMessageCenter : public Registered<VMessageCenter, VCommandDelayer> {
+  public:
+    static constexpr char const* kClassName = "VMessageCenter";
+    static VClass* ms_theClass;
+    static constexpr int kDefaultCapacity = 256;
+    /// Seconds that a command may take unreported.
+    static constexpr double kLongServiceTime = 0.0001;
+
+    /// Room for `capacity` commands; none when it is 0 or less.
+    explicit VMessageCenter(int capacity, VClass* cls = nullptr) : VMessageCenter(cls, capacity) {}
+    VMessageCenter(VMessageCenter const&) = delete;
+    VMessageCenter& operator=(VMessageCenter const&) = delete;
+    /// Stops the centre.
+    ~VMessageCenter() override;
+    /// One with room for `kDefaultCapacity` commands.
+    static VMessageCenter* New();
+    static void InitializeClass() {}
+    static void UninitializeClass() {}
+
+    // Posts: true when queued. False when the queue is full, when the centre does not accept, and once it was
+    // stopped. A message is copied. Commands without source or target do nothing when their time comes.
+    bool MessageDelay(VMessenger* target, VMessage* message) override;
+    bool ConnectDelayed(VMessenger* source, int sourceId, VMessageCenter* center, VMessenger* target,
+                        int targetId) override;
+    bool DisconnectDelayed(VMessenger* source, int sourceId, VMessageCenter* center, VMessenger* target,
+                           int targetId) override;
+
+    // At once: true when it was done. False for an id that is too high for its messenger. A negative source
+    // id connects nothing, a negative target id is delivered as it is.
+    bool ConnectImmediate(VMessenger* source, int sourceId, VMessageCenter* center, VMessenger* target,
+                          int targetId) override;
+    bool DisconnectImmediate(VMessenger* source, int sourceId, VMessageCenter* center, VMessenger* target,
+                             int targetId) override;
+    /// Disconnects, whether or not there was a connection, and connects.
+    bool ReconnectImmediate(VMessenger* source, int sourceId, VMessageCenter* center, VMessenger* target,
+                            int targetId) override;
+
+    /// Services commands until none is queued; the result is their number.
+    long SendDelayedCommands() override;
+    /// Commands queued; other threads may be adding to them.
+    long CommandCountMin() override;
+
+    VCriticalSection* GetCriticalSection() override;
+    void SetCriticalSection(VCriticalSection* section) override;
+
+    /// Starts a job that services the centre, and looks for commands every so many milliseconds (1 at least).
+    /// While started another call changes nothing.
+    void StartCenter(char const* name, long sleepMilliseconds) override;
+    /// Stops the job, waits until it is over, and drops what is queued. From a handler it does not wait: the
+    /// job ends after the handler.
+    void StopCenter() override;
+
+    /// A centre that does not accept refuses posts; it accepts at first.
+    bool IsAccepting() const noexcept { return m_accepting.load(std::memory_order_relaxed); }
+    void SetAccepting(bool accepting) noexcept { m_accepting.store(accepting, std::memory_order_relaxed); }
+
+  protected:
+    VMessageCenter(VClass* cls, int capacity);
+
+  private:
+    class CommandScope;
+
+    template <class Fill>
+    bool Post(Fill fill);
+    void ReturnToFree(VCommandTuple* command);
+    void Service(VCommandTuple& command);
+    void ReportLongService(VCommandTuple& command, double seconds) const;
+
+    VObjectRingBufferTmpl<VCommandTuple> m_pending;
+    VObjectRingBufferTmpl<VCommandTuple> m_free;
+    std::mutex m_startLock; // the two below; held for their exchange only
+    VObjectRef<VJobServer> m_server;
+    VObjectRef<VMessageCenterJob> m_job;
+    std::atomic<VCriticalSection*> m_criticalSection{nullptr};
+    std::atomic<bool> m_accepting{true};
+    std::atomic<bool> m_stopped{false};
+};
+
+} // namespace VFoundation

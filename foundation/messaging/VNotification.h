@@ -1,0 +1,52 @@
+#pragma once
+
+#include "foundation/core/Registered.h"
+#include "foundation/core/VObjectRef.h"
+#include "foundation/messaging/INotification.h"
+#include "foundation/strings/SValue.h"
+#include "foundation/strings/VString.h"
+
+namespace VFoundation {
+
+class VDictionary;
+
+/// What is broadcast through a `VNotificationCenter`: a name, the object that it is about, and whatever else
+/// the observers are to know.
+///
+/// Ownership: retains its objects; copies name and value.
+/// Threads: one thread at a time.
+class VNotification : public INotification, public Registered<VNotification, VObject> {
+  public:
+    static constexpr char const* kClassName = "VNotification";
+    static VClass* ms_theClass;
+
+    /// Everything empty.
+    explicit VNotification(VClass* cls = nullptr);
+    VNotification(VNotification const&) = delete;
+    VNotification& operator=(VNotification const&) = delete;
+    ~VNotification() override;
+    static VNotification* New();
+    static void InitializeClass() {}
+    static void UninitializeClass() {}
+
+    VString const& Name() const noexcept { return m_name; }
+    void SetName(VString const& name) { m_name = name; }
+    VObject* Object() const noexcept { return m_object.Get(); }
+    void SetObject(VObject* object) { m_object.Exchange(object); }
+    SValue const& UserVal() const noexcept { return m_userVal; }
+    void SetUserVal(SValue const& value) { m_userVal = value; }
+    VDictionary* UserInfo() const noexcept { return m_userInfo.Get(); }
+    void SetUserInfo(VDictionary* info);
+    /// An object kept for as long as the notification.
+    VObject* Attachment() const noexcept { return m_attachment.Get(); }
+    void SetAttachment(VObject* object) { m_attachment.Exchange(object); }
+
+  private:
+    VString m_name;
+    VObjectRef<VObject> m_object;
+    SValue m_userVal;
+    VObjectRef<VDictionary> m_userInfo;
+    VObjectRef<VObject> m_attachment;
+};
+
+} // namespace VFoundation

@@ -1,0 +1,7 @@
+#include "foundation/threads/VJobPoolTicket.h"
+
+namespace VFoundation {
+
+VClass* VJobPoolTicket::ms_theClass = nullptr;
+
+} // namespace VFoundation

@@ -1,0 +1,174 @@
+#pragma once
+
+#include "foundation/containers/VObjectRingBufferTmpl.h"
+#include "foundation/core/Registered.h"
+#include "foundation/core/VObjectRef.h"
+#include "foundation/log/VStopWatch.h"
+#include "foundation/strings/VString.h"
+#include "foundation/threads/VLock.h"
+#include "foundation/threads/VSemaphore.h"
+#include "foundation/threads/VThread.h"
+
+#include <atomic>
+#include <cstdint>
+#include <memory>
+#include <mutex>
+
+namespace VFoundation {
+
+class VJob;
+class VPtrArray;
+class WaitingJobs;
+
+/// A named thread that runs jobs, those of higher priority first and those of equal priority as they arrived:
+///
+///     auto const server = VObjectRef<VJobServer>::Adopt(new VJobServer("Importer 4711", 64));
+///     server->AddJob(job);          // starts the thread
+///     ...
+///     server->KillAllJobs();
+///     server->EndServer(true);
+///
+/// End a server before its last `Release`: its thread holds a reference, and nobody could end it afterwards.
+/// It can be started again; jobs still queued are run then.
+///
+/// The name is that of a semaphore which the whole system shares (`VSemaphore`): choose one that no other
+/// server on the machine has, and without '/'. A server whose semaphore cannot be opened takes jobs and runs
+/// none. The idle thread looks at the semaphore every 5 ms for the sake of other processes, which costs about
+/// 1 % of a core; a job added by this process starts it at once.
+///
+/// An exception that leaves a hook, a delegate or `DoJob` is written to the log. The job then counts as
+/// failed, and the thread goes on to the next one.
+///
+/// DELIBERATE: each signal of the semaphore runs at most one job; signals and jobs go by count, so one that
+/// another process took leaves a job waiting until the next is added.
+/// DELIBERATE: `StartServer` is true although the thread could not be started or has not come up in time; see
+/// `IsServerRunning()`.
+/// DELIBERATE: `EndServer` lets a running server work for another 100 ms before it asks it to stop.
+/// DELIBERATE: `EndServer` is true although the thread did not stop; a line on the standard error stream says
+/// so.
+///
+/// Ownership: retains queued jobs until they have run. The thread retains the server.
+/// Threads: any thread may call any operation. No lock is held while hooks, delegates or jobs are called.
+class VJobServer : public Registered<VJobServer, VObject> {
+  public:
+    static constexpr char const* kClassName = "VJobServer";
+    static VClass* ms_theClass;
+    static constexpr int kDefaultQueueSize = 16;
+
+    /// Room for `queueSize` + 1 jobs that the thread has not yet looked at.
+    VJobServer(char const* name, int queueSize, VClass* cls = nullptr) : VJobServer(cls, name, queueSize) {}
+    VJobServer(VJobServer const&) = delete;
+    VJobServer& operator=(VJobServer const&) = delete;
+    ~VJobServer() override;
+    /// One named "VJobServer" with room for `kDefaultQueueSize` jobs.
+    static VJobServer* New();
+    /// Makes the list of live servers.
+    static void InitializeClass();
+    static void UninitializeClass();
+
+    void Retain() const override;
+    void Release() const override;
+    /// "[<class>]", whether the thread runs, how many jobs are queued, and the job that it is at.
+    void GetDescription(VString& out) const override;
+
+    /// Queues a job (retained) and starts the server if it is not running. False for null, and when the queue
+    /// is full. The job's delegate hears of a success only.
+    virtual bool AddJob(VJob* job);
+    /// Hooks around each job, on the server's thread.
+    virtual void ServerPreDoActiveJob();
+    virtual void ServerPostDoActiveJob();
+    /// True when `a` is to run before `b`: if its priority is higher; false for null. Called on the server's
+    /// thread.
+    virtual bool CompareJobs(VJob* a, VJob* b);
+    /// Sorts what is waiting by `CompareJobFunction`; needed only if priorities changed after queuing.
+    virtual void SortJobArray();
+
+    /// Starts the thread and waits until it is up, at most 100 ms. False when it runs already, while one that
+    /// was ended is still on its way out, and while another thread holds the server lock.
+    bool StartServer();
+    /// Stops the thread; the job it is at is finished first. Waits at most 1.1 s. True. Called by a job, a
+    /// delegate or a hook on the thread itself it does not wait: the thread ends after the job. The argument
+    /// has no effect.
+    bool EndServer(bool wait);
+    /// Throws out all jobs that wait and asks the running one to stop (`VJob::AbortJob`, which may wait).
+    /// True.
+    bool KillAllJobs();
+
+    bool IsServerRunning() const noexcept { return m_state.load() == eRunning; }
+    VString const& Name() const noexcept { return m_name; }
+    /// Whoever holds this lock (borrowed) keeps the thread from starting another job.
+    VLock* ServerLock() noexcept { return &m_serverLock; }
+
+    /// Orders two jobs, the higher priority first and null last.
+    static int CompareJobFunction(VObject const** a, VObject const** b);
+
+    /// All live servers (borrowed), or null.
+    static VPtrArray* ms_jobServersArray;
+    /// While set, the thread has each job describe itself after it has run.
+    static std::atomic<bool> ms_bDebugJobServer;
+
+  protected:
+    VJobServer(VClass* cls, char const* name, int queueSize);
+
+    /// What the thread is started with; set it before.
+    VThread::ePriority m_threadPriority = VThread::eNormal;
+    /// A text for subclasses; empty at first.
+    VString m_text;
+
+  private:
+    class ThreadScope;
+    struct ThreadLink;
+
+    enum eState : std::uint32_t { eStopped, eStarting, eRunning };
+    /// The steps of a pass; the numbers stand in log lines.
+    enum eStage : int {
+        ePausing = 1,
+        eWaiting = 2,
+        eCollecting = 3,
+        eTaking = 4,
+        eWorking = 5,
+        eReporting = 6,
+        eFinishing = 7,
+        eReleasing = 8
+    };
+
+    static void* ServerThreadProxy(void* server);
+    void ServerThread(ThreadScope& scope);
+    void LeaveThread(ThreadLink& link, bool holdsRunningLock);
+    bool Guarded(void (VJobServer::*step)());
+    void RunPass();
+    bool Work(VJob* job);
+    void Report(VJob* job, bool succeeded);
+    void FinishInterruptedJob();
+    void CollectJobs();
+    void InsertByHook(VJob* job);
+    void InsertByPriority(VJob* job);
+    bool IsPlainServer() const;
+    VJob* MakeFirstCurrent();
+    void DropCurrentJob();
+
+    bool StartThread();
+    bool IsOwnThread() const noexcept;
+    double TimeStamp() const;
+    std::shared_ptr<ThreadLink> CurrentLink() const;
+
+    VSemaphore m_jobsSemaphore;
+    VObjectRingBufferTmpl<VJob> m_queue;
+    mutable std::mutex m_jobsLock; // the two below; never held while code of others runs
+    std::unique_ptr<WaitingJobs> m_waiting;
+    VObjectRef<VJob> m_currentJob;
+    std::atomic<std::uint32_t> m_state{eStopped};
+    VLock m_serverLock;
+    VString m_name;
+    VStopWatch m_clock{true};
+    /// When on that clock the thread started, from which the times of jobs count; negative without a thread.
+    std::atomic<double> m_threadStart{-1};
+    VLock m_runningLock; // held by the thread as long as it runs
+    std::atomic<VThread::ThreadID> m_threadID{};
+    mutable std::mutex m_threadLock; // the two below
+    std::shared_ptr<ThreadLink> m_link;
+    VObjectRef<VThread> m_thread;
+    eStage m_stage = ePausing; // the thread's own
+};
+
+} // namespace VFoundation

@@ -1,0 +1,7 @@
+#include "foundation/threads/VJobServerPool.h"
+
+namespace VFoundation {
+
+VClass* VJobServerPool::ms_theClass = nullptr;
+
+} // namespace VFoundation
