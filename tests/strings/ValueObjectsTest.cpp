@@ -134,8 +134,7 @@ TEST(TimeRange, StaysFinite) {
     EXPECT_EQ(VTimeRange(1e308, infinite).End(), DBL_MAX);
     EXPECT_EQ(VTimeRange(-infinite, -1).Start(), -DBL_MAX);
     EXPECT_TRUE(VTimeRange(std::nan(""), std::nan("")) == VTimeRange());
-    EXPECT_EQ(VTimeRange(-DBL_MAX, 1).Union(VTimeRange(1e308, 1)).Duration(), 0)
-        << "one second is nothing there";
+    EXPECT_TRUE(VTimeRange(1e300, 1).IsEmpty()) << "a second is nothing there";
     EXPECT_EQ(VTimeRange(-DBL_MAX, 1e300).Union(VTimeRange(1e308, 1e300)).Duration(), DBL_MAX);
     EXPECT_TRUE(VTimeRange(0.5, 1).Intersection(VTimeRange(1, 9)) == VTimeRange(1, 0.5));
     EXPECT_FALSE(VTimeRange(0, 1).Contains(1) || VTimeRange(0, 1).Contains(std::nan("")));
@@ -264,8 +263,8 @@ TEST_F(ValueObjects, TaggedValuesTravelByType) {
         {"float", Made([](SValue& v) { v.SetValueToFloat(-0.5F); }), true, true},
         {"double", Made([](SValue& v) { v.SetValueToDouble(1.25e-300); }), true, true},
         {"string", Made([](SValue& v) { v.SetValueToString(" a\n<b>"); }), false, true},
-        {"string", Made([](SValue& v) { v.SetValueToString(""); }), true, true},
-        {"object", Made([&](SValue& v) { v.SetValueToObject(object.Get()); }), false, false},
+        {"string", Made([](SValue& v) { v.SetValueToString(""); }), false, true},
+        {"object", Made([&](SValue& v) { v.SetValueToObject(object.Get()); }), false, true},
         {"object", Made([](SValue& v) { v.SetValueToObject(nullptr); }), true, true},
         {"pvoid", Made([&](SValue& v) { v.SetValueToVoidPointer(&cell); }), false, false},
     };
@@ -274,8 +273,7 @@ TEST_F(ValueObjects, TaggedValuesTravelByType) {
         VValue value(plain);
         VValue const loaded = Loaded(value, before);
         EXPECT_EQ(loaded.Value().Type(), plain.Type()) << name;
-        bool const isEmptyString = std::string(name) == "string";
-        EXPECT_EQ(loaded.IsEqual(value), standsInChunks && !isEmptyString) << name;
+        EXPECT_EQ(loaded.IsEqual(value), standsInChunks) << name;
         EXPECT_EQ(loaded.Value().GetObject(), nullptr);
         EXPECT_EQ(loaded.Value().GetVoidPointer(), nullptr) << "no bits of the number before";
 
