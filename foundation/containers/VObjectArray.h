@@ -65,6 +65,9 @@ class VObjectArray : public Registered<VObjectArray, detail::RecordBelowVObject<
     /// "[<class name>] items: <count>", then a line for each element. An array met inside itself shows its
     /// first line only.
     void GetDescription(VString& out) const override;
+    /// Writes the attribute "count" and each element but nulls; holds what it reads in place of its elements.
+    /// A child of no known class is traced and skipped; the count does not bound the reading. True.
+    bool SerializeAsXML(VXMLFile& file) override;
     /// A new array (owned) of each element's `Copy()`.
     VObjectArray* DeepCopy() const override;
 

@@ -119,6 +119,9 @@ class VString : public Registered<VString, VObject> {
     void GetDescription(VString& out) const override;
     /// The text as the file's string; its limits on length apply. True.
     bool Serialize(IAIFile& file) override;
+    /// Up to 10 characters stand in the attribute "string", more in the element's text. Reads either; without
+    /// both the string is empty. True.
+    bool SerializeAsXML(VXMLFile& file) override;
 
     /// Puts a dying string into the pool, if there is room. Strings of derived classes just die.
     void Release() const override;

@@ -1,0 +1,75 @@
+#pragma once
+
+#include "foundation/core/Registered.h"
+#include "foundation/core/VObjectRef.h"
+
+namespace VFoundation {
+
+class VObjectArray;
+class VString;
+
+/// Maps key objects to value objects: two parallel arrays in order of insertion. Look-up is linear, by
+/// `IsEqual`; for the few dozen entries of a settings record, not for an index.
+///
+///     auto const icons = VObjectRef<VDictionary>::Adopt(VDictionary::New());
+///     VString const key("warning");
+///     icons->SetObjectForKey(icon, &key);
+///
+/// Keys are copied, so that a caller may change its key afterwards; a key's class must have a `Copy()` that
+/// copies. A dictionary that reads itself keeps the entries that it holds already.
+///
+/// In XML, an entry with a null value is lost. In a chunked file a dictionary writes nothing.
+///
+/// Ownership: retains values, owns the copies of keys.
+/// Threads: one thread at a time.
+class VDictionary : public Registered<VDictionary, VObject> {
+  public:
+    static constexpr char const* kClassName = "VDictionary";
+    static VClass* ms_theClass;
+
+    explicit VDictionary(VClass* cls = nullptr);
+    VDictionary(VDictionary const&) = delete;
+    VDictionary& operator=(VDictionary const&) = delete;
+    ~VDictionary() override;
+
+    static VDictionary* New() { return new VDictionary(nullptr); }
+    static void InitializeClass();
+    static void UninitializeClass();
+
+    /// A new dictionary (owned) of copies of all keys and values.
+    VDictionary* Copy() const override;
+    /// "[<class name>]", the number of items and both arrays.
+    void GetDescription(VString& out) const override;
+    /// Version 2 is written; version 2 and the older form, two named arrays, are read.
+    bool SerializeAsXML(VXMLFile& file) override;
+
+    /// Replaces the value of an equal key, which stays the object it was, or appends a copy of the key and
+    /// the value, which may be null. Nothing happens for a null key and one that cannot be copied.
+    void SetObjectForKey(VObject* value, VObject const* key);
+    /// The value; null when the key is null or absent, or when null is the value.
+    VObject* ObjectForKey(VObject const* key) const;
+    /// Whether there was such a key.
+    bool RemoveObjectForKey(VObject const* key);
+    long Count() const;
+
+    /// Copies all keys and values of `other` in place of its own.
+    void DeepCopyContents(VDictionary const& other);
+
+    /// Keys and values at equal indexes. Whoever changes the arrays keeps it so.
+    VObjectArray* Keys() const noexcept { return m_pKeys.Get(); }
+    VObjectArray* Values() const noexcept { return m_pValues.Get(); }
+
+    /// "keyArray" and "valueArray".
+    static VString* ms_memberName_keyArray;
+    static VString* ms_memberName_valueArray;
+
+  private:
+    void Save(VXMLFile& file);
+    void LoadOlderForm(VXMLFile& file);
+    void LoadPairs(VXMLFile& file);
+
+    VObjectRef<VObjectArray> m_pKeys;
+    VObjectRef<VObjectArray> m_pValues;
+};
+
+} // namespace VFoundation

@@ -1,0 +1,37 @@
+#include "foundation/containers/VDictionaryPair.h"
+
+#include "foundation/log/VLog.h"
+#include "foundation/persistence/VXMLFile.h"
+
+namespace VFoundation {
+
+VClass* VDictionaryPair::ms_theClass = nullptr;
+
+VDictionaryPair::VDictionaryPair(VClass* cls) : Registered(cls) {
+}
+
+VDictionaryPair::~VDictionaryPair() = default;
+
+bool VDictionaryPair::SerializeAsXML(VXMLFile& file) {
+    constexpr char const* kReporter = "VDictionaryPair::SerializeAsXML";
+    VObject::SerializeAsXML(file);
+    if (file.IsSaving()) {
+        file.SerializeObject(nullptr, m_key.Get());
+        file.SerializeObject(nullptr, m_value.Get());
+        return true;
+    }
+    if (!file.OpenFirstChildElement(nullptr)) {
+        VLog::Trace("%s - Error opening first child element\n", kReporter);
+        return true;
+    }
+    m_key = VObjectRef<VObject>::Adopt(file.CreateObjectHere(kReporter));
+    if (file.OpenNextSiblingElement(nullptr)) {
+        m_value = VObjectRef<VObject>::Adopt(file.CreateObjectHere(kReporter));
+    } else {
+        VLog::Trace("%s - Error opening second child element\n", kReporter);
+    }
+    file.CloseChild();
+    return true;
+}
+
+} // namespace VFoundation

@@ -1,0 +1,34 @@
+#include "foundation/containers/VObjectArray.h"
+#include "foundation/log/VLog.h"
+#include "foundation/persistence/VXMLFile.h"
+
+namespace VFoundation {
+
+bool VObjectArray::SerializeAsXML(VXMLFile& file) {
+    VObject::SerializeAsXML(file);
+    long count = Count();
+    if (file.IsSaving()) {
+        file.WriteAttribute("count", count);
+        for (long i = 0; i < Count(); ++i) {
+            file.SerializeObject(nullptr, ObjectAtIndex(i));
+        }
+        return true;
+    }
+    RemoveAllObjects();
+    if (!file.ReadAttribute("count", count)) {
+        VLog::Trace("VObjectArray::SerializeAsXML - Attribute 'count' not found\n");
+    }
+    if (file.OpenFirstChildElement(nullptr)) {
+        do {
+            auto const object =
+                VObjectRef<VObject>::Adopt(file.CreateObjectHere("VObjectArray::SerializeAsXML"));
+            if (object) {
+                AddObject(object.Get());
+            }
+        } while (file.OpenNextSiblingElement(nullptr));
+        file.CloseChild();
+    }
+    return true;
+}
+
+} // namespace VFoundation

@@ -1,0 +1,269 @@
+#include "foundation/persistence/VXMLFile.h"
+
+#include "foundation/persistence/IXMLFileIO.h"
+#include "foundation/persistence/IXMLFileIOFactory.h"
+#include "foundation/strings/VString.h"
+
+#include <utility>
+
+namespace VFoundation {
+
+VClass* VXMLFile::ms_theClass = nullptr;
+IXMLFileIOFactory* VXMLFile::ms_xml_io_factory = nullptr;
+
+namespace {
+
+/// Stands in for a back end that could not be had: there is no document, ever.
+class NoXMLFileIO final : public IXMLFileIO {
+  public:
+    bool OpenFileForRead(char const*) override { return false; }
+    bool LoadFile(char const*, unsigned char const*, unsigned long) override { return false; }
+    bool OpenFileForWrite(char const*) override { return false; }
+    bool WriteFileToString(VString&) override { return false; }
+    bool CloseFile() override { return false; }
+    void Clear() override {}
+    bool OpenChildren() override { return false; }
+    bool CloseChildren() override { return false; }
+    bool OpenFirstChild() override { return false; }
+    bool OpenNextSibling() override { return false; }
+    bool OpenFirstChildElement(char const*) override { return false; }
+    bool OpenNextSiblingElement(char const*) override { return false; }
+    char const* GetNodeName() const override { return ""; }
+    bool OpenFirstChildText() override { return false; }
+    bool OpenNextSiblingText() override { return false; }
+    bool CloseChild() override { return false; }
+    bool WriteAttribute(char const*, char const*) override { return false; }
+    bool ReadAttribute(char const*, char const*& value) override { return (value = nullptr); }
+    bool WriteText(char const*) override { return false; }
+    bool ReadText(char const*& text) override { return (text = nullptr); }
+    int GetLevel() const override { return 0; }
+    int GetMode() const override { return kNoDocument; }
+    bool IsValid() const override { return false; }
+    int GetNodeType() override { return kUnknown; }
+    void PrintIndent() override {}
+};
+
+} // namespace
+
+VXMLFile::VXMLFile(VClass* cls)
+    : Registered(cls), m_pIO(ms_xml_io_factory ? ms_xml_io_factory->New() : nullptr) {
+    if (!m_pIO) {
+        m_nError = ms_xml_io_factory ? kInitFailed : kDisabled;
+        m_pIO = std::make_unique<NoXMLFileIO>();
+    }
+}
+
+VXMLFile::~VXMLFile() {
+    if (m_pIO->IsValid()) {
+        VXMLFile::CloseFile();
+    }
+}
+
+VXMLFile* VXMLFile::Copy() const {
+    auto* const copy = new VXMLFile;
+    copy->m_nError = m_nError;
+    return copy;
+}
+
+void VXMLFile::SetIXMLFileIOFactory(IXMLFileIOFactory* factory) {
+    if (factory != ms_xml_io_factory) {
+        delete std::exchange(ms_xml_io_factory, factory);
+    }
+}
+
+void VXMLFile::ClearIXMLFileIOFactory() {
+    SetIXMLFileIOFactory(nullptr);
+}
+
+char const* VXMLFile::GetErrorStr() {
+    switch (m_nError) {
+    case kNone:
+        return "None";
+    case kDisabled:
+        return "XML lib disabled";
+    case kInitFailed:
+        return "XML lib init failed";
+    case kBadMode:
+        return "Bad mode";
+    case kParsingFailure:
+        return "Parsing failure";
+    default:
+        return "Unknown";
+    }
+}
+
+// Opening and closing
+
+/// Enters the root of a document that the back end opened; `name` is remembered unless it is null.
+bool VXMLFile::EnterRoot(char const* name, char const* rootName) {
+    if (name) {
+        if (!m_pFileName) {
+            m_pFileName.Allocate();
+        }
+        *m_pFileName = name;
+    }
+    if (OpenFirstChildElement(rootName)) {
+        m_nError = kNone;
+        return true;
+    }
+    m_pIO->Clear();
+    return false;
+}
+
+/// Notes why a document did not load.
+bool VXMLFile::Loaded(bool isLoaded) {
+    if (!isLoaded && m_nError != kDisabled && m_nError != kInitFailed) {
+        m_nError = kParsingFailure;
+    }
+    return isLoaded;
+}
+
+void VXMLFile::Clear() {
+    m_pIO->Clear();
+}
+
+bool VXMLFile::OpenFileForRead(char const* path, char const* rootName) {
+    return Loaded(m_pIO->OpenFileForRead(path) && EnterRoot(path, rootName));
+}
+
+bool VXMLFile::LoadFile(char const* name, unsigned char const* bytes, unsigned long length,
+                        char const* rootName) {
+    return Loaded(m_pIO->LoadFile(name, bytes, length) && EnterRoot(name, rootName));
+}
+
+bool VXMLFile::OpenFileForWrite(char const* path, char const* rootName) {
+    return m_pIO->OpenFileForWrite(path) && EnterRoot(path, rootName);
+}
+
+bool VXMLFile::WriteFileToString(VString& target, char const* rootName) {
+    return m_pIO->WriteFileToString(target) && EnterRoot(nullptr, rootName);
+}
+
+bool VXMLFile::CloseFile() {
+    m_pIO->CloseChild();
+    return m_pIO->CloseFile();
+}
+
+// The cursor
+
+bool VXMLFile::OpenChildren() {
+    return m_pIO->OpenChildren();
+}
+
+bool VXMLFile::CloseChildren() {
+    return m_pIO->CloseChildren();
+}
+
+bool VXMLFile::OpenFirstChild() {
+    return m_pIO->OpenFirstChild();
+}
+
+bool VXMLFile::OpenNextSibling() {
+    return m_pIO->OpenNextSibling();
+}
+
+bool VXMLFile::OpenFirstChildElement(char const* name) {
+    return m_pIO->OpenFirstChildElement(name);
+}
+
+bool VXMLFile::OpenNextSiblingElement(char const* name) {
+    return m_pIO->OpenNextSiblingElement(name);
+}
+
+bool VXMLFile::OpenChildElement(char const* name, bool& first) {
+    if (!first) {
+        return OpenNextSiblingElement(name);
+    }
+    first = !OpenFirstChildElement(name);
+    return !first;
+}
+
+bool VXMLFile::OpenFirstChildElement(char const* elementName, char const* nameValue) {
+    if (!OpenFirstChildElement(elementName)) {
+        return false;
+    }
+    if (IsSaving()) {
+        return !nameValue || WriteAttribute("name", nameValue);
+    }
+    if (HasName(nameValue) || OpenNextSiblingElement(elementName, nameValue)) {
+        return true;
+    }
+    CloseChild();
+    return false;
+}
+
+bool VXMLFile::OpenNextSiblingElement(char const* elementName, char const* nameValue) {
+    while (OpenNextSiblingElement(elementName)) {
+        if (IsSaving()) {
+            return !nameValue || WriteAttribute("name", nameValue);
+        }
+        if (HasName(nameValue)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+/// Whether the element has that name; null is any, and without the attribute the name is empty.
+bool VXMLFile::HasName(char const* name) {
+    char const* value = nullptr;
+    return !name || VString::stricmp(ReadAttribute("name", value) ? value : "", name) == 0;
+}
+
+char const* VXMLFile::GetNodeName() const {
+    return m_pIO->IsValid() ? m_pIO->GetNodeName() : "";
+}
+
+bool VXMLFile::OpenFirstChildText() {
+    return m_pIO->OpenFirstChildText();
+}
+
+bool VXMLFile::OpenNextSiblingText() {
+    return m_pIO->OpenNextSiblingText();
+}
+
+bool VXMLFile::CloseChild() {
+    return m_pIO->CloseChild();
+}
+
+bool VXMLFile::ReadAttribute(char const* name, char const*& value) {
+    return m_pIO->ReadAttribute(name, value);
+}
+
+bool VXMLFile::WriteAttribute(char const* name, char const* value) {
+    return m_pIO->WriteAttribute(name, value);
+}
+
+bool VXMLFile::ReadText(char const*& text) {
+    return m_pIO->ReadText(text);
+}
+
+bool VXMLFile::WriteText(char const* text) {
+    return m_pIO->WriteText(text);
+}
+
+int VXMLFile::GetLevel() const {
+    return m_pIO->GetLevel();
+}
+
+int VXMLFile::GetMode() const {
+    return m_pIO->GetMode();
+}
+
+bool VXMLFile::IsValid() const {
+    return m_pIO->IsValid();
+}
+
+int VXMLFile::GetNodeType() {
+    return m_pIO->GetNodeType();
+}
+
+bool VXMLFile::IsLoading() const {
+    return GetMode() == IXMLFileIO::kLoading;
+}
+
+bool VXMLFile::IsSaving() const {
+    return GetMode() == IXMLFileIO::kSaving;
+}
+
+} // namespace VFoundation

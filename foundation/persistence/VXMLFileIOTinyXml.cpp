@@ -1,0 +1,404 @@
+#include "foundation/persistence/VXMLFileIOTinyXml.h"
+
+#include "foundation/host/HostServices.h"
+#include "foundation/persistence/FileReplacer.h"
+#include "foundation/persistence/XMLTextCheck.h"
+#include "foundation/strings/VString.h"
+
+#include <exception>
+#include <mutex>
+#include <tinyxml.h>
+
+namespace VFoundation {
+
+namespace {
+
+/// Where in a document's text a carriage return cannot stand as it is.
+constexpr char kCarriageReturn = '\r';
+constexpr std::string_view kCDataEnd = "]]>";
+
+/// What OpenFileForRead takes for a file's text; empty when there is none, or more than a document may have.
+std::string ContentsOfFile(char const* path) {
+    struct Close {
+        void operator()(std::FILE* stream) const noexcept { std::fclose(stream); }
+    };
+    std::unique_ptr<std::FILE, Close> const file(path ? HostServices::OpenRegularFile(path) : nullptr);
+    std::string text;
+    if (file && std::fseek(file.get(), 0, SEEK_END) == 0) {
+        long const length = std::ftell(file.get());
+        std::rewind(file.get());
+        if (length > 0 && narrow_cast<unsigned long>(length) <= IXMLFileIO::kMaxTextSize) {
+            text.resize(narrow_cast<std::size_t>(length));
+            text.resize(std::fread(text.data(), 1, text.size(), file.get()));
+        }
+    }
+    return text;
+}
+
+/// Makes CR LF and CR LF.
+void NormalizeLineEnds(std::string& text) {
+    std::size_t kept = text.find(kCarriageReturn);
+    for (std::size_t i = kept; i < text.size(); ++i) {
+        char const c = text[i];
+        if (c == kCarriageReturn && i + 1 < text.size() && text[i + 1] == '\n') {
+            continue;
+        }
+        text[kept++] = c == kCarriageReturn ? '\n' : c;
+    }
+    text.resize(std::min(kept, text.size()));
+}
+
+/// TinyXML's switch belongs to the process, and others may have moved it.
+void KeepWhiteSpace() {
+    static constinit std::mutex s_switch;
+    std::lock_guard const lock(s_switch);
+    if (TiXmlBase::IsWhiteSpaceCondensed()) {
+        TiXmlBase::SetCondenseWhiteSpace(false);
+    }
+}
+
+TiXmlElement* ElementFrom(TiXmlNode* node, char const* name) {
+    for (; node; node = node->NextSibling()) {
+        TiXmlElement* const element = node->ToElement();
+        if (element && (!name || VString::stricmp(element->Value(), name) == 0)) {
+            return element;
+        }
+    }
+    return nullptr;
+}
+
+TiXmlText* TextFrom(TiXmlNode* node) {
+    while (node && !node->ToText()) {
+        node = node->NextSibling();
+    }
+    return node ? node->ToText() : nullptr;
+}
+
+/// The attribute of that name, or null; `count` is the number of attributes before it.
+TiXmlAttribute* FindAttribute(TiXmlElement& element, char const* name, int& count) {
+    TiXmlAttribute* attribute = element.FirstAttribute();
+    for (count = 0; attribute && attribute->NameTStr() != name; ++count) {
+        attribute = attribute->Next();
+    }
+    return attribute;
+}
+
+} // namespace
+
+VXMLFileIOTinyXml::VXMLFileIOTinyXml() : m_pDocument(std::make_unique<TiXmlDocument>()) {
+    m_pDocument->SetTabSize(0); // no book-keeping of rows and columns
+}
+
+VXMLFileIOTinyXml::~VXMLFileIOTinyXml() = default;
+
+/// False when memory runs out: in the middle of saving that is a refusal, too.
+template <class Operation>
+bool VXMLFileIOTinyXml::Guarded(Operation operation) noexcept {
+    try {
+        return operation();
+    } catch (std::exception const&) {
+        return Refuse();
+    }
+}
+
+/// False. A document that is saving is incomplete from here on.
+bool VXMLFileIOTinyXml::Refuse() noexcept {
+    m_isIncomplete = m_isIncomplete || m_nMode == kSaving;
+    return false;
+}
+
+// Opening and closing
+
+/// Opens what `readText` gives, or leaves no document.
+template <class Reader>
+bool VXMLFileIOTinyXml::Load(char const* name, Reader readText) noexcept {
+    Clear();
+    bool const isLoaded = Guarded([&] {
+        m_path = name ? name : "";
+        return Parse(readText());
+    });
+    if (!isLoaded) {
+        Clear();
+    }
+    return isLoaded;
+}
+
+bool VXMLFileIOTinyXml::Parse(std::string text) {
+    bool isUtf8 = false;
+    if (!PrepareXMLText(text, isUtf8)) {
+        return false;
+    }
+    KeepWhiteSpace();
+    m_nMode = kLoading;
+    m_pCurrent = m_pDocument.get();
+    char const* const end =
+        m_pDocument->Parse(text.c_str(), nullptr, isUtf8 ? TIXML_ENCODING_UTF8 : TIXML_ENCODING_LEGACY);
+    return end && *end == '\0' && !m_pDocument->Error();
+}
+
+bool VXMLFileIOTinyXml::OpenFileForRead(char const* path) {
+    return Load(path, [path] {
+        std::string text = ContentsOfFile(path);
+        NormalizeLineEnds(text);
+        return text;
+    });
+}
+
+bool VXMLFileIOTinyXml::LoadFile(char const* name, unsigned char const* bytes, unsigned long length) {
+    while (bytes && length > 0 && bytes[length - 1] == 0) {
+        --length; // a terminator that was counted
+    }
+    bool const isAcceptable = bytes && length <= kMaxTextSize;
+    return Load(name,
+                [&] { return std::string(reinterpret_cast<char const*>(bytes), isAcceptable ? length : 0); });
+}
+
+bool VXMLFileIOTinyXml::OpenFileForWrite(char const* path) {
+    StartSaving(path ? path : "", nullptr);
+    return true;
+}
+
+bool VXMLFileIOTinyXml::WriteFileToString(VString& target) {
+    StartSaving("", &target);
+    return true;
+}
+
+void VXMLFileIOTinyXml::StartSaving(char const* path, VString* target) {
+    Clear();
+    m_nMode = kSaving;
+    m_pCurrent = m_pDocument.get();
+    m_pTargetString = target;
+    Guarded([&] {
+        m_path = path;
+        return true;
+    });
+}
+
+bool VXMLFileIOTinyXml::CloseFile() {
+    bool const closed =
+        IsValid() && (m_nMode != kSaving || (!m_isIncomplete && Guarded([&] { return Save(); })));
+    Clear();
+    return closed;
+}
+
+bool VXMLFileIOTinyXml::Save() {
+    ProtectTexts();
+    return m_pTargetString ? SaveToString() : SaveToFile();
+}
+
+/// Chooses for each text the form that reads back as it is.
+void VXMLFileIOTinyXml::ProtectTexts() {
+    for (TiXmlText* const text : m_texts) {
+        std::string_view const value = text->ValueStr();
+        bool const isAlone = !text->NextSibling() && !text->PreviousSibling();
+        bool const fits = value.find(kCarriageReturn) == std::string_view::npos &&
+                          value.find(kCDataEnd) == std::string_view::npos;
+        text->SetCDATA(!value.empty() && fits && (!isAlone || IsXMLBlank(value)));
+    }
+}
+
+bool VXMLFileIOTinyXml::SaveToFile() {
+    FileReplacer file(m_path.c_str());
+    if (!file.Stream() || !m_pDocument->SaveFile(file.Stream())) {
+        return false;
+    }
+    bool const isReadable = std::ftell(file.Stream()) <= narrow_cast<long>(kMaxTextSize);
+    return isReadable && file.Commit();
+}
+
+bool VXMLFileIOTinyXml::SaveToString() {
+    std::string text;
+    text << *m_pDocument;
+    if (text.size() > kMaxTextSize) {
+        return false;
+    }
+    *m_pTargetString = text.c_str();
+    return m_pTargetString->Length() == text.size();
+}
+
+void VXMLFileIOTinyXml::Clear() {
+    m_path.clear();
+    m_texts.clear();
+    m_pDocument->Clear();
+    m_pCurrent = nullptr;
+    m_pTargetString = nullptr;
+    m_nMode = kNoDocument;
+    m_nLevel = 0;
+    m_bChildrenPending = false;
+    m_isIncomplete = false;
+}
+
+// Moving
+
+bool VXMLFileIOTinyXml::MoveTo(TiXmlNode* node, int levels) noexcept {
+    if (node) {
+        m_pCurrent = node;
+        m_nLevel += levels;
+    }
+    return node != nullptr;
+}
+
+/// What the next sibling is while children are pending: the first child.
+bool VXMLFileIOTinyXml::MoveToFirstOf(bool (VXMLFileIOTinyXml::*openFirst)()) {
+    m_bChildrenPending = !(this->*openFirst)();
+    return !m_bChildrenPending;
+}
+
+bool VXMLFileIOTinyXml::OpenChildren() {
+    m_bChildrenPending = IsValid();
+    return IsValid();
+}
+
+bool VXMLFileIOTinyXml::CloseChildren() {
+    if (!m_bChildrenPending) {
+        return CloseChild();
+    }
+    m_bChildrenPending = false;
+    return true;
+}
+
+bool VXMLFileIOTinyXml::OpenFirstChild() {
+    return IsValid() && MoveTo(m_pCurrent->FirstChild(), 1);
+}
+
+bool VXMLFileIOTinyXml::OpenNextSibling() {
+    if (m_bChildrenPending) {
+        return MoveToFirstOf(&VXMLFileIOTinyXml::OpenFirstChild);
+    }
+    return IsValid() && MoveTo(m_pCurrent->NextSibling(), 0);
+}
+
+bool VXMLFileIOTinyXml::OpenFirstChildElement(char const* name) {
+    if (!IsValid()) {
+        return false;
+    }
+    if (m_nMode == kSaving) {
+        return AppendElement(m_pCurrent, name, 1);
+    }
+    return MoveTo(ElementFrom(m_pCurrent->FirstChild(), name), 1);
+}
+
+bool VXMLFileIOTinyXml::OpenNextSiblingElement(char const* name) {
+    if (!IsValid()) {
+        return false;
+    }
+    if (m_bChildrenPending) {
+        m_bChildrenPending = !OpenFirstChildElement(name);
+        return !m_bChildrenPending;
+    }
+    if (m_nMode == kSaving) {
+        return AppendElement(m_pCurrent->Parent(), name, 0);
+    }
+    return MoveTo(ElementFrom(m_pCurrent->NextSibling(), name), 1); // a move counts as an opening
+}
+
+bool VXMLFileIOTinyXml::OpenFirstChildText() {
+    if (!IsValid()) {
+        return false;
+    }
+    return m_nMode == kSaving ? AppendText(m_pCurrent, 1) : MoveTo(TextFrom(m_pCurrent->FirstChild()), 1);
+}
+
+bool VXMLFileIOTinyXml::OpenNextSiblingText() {
+    if (m_bChildrenPending) {
+        return MoveToFirstOf(&VXMLFileIOTinyXml::OpenFirstChildText);
+    }
+    if (!IsValid()) {
+        return false;
+    }
+    return m_nMode == kSaving ? AppendText(m_pCurrent->Parent(), 0)
+                              : MoveTo(TextFrom(m_pCurrent->NextSibling()), 0);
+}
+
+bool VXMLFileIOTinyXml::CloseChild() {
+    return IsValid() && MoveTo(m_pCurrent->Parent(), -1);
+}
+
+/// Whether a child may be added to `parent`: one root to a document, and none to texts.
+bool VXMLFileIOTinyXml::MayAppend(TiXmlNode const* parent) const noexcept {
+    return parent && !m_isIncomplete &&
+           (parent->ToElement() || (parent->ToDocument() && parent->NoChildren()));
+}
+
+/// The new element becomes the cursor, `levels` below where that stood.
+bool VXMLFileIOTinyXml::AppendElement(TiXmlNode* parent, char const* name, int levels) {
+    if (!name) {
+        return false;
+    }
+    if (!MayAppend(parent) || !IsXMLName(name) || m_nLevel + levels > kMaxNesting) {
+        return Refuse();
+    }
+    return Guarded([&] { return MoveTo(parent->LinkEndChild(new TiXmlElement(name)), levels); });
+}
+
+bool VXMLFileIOTinyXml::AppendText(TiXmlNode* parent, int levels) {
+    if (!MayAppend(parent) || !parent->ToElement()) {
+        return Refuse();
+    }
+    return Guarded([&] {
+        auto text = std::make_unique<TiXmlText>("");
+        m_texts.push_back(text.get());
+        return MoveTo(parent->LinkEndChild(text.release()), levels);
+    });
+}
+
+// Content
+
+char const* VXMLFileIOTinyXml::GetNodeName() const {
+    return IsValid() ? m_pCurrent->Value() : "";
+}
+
+bool VXMLFileIOTinyXml::WriteAttribute(char const* name, char const* value) {
+    TiXmlElement* const element = IsValid() ? m_pCurrent->ToElement() : nullptr;
+    if (!element || !name || !value) {
+        return false;
+    }
+    return Guarded([&] {
+        int count = 0;
+        if (TiXmlAttribute* const attribute = FindAttribute(*element, name, count)) {
+            attribute->SetValue(value);
+            return true;
+        }
+        if (!IsXMLName(name) || count >= kMaxAttributes) {
+            return Refuse();
+        }
+        element->SetAttribute(name, value);
+        return true;
+    });
+}
+
+bool VXMLFileIOTinyXml::ReadAttribute(char const* name, char const*& value) {
+    TiXmlElement const* const element = IsValid() && name ? m_pCurrent->ToElement() : nullptr;
+    value = element ? element->Attribute(name) : nullptr;
+    return value != nullptr;
+}
+
+bool VXMLFileIOTinyXml::WriteText(char const* text) {
+    TiXmlText* const node = IsValid() && text ? m_pCurrent->ToText() : nullptr;
+    return node && Guarded([&] {
+               node->SetValue(text);
+               return true;
+           });
+}
+
+bool VXMLFileIOTinyXml::ReadText(char const*& text) {
+    TiXmlText const* const node = IsValid() ? m_pCurrent->ToText() : nullptr;
+    text = node ? node->Value() : nullptr;
+    return text != nullptr;
+}
+
+int VXMLFileIOTinyXml::GetNodeType() {
+    static_assert(int{TiXmlNode::TINYXML_DOCUMENT} == int{kDocument} &&
+                  int{TiXmlNode::TINYXML_TEXT} == int{kText} &&
+                  int{TiXmlNode::TINYXML_DECLARATION} == int{kDeclaration});
+    int const type = IsValid() ? m_pCurrent->Type() : kUnknown;
+    return type >= kDocument && type <= kDeclaration ? type : kUnknown;
+}
+
+void VXMLFileIOTinyXml::PrintIndent() {
+    for (int level = 1; level < m_nLevel; ++level) {
+        std::fputs("    ", stdout);
+    }
+}
+
+} // namespace VFoundation

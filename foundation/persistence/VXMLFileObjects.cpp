@@ -1,0 +1,136 @@
+#include "foundation/log/VLog.h"
+#include "foundation/persistence/VXMLFile.h"
+#include "foundation/strings/VString.h"
+
+#include <cstring>
+
+namespace VFoundation {
+
+char const* VXMLFile::ObjectClassName() {
+    char const* className = nullptr;
+    return ReadAttribute("class", className) ? className : GetNodeName();
+}
+
+VClass* VXMLFile::ObjectClassNamed(char const* className) {
+    VClass* const cls = VClass::ClassForClassName(className);
+    return cls ? cls : VClass::GetClassSubstitution(className);
+}
+
+VObject* VXMLFile::CreateObjectHere(char const* reporter) {
+    char const* const className = ObjectClassName();
+    VClass const* const cls = ObjectClassNamed(className);
+    if (!cls) {
+        VLog::Trace("%s - No class for className '%s'\n", reporter, className);
+        return nullptr;
+    }
+    auto object = VObjectRef<VObject>::Adopt(cls->NewInstance());
+    if (!object) {
+        VLog::Trace("%s - Error allocating new object of class: %s\n", reporter, className);
+        return nullptr;
+    }
+    object->SerializeAsXML(*this);
+    return object.Detach();
+}
+
+/// Puts the cursor on the first child of that name (null is any) whose class name `fits`. False while saving
+/// and when there is none; the cursor stays then.
+template <class Fits>
+bool VXMLFile::OpenFittingChild(char const* name, Fits fits) {
+    if (!IsLoading()) {
+        m_nError = IsSaving() ? std::int32_t{kBadMode} : m_nError;
+        return false;
+    }
+    if (!OpenFirstChildElement(nullptr)) {
+        return false;
+    }
+    do {
+        if (HasName(name) && fits(ObjectClassName())) {
+            return true;
+        }
+    } while (OpenNextSiblingElement(nullptr));
+    CloseChild();
+    return false;
+}
+
+namespace {
+
+/// Whether files that say `className` mean `cls` by way of a substitution.
+bool IsSubstitutedBy(char const* className, VClass const& cls) {
+    VClass const* const substitute = VClass::GetClassSubstitution(className);
+    return substitute && VString::stricmp(substitute->Name(), cls.Name()) == 0;
+}
+
+} // namespace
+
+bool VXMLFile::ReadObject(char const* name, VObject* object) {
+    auto const isBase = [object](char const* className) {
+        VClass const& own = *object->Class();
+        VClass const* const named = VClass::ClassForClassName(className);
+        // The registry cannot find the class that sorts last, so the object's own name is compared first.
+        return std::strcmp(className, own.Name()) == 0 || (named && own.IsSubClassOfClass(named)) ||
+               IsSubstitutedBy(className, own);
+    };
+    if (!object || !OpenFittingChild(name, isBase)) {
+        return false;
+    }
+    object->SerializeAsXML(*this);
+    CloseChild();
+    return true;
+}
+
+bool VXMLFile::CanReadObject(char const* name, VClass* cls) {
+    auto const isSame = [cls](char const* className) {
+        return VString::stricmp(className, cls->Name()) == 0 || IsSubstitutedBy(className, *cls);
+    };
+    if (!cls || !OpenFittingChild(name, isSame)) {
+        return false;
+    }
+    CloseChild();
+    return true;
+}
+
+VObject* VXMLFile::ReadAndCreateObject(char const* name, VClass* base) {
+    auto const isDerived = [base](char const* className) {
+        VClass const* const cls = ObjectClassNamed(className);
+        return cls && (!base || cls->IsSubClassOfClass(base));
+    };
+    if (!OpenFittingChild(name, isDerived)) {
+        return nullptr;
+    }
+    VObject* const object = CreateObjectHere("VXMLFile::ReadAndCreateObject");
+    CloseChild();
+    return object;
+}
+
+bool VXMLFile::WriteObject(char const* name, VObject const* object) {
+    if (!object || !IsSaving() || !OpenFirstChildElement(object->ClassName())) {
+        return false;
+    }
+    if (name && *name) {
+        WriteAttribute("name", name);
+    }
+    if (long const version = object->Class()->Version(); version > 1) {
+        WriteAttribute("version", version);
+    }
+    const_cast<VObject*>(object)->SerializeAsXML(*this); // which only reads the object while saving
+    CloseChild();
+    return true;
+}
+
+bool VXMLFile::SerializeObject(char const* name, VObject* object) {
+    return IsSaving() ? WriteObject(name, object) : IsValid() && ReadObject(name, object);
+}
+
+bool VXMLFile::ReadObject(char const* name, VObject& object) {
+    return ReadObject(name, &object);
+}
+
+bool VXMLFile::WriteObject(char const* name, VObject const& object) {
+    return WriteObject(name, &object);
+}
+
+bool VXMLFile::SerializeObject(char const* name, VObject& object) {
+    return SerializeObject(name, &object);
+}
+
+} // namespace VFoundation

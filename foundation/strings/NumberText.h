@@ -1,0 +1,36 @@
+#pragma once
+
+namespace VFoundation {
+
+/// A number as the library writes it into text: "." whatever the locale.
+///
+/// Integers in decimal; a float with 6 significant digits ("%g"), a double with 16 ("%.16g"); "inf" and "nan"
+/// with the sign they have.
+///
+/// Ownership: holds its text.
+/// Threads: as for any value.
+class NumberText {
+  public:
+    static constexpr unsigned long kSize = 64;
+
+    explicit NumberText(long long number) noexcept;
+    explicit NumberText(float number) noexcept;
+    explicit NumberText(double number) noexcept;
+
+    char const* CString() const noexcept { return m_text; }
+
+  private:
+    char m_text[kSize];
+};
+
+// Readers of such text, which must not be null. White space in front is skipped, the number ends where the
+// text stops making sense, and text without a number is 0.
+
+/// Saturates at the limits of 32 bits.
+long Int32FromText(char const* text) noexcept;
+/// False, and 0, for a number beyond 64 bits. Only blanks and tabs are skipped.
+bool Int64FromText(char const* text, long long& number) noexcept;
+/// Reads "inf", "nan" and hexadecimal numbers too; a number that is too large is infinite.
+double DoubleFromText(char const* text) noexcept;
+
+} // namespace VFoundation

@@ -1,0 +1,38 @@
+#include "foundation/persistence/VXMLFile.h"
+#include "foundation/strings/VString.h"
+
+namespace VFoundation {
+
+namespace {
+
+constexpr char const* kTextAttribute = "string";
+constexpr unsigned long kLongestAttribute = 10;
+
+} // namespace
+
+bool VString::SerializeAsXML(VXMLFile& file) {
+    VObject::SerializeAsXML(file);
+    char const* text = nullptr;
+    if (file.IsSaving()) {
+        if (m_length <= kLongestAttribute) {
+            file.WriteAttribute(kTextAttribute, CString());
+        } else if (file.OpenFirstChildText()) {
+            file.WriteText(CString());
+            file.CloseChild();
+        }
+    } else if (file.ReadAttribute(kTextAttribute, text)) {
+        *this = text;
+    } else {
+        *this = "";
+        if (file.OpenFirstChildText()) { // comments and CDATA sections may divide it
+            do {
+                file.ReadText(text);
+                Append(text);
+            } while (file.OpenNextSiblingText());
+            file.CloseChild();
+        }
+    }
+    return true;
+}
+
+} // namespace VFoundation
