@@ -55,6 +55,7 @@ VClass::VClass(char const* name, VClass* superClass, Factory factory, long versi
     }
 }
 
+// NOLINTNEXTLINE(bugprone-exception-escape): a hook that fails here is reported, not swallowed
 VClass::~VClass() noexcept(false) {
     if (s_classVClass) {
         s_classVClass->InstanceGone();

@@ -54,6 +54,7 @@ class VClass {
     VClass& operator=(VClass const&) = delete;
     /// Clears the class's slot and calls `UninitializeClass()`. Anything thrown by that leaves as a
     /// `VException`.
+    // NOLINTNEXTLINE(bugprone-exception-escape)
     virtual ~VClass() noexcept(false);
 
     /// A new instance (owned): from the pool if one is set, else from the factory, else null.

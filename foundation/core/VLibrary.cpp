@@ -27,7 +27,6 @@
 #include "foundation/threads/VSemaphore.h"
 #include "foundation/threads/VThread.h"
 
-
 namespace VFoundation {
 
 namespace {

@@ -29,7 +29,8 @@ int main() {
                           "two records of a ring of strings");
         VObject* const text = PluginNewString();
         failures += Check(text->IsKindOfClass(VString::TheClass()), "a string of the plug-in is no string");
-        failures += Check(std::strcmp(static_cast<VString*>(text)->CString(), "from the plug-in") == 0, "text");
+        failures +=
+            Check(std::strcmp(static_cast<VString*>(text)->CString(), "from the plug-in") == 0, "text");
         text->Release();
         UninitializeLibrary(true, false, true);
     }
