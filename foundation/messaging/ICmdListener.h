@@ -1,0 +1,19 @@
+#pragma once
+
+namespace VFoundation {
+
+class CmdEvent;
+
+/// Receives the commands that are addressed to it.
+///
+/// Ownership: command events borrow their listener; it outlives them.
+/// Threads: called on the thread that handles the event.
+class ICmdListener {
+  public:
+    virtual void CommandReceived(CmdEvent const& event) = 0;
+
+  protected:
+    ~ICmdListener() = default; // never deleted through this interface
+};
+
+} // namespace VFoundation

@@ -1,0 +1,82 @@
+#include "foundation/messaging/VNotificationCenter.h"
+
+#include "foundation/messaging/VNotification.h"
+
+namespace VFoundation {
+
+VClass* VNotificationCenter::ms_theClass = nullptr;
+std::atomic<VNotificationCenter*> VNotificationCenter::ms_defaultNotificationCenter{nullptr};
+
+VNotificationCenter::VNotificationCenter(VClass* cls) : Registered(cls) {
+}
+
+VNotificationCenter::~VNotificationCenter() = default;
+
+VNotificationCenter* VNotificationCenter::New() {
+    return new VNotificationCenter();
+}
+
+void VNotificationCenter::UninitializeClass() {
+    DeleteDefaultCenter();
+}
+
+VNotificationCenter* VNotificationCenter::DefaultCenter() {
+    VNotificationCenter* center = ms_defaultNotificationCenter.load(std::memory_order_acquire);
+    if (!center) {
+        VNotificationCenter* const made = New();
+        if (ms_defaultNotificationCenter.compare_exchange_strong(center, made)) {
+            return made;
+        }
+        made->Release(); // another thread was first
+    }
+    return center;
+}
+
+void VNotificationCenter::DeleteDefaultCenter() {
+    if (VNotificationCenter* const center = ms_defaultNotificationCenter.exchange(nullptr)) {
+        center->Release();
+    }
+}
+
+bool VNotificationCenter::AddObserver(VObject* observer, Callback callback, VString const* name, VObject* about) {
+    if (!observer || !callback) {
+        return false;
+    }
+    auto const tuple = VObjectRef<VNotificationTuple>::Adopt(VNotificationTuple::New());
+    tuple->Set(observer, callback, name, about);
+    std::lock_guard const lock(m_lock);
+    return m_registrations.AddObject(tuple.Get());
+}
+
+void VNotificationCenter::RemoveObserver(VObject* observer) {
+    std::lock_guard const lock(m_lock);
+    for (long index = m_registrations.Count() - 1; index >= 0; --index) {
+        VNotificationTuple* const tuple = m_registrations.ObjectAtIndexTyped(index);
+        if (tuple->IsOf(observer)) {
+            tuple->End(); // for postings that have it in their list already
+            m_registrations.RemoveObjectAtIndex(index);
+        }
+    }
+}
+
+void VNotificationCenter::PostNotification(VNotification* notification) {
+    if (!notification) {
+        return;
+    }
+    VObjectRef<VNotification> const held(notification);
+    auto const concerned = VObjectRef<VObjectArray>::Adopt(VObjectArray::NewObjectArray());
+    {
+        std::lock_guard const lock(m_lock);
+        for (long index = 0; index < m_registrations.Count(); ++index) {
+            VNotificationTuple* const tuple = m_registrations.ObjectAtIndexTyped(index);
+            if (tuple->Matches(*notification)) {
+                concerned->AddObject(tuple);
+            }
+        }
+    }
+    for (long index = 0; index < concerned->Count(); ++index) {
+        static_cast<VNotificationTuple*>(concerned->ObjectAtIndex(index))->Deliver(notification);
+    }
+}
+
+} // namespace VFoundation

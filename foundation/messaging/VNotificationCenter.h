@@ -1,0 +1,65 @@
+#pragma once
+
+#include "foundation/containers/VObjectArrayTmpl.h"
+#include "foundation/core/Registered.h"
+#include "foundation/messaging/VNotificationTuple.h"
+
+#include <atomic>
+#include <mutex>
+
+namespace VFoundation {
+
+class VNotification;
+class VString;
+
+/// Tells observers what happens, by name and by the object that it happens to, so that the two sides need not
+/// know each other. One centre serves the process: `DefaultCenter()`.
+///
+///     center->AddObserver(window, &Window::DocumentSaved, &documentSaved, document);
+///     ...
+///     center->RemoveObserver(window);          // before the window goes
+///
+/// Notifications are delivered at once, on the poster's thread, in the order of registration, to those who are
+/// registered when the posting begins: who registers meanwhile hears of the next one, and who is removed meanwhile
+/// is no longer called. An exception of an observer passes to the poster; observers behind it are not called.
+///
+/// Ownership: borrows observers and objects: remove an observer before it goes. Names are copied. The default
+/// centre is the class's; callers borrow it.
+/// Threads: any thread may call any operation; no lock is held while observers are called. When `RemoveObserver`
+/// returns, a call that another thread has begun may still be running. `DeleteDefaultCenter` while no other thread
+/// uses that centre.
+class VNotificationCenter : public Registered<VNotificationCenter, VObject> {
+  public:
+    static constexpr char const* kClassName = "VNotificationCenter";
+    static VClass* ms_theClass;
+    using Callback = VNotificationTuple::Callback;
+
+    explicit VNotificationCenter(VClass* cls = nullptr);
+    VNotificationCenter(VNotificationCenter const&) = delete;
+    VNotificationCenter& operator=(VNotificationCenter const&) = delete;
+    ~VNotificationCenter() override;
+    static VNotificationCenter* New();
+    static void InitializeClass() {}
+    /// Ends the default centre.
+    static void UninitializeClass();
+
+    /// Made on first use.
+    static VNotificationCenter* DefaultCenter();
+    static void DeleteDefaultCenter();
+
+    /// Registers an observer for notifications of that name about that object; null matches any. Registered twice
+    /// it is called twice. False without observer or callback.
+    bool AddObserver(VObject* observer, Callback callback, VString const* name, VObject* about);
+    /// Ends all registrations of an observer.
+    void RemoveObserver(VObject* observer);
+    /// Delivers a notification to all whom it concerns; nothing for null.
+    void PostNotification(VNotification* notification);
+
+    static std::atomic<VNotificationCenter*> ms_defaultNotificationCenter;
+
+  private:
+    std::mutex m_lock;
+    VObjectArrayTmpl<VNotificationTuple> m_registrations; // in order
+};
+
+} // namespace VFoundation
