@@ -1,21 +1,37 @@
 #pragma once
 
+#include "foundation/persistence/FileValue.h"
+
 namespace VFoundation {
 
 class VObject;
 
-/// A chunked binary file as classes see it that write and read themselves in `VObject::Serialize`.
+/// A chunked binary file as classes see it that write and read themselves in `VObject::Serialize`. `VAIFile`
+/// is the one in the library.
 ///
-/// Widths in the file: `short` 16 bits; `int` and `long` 32 bits (a `long` loses its high half on writing and is
-/// extended on reading); `long long` 64 bits. Note that `std::int64_t` is `long` on 64-bit Linux: write 64-bit
-/// numbers as `long long`.
+///     bool VPoint::Serialize(IAIFile& file) {
+///         if (file.IsLoading()) { file >> x >> y; } else { file << x << y; }
+///         return true;
+///     }
 ///
+/// Widths in the file: `char` and `bool` 8 bits, `short` 16, `int` and `long` 32 (a `long` loses its high half
+/// on writing and is extended on reading), `long long` 64, `float` and `double` as their IEEE patterns. Note
+/// that `std::int64_t` is `long` on 64-bit Linux and goes in 32 bits: write 64-bit numbers as `long long`.
+///
+/// How a stream operator reads: a chunk-safe file that has not the whole value left in its innermost chunk
+/// gives 0 and stays where it is. A value that the file itself does not have is left as it was, and `Eof()`
+/// says so.
+/// DELIBERATE: a signed 16-bit value reads as 0 outside any chunk, in every mode; an unsigned one reads.
+/// DELIBERATE: 64-bit integers are read without asking whether the chunk still holds them.
+///
+/// Ownership: objects given to it are borrowed.
 /// Threads: one thread at a time.
 class IAIFile {
   public:
     virtual ~IAIFile() = default;
 
-    // Single values in the file's byte order; the result is the number of items moved, 0 or 1.
+    // Single values in the file's byte order; the result is the number of items moved, 0 or 1. Reading does
+    // not count for `ChunkRemaining`.
     virtual unsigned long Write8Bit(void const* value) = 0;
     virtual unsigned long Write16Bit(void const* value) = 0;
     virtual unsigned long Write32Bit(void const* value) = 0;
@@ -58,41 +74,47 @@ class IAIFile {
     virtual unsigned long GetFileLength() = 0;
     virtual unsigned long GetFileRemaining() = 0;
 
-    virtual IAIFile& operator<<(char value) = 0;
-    virtual IAIFile& operator<<(unsigned char value) = 0;
-    virtual IAIFile& operator<<(bool const& value) = 0;
-    virtual IAIFile& operator<<(short value) = 0;
-    virtual IAIFile& operator<<(unsigned short value) = 0;
-    virtual IAIFile& operator<<(int value) = 0;
-    virtual IAIFile& operator<<(unsigned int value) = 0;
-    virtual IAIFile& operator<<(long value) = 0;
-    virtual IAIFile& operator<<(unsigned long value) = 0;
-    virtual IAIFile& operator<<(long long const& value) = 0;
-    virtual IAIFile& operator<<(unsigned long long const& value) = 0;
-    virtual IAIFile& operator<<(float value) = 0;
-    virtual IAIFile& operator<<(double value) = 0;
-    /// A string with its 16-bit length in front; null writes an empty one.
-    virtual IAIFile& operator<<(char const* text) = 0;
-    /// Lets the object write itself.
-    virtual IAIFile& operator<<(VObject& object) = 0;
+    /// Ask before memory is set aside for a length that was read. False when the file cannot be trusted with
+    /// it: it claims more than chunk and file still hold, and all such excess since `Open` is beyond a limit.
+    virtual bool AcceptLength(unsigned long length) = 0;
 
-    virtual IAIFile& operator>>(char& value) = 0;
-    virtual IAIFile& operator>>(unsigned char& value) = 0;
-    virtual IAIFile& operator>>(bool& value) = 0;
-    virtual IAIFile& operator>>(short& value) = 0;
-    virtual IAIFile& operator>>(unsigned short& value) = 0;
-    virtual IAIFile& operator>>(int& value) = 0;
-    virtual IAIFile& operator>>(unsigned int& value) = 0;
-    virtual IAIFile& operator>>(long& value) = 0;
-    virtual IAIFile& operator>>(unsigned long& value) = 0;
-    virtual IAIFile& operator>>(long long& value) = 0;
-    virtual IAIFile& operator>>(unsigned long long& value) = 0;
-    virtual IAIFile& operator>>(float& value) = 0;
-    virtual IAIFile& operator>>(double& value) = 0;
-    /// Frees the string that `*text` holds (array new) and gives a new one, owned by the caller.
+    /// Writes a value of one of the types listed at `FileValue`.
+    template <FileValue T>
+    IAIFile& operator<<(T value) {
+        WriteBits(FileBitsOf(value));
+        return *this;
+    }
+    /// Reads one; see the class comment for what becomes of `value` when it is not there.
+    template <FileValue T>
+    IAIFile& operator>>(T& value) {
+        FileBits<T> bits{};
+        if (ReadValue(&bits, sizeof bits, kReadRule<T>)) {
+            value = FileValueOf<T>(bits);
+        }
+        return *this;
+    }
+
+    /// A string with its 16-bit length in front; null writes an empty one, and text beyond 65 534 bytes is
+    /// cut.
+    virtual IAIFile& operator<<(char const* text) = 0;
+    /// Frees the string that `*text` holds (array new) and gives a new one, owned by the caller; null only
+    /// when memory runs out.
     virtual IAIFile& operator>>(char** text) = 0;
-    /// Lets the object read itself.
-    virtual IAIFile& operator>>(VObject& object) = 0;
+
+    /// Lets the object write or read itself.
+    IAIFile& operator<<(VObject& object);
+    IAIFile& operator>>(VObject& object);
+
+  protected:
+    /// Reads a value of `size` bytes (1, 2, 4 or 8) into `bits`, in the machine's order, and counts it. False,
+    /// with `bits` left alone, when the file ends before.
+    virtual bool ReadValue(void* bits, unsigned long size, eReadRule rule) = 0;
+
+  private:
+    void WriteBits(std::uint8_t bits) { Write8Bit(&bits); }
+    void WriteBits(std::uint16_t bits) { Write16Bit(&bits); }
+    void WriteBits(std::uint32_t bits) { Write32Bit(&bits); }
+    void WriteBits(std::uint64_t bits) { Write64Bit(&bits); }
 };
 
 } // namespace VFoundation

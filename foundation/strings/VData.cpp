@@ -5,7 +5,6 @@
 #include "foundation/persistence/IAIFile.h"
 #include "foundation/strings/VString.h"
 
-#include <algorithm>
 #include <cstring>
 
 namespace VFoundation {
@@ -15,12 +14,6 @@ namespace {
 /// What one store of the processor clears.
 using Vector16 = long long __attribute__((vector_size(16), may_alias));
 constexpr unsigned long kClearBlock = 128;
-
-/// The bytes that a file can still give to the buffer it is asked to load.
-unsigned long BytesLeft(IAIFile& file) {
-    unsigned long const inFile = file.GetFileRemaining();
-    return file.IsChunkSafe() && file.GetChunkLength() ? std::min(inFile, file.ChunkRemaining()) : inFile;
-}
 
 } // namespace
 
@@ -93,16 +86,15 @@ bool VData::Serialize(IAIFile& file) {
         file << static_cast<long long>(m_length);
         return file.Write(Bytes(), m_length);
     }
-    long long saved = 0;
+    unsigned long long saved = 0;
     file >> saved;
-    unsigned long const left = BytesLeft(file);
-    auto const length = static_cast<unsigned long>(saved);
-    if (length > kMaxLength || (length > left && length - left > kMaxUnbackedLength)) { // negative ones too
+    unsigned long const length = saved & kMaxLength;
+    if (!file.AcceptLength(length)) {
         throw VException(VException::eOutOfMemory, this, "Error setting VData length", -1);
     }
     SetLength(length, false);
-    if (length > left) {
-        FastZeroMemory(Bytes() + left, length - left);
+    if (!file.IsChunkSafe()) {
+        FastZeroMemory(Bytes(), length); // a chunk-safe read clears what it cannot fill
     }
     return file.Read(Bytes(), length);
 }

@@ -25,7 +25,8 @@ class VData : public Registered<VData, VObject> {
 
     /// The longest buffer, in bytes.
     static constexpr unsigned long kMaxLength = 0xFFFFFFFFUL;
-    /// How many bytes more than its chunk or file still holds a saved length may claim (64 MiB).
+    /// How many bytes more than chunk and file still hold saved lengths may claim (64 MiB), all those of one
+    /// file together.
     static constexpr unsigned long kMaxUnbackedLength = 64UL << 20;
 
     /// `length` zero bytes.
@@ -59,8 +60,9 @@ class VData : public Registered<VData, VObject> {
     void GetDescription(VString& out) const override;
 
     /// A 64-bit length and the bytes; the result is that of moving the bytes. A length that the file cannot
-    /// back
-    /// (`kMaxUnbackedLength`) throws as `SetLength` does; bytes the file does not have are zero.
+    /// back (`kMaxUnbackedLength`) throws as `SetLength` does, with the contents as before; bytes the file
+    /// does not have are zero.
+    /// DELIBERATE: only the low 32 bits of a saved length count.
     bool Serialize(IAIFile& file) override;
     /// The older form without a length: moves as many bytes as the buffer has; size it before loading.
     bool Serialize_YeOldeZephStyle(IAIFile& file);

@@ -36,7 +36,7 @@ struct SLaunchRequest {
     std::vector<std::string> environment; ///< "NAME=value" of the display; see `IsDisplayVariable`
 };
 
-inline constexpr std::size_t kMaxRequestBytes = 64 * 1024;
+inline constexpr std::size_t kMaxRequestBytes = 65536;
 inline constexpr std::uint32_t kMaxRequestArguments = 16;
 inline constexpr std::uint32_t kMaxRequestVariables = 8;
 

@@ -9,13 +9,13 @@ namespace Launcher {
 /// What a program is started with. Nothing else reaches it: no other descriptor, no other variable, default
 /// signal handling, a session of its own.
 struct SProgramStart {
-    std::string path;                     ///< absolute; never searched for, never given to a shell
-    std::vector<std::string> arguments;   ///< those after the program's own name, which is `path`
-    std::vector<std::string> environment; ///< "NAME=value"
-    int standardInput = -1;               ///< borrowed; -1 is /dev/null
-    int standardOutput = -1;              ///< borrowed; -1 is /dev/null
-    int standardError = -1;               ///< borrowed; -1 is /dev/null
-    char const* directory = nullptr;      ///< working directory; null is the caller's
+    std::string path;                          ///< absolute; never searched for, never given to a shell
+    std::vector<std::string> arguments = {};   ///< those after the program's own name, which is `path`
+    std::vector<std::string> environment = {}; ///< "NAME=value"
+    int standardInput = -1;                    ///< borrowed; -1 is /dev/null
+    int standardOutput = -1;                   ///< borrowed; -1 is /dev/null
+    int standardError = -1;                    ///< borrowed; -1 is /dev/null
+    char const* directory = nullptr;           ///< working directory; null is the caller's
 };
 
 enum class EStartResult {

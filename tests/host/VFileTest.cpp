@@ -4,8 +4,9 @@
 #include "foundation/core/VObjectRef.h"
 #include "foundation/host/VFileInfo.h"
 #include "foundation/host/VFileManager.h"
+#include "foundation/persistence/VAIFile.h"
 #include "foundation/strings/VString.h"
-#include "tests/strings/MemoryFile.h"
+#include "tests/support/ScratchFile.h"
 
 #include <gtest/gtest.h>
 
@@ -23,7 +24,7 @@
 namespace {
 
 using namespace VFoundation;
-using testing_support::MemoryFile;
+using testing_support::ScratchFile;
 
 /// A folder of its own for every test.
 class Files : public testing::Test {
@@ -167,7 +168,9 @@ TEST(VFileManager, MakesSeparatorsTheHosts) {
 }
 
 TEST(VFileInfo, TravelsThroughAFileAndCutsLongPaths) {
-    MemoryFile file;
+    ScratchFile const scratch;
+    VAIFile file;
+    ASSERT_TRUE(file.Open(scratch.Path(), VAIFile::eWrite));
     auto const info = VObjectRef<VFileInfo>::Adopt(new VFileInfo);
     EXPECT_STREQ(info->Path(), "");
     EXPECT_FALSE(info->Flag());
@@ -175,7 +178,7 @@ TEST(VFileInfo, TravelsThroughAFileAndCutsLongPaths) {
     info->SetFlag(true);
     EXPECT_TRUE(info->Serialize(file));
     file << std::string(1000, 'p').c_str() << false;
-    file.Rewind();
+    ASSERT_TRUE(file.Open(scratch.Path(), VAIFile::eRead));
     auto const read = VObjectRef<VFileInfo>::Adopt(new VFileInfo);
     EXPECT_TRUE(read->Serialize(file));
     EXPECT_STREQ(read->Path(), "a/b");

@@ -2,19 +2,21 @@
 #include "foundation/core/VException.h"
 #include "foundation/core/VObjectRef.h"
 #include "foundation/host/VHostArchitecture.h"
+#include "foundation/persistence/VAIFile.h"
 #include "foundation/strings/VString.h"
-#include "tests/strings/MemoryFile.h"
+#include "tests/support/ScratchFile.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <climits>
 #include <cstdint>
+#include <initializer_list>
 
 namespace {
 
 using namespace VFoundation;
-using testing_support::MemoryFile;
+using testing_support::ScratchFile;
 
 void Fill(VData& data) {
     for (unsigned long i = 0; i < data.Length(); ++i) {
@@ -85,13 +87,15 @@ TEST(VData, DescribesItself) {
 }
 
 TEST(VData, TravelsThroughAFile) {
-    MemoryFile file;
+    ScratchFile const scratch;
+    VAIFile file;
+    ASSERT_TRUE(file.Open(scratch.Path(), VAIFile::eWrite));
     VData written(100);
     Fill(written);
     EXPECT_TRUE(written.Serialize(file));
     EXPECT_TRUE(written.Serialize_YeOldeZephStyle(file));
-    EXPECT_EQ(file.Bytes().size(), 208U);
-    file.Rewind();
+    EXPECT_EQ(file.GetFileLength(), 208U);
+    ASSERT_TRUE(file.Open(scratch.Path(), VAIFile::eRead));
     VData read(7);
     EXPECT_TRUE(read.Serialize(file));
     EXPECT_TRUE(read == written);
@@ -101,27 +105,46 @@ TEST(VData, TravelsThroughAFile) {
     EXPECT_EQ(old.Bytes()[59], written.Bytes()[59]);
 }
 
-/// A file that says how long a buffer is, and has 10 bytes for it.
-VObjectRef<VData> LoadClaiming(long long length) {
-    MemoryFile file;
-    file << length;
+/// Loads buffers from a file that names their lengths and has 10 bytes for the last; returns that one.
+VObjectRef<VData> LoadClaiming(std::initializer_list<long long> lengths, long mode) {
+    ScratchFile const scratch;
+    VAIFile file;
+    file.Open(scratch.Path(), VAIFile::eWrite);
+    file.OpenChunk("DATA");
+    for (long long const length : lengths) {
+        file << length;
+    }
     file.Write("0123456789", 10);
-    file.Rewind();
-    auto data = VObjectRef<VData>::Adopt(VData::New());
-    data->Serialize(file);
+    file.CloseChunk();
+    file.Open(scratch.Path(), mode);
+    file.ReadChunkHeader(nullptr, nullptr);
+    VObjectRef<VData> data;
+    for (unsigned long i = 0; i < lengths.size(); ++i) {
+        file.Seek(8 + 8 * static_cast<long>(i), VFile::kFromStart);
+        data.Allocate()->Serialize(file);
+    }
     return data;
 }
 
 TEST(VData, LoadsNoLengthThatTheFileCannotBack) {
     long long const limit = 10 + static_cast<long long>(VData::kMaxUnbackedLength);
-    for (long long const length : {limit + 1, 0xFFFFFFFFLL, 0x100000005LL, -1LL, LLONG_MIN}) {
-        EXPECT_THROW(LoadClaiming(length), VException) << length;
+    for (long const mode : {VAIFile::eRead + 0L, VAIFile::eRead + VAIFile::eChunkSafe + 0L}) {
+        for (long long const length : {limit + 1, 0xFFFFFFFFLL, -1LL}) {
+            EXPECT_THROW(LoadClaiming({length}, mode), VException) << length;
+        }
+        EXPECT_EQ(LoadClaiming({limit}, mode)->Length(), static_cast<unsigned long>(limit));
+        EXPECT_THROW(LoadClaiming({limit - 100, 1000}, mode), VException) << "all claims count together";
+        auto const data = LoadClaiming({5000}, mode);
+        EXPECT_EQ(data->Bytes()[9], '9');
+        EXPECT_TRUE(std::all_of(data->Bytes() + 10, data->Bytes() + 5000, [](auto byte) { return byte == 0; }));
     }
-    EXPECT_EQ(LoadClaiming(limit)->Length(), static_cast<unsigned long>(limit));
-    auto const data = LoadClaiming(5000);
-    EXPECT_EQ(data->Bytes()[9], '9');
-    EXPECT_TRUE(
-        std::all_of(data->Bytes() + 10, data->Bytes() + 5000, [](unsigned char byte) { return byte == 0; }));
+}
+
+TEST(VData, LooksAtTheLowHalfOfASavedLengthOnly) {
+    auto const data = LoadClaiming({0x7700000005LL}, VAIFile::eRead);
+    ASSERT_EQ(data->Length(), 5U);
+    EXPECT_EQ(data->Bytes()[4], '4');
+    EXPECT_EQ(LoadClaiming({LLONG_MIN}, VAIFile::eRead)->Length(), 0U);
 }
 
 TEST(VData, ZeroesExactlyTheGivenBytes) {

@@ -1,7 +1,8 @@
 #include "foundation/strings/VString.h"
 
 #include "foundation/core/VObjectRef.h"
-#include "tests/strings/MemoryFile.h"
+#include "foundation/persistence/VAIFile.h"
+#include "tests/support/ScratchFile.h"
 
 #include <gtest/gtest.h>
 
@@ -13,7 +14,7 @@
 namespace {
 
 using namespace VFoundation;
-using testing_support::MemoryFile;
+using testing_support::ScratchFile;
 
 std::string Repeated(unsigned long count, char character = 'x') {
     return std::string(count, character);
@@ -262,11 +263,13 @@ TEST(VString, DescribesObjectsAndItself) {
 }
 
 TEST(VString, TravelsThroughAFile) {
-    MemoryFile file;
+    ScratchFile const scratch;
+    VAIFile file;
     VString written("with \xFF and \n");
     VString read("old");
+    ASSERT_TRUE(file.Open(scratch.Path(), VAIFile::eWrite));
     EXPECT_TRUE(written.Serialize(file));
-    file.Rewind();
+    ASSERT_TRUE(file.Open(scratch.Path(), VAIFile::eRead));
     EXPECT_TRUE(read.Serialize(file));
     EXPECT_TRUE(read == written);
 }

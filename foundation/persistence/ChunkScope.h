@@ -1,0 +1,43 @@
+#pragma once
+
+#include "foundation/persistence/IAIFile.h"
+
+#include <utility>
+
+namespace VFoundation {
+
+/// Holds a chunk open for a scope, so that it is closed on every way out, exceptions included.
+///
+///     while (file.ChunkRemaining()) {
+///         ChunkScope child(file);                     // loading: enters the next chunk
+///         if (!child.IsOpen()) { break; }             // there is none: always stop here
+///         if (child.Id() == ChunkId("NAME")) { file >> name; }
+///     }                                               // skips what was not read
+///
+/// Ownership: the file is borrowed.
+/// Threads: as the file.
+class ChunkScope {
+  public:
+    /// Enters the next chunk of a file that is loading.
+    explicit ChunkScope(IAIFile& file) : m_file(file), m_isOpen(file.ReadChunkHeader(&m_id, nullptr)) {}
+    /// Starts a chunk in a file that is storing; the id is four characters or the number of `ChunkId`.
+    ChunkScope(IAIFile& file, char const* id) : m_file(file), m_isOpen(file.OpenChunk(id)) {}
+    ChunkScope(IAIFile& file, unsigned long id) : m_file(file), m_id(id), m_isOpen(file.OpenChunk(id)) {}
+    ChunkScope(ChunkScope const&) = delete;
+    ChunkScope& operator=(ChunkScope const&) = delete;
+    ~ChunkScope() { Close(); }
+
+    /// False when there was no chunk to enter, or none could be started.
+    bool IsOpen() const noexcept { return m_isOpen; }
+    /// The id that was read, or given as a number; else 0.
+    unsigned long Id() const noexcept { return m_id; }
+    /// Closes the chunk now. False when it was not open or could not be completed.
+    bool Close() { return std::exchange(m_isOpen, false) && m_file.CloseChunk(); }
+
+  private:
+    IAIFile& m_file;
+    unsigned long m_id = 0;
+    bool m_isOpen;
+};
+
+} // namespace VFoundation

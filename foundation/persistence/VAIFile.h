@@ -1,0 +1,186 @@
+#pragma once
+
+#include "foundation/host/VFile.h"
+#include "foundation/persistence/BlockFile.h"
+#include "foundation/persistence/IAIFile.h"
+
+#include <array>
+#include <cstdint>
+
+namespace VFoundation {
+
+/// A binary file of nested chunks: a four-character id, a 32-bit length and that many bytes each.
+///
+///     VAIFile file;
+///     if (file.Open("scene.bin", VAIFile::eWrite) && file.OpenChunk("SCNE")) {
+///         file << 42 << "a name" << object;
+///         file.CloseChunk();
+///     }
+///     bool const saved = file.Close();        // says whether every byte arrived
+///
+/// Read chunk-safe (`eRead + eChunkSafe`) whatever was not written by your own process: no read leaves its
+/// chunk then, and the loop over a chunk's children is
+///
+///     while (file.ChunkRemaining() && file.ReadChunkHeader(&id, &length)) { ...; file.CloseChunk(); }
+///
+/// A file ends at 4 GiB. Once a write has failed (disk full, 4 GiB), nothing more is written but the lengths
+/// of the open chunks, which become those of what is there; every result up to that of `Close` is false.
+/// Values are collected in a block; opening and closing a chunk, `Close` and the destructor write it out.
+///
+/// Padding is decided where a chunk is written by the file offset its body ends at, and where it is read by
+/// its length: keep chunks at even offsets in padded files.
+///
+/// DELIBERATE: `GetChunkLength()` is the length of the slot beyond the innermost open chunk: the chunk last
+/// read at that level, or 0. Use `ChunkRemaining()`. DELIBERATE: without `eChunkSafe` nothing that is read
+/// counts, and `CloseChunk` skips the chunk's whole length from wherever the reader stands.
+///
+/// Ownership: owns its stream, which the destructor closes (use `Close` to learn whether it held).
+/// Threads: one thread at a time.
+class VAIFile : public IAIFile, public Registered<VAIFile, VFile> {
+  public:
+    static constexpr char const* kClassName = "VAIFile";
+    static VClass* ms_theClass;
+
+    /// Chunks that may be open inside each other.
+    static constexpr unsigned long kMaxDepth = 16;
+    /// Bytes that a file may have.
+    static constexpr unsigned long kMaxFileLength = BlockFile::kMaxLength;
+    /// Bytes of a string's text.
+    static constexpr unsigned long kMaxTextLength = 65534;
+
+    enum eMode : long {
+        eRead = 1,
+        eWrite = 2,
+        /// Reads stop at the end of the innermost chunk.
+        eChunkSafe = 4,
+        eLittleEndian = 8,
+        /// Chunks end at even offsets.
+        ePadChunks = 16
+    };
+    enum eError : long {
+        eNone = 0,
+        /// Empty path, or not to be opened; only regular files open for reading.
+        eCannotOpen = 1,
+        eNotOpen = 6,
+        eNoPath = 7,
+        /// A chunk beyond `kMaxDepth`.
+        eTooDeep = 8,
+        eNoChunk = 9,
+        /// Bytes were lost in writing.
+        eWriteFailed = 10
+    };
+
+    explicit VAIFile(VClass* cls = nullptr);
+    ~VAIFile() override;
+    static VAIFile* New() { return new VAIFile; }
+
+    /// Closes the file that is open. Reads when `mode` has `eRead`, else writes a new file over the old one
+    /// when it has `eWrite`.
+    bool Open(char const* path, long mode) override;
+    /// False also when anything written since `Open` was lost.
+    bool Close() override;
+    bool IsOpen() const noexcept { return m_file.IsOpen(); }
+    /// One of `eError`; what the last operation that sets it left.
+    long GetLastError() const noexcept { return m_lastError; }
+
+    bool IsLoading() override { return (m_mode & eRead) != 0; }
+    bool IsStoring() override { return (m_mode & eWrite) != 0; }
+    bool IsChunkSafe() override { return (m_mode & eChunkSafe) != 0; }
+    bool IsLE() override { return (m_mode & eLittleEndian) != 0; }
+    void SetLE(bool littleEndian) override;
+
+    /// Starts a chunk: four bytes of `id`, a shorter one filled up with zero bytes.
+    bool OpenChunk(char const* id) override;
+    /// The same with the id as a number, its first character in the most significant byte.
+    bool OpenChunk(unsigned long id) override;
+    /// Writing: stores the chunk's length. Reading: skips what is left of it. False, when reading, as long as
+    /// an error stands.
+    bool CloseChunk() override;
+    /// Enters the next chunk. False, with nothing consumed, where the file is at `kMaxDepth` or a chunk-safe
+    /// one has no room for a header in the innermost chunk; false at the end of the file. The results may be
+    /// null.
+    bool ReadChunkHeader(unsigned long* id, unsigned long* length) override;
+    /// Takes back the `ReadChunkHeader` right before it.
+    void UnreadHeader() override;
+    unsigned long ChunkRemaining() override;
+    unsigned long GetChunkLength() override;
+
+    unsigned long Write8Bit(void const* value) override;
+    unsigned long Write16Bit(void const* value) override;
+    unsigned long Write32Bit(void const* value) override;
+    unsigned long Write64Bit(void const* value) override;
+    unsigned long Read8Bit(void* value) override;
+    unsigned long Read16Bit(void* value) override;
+    unsigned long Read32Bit(void* value) override;
+    unsigned long Read64Bit(void* value) override;
+    unsigned long Write32BitBE(void const* value) override;
+    unsigned long Read32BitBE(void* value) override;
+    bool Write(void const* bytes, unsigned long length) override;
+    /// False when nothing could be read, or less than chunk and `length` allow.
+    bool Read(void* bytes, unsigned long length) override;
+
+    using IAIFile::operator<<;
+    using IAIFile::operator>>;
+    IAIFile& operator<<(char const* text) override;
+    IAIFile& operator>>(char** text) override;
+
+    /// Moves the file position; the counts of chunks stay. True, unless bytes were lost in writing.
+    bool Seek(long offset, long origin) override;
+    /// -1 when no file is open.
+    long GetPos() override;
+    /// True once a read met the end, and when no file is open.
+    bool Eof() override;
+    unsigned long GetFileLength() override;
+    /// Never below 0.
+    unsigned long GetFileRemaining() override;
+    /// Allows `VData::kMaxUnbackedLength` bytes of excess in all.
+    bool AcceptLength(unsigned long length) override;
+
+    // As a `VFile`: the same stream and position.
+    long GetLength() override;
+    long GetPosition() override;
+    long GetLengthRemaining() override;
+    bool IsEndOfFile() override;
+    bool FileSeek(long offset, long origin) override;
+
+  protected:
+    bool ReadValue(void* bits, unsigned long size, eReadRule rule) override;
+
+  private:
+    class WindowPause;
+    using ChunkWords = std::array<std::uint32_t, kMaxDepth>;
+
+    using VFile::OpenForReading; // would open a second stream
+    using VFile::ReadBytes;
+
+    void UpdateByteOrder() noexcept;
+    bool WriteResult() noexcept;
+
+    bool OpenChunkWithId(unsigned char const* id);
+    bool CloseWrittenChunk();
+    bool CloseReadChunk();
+    unsigned long Remaining() const noexcept;
+    std::size_t ReadLimit() const noexcept;
+    void AddToBytesRead(unsigned long length) noexcept;
+    void CountRead(unsigned long length) noexcept;
+    void EndChunkWithFile() noexcept;
+
+    template <class Bits>
+    unsigned long WriteItem(void const* value, bool swap);
+    template <class Bits>
+    unsigned long ReadItem(void* value, bool swap);
+    void CopyValue(void* to, void const* from, unsigned long size) const noexcept;
+    bool ReadValueSlowly(void* bits, unsigned long size, eReadRule rule);
+
+    BlockFile m_file;
+    ChunkWords m_chunkLengths{};
+    ChunkWords m_chunkBytesRead{};
+    std::uint32_t m_mode = 0;
+    std::uint32_t m_lastError = eNone;
+    ChunkWords m_chunkStarts{};
+    std::uint32_t m_depth = 0;
+    bool m_swap = false; // the file's byte order is not the machine's
+    unsigned long m_unbacked = 0;
+};
+
+} // namespace VFoundation

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "foundation/host/VFileInfo.h"
+#include "foundation/persistence/VObjectArrayTmplSerializeable.h"
+#include "foundation/strings/VData.h"
+
+namespace VFoundation {
+
+/// A container of files in one chunked file: a list of descriptions and a list of contents. That the i-th
+/// description belongs to the i-th contents is the application's convention; the archive keeps two lists.
+///
+///     VAIFile file;
+///     file.Open(path, VAIFile::eRead | VAIFile::eChunkSafe);
+///     archive.Serialize(file);
+///
+/// Read archives chunk-safe. What is not an archive reads as an empty one, unknown chunks are skipped, and
+/// contents that the file lacks are zero; a length that cannot be true throws, see `VData`.
+///
+/// DELIBERATE: nothing is reported when an archive is read; a file that holds none gives an empty archive.
+///
+/// Ownership: owns its lists, which own a reference to each element.
+/// Threads: one thread at a time.
+class VArchive : public Registered<VArchive, VObject> {
+  public:
+    static constexpr char const* kClassName = "VArchive";
+    static VClass* ms_theClass;
+
+    explicit VArchive(VClass* cls = nullptr) : Registered(cls) {}
+    VArchive(VArchive const&) = delete;
+    VArchive& operator=(VArchive const&) = delete;
+    static VArchive* New() { return new VArchive; }
+
+    VObjectArrayTmplSerializeable<VFileInfo>& Infos() noexcept { return m_infos; }
+    VObjectArrayTmplSerializeable<VFileInfo> const& Infos() const noexcept { return m_infos; }
+    VObjectArrayTmplSerializeable<VData>& Data() noexcept { return m_data; }
+    VObjectArrayTmplSerializeable<VData> const& Data() const noexcept { return m_data; }
+
+    /// Writes both lists, in a chunk "VArc"; false when something could not be written. Reading replaces both
+    /// and is true.
+    bool Serialize(IAIFile& file) override;
+
+  private:
+    bool Store(IAIFile& file);
+    bool Load(IAIFile& file);
+
+    VObjectArrayTmplSerializeable<VFileInfo> m_infos;
+    VObjectArrayTmplSerializeable<VData> m_data;
+};
+
+} // namespace VFoundation

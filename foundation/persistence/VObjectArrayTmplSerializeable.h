@@ -1,0 +1,70 @@
+#pragma once
+
+#include "foundation/containers/VObjectArrayTmpl.h"
+#include "foundation/persistence/ChunkId.h"
+#include "foundation/persistence/ChunkScope.h"
+
+namespace VFoundation {
+
+/// A `VObjectArrayTmpl` that stores itself in a chunked file: a chunk "ARAY" of a 32-bit count and one chunk
+/// "elem" for each element, which writes its own body. `T` needs a default constructor.
+///
+/// Null elements are counted but not written. Reading does not believe the count; it takes what "elem" chunks
+/// there are and skips all others.
+///
+/// Ownership, threads: as `VObjectArray`; these arrays are not recycled.
+template <class T>
+class VObjectArrayTmplSerializeable : public VObjectArrayTmpl<T> {
+  public:
+    explicit VObjectArrayTmplSerializeable(long initialCapacity = 0) : VObjectArrayTmpl<T>(initialCapacity) {}
+
+    static VObjectArrayTmplSerializeable* New() { return new VObjectArrayTmplSerializeable(0); }
+
+    /// Loading replaces the elements, by none when the next chunk is not an array, and is true; open it
+    /// chunk-safe. Storing is false when something could not be written.
+    bool Serialize(IAIFile& file) override { return file.IsLoading() ? Load(file) : Store(file); }
+
+  private:
+    static constexpr unsigned long kArrayId = ChunkId("ARAY");
+    static constexpr unsigned long kElementId = ChunkId("elem");
+
+    bool Store(IAIFile& file) {
+        ChunkScope array(file, kArrayId);
+        if (!array.IsOpen()) {
+            return false;
+        }
+        file << this->Count();
+        bool stored = true;
+        for (long i = 0; i < this->Count() && stored; ++i) {
+            if (T* const object = this->ObjectAtIndexTyped(i)) {
+                ChunkScope element(file, kElementId);
+                stored = element.IsOpen() && object->Serialize(file);
+                stored = element.Close() && stored;
+            }
+        }
+        return array.Close() && stored;
+    }
+
+    bool Load(IAIFile& file) {
+        this->RemoveAllObjects();
+        ChunkScope const array(file);
+        if (array.IsOpen() && array.Id() == kArrayId) {
+            long count = 0;
+            file >> count; // for other readers: the elements speak for themselves
+            while (file.ChunkRemaining()) {
+                ChunkScope const child(file);
+                if (!child.IsOpen()) {
+                    break;
+                }
+                if (child.Id() == kElementId) {
+                    auto const element = VObjectRef<T>::Adopt(new T);
+                    element->Serialize(file);
+                    this->AddObject(element.Get());
+                }
+            }
+        }
+        return true;
+    }
+};
+
+} // namespace VFoundation
