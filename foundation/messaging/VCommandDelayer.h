@@ -46,10 +46,10 @@ class VCommandDelayer : public Registered<VCommandDelayer, VObject> {
     virtual long CommandCountMin();
     virtual bool ConnectDelayed(VMessenger* source, int sourceId, VMessageCenter* center, VMessenger* target,
                                 int targetId);
-    virtual bool DisconnectDelayed(VMessenger* source, int sourceId, VMessageCenter* center, VMessenger* target,
-                                   int targetId);
-    virtual bool ConnectImmediate(VMessenger* source, int sourceId, VMessageCenter* center, VMessenger* target,
-                                  int targetId);
+    virtual bool DisconnectDelayed(VMessenger* source, int sourceId, VMessageCenter* center,
+                                   VMessenger* target, int targetId);
+    virtual bool ConnectImmediate(VMessenger* source, int sourceId, VMessageCenter* center,
+                                  VMessenger* target, int targetId);
     virtual bool DisconnectImmediate(VMessenger* source, int sourceId, VMessageCenter* center,
                                      VMessenger* target, int targetId);
     virtual bool ReconnectImmediate(VMessenger* source, int sourceId, VMessageCenter* center,

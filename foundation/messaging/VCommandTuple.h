@@ -59,8 +59,8 @@ class VCommandTuple : public Registered<VCommandTuple, VObject> {
     static void SetGarbageCan(VGarbageCan* can);
 
   private:
-    void SetConnection(eKind kind, VMessenger* source, int sourceId, VMessageCenter* center, VMessenger* target,
-                       int targetId);
+    void SetConnection(eKind kind, VMessenger* source, int sourceId, VMessageCenter* center,
+                       VMessenger* target, int targetId);
     void DropMessengers();
 
     static VGarbageCan* ms_garbageCan;

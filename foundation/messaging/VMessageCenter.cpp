@@ -60,7 +60,7 @@ VMessageCenter* VMessageCenter::New() {
 template <class Fill>
 bool VMessageCenter::Post(Fill fill) {
     VCommandTuple* popped = nullptr;
-    if (!IsAccepting() || m_stopped.load() || !m_free.Pop(&popped)) {
+    if (!IsAccepting() || !m_free.Pop(&popped)) {
         return false;
     }
     auto const command = VObjectRef<VCommandTuple>::Adopt(popped);
@@ -70,9 +70,8 @@ bool VMessageCenter::Post(Fill fill) {
         ReturnToFree(command.Get());
         return false;
     }
-    if (m_stopped.load()) { // the command came behind the clearing of the queue
+    if (m_stopped.load()) { // the command may have come behind the clearing of the queue
         m_pending.RemoveAllObjects();
-        return false;
     }
     // Behind the push: a service that began before it sets the flag again and finds the command, or is over and
     // leaves it to the next.
@@ -93,8 +92,8 @@ bool VMessageCenter::MessageDelay(VMessenger* target, VMessage* message) {
     return message && Post([=](VCommandTuple& command) { command.SetAndRetainMessage(target, message); });
 }
 
-bool VMessageCenter::ConnectDelayed(VMessenger* source, int sourceId, VMessageCenter* center, VMessenger* target,
-                                    int targetId) {
+bool VMessageCenter::ConnectDelayed(VMessenger* source, int sourceId, VMessageCenter* center,
+                                    VMessenger* target, int targetId) {
     return Post([=](VCommandTuple& command) {
         command.SetAndRetainConnect(source, sourceId, center, target, targetId);
     });
@@ -149,6 +148,7 @@ bool VMessageCenter::ReconnectImmediate(VMessenger* source, int sourceId, VMessa
 // Service
 
 long VMessageCenter::SendDelayedCommands() {
+    VObjectRef<VMessageCenter> const self(this); // a handler may drop the last reference
     VCommandDelayer::SendDelayedCommands();
     SetServiced(true); // before the queue is looked at: whatever comes later clears it
     long count = 0;
@@ -194,7 +194,10 @@ void VMessageCenter::Service(VCommandTuple& command) {
 void VMessageCenter::ReportLongService(VCommandTuple& command, double seconds) const {
     std::fprintf(stderr, "[%s] LONG MESSAGE SERVICE TIME DETECTED! %.6lf\n", command.Label(), seconds);
     if (command.Kind() == VCommandTuple::eMessage) {
-        auto const nameOf = [](VMessenger* messenger) { return messenger ? messenger->GetMessengerName() : "NULL"; };
+        auto const nameOf = [](VMessenger* messenger) {
+            char const* const name = messenger ? messenger->GetMessengerName() : nullptr;
+            return name ? name : "NULL";
+        };
         std::fprintf(stderr, "%s: %s [msg:%i] -> %s [msg:%i]\n", command.Label(), nameOf(command.Source()),
                      command.SourceID(), nameOf(command.Target()), command.TargetID());
     }
@@ -232,6 +235,15 @@ void VMessageCenter::StartCenter(char const* name, long sleepMilliseconds) {
     }
     server->StartServer();
     server->AddJob(job.Get());
+    {
+        std::lock_guard const lock(m_startLock);
+        if (m_server.Get() == server.Get()) {
+            return;
+        }
+    }
+    // A handler has stopped the centre meanwhile, and the job may have been queued after that.
+    server->KillAllJobs();
+    server->EndServer(true);
 }
 
 void VMessageCenter::StopCenter() {

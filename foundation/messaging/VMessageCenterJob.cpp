@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <cxxabi.h>
 #include <limits>
 
 namespace VFoundation {
@@ -77,9 +76,10 @@ void VMessageCenterJob::Poll(VCriticalSection* section) {
     m_delayer->SetServiced(true); // before the service and not after it: a post in between clears it again
     try {
         m_delayer->SendDelayedCommands();
-    } catch (abi::__forced_unwind&) {
-        throw;
     } catch (...) {
+        if (VThread::CaughtEndOfThread()) {
+            throw;
+        }
         VLog::Trace("VMessageCenterJob::DoJob - An exception occured!\n");
     }
 }

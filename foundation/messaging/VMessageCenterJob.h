@@ -53,7 +53,7 @@ class VMessageCenterJob : public Registered<VMessageCenterJob, VJob> {
     VObjectRef<VCommandDelayer> m_delayer;
     std::unique_ptr<EventFlag> m_abort;
     std::unique_ptr<EventFlag> m_finished;
-    long m_sleep; // ms
+    long m_sleep;                       // ms
     std::atomic<bool> m_claimed{false}; // by the thread that runs the job, or the one that aborts it before
     std::atomic<VThread::ThreadID> m_threadID{};
 };

@@ -38,7 +38,8 @@ void VNotificationCenter::DeleteDefaultCenter() {
     }
 }
 
-bool VNotificationCenter::AddObserver(VObject* observer, Callback callback, VString const* name, VObject* about) {
+bool VNotificationCenter::AddObserver(VObject* observer, Callback callback, VString const* name,
+                                      VObject* about) {
     if (!observer || !callback) {
         return false;
     }

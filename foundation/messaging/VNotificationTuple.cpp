@@ -15,7 +15,8 @@ VNotificationTuple* VNotificationTuple::New() {
     return new VNotificationTuple();
 }
 
-void VNotificationTuple::Set(VObject* observer, Callback callback, VString const* name, VObject const* about) {
+void VNotificationTuple::Set(VObject* observer, Callback callback, VString const* name,
+                             VObject const* about) {
     m_observer = observer;
     m_callback = callback;
     m_anyName = name == nullptr;
