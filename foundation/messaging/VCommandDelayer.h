@@ -12,11 +12,11 @@ class VMessage;
 class VMessageCenter;
 class VMessenger;
 
-/// The base of what queues commands and services them later; it holds the timing. It queues nothing itself: use a
-/// `VMessageCenter`.
+/// The base of what queues commands and services them later; it holds the timing. It queues nothing itself:
+/// use a `VMessageCenter`.
 ///
-/// The serviced flag says that nothing was queued since the last service began; a polling job services only while it
-/// is clear.
+/// The serviced flag says that nothing was queued since the last service began; a polling job services only
+/// while it is clear.
 ///
 /// Ownership: by reference count. Borrows the critical section.
 /// Threads: posting and the flags from any thread; servicing by one thread at a time.
@@ -35,7 +35,8 @@ class VCommandDelayer : public Registered<VCommandDelayer, VObject> {
     static void InitializeClass() {}
     static void UninitializeClass() {}
 
-    /// What `VMessageCenter` says; the base versions queue nothing, connect nothing and return false, 0 or null.
+    /// What `VMessageCenter` says; the base versions queue nothing, connect nothing and return false, 0 or
+    /// null.
     virtual bool MessageDelay(VMessenger* target, VMessage* message);
     /// The base version notes the time of service.
     virtual long SendDelayedCommands();

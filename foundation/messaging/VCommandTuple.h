@@ -12,12 +12,12 @@ class VGarbageCan;
 class VMessageCenter;
 class VMessenger;
 
-/// One command in the queue of a message centre: deliver a message, connect or disconnect. Centres make theirs in
-/// advance and use them again.
+/// One command in the queue of a message centre: deliver a message, connect or disconnect. Centres make
+/// theirs in advance and use them again.
 ///
-/// Ownership: retains the messengers and the centre that it names until it is cleared. With a garbage can set, a
-/// messenger whose last reference the command holds is parked there, so that no messenger dies on the thread that
-/// services commands.
+/// Ownership: retains the messengers and the centre that it names until it is cleared. With a garbage can
+/// set, a messenger whose last reference the command holds is parked there, so that no messenger dies on the
+/// thread that services commands.
 /// Threads: a tuple is for one thread at a time; `SetGarbageCan` may be called by any thread.
 class VCommandTuple : public Registered<VCommandTuple, VObject> {
   public:

@@ -7,14 +7,15 @@
 
 namespace VFoundation {
 
-/// What travels along a connection: an id and two values. The id says which of a messenger's messages it is; on the
-/// way a connection replaces it with the id that the target knows it by.
+/// What travels along a connection: an id and two values. The id says which of a messenger's messages it is;
+/// on the way a connection replaces it with the id that the target knows it by.
 ///
 ///     VMessage message;
 ///     message.SetMessageID(kVolumeChanged);
 ///     message.FirstArg().SetValueToFloat(0.5F);
 ///
-/// Ownership: by reference count, also usable as a local or a member. The values hold what they are given (`SValue`).
+/// Ownership: by reference count, also usable as a local or a member. The values hold what they are given
+/// (`SValue`).
 /// Threads: one thread at a time.
 class VMessage : public Registered<VMessage, VObject> {
   public:
@@ -30,7 +31,8 @@ class VMessage : public Registered<VMessage, VObject> {
     static void InitializeClass() {}
     static void UninitializeClass() {}
 
-    /// Copies id and values. DELIBERATE: the user data is not copied; the target keeps its own.
+    /// Copies id and values.
+    /// DELIBERATE: the user data is not copied; the target keeps its own.
     VMessage& operator=(VMessage const& other);
     VMessage* Copy() const override;
     /// Removes id and values.
@@ -38,8 +40,9 @@ class VMessage : public Registered<VMessage, VObject> {
 
     /// True when both pairs of values have the same type. False for null.
     bool Matches(VMessage const* other) const;
-    /// True when the values of `incoming` have the types of this message's, or none: what has no type fits any.
-    /// DELIBERATE: only on the incoming side; this message's values without a type fit nothing else. False for null.
+    /// True when the values of `incoming` have the types of this message's, or none. False for null.
+    /// DELIBERATE: a value without a type fits any on the incoming side only; this message's own fit nothing
+    /// else.
     bool Receivable(VMessage const* incoming) const;
 
     int MessageID() const noexcept { return m_id; }

@@ -13,8 +13,9 @@ class EventFlag;
 class VCommandDelayer;
 class VCriticalSection;
 
-/// The job that services a delayer until it is aborted: it looks every few milliseconds whether a service is due and
-/// anything was queued. `VMessageCenter::StartCenter` makes one. It runs once; run again it returns at once.
+/// The job that services a delayer until it is aborted: it looks every few milliseconds whether a service is
+/// due and anything was queued. `VMessageCenter::StartCenter` makes one. It runs once; run again it returns
+/// at once.
 ///
 /// The floating-point unit rounds downward while it runs.
 ///
@@ -39,8 +40,8 @@ class VMessageCenterJob : public Registered<VMessageCenterJob, VJob> {
     bool DoJob() override;
     /// Always 0.5, as there is no end to it.
     double JobProgress() override;
-    /// Ends the job and waits until it is over; a job that has not begun never will. On the job's own thread, that is
-    /// in a handler, it does not wait. True.
+    /// Ends the job and waits until it is over; a job that has not begun never will. On the job's own thread,
+    /// that is in a handler, it does not wait. True.
     bool AbortJob() override;
 
   private:

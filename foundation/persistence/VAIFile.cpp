@@ -15,6 +15,7 @@ namespace VFoundation {
 
 namespace {
 
+constexpr std::uint32_t kOrderFlag = VAIFile::kLittleEndian;
 constexpr unsigned long kIdSize = 4;
 constexpr unsigned long kLengthSize = 4;
 constexpr unsigned long kHeaderSize = kIdSize + kLengthSize;
@@ -61,8 +62,8 @@ bool VAIFile::Open(char const* path, long mode) {
         m_lastError = eNoPath;
         return false;
     }
-    bool const opened = *path && ((mode & eRead)    ? m_file.OpenForReading(path)
-                                  : (mode & eWrite) ? m_file.OpenForWriting(path)
+    bool const opened = *path && ((mode & kRead)    ? m_file.OpenForReading(path)
+                                  : (mode & kWrite) ? m_file.OpenForWriting(path)
                                                     : false);
     if (opened) {
         m_mode = narrow_cast<std::uint32_t>(mode);
@@ -85,12 +86,12 @@ bool VAIFile::Close() {
 }
 
 void VAIFile::SetLE(bool littleEndian) {
-    m_mode = littleEndian ? m_mode | eLittleEndian : m_mode & ~std::uint32_t{eLittleEndian};
+    m_mode = littleEndian ? m_mode | kOrderFlag : m_mode & ~kOrderFlag;
     UpdateByteOrder();
 }
 
 void VAIFile::UpdateByteOrder() noexcept {
-    m_swap = VHostArchitecture::IsHostBigEndian() == ((m_mode & eLittleEndian) != 0);
+    m_swap = VHostArchitecture::IsHostBigEndian() == ((m_mode & kLittleEndian) != 0);
 }
 
 /// What an operation that writes as a whole leaves and returns.
@@ -140,7 +141,7 @@ bool VAIFile::CloseWrittenChunk() {
     long const start = m_chunkStarts[--m_depth];
     m_file.Flush();
     long const bodyEnd = m_file.Position();
-    if ((m_mode & ePadChunks) && bodyEnd % 2 != 0) {
+    if ((m_mode & kPadChunks) && bodyEnd % 2 != 0) {
         unsigned char const pad = 0;
         m_file.Write(&pad, 1);
     }
@@ -156,7 +157,7 @@ bool VAIFile::ReadChunkHeader(unsigned long* id, unsigned long* length) {
         m_lastError = eTooDeep;
         return false;
     }
-    if (m_depth && (m_mode & eChunkSafe) && Remaining() < kHeaderSize) {
+    if (m_depth && (m_mode & kChunkSafe) && Remaining() < kHeaderSize) {
         return false;
     }
     unsigned char header[kHeaderSize];
@@ -190,7 +191,7 @@ bool VAIFile::CloseReadChunk() {
         WindowPause const pause(*this);
         unsigned long remaining = Remaining();
         unsigned long length = m_chunkLengths[--m_depth];
-        if ((m_mode & ePadChunks) && IsOdd(length)) {
+        if ((m_mode & kPadChunks) && IsOdd(length)) {
             ++length;
             ++remaining;
         }
@@ -216,7 +217,7 @@ unsigned long VAIFile::Remaining() const noexcept {
 
 /// What a bounded read may take from here.
 std::size_t VAIFile::ReadLimit() const noexcept {
-    return (m_mode & eChunkSafe) ? Remaining() : kUnlimited;
+    return (m_mode & kChunkSafe) ? Remaining() : kUnlimited;
 }
 
 void VAIFile::AddToBytesRead(unsigned long length) noexcept {
@@ -227,7 +228,7 @@ void VAIFile::AddToBytesRead(unsigned long length) noexcept {
 
 /// Bytes read count only in chunk-safe files.
 void VAIFile::CountRead(unsigned long length) noexcept {
-    if (m_mode & eChunkSafe) {
+    if (m_mode & kChunkSafe) {
         AddToBytesRead(length);
     }
 }
@@ -259,7 +260,7 @@ unsigned long VAIFile::ReadItem(void* value, bool swap) {
     if (!value) {
         return 0;
     }
-    if (!(m_mode & eChunkSafe)) {
+    if (!(m_mode & kChunkSafe)) {
         if (unsigned char const* const bytes = m_file.Take(sizeof(Bits))) {
             CopyNumber<Bits>(value, bytes, swap);
             return 1;
@@ -362,7 +363,7 @@ bool VAIFile::Read(void* bytes, unsigned long length) {
     WindowPause const pause(*this);
     std::size_t const given = std::min(ReadLimit(), length);
     std::size_t const got = m_file.Read(bytes, given);
-    if (m_mode & eChunkSafe) {
+    if (m_mode & kChunkSafe) {
         CountRead(given);
         if (got < given) {
             EndChunkWithFile();

@@ -12,13 +12,13 @@ namespace VFoundation {
 /// A binary file of nested chunks: a four-character id, a 32-bit length and that many bytes each.
 ///
 ///     VAIFile file;
-///     if (file.Open("scene.bin", VAIFile::eWrite) && file.OpenChunk("SCNE")) {
+///     if (file.Open("scene.bin", VAIFile::kWrite) && file.OpenChunk("SCNE")) {
 ///         file << 42 << "a name" << object;
 ///         file.CloseChunk();
 ///     }
 ///     bool const saved = file.Close();        // says whether every byte arrived
 ///
-/// Read chunk-safe (`eRead + eChunkSafe`) whatever was not written by your own process: no read leaves its
+/// Read chunk-safe (`kRead + kChunkSafe`) whatever was not written by your own process: no read leaves its
 /// chunk then, and the loop over a chunk's children is
 ///
 ///     while (file.ChunkRemaining() && file.ReadChunkHeader(&id, &length)) { ...; file.CloseChunk(); }
@@ -31,7 +31,7 @@ namespace VFoundation {
 /// its length: keep chunks at even offsets in padded files.
 ///
 /// DELIBERATE: `GetChunkLength()` is the length of the slot beyond the innermost open chunk: the chunk last
-/// read at that level, or 0. Use `ChunkRemaining()`. DELIBERATE: without `eChunkSafe` nothing that is read
+/// read at that level, or 0. Use `ChunkRemaining()`. DELIBERATE: without `kChunkSafe` nothing that is read
 /// counts, and `CloseChunk` skips the chunk's whole length from wherever the reader stands.
 ///
 /// Ownership: owns its stream, which the destructor closes (use `Close` to learn whether it held).
@@ -48,15 +48,15 @@ class VAIFile : public IAIFile, public Registered<VAIFile, VFile> {
     /// Bytes of a string's text.
     static constexpr unsigned long kMaxTextLength = 65534;
 
-    enum eMode : long {
-        eRead = 1,
-        eWrite = 2,
-        /// Reads stop at the end of the innermost chunk.
-        eChunkSafe = 4,
-        eLittleEndian = 8,
-        /// Chunks end at even offsets.
-        ePadChunks = 16
-    };
+    // What `Open` takes, added up.
+    static constexpr long kRead = 1;
+    static constexpr long kWrite = 2;
+    /// Reads stop at the end of the innermost chunk.
+    static constexpr long kChunkSafe = 4;
+    static constexpr long kLittleEndian = 8;
+    /// Chunks end at even offsets.
+    static constexpr long kPadChunks = 16;
+
     enum eError : long {
         eNone = 0,
         /// Empty path, or not to be opened; only regular files open for reading.
@@ -74,8 +74,8 @@ class VAIFile : public IAIFile, public Registered<VAIFile, VFile> {
     ~VAIFile() override;
     static VAIFile* New() { return new VAIFile; }
 
-    /// Closes the file that is open. Reads when `mode` has `eRead`, else writes a new file over the old one
-    /// when it has `eWrite`.
+    /// Closes the file that is open. Reads when `mode` has `kRead`, else writes a new file over the old one
+    /// when it has `kWrite`.
     bool Open(char const* path, long mode) override;
     /// False also when anything written since `Open` was lost.
     bool Close() override;
@@ -83,10 +83,10 @@ class VAIFile : public IAIFile, public Registered<VAIFile, VFile> {
     /// One of `eError`; what the last operation that sets it left.
     long GetLastError() const noexcept { return m_lastError; }
 
-    bool IsLoading() override { return (m_mode & eRead) != 0; }
-    bool IsStoring() override { return (m_mode & eWrite) != 0; }
-    bool IsChunkSafe() override { return (m_mode & eChunkSafe) != 0; }
-    bool IsLE() override { return (m_mode & eLittleEndian) != 0; }
+    bool IsLoading() override { return (m_mode & kRead) != 0; }
+    bool IsStoring() override { return (m_mode & kWrite) != 0; }
+    bool IsChunkSafe() override { return (m_mode & kChunkSafe) != 0; }
+    bool IsLE() override { return (m_mode & kLittleEndian) != 0; }
     void SetLE(bool littleEndian) override;
 
     /// Starts a chunk: four bytes of `id`, a shorter one filled up with zero bytes.

@@ -10,7 +10,7 @@ namespace VFoundation {
 /// description belongs to the i-th contents is the application's convention; the archive keeps two lists.
 ///
 ///     VAIFile file;
-///     file.Open(path, VAIFile::eRead | VAIFile::eChunkSafe);
+///     file.Open(path, VAIFile::kRead | VAIFile::kChunkSafe);
 ///     archive.Serialize(file);
 ///
 /// Read archives chunk-safe. What is not an archive reads as an empty one, unknown chunks are skipped, and

@@ -78,6 +78,8 @@ class VColour : public Registered<VColour, VObject>, public SColour {
     static char const* const ms_pchAlphaTag;
 
   private:
+    static void UninitializeArray();
+
     VString* m_name = nullptr;
 };
 

@@ -8,8 +8,8 @@ namespace VFoundation {
 /// A flag that threads can wait for. What was done before `Set()` is seen by whoever finds the flag set.
 /// Internal.
 ///
-/// Threads: any thread may call any operation. As waking may outlast the `Set()` that caused it, the flag has to
-/// live until the last `Set()` has returned.
+/// Threads: any thread may call any operation. As waking may outlast the `Set()` that caused it, the flag has
+/// to live until the last `Set()` has returned.
 class EventFlag {
   public:
     bool IsSet() const noexcept { return m_word.load() != 0; }

@@ -26,9 +26,10 @@ class IVJobDelegate;
 ///
 /// Set priority and delegate before the job is queued. A job may be queued again once it has run.
 ///
-/// Ownership: retains its description object; borrows its delegate. A server retains the job until it has run.
-/// Threads: `DoJob` runs on the server's thread, `AbortJob` and `JobProgress` are called by others meanwhile. Flags
-/// and times may be read by any thread.
+/// Ownership: retains its description object; borrows its delegate. A server retains the job until it has
+/// run.
+/// Threads: `DoJob` runs on the server's thread, `AbortJob` and `JobProgress` are called by others meanwhile.
+/// Flags and times may be read by any thread.
 class VJob : public Registered<VJob, VObject> {
   public:
     static constexpr char const* kClassName = "VJob";
@@ -41,15 +42,16 @@ class VJob : public Registered<VJob, VObject> {
     VJob& operator=(VJob const&) = delete;
     ~VJob() override;
 
-    /// Prepares the job for another use: clears the user value and the flags and replaces the rest. The times stay.
+    /// Prepares the job for another use: clears the user value and the flags and replaces the rest. The times
+    /// stay.
     void Init(VObject* description, IVJobDelegate* delegate, int priority);
 
     /// The work; true when it succeeded.
     virtual bool DoJob() = 0;
     /// How much of the work is done, 0 to 1.
     virtual double JobProgress() = 0;
-    /// Asks a running job to return from `DoJob` early, and may wait until it has. What the result means is for the
-    /// job to say; the library does not look at it.
+    /// Asks a running job to return from `DoJob` early, and may wait until it has. What the result means is
+    /// for the job to say; the library does not look at it.
     virtual bool AbortJob() = 0;
     /// Called by the server before and after the job; overrides call the base version.
     virtual void StartedJob();
@@ -78,8 +80,8 @@ class VJob : public Registered<VJob, VObject> {
     /// True from a successful `AddJob` to `FinishedJob`; a job thrown out by `KillAllJobs` keeps it.
     bool IsQueued() const noexcept { return m_queued.load(std::memory_order_relaxed); }
 
-    /// Seconds since the server's thread was started; 0 until the event. A job that is queued while no thread runs
-    /// keeps its time.
+    /// Seconds since the server's thread was started; 0 until the event. A job that is queued while no thread
+    /// runs keeps its time.
     double QueuedTime() const noexcept { return m_queuedTime.load(std::memory_order_relaxed); }
     double StartTime() const noexcept { return m_startTime.load(std::memory_order_relaxed); }
     double EndTime() const noexcept { return m_endTime.load(std::memory_order_relaxed); }

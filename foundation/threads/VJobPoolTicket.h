@@ -4,8 +4,8 @@
 
 namespace VFoundation {
 
-/// A name that the class table knows for a place in a pool of job servers. There is no pool and the ticket stands
-/// for nothing.
+/// A name that the class table knows for a place in a pool of job servers. There is no pool and the ticket
+/// stands for nothing.
 ///
 /// Ownership: by reference count.
 /// Threads: nothing to share.

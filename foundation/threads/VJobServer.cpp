@@ -11,7 +11,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <cxxabi.h>
 #include <typeinfo>
 #include <utility>
 
@@ -52,8 +51,8 @@ void RemoveFromServers(VJobServer* server) {
 
 } // namespace
 
-/// What a thread of a server and those who start and end it tell each other. Both sides share it, so that it is
-/// there when the server no longer is.
+/// What a thread of a server and those who start and end it tell each other. Both sides share it, so that it
+/// is there when the server no longer is.
 struct VJobServer::ThreadLink {
     EventFlag published; // the starter has stored the thread's handle
     EventFlag departed;  // the thread has let go of the server and will not use the library again
@@ -89,7 +88,8 @@ VJobServer::VJobServer(VClass* cls, char const* name, int queueSize)
 VJobServer::~VJobServer() {
     VLog::Trace("VJobServer [DESTRUCTOR]: %s  START\n", m_name.CString());
     bool const stopped = m_runningLock.TryLock(kEndTry);
-    VLog::Trace("VJobServer [DESTRUCTOR]: %s  Server running: %s\n", m_name.CString(), stopped ? "no" : "yes");
+    VLog::Trace("VJobServer [DESTRUCTOR]: %s  Server running: %s\n", m_name.CString(),
+                stopped ? "no" : "yes");
     m_waiting.reset();
     m_currentJob.Exchange(nullptr);
     VLog::Trace("VJobServer [DESTRUCTOR]: %s  END\n", m_name.CString());
@@ -209,7 +209,8 @@ int VJobServer::CompareJobFunction(VObject const** a, VObject const** b) {
     if (!first || !second) {
         return (first ? 0 : 1) - (second ? 0 : 1);
     }
-    return (first->Priority() < second->Priority() ? 1 : 0) - (first->Priority() > second->Priority() ? 1 : 0);
+    return (first->Priority() < second->Priority() ? 1 : 0) -
+           (first->Priority() > second->Priority() ? 1 : 0);
 }
 
 void VJobServer::SortJobArray() {
@@ -328,7 +329,8 @@ bool VJobServer::StartThread() {
     }
     m_state.store(eStarting);
     Retain(); // the thread's reference
-    auto thread = VObjectRef<VThread>::Adopt(VThread::StartThread(&ServerThreadProxy, this, m_name.CString()));
+    auto thread =
+        VObjectRef<VThread>::Adopt(VThread::StartThread(&ServerThreadProxy, this, m_name.CString()));
     if (!thread) {
         m_state.store(eStopped);
         link->departed.Set();
@@ -423,9 +425,10 @@ bool VJobServer::Guarded(void (VJobServer::*step)()) {
     } catch (VException const&) {
         VLog::Trace("VException in server: %s (stage:%i)\n", m_name.CString(), m_stage);
         VLog::Trace("VJobServer::ServerThread - A VException occured! (stage:%i)\n", m_stage);
-    } catch (abi::__forced_unwind&) {
-        throw; // the job ends the thread
     } catch (...) {
+        if (VThread::CaughtEndOfThread()) {
+            throw;
+        }
         VLog::Trace("Exception in server: %s (stage:%li)\n", m_name.CString(), long{m_stage});
         VLog::Trace("VJobServer::ServerThread - An unrecognised exception occured! (stage:%i)\n", m_stage);
     }

@@ -28,23 +28,24 @@ class WaitingJobs;
 ///     server->KillAllJobs();
 ///     server->EndServer(true);
 ///
-/// End a server before its last `Release`: its thread holds a reference, and nobody could end it afterwards. It can
-/// be started again; jobs still queued are run then.
+/// End a server before its last `Release`: its thread holds a reference, and nobody could end it afterwards.
+/// It can be started again; jobs still queued are run then.
 ///
-/// The name is that of a semaphore which the whole system shares (`VSemaphore`): choose one that no other server
-/// on the machine has, and without '/'. A server whose semaphore cannot be opened takes jobs and runs none. The idle
-/// thread looks at the semaphore every 5 ms for the sake of other processes, which costs about 1 % of a core; a job
-/// added by this process starts it at once.
+/// The name is that of a semaphore which the whole system shares (`VSemaphore`): choose one that no other
+/// server on the machine has, and without '/'. A server whose semaphore cannot be opened takes jobs and runs
+/// none. The idle thread looks at the semaphore every 5 ms for the sake of other processes, which costs about
+/// 1 % of a core; a job added by this process starts it at once.
 ///
-/// An exception that leaves a hook, a delegate or `DoJob` is written to the log. The job then counts as failed, and
-/// the thread goes on to the next one.
+/// An exception that leaves a hook, a delegate or `DoJob` is written to the log. The job then counts as
+/// failed, and the thread goes on to the next one.
 ///
-/// DELIBERATE: each signal of the semaphore runs at most one job; signals and jobs go by count, so one that another
-/// process took leaves a job waiting until the next is added.
+/// DELIBERATE: each signal of the semaphore runs at most one job; signals and jobs go by count, so one that
+/// another process took leaves a job waiting until the next is added.
 /// DELIBERATE: `StartServer` is true although the thread could not be started or has not come up in time; see
 /// `IsServerRunning()`.
 /// DELIBERATE: `EndServer` lets a running server work for another 100 ms before it asks it to stop.
-/// DELIBERATE: `EndServer` is true although the thread did not stop; a line on the standard error stream says so.
+/// DELIBERATE: `EndServer` is true although the thread did not stop; a line on the standard error stream says
+/// so.
 ///
 /// Ownership: retains queued jobs until they have run. The thread retains the server.
 /// Threads: any thread may call any operation. No lock is held while hooks, delegates or jobs are called.
@@ -70,24 +71,27 @@ class VJobServer : public Registered<VJobServer, VObject> {
     /// "[<class>]", whether the thread runs, how many jobs are queued, and the job that it is at.
     void GetDescription(VString& out) const override;
 
-    /// Queues a job (retained) and starts the server if it is not running. False for null, and when the queue is full.
-    /// The job's delegate hears of a success only.
+    /// Queues a job (retained) and starts the server if it is not running. False for null, and when the queue
+    /// is full. The job's delegate hears of a success only.
     virtual bool AddJob(VJob* job);
     /// Hooks around each job, on the server's thread.
     virtual void ServerPreDoActiveJob();
     virtual void ServerPostDoActiveJob();
-    /// True when `a` is to run before `b`: if its priority is higher; false for null. Called on the server's thread.
+    /// True when `a` is to run before `b`: if its priority is higher; false for null. Called on the server's
+    /// thread.
     virtual bool CompareJobs(VJob* a, VJob* b);
     /// Sorts what is waiting by `CompareJobFunction`; needed only if priorities changed after queuing.
     virtual void SortJobArray();
 
-    /// Starts the thread and waits until it is up, at most 100 ms. False when it runs already, while one that was
-    /// ended is still on its way out, and while another thread holds the server lock.
+    /// Starts the thread and waits until it is up, at most 100 ms. False when it runs already, while one that
+    /// was ended is still on its way out, and while another thread holds the server lock.
     bool StartServer();
-    /// Stops the thread; the job it is at is finished first. Waits at most 1.1 s. True. Called by a job, a delegate or
-    /// a hook on the thread itself it does not wait: the thread ends after the job. The argument has no effect.
+    /// Stops the thread; the job it is at is finished first. Waits at most 1.1 s. True. Called by a job, a
+    /// delegate or a hook on the thread itself it does not wait: the thread ends after the job. The argument
+    /// has no effect.
     bool EndServer(bool wait);
-    /// Throws out all jobs that wait and asks the running one to stop (`VJob::AbortJob`, which may wait). True.
+    /// Throws out all jobs that wait and asks the running one to stop (`VJob::AbortJob`, which may wait).
+    /// True.
     bool KillAllJobs();
 
     bool IsServerRunning() const noexcept { return m_state.load() == eRunning; }

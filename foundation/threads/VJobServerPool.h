@@ -4,8 +4,8 @@
 
 namespace VFoundation {
 
-/// A name that the class table knows for a pool of job servers. There is no pool: make a `VJobServer` for each
-/// thread that you need.
+/// A name that the class table knows for a pool of job servers. There is no pool: make a `VJobServer` for
+/// each thread that you need.
 ///
 /// Ownership: by reference count.
 /// Threads: nothing to share.

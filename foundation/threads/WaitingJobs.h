@@ -6,8 +6,8 @@
 
 namespace VFoundation {
 
-/// The jobs that a server has taken out of its queue, in the order in which they are to run. The first is taken by
-/// moving the start of the list, not the jobs behind it. Internal.
+/// The jobs that a server has taken out of its queue, in the order in which they are to run. The first is
+/// taken by moving the start of the list, not the jobs behind it. Internal.
 ///
 /// Ownership: retains the jobs.
 /// Threads: one at a time.

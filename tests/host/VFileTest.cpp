@@ -170,7 +170,7 @@ TEST(VFileManager, MakesSeparatorsTheHosts) {
 TEST(VFileInfo, TravelsThroughAFileAndCutsLongPaths) {
     ScratchFile const scratch;
     VAIFile file;
-    ASSERT_TRUE(file.Open(scratch.Path(), VAIFile::eWrite));
+    ASSERT_TRUE(file.Open(scratch.Path(), VAIFile::kWrite));
     auto const info = VObjectRef<VFileInfo>::Adopt(new VFileInfo);
     EXPECT_STREQ(info->Path(), "");
     EXPECT_FALSE(info->Flag());
@@ -178,7 +178,7 @@ TEST(VFileInfo, TravelsThroughAFileAndCutsLongPaths) {
     info->SetFlag(true);
     EXPECT_TRUE(info->Serialize(file));
     file << std::string(1000, 'p').c_str() << false;
-    ASSERT_TRUE(file.Open(scratch.Path(), VAIFile::eRead));
+    ASSERT_TRUE(file.Open(scratch.Path(), VAIFile::kRead));
     auto const read = VObjectRef<VFileInfo>::Adopt(new VFileInfo);
     EXPECT_TRUE(read->Serialize(file));
     EXPECT_STREQ(read->Path(), "a/b");

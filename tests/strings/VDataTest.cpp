@@ -89,13 +89,13 @@ TEST(VData, DescribesItself) {
 TEST(VData, TravelsThroughAFile) {
     ScratchFile const scratch;
     VAIFile file;
-    ASSERT_TRUE(file.Open(scratch.Path(), VAIFile::eWrite));
+    ASSERT_TRUE(file.Open(scratch.Path(), VAIFile::kWrite));
     VData written(100);
     Fill(written);
     EXPECT_TRUE(written.Serialize(file));
     EXPECT_TRUE(written.Serialize_YeOldeZephStyle(file));
     EXPECT_EQ(file.GetFileLength(), 208U);
-    ASSERT_TRUE(file.Open(scratch.Path(), VAIFile::eRead));
+    ASSERT_TRUE(file.Open(scratch.Path(), VAIFile::kRead));
     VData read(7);
     EXPECT_TRUE(read.Serialize(file));
     EXPECT_TRUE(read == written);
@@ -109,7 +109,7 @@ TEST(VData, TravelsThroughAFile) {
 VObjectRef<VData> LoadClaiming(std::initializer_list<long long> lengths, long mode) {
     ScratchFile const scratch;
     VAIFile file;
-    file.Open(scratch.Path(), VAIFile::eWrite);
+    file.Open(scratch.Path(), VAIFile::kWrite);
     file.OpenChunk("DATA");
     for (long long const length : lengths) {
         file << length;
@@ -128,7 +128,7 @@ VObjectRef<VData> LoadClaiming(std::initializer_list<long long> lengths, long mo
 
 TEST(VData, LoadsNoLengthThatTheFileCannotBack) {
     long long const limit = 10 + static_cast<long long>(VData::kMaxUnbackedLength);
-    for (long const mode : {VAIFile::eRead + 0L, VAIFile::eRead + VAIFile::eChunkSafe + 0L}) {
+    for (long const mode : {VAIFile::kRead, VAIFile::kRead + VAIFile::kChunkSafe}) {
         for (long long const length : {limit + 1, 0xFFFFFFFFLL, -1LL}) {
             EXPECT_THROW(LoadClaiming({length}, mode), VException) << length;
         }
@@ -136,15 +136,16 @@ TEST(VData, LoadsNoLengthThatTheFileCannotBack) {
         EXPECT_THROW(LoadClaiming({limit - 100, 1000}, mode), VException) << "all claims count together";
         auto const data = LoadClaiming({5000}, mode);
         EXPECT_EQ(data->Bytes()[9], '9');
-        EXPECT_TRUE(std::all_of(data->Bytes() + 10, data->Bytes() + 5000, [](auto byte) { return byte == 0; }));
+        EXPECT_TRUE(
+            std::all_of(data->Bytes() + 10, data->Bytes() + 5000, [](auto byte) { return byte == 0; }));
     }
 }
 
 TEST(VData, LooksAtTheLowHalfOfASavedLengthOnly) {
-    auto const data = LoadClaiming({0x7700000005LL}, VAIFile::eRead);
+    auto const data = LoadClaiming({0x7700000005LL}, VAIFile::kRead);
     ASSERT_EQ(data->Length(), 5U);
     EXPECT_EQ(data->Bytes()[4], '4');
-    EXPECT_EQ(LoadClaiming({LLONG_MIN}, VAIFile::eRead)->Length(), 0U);
+    EXPECT_EQ(LoadClaiming({LLONG_MIN}, VAIFile::kRead)->Length(), 0U);
 }
 
 TEST(VData, ZeroesExactlyTheGivenBytes) {

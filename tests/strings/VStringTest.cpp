@@ -267,9 +267,9 @@ TEST(VString, TravelsThroughAFile) {
     VAIFile file;
     VString written("with \xFF and \n");
     VString read("old");
-    ASSERT_TRUE(file.Open(scratch.Path(), VAIFile::eWrite));
+    ASSERT_TRUE(file.Open(scratch.Path(), VAIFile::kWrite));
     EXPECT_TRUE(written.Serialize(file));
-    ASSERT_TRUE(file.Open(scratch.Path(), VAIFile::eRead));
+    ASSERT_TRUE(file.Open(scratch.Path(), VAIFile::kRead));
     EXPECT_TRUE(read.Serialize(file));
     EXPECT_TRUE(read == written);
 }

@@ -31,7 +31,10 @@ class ScratchFile {
         std::ifstream file(m_path, std::ios::binary);
         return {std::istreambuf_iterator<char>(file), {}};
     }
-    void SetBytes(std::string const& bytes) const { std::ofstream(m_path, std::ios::binary) << bytes; }
+    void SetBytes(std::string const& bytes) const {
+        std::filesystem::remove(m_path); // some file systems sync a file that is written over
+        std::ofstream(m_path, std::ios::binary) << bytes;
+    }
 
   private:
     std::filesystem::path m_folder;

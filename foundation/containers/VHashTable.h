@@ -1,0 +1,31 @@
+#pragma once
+
+#include "foundation/core/Registered.h"
+
+#include <cstdint>
+
+namespace VFoundation {
+
+/// A registered name without operations. For look-up by key use `VDictionary`.
+///
+/// Ownership: by reference count.
+/// Threads: any.
+class VHashTable : public Registered<VHashTable, VObject> {
+  public:
+    static constexpr char const* kClassName = "VHashTable";
+    static VClass* ms_theClass;
+
+    explicit VHashTable(VClass* cls = nullptr);
+    VHashTable(VHashTable const&) = delete;
+    VHashTable& operator=(VHashTable const&) = delete;
+    ~VHashTable() override;
+    static VHashTable* New();
+
+  private:
+    [[maybe_unused]] std::int32_t m_nBuckets = 0;
+    [[maybe_unused]] std::int32_t m_nCount = 0;
+    [[maybe_unused]] std::int32_t m_nAllocated = 0;
+    [[maybe_unused]] std::int32_t m_nGrowSize = 32;
+};
+
+} // namespace VFoundation

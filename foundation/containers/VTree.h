@@ -1,0 +1,85 @@
+#pragma once
+
+#include "foundation/containers/IObjectContainer.h"
+#include "foundation/core/Registered.h"
+#include "foundation/core/VObjectRef.h"
+
+namespace VFoundation {
+
+class VObjectArray;
+
+/// One node of an outline: a data object and child nodes in order. A node can be made opaque (collapsed), which
+/// hides its descendants from the rows that a list would show:
+///
+///     auto const root = VObjectRef<VTree>::Adopt(VTree::New());
+///     root->AddDataLeaf(chapter);                                 // row 0
+///     for (long row = 0; VTree* node = root->ObjectForVisibleNodeWithFlatIndex(row, nullptr); ++row) { ... }
+///
+/// The node that is asked is not a row itself; row 0 is its first child. As a container, a tree is the rows below
+/// it. Finding a row costs the rows before it, counting them costs all of them; no operation recurses, so a tree
+/// may be as deep as memory allows.
+///
+/// A node belongs in one place of one tree.
+///
+/// DELIBERATE: `Count()` counts the node itself, so it is one more than the rows that `ObjectAtIndex` can reach.
+/// DELIBERATE: `ObjectAtIndex` gives nodes, while `AddObject` takes data.
+/// DELIBERATE: children of a class derived from `VTree` have no rows, but count in the `OpaqueSpan()` of the nodes
+/// above them; rows behind such a child, up to the end of its parent's span, are null.
+///
+/// Ownership: retains its data and its children; a child knows its parent without retaining it, and forgets one
+/// that dies or lets go of it.
+/// Threads: one thread at a time for a whole tree.
+class VTree : public Registered<VTree, VObject>, public IObjectContainer {
+  public:
+    static constexpr char const* kClassName = "VTree";
+    static VClass* ms_theClass;
+
+    explicit VTree(VClass* cls = nullptr);
+    VTree(VTree const&) = delete;
+    VTree& operator=(VTree const&) = delete;
+    /// Nodes that die with this one have no children any more when their own destructors run.
+    ~VTree() override;
+    static VTree* New();
+
+    /// Appends a child node. False for null, the node itself and a node above it.
+    bool AddLeaf(VTree* child);
+    /// Appends a new child node with this data, which may be null.
+    bool AddDataLeaf(VObject const* data);
+    void SetNodeData(VObject const* data);
+    void SetNodeOpaque(bool opaque) noexcept { m_bOpaque = opaque; }
+    /// Lets go of data and children, and makes the node transparent. It stays where it is.
+    void ClearTree();
+
+    /// The node that this one was added to (borrowed); null for a root.
+    VTree* Parent() const noexcept { return m_pParent; }
+    /// Borrowed, or null.
+    VObject* NodeData() const noexcept { return m_pData.Get(); }
+    /// The child nodes (borrowed); null until the first one. Add through `AddLeaf` only.
+    VObjectArray* Children() const noexcept { return m_pChildren.Get(); }
+    bool IsOpaque() const noexcept { return m_bOpaque; }
+
+    /// The rows that the node takes with its visible descendants: 1 when it is opaque.
+    long OpaqueSpan() const;
+    /// The node at a row (borrowed); null beyond the last row, for a negative index and below an opaque node.
+    /// `depth`, unless null, is raised by the levels between the children of this node and the row.
+    VTree* ObjectForVisibleNodeWithFlatIndex(long index, int* depth) const;
+
+    /// `OpaqueSpan()`.
+    long Count() const override { return OpaqueSpan(); }
+    /// The node at a row, without its depth.
+    VObject* ObjectAtIndex(long index) const override;
+    /// `AddDataLeaf`.
+    bool AddObject(VObject const* object) override { return AddDataLeaf(object); }
+
+  private:
+    bool HasChildren() const noexcept;
+    bool IsBelow(VTree const* node) const noexcept;
+    void ReleaseChildren();
+
+    VTree* m_pParent = nullptr;
+    bool m_bOpaque = false;
+    VObjectRef<VObjectArray> m_pChildren;
+    VObjectRef<VObject> m_pData;
+};
+
+} // namespace VFoundation

@@ -1,0 +1,310 @@
+#include "foundation/graph/VGraph.h"
+
+#include "foundation/containers/VObjectCast.h"
+#include "foundation/graph/NodeIndex.h"
+#include "foundation/graph/SharedKey.h"
+#include "foundation/log/VLog.h"
+#include "foundation/persistence/VXMLFile.h"
+
+#include <unordered_set>
+#include <utility>
+
+namespace VFoundation {
+
+VClass* VGraph::ms_theClass = nullptr;
+VString* VGraph::ms_keySliderX = nullptr;
+VString* VGraph::ms_keySliderY = nullptr;
+
+namespace {
+
+/// Calls `action` for every entry of the array that is a `T`, in order.
+template <class T, class Action>
+void ForEach(VObjectArrayTmpl<T> const& array, Action action) {
+    for (long i = 0; i < array.Count(); ++i) {
+        if (auto* const entry = VObjectCast<T>(array.ObjectAtIndex(i))) {
+            action(*entry);
+        }
+    }
+}
+
+bool Touches(VGraphEdge const& edge, VGraphNode const* node) {
+    return edge.Node1() == node || edge.Node2() == node;
+}
+
+} // namespace
+
+VGraph::VGraph(VClass* cls) : Registered(cls) {
+    m_criticalSection.Allocate();
+}
+
+VGraph::~VGraph() {
+    DetachNodes();
+}
+
+VGraph* VGraph::New() {
+    return new VGraph;
+}
+
+void VGraph::InitializeClass() {
+    MakeSharedKey(ms_keySliderX, "sliderX");
+    MakeSharedKey(ms_keySliderY, "sliderY");
+}
+
+void VGraph::UninitializeClass() {
+    ReleaseSharedKey(ms_keySliderX);
+    ReleaseSharedKey(ms_keySliderY);
+}
+
+// Editing
+
+bool VGraph::AddNode(VGraphNode* node) {
+    if (!node || !m_nodes.AddObject(node)) {
+        return false;
+    }
+    node->SetGraph(this);
+    SetChanged(true);
+    return true;
+}
+
+bool VGraph::RemoveNode(VGraphNode* node) {
+    if (!ContainsNode(node)) {
+        return false;
+    }
+    VObjectRef<VGraphNode> const held(node);
+    // The edges that stay move up in their order; those that go are taken from the end, one step each.
+    VObject** const edges = m_edges.GetObjectsMutable();
+    long kept = 0;
+    for (long i = 0; i < m_edges.Count(); ++i) {
+        auto const* const edge = VObjectCast<VGraphEdge>(edges[i]);
+        if (!edge || !Touches(*edge, node)) {
+            std::swap(edges[kept++], edges[i]);
+        }
+    }
+    while (m_edges.Count() > kept) {
+        m_edges.RemoveObjectAtIndex(m_edges.Count() - 1);
+    }
+    node->SetGraph(nullptr);
+    m_nodes.RemoveObject(node);
+    SetChanged(true);
+    return true;
+}
+
+bool VGraph::ReplaceNode(VGraphNode* oldNode, VGraphNode* newNode) {
+    long const index = m_nodes.IndexOfObject(oldNode);
+    if (index < 0 || !newNode) {
+        return false;
+    }
+    VObjectRef<VGraphNode> const heldOld(oldNode);
+    VObjectRef<VGraphNode> const heldNew(newNode);
+    ForEach(m_edges, [oldNode, newNode](VGraphEdge& edge) {
+        if (edge.Node1() == oldNode) {
+            edge.SetNodes(newNode, edge.Node2());
+        } else if (edge.Node2() == oldNode) {
+            edge.SetNodes(edge.Node1(), newNode);
+        }
+    });
+    m_nodes.ReplaceObjectAtIndex(newNode, index);
+    oldNode->SetGraph(nullptr);
+    newNode->SetGraph(this);
+    SetChanged(true);
+    return true;
+}
+
+bool VGraph::AddEdge(VGraphEdge* edge) {
+    if (!edge || !m_edges.AddObject(edge)) {
+        return false;
+    }
+    SetChanged(true);
+    return true;
+}
+
+bool VGraph::RemoveEdge(VGraphEdge* edge) {
+    if (!m_edges.RemoveObject(edge)) {
+        return false;
+    }
+    SetChanged(true);
+    return true;
+}
+
+void VGraph::SetChanged(bool changed) {
+    m_changed = changed;
+}
+
+bool VGraph::Changed() const {
+    return m_changed;
+}
+
+void VGraph::Update() {
+}
+
+/// Nodes that name this graph must not keep doing so when they leave it.
+void VGraph::DetachNodes() {
+    ForEach(m_nodes, [this](VGraphNode& node) {
+        if (node.Graph() == this) {
+            node.SetGraph(nullptr);
+        }
+    });
+}
+
+// Asking
+
+long VGraph::NodeCount() const {
+    return m_nodes.Count();
+}
+
+long VGraph::EdgeCount() const {
+    return m_edges.Count();
+}
+
+bool VGraph::ContainsNode(VGraphNode const* node) const {
+    return m_nodes.ContainsObject(node);
+}
+
+bool VGraph::ContainsEdge(VGraphEdge const* edge) const {
+    return m_edges.ContainsObject(edge);
+}
+
+long VGraph::CountNeighboursOfNode(VGraphNode const* node) const {
+    long count = 0;
+    ForEach(m_edges, [node, &count](VGraphEdge const& edge) {
+        count += node && Touches(edge, node) && edge.Node1() != edge.Node2() ? 1 : 0;
+    });
+    return count;
+}
+
+VGraphNode* VGraph::NodeForID(long id) const {
+    for (long i = 0; i < m_nodes.Count(); ++i) {
+        auto* const node = VObjectCast<VGraphNode>(m_nodes.ObjectAtIndex(i));
+        if (node && node->NodeID() == id) {
+            return node;
+        }
+    }
+    return nullptr;
+}
+
+// Ids
+
+void VGraph::AssignUniqueIDsToAllNodes(long first) {
+    for (long i = 0; i < m_nodes.Count(); ++i) {
+        VObject* const entry = m_nodes.ObjectAtIndex(i);
+        if (auto* const node = VObjectCast<VGraphNode>(entry)) {
+            node->SetNodeID(first++);
+        } else {
+            VLog::Trace("VGraph::SerializeAsXML - node expected to be VGraphNode: %s\n",
+                        entry ? entry->ClassName() : "NULL");
+        }
+    }
+}
+
+void VGraph::AssignUniqueIDsToAllEdges(long first) {
+    ForEach(m_edges, [&first](VGraphEdge& edge) { edge.SetEdgeID(first++); });
+}
+
+void VGraph::AssignUniqueIDs() {
+    AssignUniqueIDsToAllNodes(0);
+    AssignUniqueIDsToAllEdges(0);
+    UpdateEdgeNodeIDs();
+}
+
+void VGraph::UpdateEdgeNodeIDs() {
+    ForEach(m_edges, [](VGraphEdge& edge) { edge.UpdateNodeIDs(); });
+}
+
+void VGraph::UpdateEdgesFromIDs() {
+    auto const nodeAt = [this](long place) { return VObjectCast<VGraphNode>(m_nodes.ObjectAtIndex(place)); };
+    ForEach(m_edges, [nodeAt](VGraphEdge& edge) {
+        edge.SetNodes(nodeAt(edge.SourceNodeID()), nodeAt(edge.DestinationNodeID()));
+    });
+}
+
+// Graphs of graphs
+
+VGraph* VGraph::Copy() const {
+    auto* const copy = static_cast<VGraph*>(Class()->NewInstance());
+    if (copy) {
+        *copy = *this;
+    }
+    return copy;
+}
+
+VGraph* VGraph::CopyGraph() {
+    return Copy();
+}
+
+VGraph& VGraph::operator=(VGraph const& other) {
+    if (&other == this) {
+        return *this;
+    }
+    DetachNodes();
+    m_nodes.DeepCopyContents(other.m_nodes);
+    m_edges.DeepCopyContents(other.m_edges);
+    NodeIndex const index(m_nodes);
+    ForEach(m_edges, [&index](VGraphEdge& edge) {
+        edge.SetNodes(index.Find(edge.SourceNodeID()), index.Find(edge.DestinationNodeID()));
+    });
+    SetChanged(true);
+    return *this;
+}
+
+VGraph* VGraph::CreateSubGraphWithNodes(NodeArray const* nodes) {
+    auto* const graph = static_cast<VGraph*>(nodes ? Class()->NewInstance() : nullptr);
+    if (!graph) {
+        return nullptr;
+    }
+    graph->m_nodes.DeepCopyContents(*nodes);
+    NodeIndex const index(graph->m_nodes);
+    std::unordered_set<VGraphNode const*> given;
+    ForEach(*nodes, [&given](VGraphNode const& node) { given.insert(&node); });
+    ForEach(m_edges, [graph, &index, &given](VGraphEdge const& edge) {
+        if (!given.contains(edge.Node1()) || !given.contains(edge.Node2())) {
+            return;
+        }
+        auto const copy = VObjectRef<VGraphEdge>::Adopt(edge.Copy());
+        if (copy) {
+            copy->SetNodes(index.Find(copy->SourceNodeID()), index.Find(copy->DestinationNodeID()));
+            graph->AddEdge(copy.Get());
+        }
+    });
+    graph->AssignUniqueIDs();
+    return graph;
+}
+
+bool VGraph::MergeWithGraph(VGraph const* other) {
+    if (!other) {
+        return false;
+    }
+    m_edges.AddObjects(&other->m_edges);
+    m_nodes.AddObjects(&other->m_nodes);
+    AssignUniqueIDs();
+    return true;
+}
+
+// Persistence
+
+bool VGraph::SerializeAsXML(VXMLFile& file) {
+    Registered::SerializeAsXML(file);
+    return file.IsLoading() ? Load(file) : Save(file);
+}
+
+bool VGraph::Load(VXMLFile& file) {
+    bool const hasProperties = file.ReadObject("properties", m_properties);
+    DetachNodes();
+    m_nodes.RemoveAllObjects();
+    m_edges.RemoveAllObjects();
+    bool const hasNodes = file.ReadObject("nodes", m_nodes);
+    bool const hasEdges = file.ReadObject("edges", m_edges);
+    ForEach(m_nodes, [this](VGraphNode& node) { node.SetGraph(this); });
+    AssignUniqueIDsToAllNodes(0);
+    AssignUniqueIDsToAllEdges(0);
+    UpdateEdgesFromIDs();
+    return hasProperties && hasNodes && hasEdges;
+}
+
+bool VGraph::Save(VXMLFile& file) {
+    bool const hasProperties = file.WriteObject("properties", m_properties);
+    AssignUniqueIDs();
+    bool const hasNodes = file.WriteObject("nodes", m_nodes);
+    return file.WriteObject("edges", m_edges) && hasProperties && hasNodes;
+}
+
+} // namespace VFoundation

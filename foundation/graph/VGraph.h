@@ -1,0 +1,144 @@
+#pragma once
+
+#include "foundation/containers/VDictionary.h"
+#include "foundation/containers/VObjectArrayTmpl.h"
+#include "foundation/core/Registered.h"
+#include "foundation/core/VObjectRef.h"
+#include "foundation/graph/VGraphEdge.h"
+#include "foundation/graph/VGraphNode.h"
+#include "foundation/threads/VCriticalSection.h"
+
+namespace VFoundation {
+
+class VString;
+
+/// Nodes, edges between them and properties, to be edited, copied and saved as XML.
+///
+///     auto const graph = VObjectRef<VGraph>::Adopt(VGraph::New());
+///     graph->AddNode(a);
+///     graph->AddNode(b);
+///     edge->SetNodes(a, b);
+///     graph->AddEdge(edge);
+///     file.WriteObject("graph", graph.Get());
+///
+/// Nodes and edges stand in two arrays, in order of addition. A saved graph comes back with every edge attached:
+/// saving numbers the nodes by their place, and loading takes the numbers as places.
+///
+/// Adding a node or an edge, finding one and counting neighbours cost a walk at most over one array. Copying,
+/// merging, loading and saving cost time in proportion to the graph.
+///
+/// The arrays take any object from a file; entries that are no nodes or edges are kept, and passed over.
+///
+/// DELIBERATE: `ReplaceNode` leaves the second end of a loop at the old node.
+/// DELIBERATE: copies and sub-graphs have no properties, and their nodes no graph.
+/// DELIBERATE: merged nodes keep naming the graph that they came from.
+/// DELIBERATE: an entry that is no node takes a place but no number; in a file, edges that end behind it come back
+/// one node earlier for each.
+///
+/// Ownership: retains nodes and edges, owns its properties and its lock. Nodes that still name the graph when it
+/// dies are detached.
+/// Threads: one thread at a time. The graph has a lock for its users, which its own operations do not take.
+class VGraph : public Registered<VGraph, VObject> {
+  public:
+    static constexpr char const* kClassName = "VGraph";
+    static VClass* ms_theClass;
+
+    using NodeArray = VObjectArrayTmpl<VGraphNode>;
+    using EdgeArray = VObjectArrayTmpl<VGraphEdge>;
+
+    explicit VGraph(VClass* cls = nullptr);
+    VGraph(VGraph const&) = delete;
+    ~VGraph() override;
+    static VGraph* New();
+    /// Makes the keys.
+    static void InitializeClass();
+    static void UninitializeClass();
+
+    /// A new graph (owned) of the same class, assigned from this one; null when the class has no factory.
+    VGraph* Copy() const override;
+    /// Properties, nodes and edges. Loading replaces nodes and edges, and adds to the properties. False when one of
+    /// the three was not there or could not be written.
+    bool SerializeAsXML(VXMLFile& file) override;
+
+    /// Holds copies of the other's nodes and edges instead of its own, attached by the ids that the edges noted; of
+    /// nodes with the same id the first counts.
+    virtual VGraph& operator=(VGraph const& other);
+
+    // Editing. A true result marks the graph as changed. Null arguments are false.
+
+    /// Appends and attaches the node.
+    virtual bool AddNode(VGraphNode* node);
+    /// Removes every edge that touches the node, then the node, and detaches it. False when it is not in the graph.
+    virtual bool RemoveNode(VGraphNode* node);
+    /// Puts another node in the place of `oldNode`, its edges' ends included. False when that is not in the graph.
+    virtual bool ReplaceNode(VGraphNode* oldNode, VGraphNode* newNode);
+    virtual bool AddEdge(VGraphEdge* edge);
+    /// False when it is not in the graph.
+    virtual bool RemoveEdge(VGraphEdge* edge);
+
+    /// A flag for the application, which clears it when it has saved.
+    virtual void SetChanged(bool changed);
+    virtual bool Changed() const;
+    /// For graphs that compute; nothing here.
+    virtual void Update();
+
+    // Asking.
+
+    virtual long NodeCount() const;
+    virtual long EdgeCount() const;
+    virtual bool ContainsNode(VGraphNode const* node) const;
+    virtual bool ContainsEdge(VGraphEdge const* edge) const;
+    /// The edges that touch the node, without loops.
+    virtual long CountNeighboursOfNode(VGraphNode const* node) const;
+    /// The first node with this id (borrowed), or null.
+    VGraphNode* NodeForID(long id) const;
+
+    NodeArray& Nodes() noexcept { return m_nodes; }
+    NodeArray const& Nodes() const noexcept { return m_nodes; }
+    EdgeArray& Edges() noexcept { return m_edges; }
+    EdgeArray const& Edges() const noexcept { return m_edges; }
+    VDictionary& Properties() noexcept { return m_properties; }
+    VDictionary const& Properties() const noexcept { return m_properties; }
+    /// The users' lock (borrowed).
+    VCriticalSection* CriticalSection() const noexcept { return m_criticalSection.Get(); }
+
+    // Ids.
+
+    /// Numbers the nodes in order, upwards from `first`. Entries that are no nodes are traced and get no number.
+    void AssignUniqueIDsToAllNodes(long first);
+    void AssignUniqueIDsToAllEdges(long first);
+    /// Both from 0; then the edges note the ids of their ends.
+    void AssignUniqueIDs();
+    /// Lets every edge note the ids of its ends.
+    virtual void UpdateEdgeNodeIDs();
+    /// Attaches every edge to the nodes whose places in the array it noted as ids; no node where there is none.
+    void UpdateEdgesFromIDs();
+
+    // Graphs of graphs.
+
+    /// A new graph (owned) of the same class, with copies of `nodes` and of the edges of this graph that have both
+    /// ends among them, numbered anew. Null for null.
+    virtual VGraph* CreateSubGraphWithNodes(NodeArray const* nodes);
+    /// Adds the other's nodes and edges themselves and numbers everything anew; `other` may be this graph, which
+    /// then holds each of them twice. False for null.
+    virtual bool MergeWithGraph(VGraph const* other);
+    /// `Copy()`.
+    virtual VGraph* CopyGraph();
+
+    /// Keys for properties: "sliderX" and "sliderY". Null before `InitializeClass`.
+    static VString* ms_keySliderX;
+    static VString* ms_keySliderY;
+
+  private:
+    void DetachNodes();
+    bool Load(VXMLFile& file);
+    bool Save(VXMLFile& file);
+
+    VObjectRef<VCriticalSection> m_criticalSection;
+    NodeArray m_nodes;
+    EdgeArray m_edges;
+    VDictionary m_properties;
+    bool m_changed = false;
+};
+
+} // namespace VFoundation

@@ -1,0 +1,93 @@
+#include "foundation/graph/VGraphNode.h"
+
+#include "foundation/containers/VObjectCast.h"
+#include "foundation/graph/SharedKey.h"
+#include "foundation/graph/VGraph.h"
+#include "foundation/persistence/VXMLFile.h"
+
+namespace VFoundation {
+
+VClass* VGraphNode::ms_theClass = nullptr;
+VString* VGraphNode::ms_keyNodeID = nullptr;
+VString* VGraphNode::ms_keyScreenXY = nullptr;
+VString* VGraphNode::ms_keyScreenMinimised = nullptr;
+std::atomic<std::int32_t> VGraphNode::ms_masterGraphNodeID{1};
+
+VGraphNode::VGraphNode(VClass* cls)
+    : Registered(cls), m_nodeID(ms_masterGraphNodeID.fetch_add(1, std::memory_order_relaxed)) {
+}
+
+VGraphNode::~VGraphNode() = default;
+
+VGraphNode* VGraphNode::New() {
+    return new VGraphNode;
+}
+
+void VGraphNode::InitializeClass() {
+    MakeSharedKey(ms_keyNodeID, "nodeID");
+    MakeSharedKey(ms_keyScreenXY, "screen_XY");
+    MakeSharedKey(ms_keyScreenMinimised, "screen_minimised");
+    ms_masterGraphNodeID = 1;
+}
+
+void VGraphNode::UninitializeClass() {
+    ReleaseSharedKey(ms_keyNodeID);
+    ReleaseSharedKey(ms_keyScreenXY);
+    ReleaseSharedKey(ms_keyScreenMinimised);
+}
+
+VGraphNode* VGraphNode::Copy() const {
+    auto* const copy = static_cast<VGraphNode*>(Class()->NewInstance());
+    if (copy) {
+        *copy = *this;
+    }
+    return copy;
+}
+
+VGraphNode& VGraphNode::operator=(VGraphNode const& other) {
+    if (&other != this) {
+        m_nodeID = other.m_nodeID;
+        m_attrib = other.m_attrib;
+        m_properties.DeepCopyContents(other.m_properties);
+    }
+    return *this;
+}
+
+bool VGraphNode::operator==(VGraphNode const& other) const {
+    return &other == this;
+}
+
+void VGraphNode::SetAttrib(long attrib) {
+    m_attrib = narrow_cast<std::int32_t>(attrib);
+}
+
+long VGraphNode::Attrib() const {
+    return m_attrib;
+}
+
+void VGraphNode::SetGraph(VGraph* graph) {
+    m_graph = graph;
+}
+
+VGraph* VGraphNode::Graph() const {
+    return m_graph;
+}
+
+VCriticalSection* VGraphNode::GraphCriticalSection() const {
+    return m_graph ? m_graph->CriticalSection() : nullptr;
+}
+
+long VGraphNode::NodeID() const {
+    return m_nodeID;
+}
+
+void VGraphNode::SetNodeID(long id) {
+    m_nodeID = narrow_cast<std::int32_t>(id);
+}
+
+bool VGraphNode::SerializeAsXML(VXMLFile& file) {
+    Registered::SerializeAsXML(file);
+    return file.SerializeObject("properties", m_properties);
+}
+
+} // namespace VFoundation

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "foundation/strings/VData.h"
+
+#include <cstddef>
+#include <cstdint>
+
+namespace VFoundation {
+
+class VFile;
+class VImage;
+
+/// The bytes of a Targa file, wherever they are. Not for clients.
+class TargaSource {
+  public:
+    virtual ~TargaSource() = default;
+    virtual std::uint64_t Size() const = 0;
+    /// `count` bytes from `offset` on (borrowed until the next call); both lie within the size.
+    virtual unsigned char const* Bytes(std::uint64_t offset, std::size_t count) = 0;
+};
+
+/// A file held in memory (borrowed).
+class TargaMemorySource final : public TargaSource {
+  public:
+    explicit TargaMemorySource(VData const& data) noexcept : m_data(data) {}
+    std::uint64_t Size() const override { return m_data.Length(); }
+    unsigned char const* Bytes(std::uint64_t offset, std::size_t) override { return m_data.Bytes() + offset; }
+
+  private:
+    VData const& m_data;
+};
+
+/// An open file (borrowed), of which only the bytes asked for are in memory. Bytes that the file lost since it
+/// was measured are zero. Throws a `VException` of id 1 when there is no memory.
+class TargaFileSource final : public TargaSource {
+  public:
+    explicit TargaFileSource(VFile& file);
+    std::uint64_t Size() const override { return m_size; }
+    unsigned char const* Bytes(std::uint64_t offset, std::size_t count) override;
+
+  private:
+    VFile& m_file;
+    std::uint64_t m_size;
+    std::uint64_t m_position = 0;
+    VData m_block;
+};
+
+/// Decodes the file into `image`: bitmap, size and alpha flag. False, with the image as it was, when the file
+/// is none that the format's class comment promises to read, or without memory for its pixels.
+bool DecodeTarga(TargaSource& source, VImage& image);
+
+} // namespace VFoundation

@@ -1,0 +1,69 @@
+#pragma once
+
+#include "foundation/core/Registered.h"
+
+#include <cstdint>
+
+namespace VFoundation {
+
+/// A rectangle of pixels, shared by reference and never changed once it is made: what a codec decodes a file
+/// into and what a `VImage` shows.
+///
+/// Each pixel is one 32-bit word 0xAARRGGBB in the machine's byte order, its colours already multiplied by
+/// its alpha. Rows go from the top to the bottom of the picture.
+///
+///     for (std::uint32_t y = 0; y < bitmap->Height(); ++y) {
+///         std::uint32_t const* const row = bitmap->Row(y);     // Width() pixels
+///     }
+///
+/// The pixels stay where their maker put them; the callback given to `Create` tells the maker when they are
+/// no longer needed. The class has no factory: a bitmap without pixels does not exist.
+///
+/// Ownership: by reference count; the pixels live as long as the bitmap.
+/// Threads: any number may read; the callback runs on the thread that releases last.
+class VBitmapImage : public Registered<VBitmapImage, VObject> {
+  public:
+    static constexpr char const* kClassName = "VBitmapImage";
+    static VClass* ms_theClass;
+    static constexpr bool kIsAbstract = true;
+
+    static constexpr unsigned long kBytesPerPixel = 4;
+
+    /// Called once, with the `info`, `data` and `size` of `Create`.
+    using ReleaseCallback = void (*)(void* info, void const* data, unsigned long size);
+
+    /// A bitmap (owned) over `size` bytes at `data`, which stay valid until `release` is called; null for no
+    /// callback. Null, with nothing released, when a side is 0, `data` is null or not aligned to 4,
+    /// `bytesPerRow` is no multiple of 4 or less than a row needs, or `size` is less than all rows need.
+    static VBitmapImage* Create(std::uint32_t width, std::uint32_t height, unsigned long bytesPerRow,
+                                void* info, void const* data, unsigned long size, ReleaseCallback release);
+
+    VBitmapImage(VBitmapImage const&) = delete;
+    VBitmapImage& operator=(VBitmapImage const&) = delete;
+    ~VBitmapImage() override;
+
+    std::uint32_t Width() const noexcept { return m_width; }
+    std::uint32_t Height() const noexcept { return m_height; }
+    unsigned long BytesPerRow() const noexcept { return m_bytesPerRow; }
+
+    /// The pixels of row `y`, which is below `Height()` (borrowed).
+    std::uint32_t const* Row(std::uint32_t y) const noexcept {
+        return reinterpret_cast<std::uint32_t const*>(m_data + m_bytesPerRow * y);
+    }
+
+  private:
+    VBitmapImage() : Registered(nullptr) {}
+
+    std::uint32_t m_width = 0;
+    std::uint32_t m_height = 0;
+    unsigned long m_bytesPerRow = 0;
+    unsigned char const* m_data = nullptr;
+    unsigned long m_size = 0;
+    void* m_info = nullptr;
+    ReleaseCallback m_release = nullptr;
+};
+
+/// What images hold.
+using CGImage = VBitmapImage;
+
+} // namespace VFoundation

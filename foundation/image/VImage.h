@@ -1,0 +1,110 @@
+#pragma once
+
+#include "foundation/core/Registered.h"
+#include "foundation/core/VObjectRef.h"
+#include "foundation/image/VBitmapImage.h"
+
+#include <atomic>
+#include <cstdint>
+#include <mutex>
+
+namespace VFoundation {
+
+class VObjectArray;
+class VObjectContainer;
+class VString;
+
+/// A picture: one bitmap with a name, its size and whether it has an alpha channel.
+///
+///     auto const icon = VObjectRef<VImage>::Adopt(VImage::ImageFromFile("icons/warning.png"));
+///     if (icon) { ... icon->ImageRef()->Row(0) ... }
+///
+/// `ImageFromFile` decodes Targa, JPEG and PNG files, chosen by the path's extension, and remembers every
+/// image in a cache of the process, so that a file is decoded once and every caller shares one image. Cached
+/// images stay until the library shuts down, so a cached image that is changed is changed for everyone; make
+/// a new `VImage` for a picture of your own.
+///
+/// DELIBERATE: of a path `ImageFromFile` uses the first 260 characters; a longer one names another file or,
+/// most often, none.
+/// DELIBERATE: `IsCacheEnabled()` is asked by the codecs only; `ImageFromFile` uses the cache whatever it
+/// says.
+///
+/// Ownership: owns its bitmap; the cache retains the images in it. `ImageFromFile` gives an owned image.
+/// Threads: loading, the cache and the name are safe from any thread; two threads that load the same file at
+/// once get the same image. Bitmap, size and alpha flag are set by one thread before others see the image.
+class VImage : public Registered<VImage, VObject> {
+  public:
+    static constexpr char const* kClassName = "VImage";
+    static VClass* ms_theClass;
+
+    /// What `ImageFromFile` uses of a path, in characters.
+    static constexpr unsigned long kMaxPathLength = 260;
+
+    explicit VImage(VClass* cls = nullptr);
+    VImage(VImage const&) = delete;
+    VImage& operator=(VImage const&) = delete;
+    ~VImage() override;
+
+    static VImage* New() { return new VImage; }
+    /// Makes the cache and switches it on.
+    static void InitializeClass();
+    /// Ends the cache and forgets the resource path; images in use elsewhere live on.
+    static void UninitializeClass();
+
+    /// The image in the file (owned), from the cache if it is there. '\' counts as '/'. The extensions are
+    /// "tga", "jpeg", "jpg" and "png", any case. Null when the path is null or has another extension, and
+    /// when the file is missing or damaged, which the codec reports.
+    static VImage* ImageFromFile(char const* path);
+
+    /// The first image cached under exactly this name (borrowed), or null.
+    static VImage* FindImageInCacheWithName(char const* name);
+    /// Caches `image` (retained) under `name`. True as well when that name is taken, and then nothing is added;
+    /// false without a cache and for null arguments.
+    static bool AddNamedImageToCache(char const* name, VImage* image);
+    static bool IsCacheEnabled() noexcept { return ms_cacheEnabled.load(std::memory_order_relaxed); }
+
+    /// Where files are looked for that do not exist at their own path: the path is appended to this one.
+    /// Empty at first; the application sets it before it loads images from several threads. Never null;
+    /// borrowed.
+    static VString* DefaultImageResourcePath();
+
+    /// The file that the image came from, as its loader was given it; empty when none was set. A copy, as a
+    /// cached image takes another name when it is asked for by another spelling of its path.
+    VString GetName() const;
+    /// Null is the empty name.
+    void SetName(char const* name);
+
+    /// Shows `image` instead (adopted: takes over the caller's reference) with its width and height, 0 for
+    /// null.
+    void SetImageRef(CGImage* image);
+    /// The bitmap (borrowed), or null.
+    CGImage* ImageRef() const noexcept { return m_image.Get(); }
+
+    /// Whether any pixel may be other than opaque. DELIBERATE: always true for JPEG and PNG files.
+    bool HasAlpha() const noexcept { return m_hasAlpha; }
+    void SetHasAlpha(bool hasAlpha) noexcept { m_hasAlpha = hasAlpha; }
+
+    /// Pixels.
+    std::uint32_t Width() const noexcept { return m_width; }
+    std::uint32_t Height() const noexcept { return m_height; }
+
+    /// The cache: entry i of the names, whose lock guards both, names image i. Null before `InitializeClass`.
+    static VObjectArray* ms_imageCache;
+    static VObjectContainer* ms_imageNames;
+    static std::atomic<bool> ms_cacheEnabled;
+    static std::atomic<VString*> ms_defaultImageResourcePath;
+    /// For an application's own use; released with the class.
+    static VObject* ms_bundleIdentifier;
+
+  private:
+    VObjectRef<CGImage> m_image;
+    VObjectRef<VObject>
+        m_importer; // a decoder to be kept as long as the image; the library's codecs keep none
+    mutable std::mutex m_nameLock;
+    VObjectRef<VString> m_name; // null until a name is set
+    bool m_hasAlpha = false;
+    std::uint32_t m_width = 0;
+    std::uint32_t m_height = 0;
+};
+
+} // namespace VFoundation

@@ -1,0 +1,233 @@
+#include "foundation/log/VLogFile.h"
+
+#include "foundation/log/LogFileOutput.h"
+#include "foundation/log/VLogContext.h"
+#include "foundation/strings/VDate.h"
+#include "foundation/threads/EventFlag.h"
+#include "foundation/threads/VCriticalSectionScope.h"
+
+#include <utility>
+
+namespace VFoundation {
+
+VClass* VLogFile::ms_theClass = nullptr;
+
+namespace {
+
+// Milliseconds.
+constexpr long kCloseTry = 100;
+constexpr long kShutdownWait = 1000;
+
+constexpr int kMostRounds = 24;
+
+char const* YesOrNo(bool flag) {
+    return flag ? "YES" : "NO";
+}
+
+/// What a writer thread is started with.
+struct WriterStart {
+    std::shared_ptr<LogFileOutput> output;
+    std::shared_ptr<EventFlag>
+        gone; // set when the thread has let go of the output and uses the library no more
+};
+
+void* RunWriter(void* argument) {
+    std::unique_ptr<WriterStart> const start(static_cast<WriterStart*>(argument));
+    start->output->RunWriter();
+    start->output.reset();
+    start->gone->Set();
+    return nullptr;
+}
+
+} // namespace
+
+VLogFile::VLogFile(char const* path, VClass* cls)
+    : Registered(cls), m_output(std::make_shared<LogFileOutput>()) {
+    if (path) {
+        VLogFile::Open(path);
+    }
+}
+
+VLogFile::~VLogFile() {
+    if (WritingThread()) {
+        VLogFile::ShutdownLoggingThread();
+    }
+    VLogFile::Close();
+}
+
+VLogFile* VLogFile::New() {
+    return new VLogFile(nullptr);
+}
+
+// The file
+
+bool VLogFile::Open(char const* path) {
+    std::uint32_t expected = eClosed;
+    if (!path || !m_fileState.compare_exchange_strong(expected, eOpening)) {
+        return false;
+    }
+    auto name = std::make_unique<char[]>(kPathSize);
+    VString::strncpy(name.get(), path, kPathSize);
+    name[kPathSize - 1] = '\0';
+    if (!m_output->OpenFile(name.get())) {
+        m_fileState.store(eClosed);
+        return false;
+    }
+    m_name = std::move(name);
+    // Until the date is written the file is open for this thread alone, so that it is the first line.
+    m_opener.store(VThread::GetCurrentThreadID());
+    AddString(VDate::NowAsString().CString());
+    m_opener.store(VThread::ThreadID{});
+    m_fileState.store(eOpen);
+    return true;
+}
+
+bool VLogFile::Close() {
+    std::uint32_t expected = eOpen;
+    if (!m_fileState.compare_exchange_strong(expected, eClosed)) {
+        return false;
+    }
+    VCriticalSectionScope scope;
+    scope.TryEnter(CriticalSection(), kCloseTry); // closed in either case
+    m_output->CloseFile();
+    m_name.reset();
+    return true;
+}
+
+bool VLogFile::IsOpenForThisThread() const noexcept {
+    std::uint32_t const state = m_fileState.load();
+    return state == eOpen || (state == eOpening && m_opener.load() == VThread::GetCurrentThreadID());
+}
+
+void VLogFile::AddString(char const* line) {
+    if (!IsOpenForThisThread()) {
+        VLog::AddString(line);
+        return;
+    }
+    if (line && !m_output->Enqueue(line) && !m_output->Write(line)) {
+        VLog::AddString(line); // closed in the meantime
+    }
+}
+
+long VLogFile::DroppedLines() const noexcept {
+    return m_output->DroppedLines();
+}
+
+// The writer thread
+
+VObjectRef<VThread> VLogFile::WritingThread() const {
+    std::lock_guard const lock(m_threadLock);
+    return m_writingThread;
+}
+
+bool VLogFile::IsLoggingThreadRunning() const noexcept {
+    return m_output->IsWriterRunning();
+}
+
+bool VLogFile::StartLoggingThread() {
+    if (WritingThread() || !m_output->PrepareWriter()) {
+        return false;
+    }
+    auto gone = std::make_shared<EventFlag>();
+    auto start = std::make_unique<WriterStart>(WriterStart{m_output, gone});
+    auto thread = VObjectRef<VThread>::Adopt(VThread::StartThread(&RunWriter, start.get(), kClassName));
+    if (!thread) {
+        m_output->ForgetWriter();
+        return false;
+    }
+    static_cast<void>(start.release()); // the thread's now
+    VThread::RegisterThread(thread.Get());
+    {
+        std::lock_guard const lock(m_threadLock);
+        m_writingThread = std::move(thread);
+        m_writerGone = std::move(gone);
+    }
+    m_output->BeginQueueing();
+    return true;
+}
+
+bool VLogFile::ShutdownLoggingThread() {
+    VLog::VLogContext const context("ShutdownLoggingThread");
+    eStage stage = eBegun;
+    m_output->StopQueueing();
+    try {
+        return StopWriter(stage);
+    } catch (...) {
+        if (VThread::CaughtEndOfThread()) {
+            throw;
+        }
+        VLog::Trace("Exception caught shutting down logging thread, stage: %i\n", stage);
+    }
+    return !IsLoggingThreadRunning();
+}
+
+bool VLogFile::StopWriter(eStage& stage) {
+    VObjectRef<VThread> thread = WritingThread();
+    VLog::Trace("Writing thread handle exists?: %s\n", YesOrNo(thread.Get() != nullptr));
+    VLog::Trace("Writing thread is running?     %s\n", YesOrNo(IsLoggingThreadRunning()));
+    VLog::Trace("Writing thread can continue?   %s\n", YesOrNo(m_output->MayWriterContinue()));
+    if (!thread) {
+        bool const running = IsLoggingThreadRunning();
+        if (running) {
+            VLog::Trace("m_writingThread has already been set to zero, but thread is still running according "
+                        "to m_bThreadIsRunning\n");
+        }
+        return !running;
+    }
+    stage = eThreadHeld;
+    VLog::Trace("Signalling logging thread to die...\n");
+    m_output->TellWriterToEnd();
+    stage = eToldToEnd;
+    VLog::Trace("Semaphoring logging thread to die...\n");
+    m_output->WakeWriter();
+    stage = eRaising;
+    VLog::Trace("Setting logging thread priority to high...\n");
+    thread->SetPriority(VThread::eHigh);
+    VLog::Trace("Checking outstanding lines...\n");
+    long const outstanding = m_output->WaitingLines();
+    stage = eCounting;
+    VLog::Trace("Outstanding lines are: %i\n", narrow_cast<int>(outstanding));
+    AwaitWriter(outstanding);
+    stage = eWaited;
+    VLog::Trace(IsLoggingThreadRunning()
+                    ? "WARNING! Logging thread is still running after being told to shutdown! Bad Thread!\n"
+                    : "Logging thread has been shutdown safely\n");
+    stage = eUnregistering;
+    VLog::Trace("Unregistering logging thread...\n");
+    VThread::UnregisterThread(thread.Get());
+    stage = eReleasing;
+    VLog::Trace("Releasing logging thread...\n");
+    {
+        std::lock_guard const lock(m_threadLock);
+        m_writingThread = VObjectRef<VThread>();
+    }
+    stage = eLetGo;
+    thread.Exchange(nullptr);
+    m_output->Flush();
+    return !IsLoggingThreadRunning();
+}
+
+void VLogFile::AwaitWriter(long outstanding) {
+    int round = 0;
+    do {
+        VLog::Trace("waiting for shutdown semaphore...(%i/25)\n", round);
+        bool const signalled = m_output->WaitForShutdownSignal(kShutdownWait);
+        VLog::Trace(signalled ? "got shutdown semaphore!\n" : "didn't get shutdown semaphore!\n");
+        ++round;
+        if (m_output->WaitingLines() < outstanding) {
+            round = 0;
+        } else if (round > kMostRounds) {
+            break;
+        }
+    } while (IsLoggingThreadRunning());
+    if (!IsLoggingThreadRunning()) {
+        std::shared_ptr<EventFlag> gone;
+        {
+            std::lock_guard const lock(m_threadLock);
+            gone = m_writerGone;
+        }
+        gone->WaitFor(kShutdownWait);
+    }
+}
+
+} // namespace VFoundation

@@ -1,0 +1,126 @@
+#pragma once
+
+#include "foundation/core/VObjectRef.h"
+#include "foundation/log/VLog.h"
+#include "foundation/threads/VThread.h"
+
+#include <atomic>
+#include <concepts>
+#include <cstdint>
+#include <memory>
+#include <mutex>
+
+namespace VFoundation {
+
+class EventFlag;
+class LogFileOutput;
+
+/// The log that writes to a file, directly or through a writer thread, so that tracing threads do not wait
+/// for the disk:
+///
+///     auto const log = VObjectRef<VLogFile>::Adopt(new VLogFile("/var/tmp/app.log"));
+///     log->StartLoggingThread();
+///     VLog::SetLog(log.Get());             // UninitializeLibrary stops the thread
+///
+/// The first line is the date and time of the opening. Lines are written as they are, without a line feed of
+/// their own. While no file is open they go where a plain log's go.
+///
+/// With the writer thread a line costs the caller a copy and a signal. Lines keep the order in which a thread
+/// traced them; when the queue of `kQueueCapacity` lines is full, further ones are dropped and counted. A
+/// line is in the file soon after it was traced; without the thread it may stay in the stream's buffer until
+/// the file is closed or the process ends. Lines that are still queued when a process ends without a
+/// shut-down are lost.
+///
+/// The thread is woken through semaphores that all processes of the system share ("VLogFile" and
+/// "VLogFileShutdown"). Where these cannot be opened it looks for lines ten times a second.
+///
+/// DELIBERATE: while the thread is being stopped, lines are written directly and may stand before queued
+/// ones.
+/// DELIBERATE: `ShutdownLoggingThread` gives up only on a thread that has made no progress for 25 s; the
+/// count of waiting lines it compares with is never updated, so one that has written a single line is waited
+/// for without end.
+/// DELIBERATE: the date line has no line feed; the first line that follows stands behind it.
+///
+/// Ownership: owns its file and thread. A thread that was given up keeps what it needs, and the file if it
+/// holds it.
+/// Threads: any thread may trace. `StartLoggingThread` and `ShutdownLoggingThread` are for one thread at a
+/// time. A line that has to wait for a stuck thread for more than 100 ms is dropped and counted.
+class VLogFile : public Registered<VLogFile, VLog> {
+  public:
+    static constexpr char const* kClassName = "VLogFile";
+    static VClass* ms_theClass;
+
+    /// Lines that may wait for the writer thread.
+    static constexpr long kQueueCapacity = 2048;
+    /// Bytes of a path, its terminator included; longer paths are cut.
+    static constexpr unsigned long kPathSize = 260;
+
+    /// Opens the file unless `path` is null.
+    explicit VLogFile(char const* path, VClass* cls = nullptr);
+    VLogFile(VLogFile const&) = delete;
+    VLogFile& operator=(VLogFile const&) = delete;
+    /// Stops the thread and closes the file.
+    ~VLogFile() override;
+    /// One without a file.
+    static VLogFile* New();
+
+    /// Opens a file, or empties one that exists. False when one is open already, and when it cannot be
+    /// opened.
+    bool Open(char const* path);
+    /// Writes what is queued and closes the file; false when none is open.
+    bool Close();
+    /// The path of the open file (borrowed), or null.
+    char const* FileName() const noexcept { return m_name.get(); }
+
+    void AddString(char const* line) override;
+
+    /// Starts the writer thread. False when there is one already, also one that was given up and still runs,
+    /// and when the system refuses.
+    bool StartLoggingThread();
+    bool IsLoggingThreadRunning() const noexcept;
+    /// Stops the writer thread once it has written what is queued; the file holds all of it then. Traces
+    /// every step. True when the thread has ended, and when there was none.
+    bool ShutdownLoggingThread();
+    /// Lines that found no room in the queue, no way past a stuck thread or no space on the disk, in all.
+    long DroppedLines() const noexcept;
+
+    /// A setting for subclasses; 1 at first. The library does not read it.
+    long GetFileSetting() const noexcept { return m_setting; }
+    void SetFileSetting(long setting) noexcept { m_setting = narrow_cast<std::int32_t>(setting); }
+
+  protected:
+    /// For `Registered` subclasses. A template, so that a literal null is never taken for a class record.
+    template <std::same_as<VClass> Record>
+    VLogFile(Record* cls, char const* path) : VLogFile(path, cls) {}
+
+  private:
+    /// How far a shut-down has got; the number stands in the line about an exception.
+    enum eStage : int {
+        eBegun = 0,
+        eThreadHeld = 1,
+        eToldToEnd = 2,
+        eRaising = 3,
+        eCounting = 5,
+        eWaited = 8,
+        eUnregistering = 9,
+        eReleasing = 10,
+        eLetGo = 11
+    };
+    enum eFileState : std::uint32_t { eClosed, eOpening, eOpen };
+
+    bool IsOpenForThisThread() const noexcept;
+    bool StopWriter(eStage& stage);
+    void AwaitWriter(long outstanding);
+    VObjectRef<VThread> WritingThread() const;
+
+    std::unique_ptr<char[]> m_name;
+    std::atomic<std::uint32_t> m_fileState{eClosed};
+    std::atomic<VThread::ThreadID> m_opener{};
+    std::int32_t m_setting = 1;
+    mutable std::mutex m_threadLock; // the two below
+    VObjectRef<VThread> m_writingThread;
+    std::shared_ptr<EventFlag> m_writerGone;
+    std::shared_ptr<LogFileOutput> const m_output;
+};
+
+} // namespace VFoundation

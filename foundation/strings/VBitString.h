@@ -1,0 +1,81 @@
+#pragma once
+
+#include "foundation/core/Registered.h"
+#include "foundation/strings/VData.h"
+
+#include <cstdint>
+
+namespace VFoundation {
+
+/// A row of bits.
+///
+///     VBitString bits(10);
+///     bits.SetBit(3, true);
+///     bits.AsString();                        // "0001000000"
+///
+/// XML holds the attribute "bits", that text. A chunked file holds the count as a 32-bit number and the bits,
+/// eight a byte, the first in the lowest bit.
+///
+/// Memory that cannot be had throws a `VException` with id 1; the bits stay as they were.
+///
+/// Ownership: owns its bits.
+/// Threads: one thread at a time.
+class VBitString : public Registered<VBitString, VObject> {
+  public:
+    static constexpr char const* kClassName = "VBitString";
+    static VClass* ms_theClass;
+
+    /// `count` cleared bits; none when it is negative.
+    explicit VBitString(std::int32_t count = 0) : VBitString(nullptr, count) {}
+    VBitString(VBitString const& other);
+    VBitString& operator=(VBitString const& other);
+    static VBitString* New() { return new VBitString; }
+
+    std::int32_t Count() const noexcept { return m_count; }
+    /// Cuts bits off at the end, or adds cleared ones.
+    void SetCount(std::int32_t count);
+
+    /// False beyond the bits.
+    bool GetBit(std::int32_t index) const noexcept;
+    /// Both false when there is no such bit.
+    bool SetBit(std::int32_t index, bool value) noexcept;
+    bool FlipBit(std::int32_t index) noexcept;
+    std::int32_t CountOnes() const noexcept;
+
+    // Bit by bit with another string, whose bits count as cleared beyond its end. The count stays.
+    void And(VBitString const& other) noexcept;
+    void Or(VBitString const& other) noexcept;
+    void Xor(VBitString const& other) noexcept;
+
+    /// One '0' or '1' for each bit, the first in front.
+    VString AsString() const;
+    /// Takes such a text. False, with the bits left alone, for any other and for null.
+    bool SetFromString(char const* text);
+
+    bool operator==(VBitString const& other) const noexcept;
+    /// Same class and same bits.
+    bool IsEqual(VObject const& other) const override;
+    /// A new object (owned) of the object's own class with the same bits; null when that class cannot be made.
+    VObject* Copy() const override;
+    /// "[<class name>] " and the text, which may be cut.
+    void GetDescription(VString& out) const override;
+
+    /// Loading is false, and leaves no bits, when the file cannot back the count; bits it does not have are
+    /// cleared.
+    bool Serialize(IAIFile& file) override;
+
+  protected:
+    /// For derived classes, with their record or null.
+    VBitString(VClass* cls, std::int32_t count);
+
+  private:
+    template <class Operation>
+    void Combine(VBitString const& other, Operation operation) noexcept;
+    bool Has(std::int32_t index) const noexcept { return index >= 0 && index < m_count; }
+    void ClearUnusedBits() noexcept;
+
+    std::int32_t m_count = 0;
+    VData m_bytes; // the bits behind the last are 0
+};
+
+} // namespace VFoundation

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "foundation/core/Registered.h"
+
+namespace VFoundation {
+
+/// A class for use during development: registered and creatable, with nothing to it.
+///
+/// Ownership, threads: as `VObject`.
+class VDev : public Registered<VDev, VObject> {
+  public:
+    static constexpr char const* kClassName = "VDev";
+    static VClass* ms_theClass;
+
+    explicit VDev(VClass* cls = nullptr) : Registered(cls) {}
+    static VDev* New() { return new VDev; }
+    static void InitializeClass() {}
+    static void UninitializeClass() {}
+};
+
+} // namespace VFoundation
