@@ -9,8 +9,8 @@ namespace VFoundation {
 
 class ICmdListener;
 
-/// A command with its value and the one it is addressed to. A plain value: copy it, derive from it. `VCmdEvent`
-/// carries one where an object is needed.
+/// A command with its value and the one it is addressed to. A plain value: copy it, derive from it.
+/// `VCmdEvent` carries one where an object is needed.
 ///
 /// Ownership: copies the value (as `SValue`), borrows the listener.
 /// Threads: one thread at a time.

@@ -6,8 +6,8 @@
 
 namespace VFoundation {
 
-/// A command as an event: an object that can be queued and kept, with the command in it. In XML it is an event; the
-/// command is not written.
+/// A command as an event: an object that can be queued and kept, with the command in it. In XML it is an
+/// event; the command is not written.
 ///
 /// Ownership: retains the attachment; the command has its own rules.
 /// Threads: one thread at a time.

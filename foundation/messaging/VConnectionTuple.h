@@ -16,12 +16,12 @@ class VObjectArrayTmpl;
 template <class T>
 class VObjectRingBufferTmpl;
 
-/// One connection: from an outgoing id of a source to an incoming id of a target, at once or through a delayer.
-/// `VMessenger::AddConnection` makes them.
+/// One connection: from an outgoing id of a source to an incoming id of a target, at once or through a
+/// delayer. `VMessenger::AddConnection` makes them.
 ///
-/// The library makes `kPoolCapacity` tuples at its start and recycles them; a list holds one reference to each, so
-/// the one who returns a tuple to the pool is the last but one of its holders. Beyond that number they are made and
-/// deleted one by one.
+/// The library makes `kPoolCapacity` tuples at its start and recycles them; a list holds one reference to
+/// each, so the one who returns a tuple to the pool is the last but one of its holders. Beyond that number
+/// they are made and deleted one by one.
 ///
 /// Ownership: retains both messengers; borrows the delayer.
 /// Threads: a tuple is for one thread at a time; any thread may take one from the pool and release one.
@@ -47,10 +47,10 @@ class VConnectionTuple : public Registered<VConnectionTuple, VObject> {
 
     void Set(VMessenger* source, int sourceId, VMessenger* target, int targetId, VCommandDelayer* delayer);
 
-    /// Delivers the message to the target under the target's id, or has the delayer queue a copy. The message is
-    /// lent, and has its own id again afterwards; the result is that id, or -1 for null. The connection may be
-    /// removed meanwhile, but the caller keeps the target alive.
-    /// DELIBERATE: whether the delayer took the message does not show; one that its queue had no room for is lost.
+    /// Delivers the message to the target under the target's id, or has the delayer queue a copy. The message
+    /// is lent, and has its own id again afterwards; the result is that id, or -1 for null. The connection
+    /// may be removed meanwhile, but the caller keeps the target alive. DELIBERATE: whether the delayer took
+    /// the message does not show; one that its queue had no room for is lost.
     int MessageSend(VMessage* message);
 
     /// Null when it connects nothing (borrowed).

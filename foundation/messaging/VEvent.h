@@ -7,16 +7,16 @@
 
 namespace VFoundation {
 
-/// Something that happened: which kind of event, and when. Derive from it and translate the ids of your events,
-/// which stand in XML by name:
+/// Something that happened: which kind of event, and when. Derive from it and translate the ids of your
+/// events, which stand in XML by name:
 ///
-///     char const* EventIDToText(int eventID) const override { return eventID == kSaved ? "saved" : "unknown"; }
-///     int TextToEventID(char const* text) const override { return std::strcmp(text, "saved") == 0 ? kSaved : -1; }
+///     char const* EventIDToText(int id) const override { return id == kSaved ? "saved" : "unknown"; }
+///     int TextToEventID(char const* text) const override;
 ///
 /// In XML an event is the attributes "time" and "evID"; the source is not written.
 ///
-/// DELIBERATE: ids are never written as numbers; an id without a name, and every id of a plain `VEvent`, is written
-/// as "unknown" and reads back as -1.
+/// DELIBERATE: ids are never written as numbers; an id without a name, and every id of a plain `VEvent`, is
+/// written as "unknown" and reads back as -1.
 ///
 /// Ownership: retains the source.
 /// Threads: one thread at a time.

@@ -73,8 +73,8 @@ bool VMessageCenter::Post(Fill fill) {
     if (m_stopped.load()) { // the command may have come behind the clearing of the queue
         m_pending.RemoveAllObjects();
     }
-    // Behind the push: a service that began before it sets the flag again and finds the command, or is over and
-    // leaves it to the next.
+    // Behind the push: a service that began before it sets the flag again and finds the command, or is over
+    // and leaves it to the next.
     if (Serviced()) {
         SetServiced(false);
     }
@@ -258,7 +258,8 @@ void VMessageCenter::StopCenter() {
     if (server) {
         server->KillAllJobs();
         if (job) {
-            job->AbortJob(); // also a job that was on its way from the queue to its start, or will never start
+            job->AbortJob(); // also a job that was on its way from the queue to its start, or will never
+                             // start
         }
         server->EndServer(true);
     }

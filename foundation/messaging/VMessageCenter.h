@@ -13,9 +13,9 @@ namespace VFoundation {
 class VJobServer;
 class VMessageCenterJob;
 
-/// Connects messengers, and carries messages between threads. Whoever posts leaves a command in a queue of fixed size,
-/// without a lock and without an allocation; commands are serviced later, in batches: by a job that looks every few
-/// milliseconds (`StartCenter`), or by whoever calls `SendDelayedCommands`.
+/// Connects messengers, and carries messages between threads. Whoever posts leaves a command in a queue of
+/// fixed size, without a lock and without an allocation; commands are serviced later, in batches: by a job
+/// that looks every few milliseconds (`StartCenter`), or by whoever calls `SendDelayedCommands`.
 ///
 ///     auto const center = VObjectRef<VMessageCenter>::Adopt(new VMessageCenter(256));
 ///     center->ConnectImmediate(knob, kTurned, center.Get(), motor, kSetSpeed); // delayed through the centre
@@ -23,28 +23,30 @@ class VMessageCenterJob;
 ///     ...
 ///     center->StopCenter();
 ///
-/// The centre that stands among the arguments becomes the delayer of the connection: null connects for immediate
-/// delivery, on the sender's thread.
+/// The centre that stands among the arguments becomes the delayer of the connection: null connects for
+/// immediate delivery, on the sender's thread.
 ///
-/// Stop a centre before its last `Release`: its job, and connect commands that wait in it, hold references to it.
-/// The name given to `StartCenter` is that of a job server and has its rules (`VJobServer`). Polling every 5 ms costs
-/// about 1 % of a core, the server's thread included.
+/// Stop a centre before its last `Release`: its job, and connect commands that wait in it, hold references to
+/// it. The name given to `StartCenter` is that of a job server and has its rules (`VJobServer`). Polling
+/// every 5 ms costs about 1 % of a core, the server's thread included.
 ///
-/// A command that takes more than 100 microseconds is reported on the standard error stream. An exception of a
-/// handler leaves `SendDelayedCommands`; the commands behind it stay queued. The job writes a line to the log and
-/// goes on.
+/// A command that takes more than 100 microseconds is reported on the standard error stream. An exception of
+/// a handler leaves `SendDelayedCommands`; the commands behind it stay queued. The job writes a line to the
+/// log and goes on.
 ///
 /// DELIBERATE: the job services at most once in 0.1 s, however often it looks.
-/// DELIBERATE: a stopped centre has lost its commands for good; started again it runs and still refuses every post.
-/// DELIBERATE: the time of a slow message is reported with "NULL" and -1 for its source and both ids, which the
-/// command does not carry.
-/// DELIBERATE: the job asks for the critical section once, when it begins; one that is set later does not bind it.
+/// DELIBERATE: a stopped centre has lost its commands for good; started again it runs and still refuses
+/// every post.
+/// DELIBERATE: a slow message is reported with "NULL" and -1 for its source and both ids, which the command
+/// does not carry.
+/// DELIBERATE: the job asks for the critical section once, when it begins; one set later does not bind it.
 /// DELIBERATE: handlers called by the job find floating-point arithmetic rounding downward.
 ///
 /// Ownership: retains what its commands name until they are serviced. Borrows the critical section.
-/// Threads: posts from any thread. Servicing by one thread at a time: to service a started centre by hand as well,
-/// set a critical section and hold it; the job passes over a poll while another thread does. `StartCenter` and
-/// `StopCenter` are for the owner's thread; a handler may stop its own centre, and drop its last reference.
+/// Threads: posts from any thread. Servicing by one thread at a time: to service a started centre by hand as
+/// well, set a critical section and hold it; the job passes over a poll while another thread does.
+/// `StartCenter` and `StopCenter` are for the owner's thread; a handler may stop its own centre, and drop its
+/// last reference.
 class VMessageCenter : public Registered<VMessageCenter, VCommandDelayer> {
   public:
     static constexpr char const* kClassName = "VMessageCenter";
@@ -65,15 +67,16 @@ class VMessageCenter : public Registered<VMessageCenter, VCommandDelayer> {
     static void UninitializeClass() {}
 
     // Posts: true when queued. False when the queue is full, when the centre does not accept, and once it was
-    // stopped; `StopCenter` drops what is queued. A message (not null) is copied. Commands without source or target do nothing when their time comes.
+    // stopped; `StopCenter` drops what is queued. A message (not null) is copied. Commands without source or
+    // target do nothing when their time comes.
     bool MessageDelay(VMessenger* target, VMessage* message) override;
     bool ConnectDelayed(VMessenger* source, int sourceId, VMessageCenter* center, VMessenger* target,
                         int targetId) override;
     bool DisconnectDelayed(VMessenger* source, int sourceId, VMessageCenter* center, VMessenger* target,
                            int targetId) override;
 
-    // At once: true when it was done. False for an id that is too high for its messenger. A negative source id
-    // connects nothing, a negative target id is delivered as it is.
+    // At once: true when it was done. False for an id that is too high for its messenger. A negative source
+    // id connects nothing, a negative target id is delivered as it is.
     bool ConnectImmediate(VMessenger* source, int sourceId, VMessageCenter* center, VMessenger* target,
                           int targetId) override;
     bool DisconnectImmediate(VMessenger* source, int sourceId, VMessageCenter* center, VMessenger* target,
@@ -93,8 +96,8 @@ class VMessageCenter : public Registered<VMessageCenter, VCommandDelayer> {
     /// Starts a job that services the centre, and looks for commands every so many milliseconds (1 at least).
     /// Another call queues the same job once more, which changes nothing.
     void StartCenter(char const* name, long sleepMilliseconds) override;
-    /// Stops the job, waits until it is over, and drops what is queued. From a handler it does not wait: the job ends
-    /// after the handler. Anybody else waits for a handler that is running, however long that takes.
+    /// Stops the job, waits until it is over, and drops what is queued. From a handler it does not wait: the
+    /// job ends after the handler. Anybody else waits for a handler that is running, however long that takes.
     void StopCenter() override;
 
     /// A centre that does not accept refuses posts. It accepts at first, and never again once it was stopped.

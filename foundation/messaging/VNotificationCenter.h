@@ -19,15 +19,16 @@ class VString;
 ///     ...
 ///     center->RemoveObserver(window);          // before the window goes
 ///
-/// Notifications are delivered at once, on the poster's thread, in the order of registration, to those who are
-/// registered when the posting begins: who registers meanwhile hears of the next one, and who is removed meanwhile
-/// is no longer called. An exception of an observer passes to the poster; observers behind it are not called.
+/// Notifications are delivered at once, on the poster's thread, in the order of registration, to those who
+/// are registered when the posting begins: who registers meanwhile hears of the next one, and who is removed
+/// meanwhile is no longer called. An exception of an observer passes to the poster; observers behind it are
+/// not called.
 ///
 /// Ownership: borrows observers and objects: remove an observer before it goes. Names are copied. The default
 /// centre is the class's; callers borrow it.
-/// Threads: any thread may call any operation; no lock is held while observers are called. When `RemoveObserver`
-/// returns, a call that another thread has begun may still be running. `DeleteDefaultCenter` while no other thread
-/// uses that centre.
+/// Threads: any thread may call any operation; no lock is held while observers are called. When
+/// `RemoveObserver` returns, a call that another thread has begun may still be running. `DeleteDefaultCenter`
+/// while no other thread uses that centre.
 class VNotificationCenter : public Registered<VNotificationCenter, VObject> {
   public:
     static constexpr char const* kClassName = "VNotificationCenter";
@@ -47,8 +48,8 @@ class VNotificationCenter : public Registered<VNotificationCenter, VObject> {
     static VNotificationCenter* DefaultCenter();
     static void DeleteDefaultCenter();
 
-    /// Registers an observer for notifications of that name about that object; null matches any. Registered twice
-    /// it is called twice. False without observer or callback.
+    /// Registers an observer for notifications of that name about that object; null matches any. Registered
+    /// twice it is called twice. False without observer or callback.
     bool AddObserver(VObject* observer, Callback callback, VString const* name, VObject* about);
     /// Ends all registrations of an observer.
     void RemoveObserver(VObject* observer);
