@@ -58,12 +58,13 @@ class VMessenger : public Registered<VMessenger, VObject> {
 
     /// Connects an outgoing id with a target's incoming id; `delayer` (borrowed as long as the connection
     /// exists) queues what is sent, and null delivers it at once. The ids are not checked, except that a
-    /// negative source id makes no connection. The result is empty on failure. DELIBERATE: the same
-    /// connection may be made twice, and then delivers twice.
+    /// negative source id makes no connection. The result is empty on failure.
+    /// DELIBERATE: the same connection may be made twice, and then delivers twice.
     VObjectRef<VConnectionTuple> AddConnection(int sourceId, VMessenger* target, int targetId,
                                                VCommandDelayer* delayer);
     /// Removes the latest connection with these ids and this target, and returns it; empty when there is
-    /// none. DELIBERATE: the delayer is not compared; an immediate connection is removed for a delayed one.
+    /// none.
+    /// DELIBERATE: the delayer is not compared; an immediate connection is removed for a delayed one.
     VObjectRef<VConnectionTuple> RemoveConnection(int sourceId, VMessenger* target, int targetId,
                                                   VCommandDelayer* delayer);
     /// The outgoing ids up to the highest that ever had a connection. Not the number of connections.
