@@ -85,7 +85,7 @@ TEST_F(ObjectXML, HasTheDescribedForm) {
     EXPECT_TRUE(read->ObjectAtIndex(1)->IsEqual(hello) && read->ObjectAtIndex(2)->IsEqual(sentence));
     APlace last;
     EXPECT_TRUE(file.SerializeObject("", last) && last.m_x == 10);
-    EXPECT_EQ(m_log, "");
+    EXPECT_EQ(Log(), "");
 }
 
 TEST_F(ObjectXML, IsFoundByClassAndName) {
@@ -144,7 +144,7 @@ TEST_F(ObjectXML, ArraysSkipWhatTheyDoNotKnow) {
                            "<X class='VString' string='b'/></VObjectArray></R>"));
     EXPECT_TRUE(file.ReadObject(nullptr, array.Get()));
     EXPECT_EQ(array->Count(), 2);
-    EXPECT_EQ(m_log, "VObjectArray::SerializeAsXML - Attribute 'count' not found\n"
+    EXPECT_EQ(Log(), "VObjectArray::SerializeAsXML - Attribute 'count' not found\n"
                      "VObjectArray::SerializeAsXML - No class for className 'Unknown'\n"
                      "VObjectArray::SerializeAsXML - Error allocating new object of class: AnAbstract\n");
     for (char const* const count : {"-1", "0", "2147483648", "x"}) {
@@ -197,7 +197,7 @@ TEST_F(ObjectXML, OlderDictionariesAreRead) {
     VDictionary prefs;
     ASSERT_TRUE(file.OpenFileForRead(PERSISTENCE_TEST_DATA "/older-dictionary.xml", "Settings"));
     ASSERT_TRUE(file.ReadObject("prefs", prefs));
-    EXPECT_EQ(m_log, "");
+    EXPECT_EQ(Log(), "");
     ASSERT_EQ(prefs.Count(), 3);
     auto const value = [&](char const* key) {
         VString const string(key);
