@@ -1,7 +1,11 @@
 #include "foundation/containers/VPtrArray.h"
 #include "foundation/persistence/IXMLFileIO.h"
+#include "foundation/strings/VColour.h"
 #include "tests/persistence/XMLTestSupport.h"
 #include "tests/support/Counted.h"
+
+#include <thread>
+#include <vector>
 
 namespace {
 
@@ -190,6 +194,31 @@ TEST_F(ObjectXML, AnyRegisteredClassMayBeNamed) {
     ASSERT_TRUE(Load(file, "<R><VObjectArray count='1'>" + elements + "</VObjectArray></R>"));
     EXPECT_TRUE(file.ReadObject(nullptr, array.Get()));
     EXPECT_GE(array->Count(), 6);
+}
+
+TEST_F(ObjectXML, DocumentsOfSeveralThreadsDoNotMeet) {
+    std::vector<std::thread> threads;
+    for (int number = 0; number < 4; ++number) {
+        threads.emplace_back([this, number] {
+            std::string const path = Path(std::to_string(number).c_str());
+            for (int i = 0; i < 50; ++i) {
+                APlace place(nullptr, number * 1000 + i);
+                VXMLFile file;
+                EXPECT_TRUE(file.OpenFileForWrite(path.c_str(), "R"));
+                EXPECT_TRUE(file.WriteObject("place", place) &&
+                            file.WriteObject("colour", VColour(number, i, 0, 0, nullptr)));
+                EXPECT_TRUE(file.CloseFile() && file.OpenFileForRead(path.c_str(), "R"));
+                APlace read;
+                SColour colour;
+                EXPECT_TRUE(file.ReadObject("place", read) && read.m_x == place.m_x);
+                EXPECT_TRUE(file.SerializeColourAttribute("colour", colour, colour));
+                EXPECT_EQ(colour.red * 1000 + colour.green, place.m_x);
+            }
+        });
+    }
+    for (auto& thread : threads) {
+        thread.join();
+    }
 }
 
 TEST_F(ObjectXML, OlderDictionariesAreRead) {
