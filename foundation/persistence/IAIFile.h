@@ -21,8 +21,9 @@ class VObject;
 /// How a stream operator reads: a chunk-safe file that has not the whole value left in its innermost chunk
 /// gives 0 and stays where it is. A value that the file itself does not have is left as it was, and `Eof()`
 /// says so.
-/// DELIBERATE: a signed 16-bit value reads as 0 outside any chunk, in every mode; an unsigned one reads.
-/// DELIBERATE: 64-bit integers are read without asking whether the chunk still holds them.
+/// DELIBERATE: a signed 16-bit value is not read outside chunks; it is 0 there in every mode, while an
+/// unsigned one reads.
+/// DELIBERATE: 64-bit integers do not ask whether the chunk still holds them; they read into what follows it.
 ///
 /// Ownership: objects given to it are borrowed.
 /// Threads: one thread at a time.
