@@ -20,7 +20,7 @@ struct TInterval {
 
     /// The first number behind the interval.
     Number End() const noexcept { return static_cast<Number>(m_start + m_length); }
-    bool IsEmpty() const noexcept { return !(m_length > 0); }
+    bool IsEmpty() const noexcept { return !(m_start < End()); }
     /// Nothing is in an empty interval.
     bool Contains(Number number) const noexcept { return number >= m_start && number < End(); }
 

@@ -1,6 +1,7 @@
 #include "foundation/strings/VColour.h"
 
 #include "foundation/core/VObjectRef.h"
+#include "foundation/persistence/VXMLFile.h"
 #include "foundation/strings/VString.h"
 
 #include <mutex>
@@ -83,6 +84,23 @@ char const* VColour::GetName() const noexcept {
 
 bool VColour::IsEqual(VObject const& other) const {
     return other.Class() == Class() && IsSameColour(static_cast<VColour const&>(other));
+}
+
+bool VColour::SerializeAsXML(VXMLFile& file) {
+    constexpr char const* kColourKey = "colour";
+    if (!VObject::SerializeAsXML(file)) {
+        return file.WriteAttribute(kColourKey, GetColourAsString(eTagged));
+    }
+    if (VString text; file.ReadAttribute(kColourKey, text)) {
+        SetColourFromString(text);
+        return true;
+    }
+    bool const hasRed = file.ReadAttribute(ms_pchRedTag, red);
+    bool const hasGreen = file.ReadAttribute(ms_pchGreenTag, green);
+    bool const hasBlue = file.ReadAttribute(ms_pchBlueTag, blue);
+    bool const hasAlpha = file.ReadAttribute(ms_pchAlphaTag, alpha);
+    iSetRGBA(red, green, blue, alpha);
+    return hasRed || hasGreen || hasBlue || hasAlpha;
 }
 
 VColour* VColour::GetColourNamed(char const* name) {
