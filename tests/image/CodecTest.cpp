@@ -5,6 +5,9 @@
 #include "foundation/strings/VData.h"
 #include "tests/image/ImageTestSupport.h"
 
+#include <jpeglib.h>
+#include <png.h>
+
 namespace {
 
 using namespace image_test;
@@ -109,61 +112,69 @@ TEST_F(Codec, RefusesCutFilesAndSurvivesDamagedOnes) {
     }
 }
 
+void WritePng(char const* path, std::uint32_t width, std::uint32_t height, unsigned char const* greys) {
+    png_image image{};
+    image.version = PNG_IMAGE_VERSION;
+    image.width = width;
+    image.height = height;
+    image.format = PNG_FORMAT_GRAY;
+    ASSERT_TRUE(png_image_write_to_file(&image, path, 0, greys, 0, nullptr));
+}
+
+void WriteJpeg(char const* path, std::uint32_t width, std::uint32_t height, unsigned char* greys) {
+    std::FILE* const file = std::fopen(path, "wb");
+    jpeg_compress_struct info;
+    jpeg_error_mgr errors;
+    info.err = jpeg_std_error(&errors);
+    jpeg_create_compress(&info);
+    jpeg_stdio_dest(&info, file);
+    info.image_width = width;
+    info.image_height = height;
+    info.input_components = 1;
+    info.in_color_space = JCS_GRAYSCALE;
+    jpeg_set_defaults(&info);
+    jpeg_start_compress(&info, TRUE);
+    while (info.next_scanline < height) {
+        jpeg_write_scanlines(&info, &greys, 1);
+    }
+    jpeg_finish_compress(&info);
+    jpeg_destroy_compress(&info);
+    std::fclose(file);
+}
+
 TEST_F(Codec, RefusesPicturesBeyondItsLimits) {
-    REQUIRE_IMAGEMAGICK();
-    Bytes const jpeg = Make("rose: JPEG:", kSmall)[0];
-    Bytes const png = Make("rose: PNG24:", kSmall)[0];
-    auto const bigEndian = [](std::uint32_t number, unsigned count) {
-        Bytes bytes;
-        for (unsigned i = count; i-- > 0;) {
-            bytes += static_cast<char>(number >> 8 * i);
-        }
-        return bytes;
-    };
-    auto const checksum = [](Bytes const& chunk) {
-        std::uint32_t sum = ~0U;
-        for (std::size_t bit = 0; bit < 8 * chunk.size(); ++bit) {
-            std::uint32_t const next = static_cast<unsigned char>(chunk[bit / 8]) >> bit % 8;
-            sum = sum >> 1 ^ ((sum ^ next) & 1 ? 0xEDB88320U : 0);
-        }
-        return ~sum;
-    };
     struct {
         std::uint32_t width, height;
         bool isAllowed;
-    } const sizes[] = {
-        {19, 13, true}, {VImageIOPNG::kMaxSide + 1, 1, false}, {1, 16385, false}, {16384, 4097, false}};
+    } const sizes[] = {{16384, 1, true}, {16385, 1, false}, {1, 16385, false}, {16384, 4097, false}};
     for (auto const& [width, height, isAllowed] : sizes) {
-        Bytes sized = jpeg;
-        sized.replace(jpeg.find("\xFF\xC0") + 5, 4, bigEndian(height, 2) + bigEndian(width, 2));
-        EXPECT_EQ(!Load(false, sized).empty(), isAllowed) << width;
-        sized = png;
-        sized.replace(16, 8, bigEndian(width, 4) + bigEndian(height, 4));
-        sized.replace(29, 4, bigEndian(checksum(sized.substr(12, 17)), 4));
-        EXPECT_EQ(!Load(true, sized).empty(), isAllowed) << width;
-    }
-    // The last scan of a progressive file, again and again.
-    Bytes const woven = Make("rose: JPEG:", kSmall)[1];
-    std::size_t const scan = woven.rfind("\xFF\xDA");
-    for (int const extra : {3, VImageIOJPEG::kMaxScans}) {
-        Bytes longer = woven;
-        for (int i = 0; i < extra; ++i) {
-            longer.insert(scan, woven.substr(scan, woven.size() - 2 - scan));
-        }
-        EXPECT_EQ(!Load(false, longer).empty(), extra < VImageIOJPEG::kMaxScans) << extra;
+        std::vector<unsigned char> greys(std::size_t{width} * height);
+        WritePng(Path("a.png").c_str(), width, height, greys.data());
+        WriteJpeg(Path("a.jpg").c_str(), width, height, greys.data());
+        EXPECT_EQ(!Load(VImageIOPNG(), Path("a.png").c_str()).empty(), isAllowed) << width;
+        EXPECT_EQ(!Load(VImageIOJPEG(), Path("a.jpg").c_str()).empty(), isAllowed) << width;
     }
 }
 
-TEST_F(Codec, OnlyLoadsFiles) {
-    VImageIOPNG const png;
-    VImageIOJPEG const jpeg;
-    for (IImageIO const* const codec : std::initializer_list<IImageIO const*>{&png, &jpeg}) {
-        VImage image;
-        EXPECT_FALSE(codec->ConvertDataToImage(VData(100), image));
-        EXPECT_FALSE(codec->SaveImageToFile(image, m_scratch.Path()));
-        EXPECT_EQ(codec->SupportedFileExtensions(), nullptr);
-        EXPECT_EQ(codec->LoadImageFromFile(nullptr), nullptr);
+TEST_F(Codec, RefusesAJpegOfTooManyScans) {
+    REQUIRE_IMAGEMAGICK();
+    std::vector<Bytes> files = Make("rose: JPEG:", kSmall);
+    // The last scan of a progressive file, again and again.
+    std::size_t const scan = files[1].rfind("\xFF\xDA");
+    Bytes const repeated = files[1].substr(scan, files[1].size() - 2 - scan);
+    for (int scans = 0; scans <= VImageIOJPEG::kMaxScans; ++scans) {
+        EXPECT_TRUE(scans > 3 || !Load(false, files[1]).empty());
+        files[1].insert(scan, repeated);
     }
+    EXPECT_TRUE(Load(false, files[1]).empty());
+}
+
+TEST_F(Codec, OnlyLoadsFiles) {
+    VImage image;
+    EXPECT_FALSE(VImageIOPNG().ConvertDataToImage(VData(100), image));
+    EXPECT_FALSE(VImageIOJPEG().SaveImageToFile(image, m_scratch.Path()));
+    EXPECT_EQ(VImageIOPNG().SupportedFileExtensions(), nullptr);
+    EXPECT_EQ(VImageIOJPEG().LoadImageFromFile(nullptr), nullptr);
 }
 
 } // namespace

@@ -6,6 +6,7 @@
 #include "foundation/image/VImageIOTarga.h"
 #include "tests/image/ImageTestSupport.h"
 
+#include <latch>
 #include <sys/stat.h>
 #include <thread>
 
@@ -27,33 +28,30 @@ class Image : public ImageTest {
 
 TEST_F(Image, AdoptsBitmapsOverSoundMemory) {
     unsigned long released = 0;
-    std::uint32_t const pixels[6] = {};
-    auto const create = [&](std::uint32_t width, std::uint32_t height, unsigned long row, unsigned long size,
+    alignas(4) char const pixels[24] = {};
+    auto const create = [&](std::uint32_t width, unsigned long row, unsigned long size,
                             unsigned long offset = 0) {
-        return VBitmapImage::Create(width, height, row, &released,
-                                    reinterpret_cast<char const*>(pixels) + offset, size,
+        return VBitmapImage::Create(width, 2, row, &released, pixels + offset, size,
                                     [](void* info, void const*, unsigned long bytes) {
                                         *static_cast<unsigned long*>(info) += bytes;
                                     });
     };
-    for (CGImage const* const refused : {create(0, 1, 12, 24), create(3, 0, 12, 24), create(3, 2, 8, 24),
-                                         create(3, 2, 14, 28), create(3, 2, 12, 23), create(1, 1, 4, 8, 1)}) {
+    for (CGImage const* const refused :
+         {create(0, 12, 24), create(3, 8, 24), create(3, 14, 28), create(3, 12, 23), create(1, 4, 8, 1),
+          VBitmapImage::Create(1, 1, 4, nullptr, nullptr, 4, nullptr)}) {
         EXPECT_EQ(refused, nullptr);
     }
-    EXPECT_EQ(VBitmapImage::Create(1, 1, 4, nullptr, nullptr, 4, nullptr), nullptr);
     {
         VImage image;
-        image.SetImageRef(create(3, 2, 12, 24));
-        EXPECT_EQ(image.Width(), 3U);
-        EXPECT_EQ(image.Height(), 2U);
-        image.SetImageRef(create(1, 1, 4, 4));
+        image.SetImageRef(create(3, 12, 24));
+        EXPECT_EQ(image.Width() * 10 + image.Height(), 32U);
+        image.SetImageRef(create(1, 4, 8));
         EXPECT_EQ(released, 24U);
         image.SetImageRef(nullptr);
-        EXPECT_EQ(released, 28U);
-        EXPECT_EQ(image.Height(), 0U);
-        image.SetImageRef(create(1, 1, 4, 4));
+        EXPECT_EQ(released + image.Height(), 32U);
+        image.SetImageRef(create(1, 4, 8));
     }
-    EXPECT_EQ(released, 32U);
+    EXPECT_EQ(released, 40U);
 }
 
 TEST_F(Image, DecodesAFileOnce) {
@@ -83,6 +81,7 @@ TEST_F(Image, CachesUnderTheFirstName) {
     EXPECT_TRUE(VImage::AddNamedImageToCache("icon", a.Get()));
     EXPECT_TRUE(VImage::AddNamedImageToCache("icon", b.Get())); // taken: nothing is added
     EXPECT_TRUE(VImage::AddNamedImageToCache("ICON", b.Get()));
+    EXPECT_EQ(VImage::ms_imageCache->Count(), 2);
     EXPECT_EQ(VImage::FindImageInCacheWithName("icon"), a.Get());
     EXPECT_EQ(VImage::FindImageInCacheWithName("ICON"), b.Get());
     EXPECT_EQ(VImage::FindImageInCacheWithName(nullptr), nullptr);
@@ -145,13 +144,15 @@ TEST_F(Image, UsesTheFirst260CharactersOfAPath) {
 
 TEST_F(Image, IsTheSameForThreadsThatLoadAtOnce) {
     std::vector<std::string> const paths = {NewTarga("a.tga"), NewTarga("b.tga")};
-    for (int round = 0; round < 20; ++round) {
+    for (int round = 0; round < 200; ++round) {
         VImage::UninitializeClass();
         VImage::InitializeClass();
         std::vector<ImageRef> images[4];
         std::vector<std::thread> threads;
+        std::latch start(4);
         for (auto& mine : images) {
-            threads.emplace_back([&mine, &paths] {
+            threads.emplace_back([&mine, &paths, &start] {
+                start.arrive_and_wait();
                 for (auto const& path : paths) {
                     mine.push_back(FromFile(path));
                     ImageRef::Adopt(VImageIOTarga().LoadImageFromFile(path.c_str()))->GetName();

@@ -23,16 +23,11 @@ struct Fields {
 };
 
 Bytes FileOf(Fields const& f, Bytes const& body) {
-    Bytes header(18, '\0');
-    auto const put = [&header](std::size_t at, unsigned number) { header[at] = static_cast<char>(number); };
-    put(0, f.idLength);
-    put(1, f.colourMap);
-    put(2, f.imageType);
-    put(12, f.width);
-    put(13, f.width >> 8);
-    put(14, f.height);
-    put(15, f.height >> 8);
-    put(16, f.depth);
+    Bytes header;
+    for (unsigned const byte : {f.idLength, f.colourMap, f.imageType, 0U, 0U, 0U, 0U, 0U, 0U, 0U, 0U, 0U,
+                                f.width, f.width >> 8, f.height, f.height >> 8, f.depth, 0U}) {
+        header += static_cast<char>(byte);
+    }
     return header + body + kFooter;
 }
 
@@ -135,10 +130,10 @@ TEST_F(Targa, RefusesWhatItCannotRead) {
     EXPECT_TRUE(Decode(FileOf({}, Ramp(7))).empty());
     for (std::size_t i = 0; i < whole.size(); ++i) {
         EXPECT_TRUE(Decode(whole.substr(0, i)).empty()) << i;
+        bool const isSignature = i >= whole.size() - 18 && i < whole.size() - 2;
         for (char const byte : {'\x01', '\x7F', '\x80', '\xFF'}) {
             Bytes changed = whole;
             changed[i] = byte;
-            bool const isSignature = i >= whole.size() - 18 && i < whole.size() - 2;
             EXPECT_TRUE(!isSignature || Decode(changed).empty()) << i;
         }
     }
@@ -197,14 +192,15 @@ TEST_F(Targa, SavesTheBytesOfTheFormat) {
 
 TEST_F(Targa, SaysWhenItCannotSave) {
     VImage image;
-    EXPECT_FALSE(VImageIOTarga().SaveImageToFile(image, m_scratch.Path()));
     Pixels const wide(65536);
+    EXPECT_FALSE(VImageIOTarga().SaveImageToFile(image, m_scratch.Path()));
     SetPixels(image, 65536, wide);
     EXPECT_FALSE(VImageIOTarga().SaveImageToFile(image, m_scratch.Path()));
     EXPECT_FALSE(std::filesystem::exists(m_scratch.Path()));
     SetPixels(image, 256, wide);
-    EXPECT_FALSE(VImageIOTarga().SaveImageToFile(image, Path("no/folder.tga").c_str()));
-    EXPECT_FALSE(VImageIOTarga().SaveImageToFile(image, "/dev/full"));
+    for (char const* const path : {"/no/folder.tga", "/dev/full"}) {
+        EXPECT_FALSE(VImageIOTarga().SaveImageToFile(image, path)) << path;
+    }
 }
 
 } // namespace

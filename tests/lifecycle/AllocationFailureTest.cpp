@@ -7,10 +7,13 @@
 #include "foundation/core/VException.h"
 #include "foundation/core/VLibrary.h"
 #include "foundation/core/VObjectRef.h"
+#include "foundation/image/VImage.h"
+#include "foundation/image/VImageIOTarga.h"
 #include "foundation/log/VLog.h"
 #include "foundation/strings/VData.h"
 #include "foundation/strings/VString.h"
 #include "tests/support/Counted.h"
+#include "tests/support/ScratchFile.h"
 
 #include <gtest/gtest.h>
 
@@ -173,6 +176,21 @@ TEST_P(AllocationFailure, PointerArraysAndRingsComeOrDoNotCome) {
         EXPECT_EQ(array.Count(), added);
         auto const ring = VObjectRef<VObject>::Adopt(new VObjectRingBufferTmpl<VString>(64));
     });
+}
+
+TEST_P(AllocationFailure, PicturesLoadOrAreReported) {
+    testing_support::ScratchFile const scratch;
+    std::string bytes(18 + 300 * 4 + 26, '\0');
+    bytes[12] = bytes[14] = 10;
+    bytes[16] = 32;
+    scratch.SetBytes(bytes.replace(bytes.size() - 18, 16, "TRUEVISION-XFILE"));
+    testing::internal::CaptureStderr();
+    FailEachAllocation(
+        [&scratch] { VObjectRef<VImage>::Adopt(VImageIOTarga().LoadImageFromFile(scratch.Path())); });
+    std::string const errors = testing::internal::GetCapturedStderr();
+    EXPECT_NE(errors.find("Caught out of memory exception whilst loading image\nFailed to load"),
+              errors.npos);
+    EXPECT_NE(errors.find("Caught and unknown exception whilst loading image\nFailed to load"), errors.npos);
 }
 
 INSTANTIATE_TEST_SUITE_P(Recycling, AllocationFailure, testing::Bool(),
