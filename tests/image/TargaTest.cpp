@@ -120,9 +120,7 @@ TEST_F(Targa, RefusesWhatItCannotRead) {
         EXPECT_TRUE(Decode(FileOf({.depth = depth}, Ramp(100))).empty()) << depth;
     }
     for (unsigned const depth : {8U, 24U, 32U}) {
-        Bytes const promise = FileOf({.width = 65535, .height = 65535, .depth = depth}, "");
-        EXPECT_EQ(promise.size(), VImageIOTarga::kMinFileSize);
-        EXPECT_TRUE(Decode(promise).empty());
+        EXPECT_TRUE(Decode(FileOf({.width = 65535, .height = 65535, .depth = depth}, "")).empty());
         EXPECT_TRUE(Decode(FileOf({.width = 0, .depth = depth}, Ramp(100))).empty());
     }
     Bytes const whole = FileOf({}, Ramp(8));
@@ -130,12 +128,10 @@ TEST_F(Targa, RefusesWhatItCannotRead) {
     EXPECT_TRUE(Decode(FileOf({}, Ramp(7))).empty());
     for (std::size_t i = 0; i < whole.size(); ++i) {
         EXPECT_TRUE(Decode(whole.substr(0, i)).empty()) << i;
+        Bytes changed = whole;
+        changed[i] = '\xFF';
         bool const isSignature = i >= whole.size() - 18 && i < whole.size() - 2;
-        for (char const byte : {'\x01', '\x7F', '\x80', '\xFF'}) {
-            Bytes changed = whole;
-            changed[i] = byte;
-            EXPECT_TRUE(!isSignature || Decode(changed).empty()) << i;
-        }
+        EXPECT_TRUE(Decode(changed).empty() || !isSignature) << i;
     }
 }
 

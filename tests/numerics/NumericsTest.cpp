@@ -121,8 +121,8 @@ TEST(WindowFunction, HasItsValues) {
             samples.Fill(2);
             window.Apply(samples);
             for (long i = 0; i < count; ++i) {
-                EXPECT_EQ(samples.ElementAtIndex(i), 2 * static_cast<float>(window.ValueAt(i, count)));
-                EXPECT_EQ(samples.ElementAtIndex(i), samples.ElementAtIndex(count - 1 - i));
+                EXPECT_EQ(samples.ElementAtIndex(i),
+                          2 * static_cast<float>(window.ValueAt(count - 1 - i, count)));
             }
         }
     }
