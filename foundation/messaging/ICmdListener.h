@@ -4,10 +4,10 @@ namespace VFoundation {
 
 class CmdEvent;
 
-/// Whom a command event is addressed to.
+/// Receives the commands that are addressed to it.
 ///
-/// Ownership: events borrow their listener; it outlives them.
-/// Threads: called on the thread that delivers the event.
+/// Ownership: command events borrow their listener; it outlives them.
+/// Threads: called on the thread that handles the event.
 class ICmdListener {
   public:
     virtual void CommandReceived(CmdEvent const& event) = 0;

@@ -2,10 +2,10 @@
 
 namespace VFoundation {
 
-/// What a `VNotification` is handed around as where only its identity matters.
+/// A notification as those see it who only hand it on; `VNotification` is what there is behind it.
 ///
-/// Ownership: of the object behind it; counted objects are never deleted through this interface.
-/// Threads: nothing to share.
+/// Ownership: by the reference count of the object behind it.
+/// Threads: none of its own.
 class INotification {
   public:
     virtual ~INotification() = default;

@@ -4,7 +4,7 @@ namespace VFoundation {
 
 VClass* VCmdEvent::ms_theClass = nullptr;
 
-VCmdEvent::VCmdEvent(VClass* cls) : Registered(cls, 0), m_command(-1, SValue(), nullptr) {
+VCmdEvent::VCmdEvent(VClass* cls) : Registered(cls, 0), m_command(CmdEvent::kNoCommandID, SValue(), nullptr) {
 }
 
 VCmdEvent::~VCmdEvent() = default;

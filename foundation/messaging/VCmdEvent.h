@@ -1,23 +1,23 @@
 #pragma once
 
+#include "foundation/core/VObjectRef.h"
 #include "foundation/messaging/CmdEvent.h"
 #include "foundation/messaging/VEvent.h"
 
 namespace VFoundation {
 
-/// A command as an event.
+/// A command as an event: an object that can be queued and kept, with the command in it. In XML it is an
+/// event; the command is not written.
 ///
-/// Ownership: retains its object and its attachment; borrows the command's listener.
+/// Ownership: retains the attachment; the command has its own rules.
 /// Threads: one thread at a time.
 class VCmdEvent : public Registered<VCmdEvent, VEvent> {
   public:
     static constexpr char const* kClassName = "VCmdEvent";
     static VClass* ms_theClass;
 
-    /// Event id 0; the command has id -1, no value and no listener.
+    /// With event id 0 and a command of id -1, without value and listener.
     explicit VCmdEvent(VClass* cls = nullptr);
-    VCmdEvent(VCmdEvent const&) = delete;
-    VCmdEvent& operator=(VCmdEvent const&) = delete;
     ~VCmdEvent() override;
     static VCmdEvent* New();
     static void InitializeClass() {}
@@ -25,7 +25,8 @@ class VCmdEvent : public Registered<VCmdEvent, VEvent> {
 
     CmdEvent& Command() noexcept { return m_command; }
     CmdEvent const& Command() const noexcept { return m_command; }
-    /// An object kept for as long as the command; null at first.
+
+    /// An object that the command is about, or null.
     VObject* Attachment() const noexcept { return m_attachment.Get(); }
     void SetAttachment(VObject* object) { m_attachment.Exchange(object); }
 

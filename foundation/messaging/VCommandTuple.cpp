@@ -64,7 +64,9 @@ void VCommandTuple::SetAndRetainMessage(VMessenger* target, VMessage const* mess
     ClearAndRelease();
     m_kind = eMessage;
     m_target.Exchange(target);
-    m_message = *message;
+    if (message) {
+        m_message = *message;
+    }
 }
 
 void VCommandTuple::SetAndRetainConnect(VMessenger* source, int sourceId, VMessageCenter* center,

@@ -19,8 +19,8 @@ namespace {
 
 using ConnectionPool = TRecyclePool<VConnectionTuple>;
 
-/// What a tuple in nobody's use but the caller's counts: the caller's reference and the list's.
-constexpr long kCallerAndList = 2;
+/// The references to a listed tuple that only its caller uses: the caller's and the list's.
+constexpr std::int32_t kCallerAndList = 2;
 
 /// Set when the library's end switched recycling off, so that its next start switches it on again.
 bool s_bSwitchedOff = false;
@@ -71,7 +71,7 @@ void VConnectionTuple::InitializeClass() {
     }
     ConnectionPool::Create(ms_recycledConnections, kPoolCapacity);
     if (ms_allConnections) {
-        return; // made on the way, with the class's record
+        return; // making the pool made the class's record, and with it all of this
     }
     ms_allConnections = new VObjectArrayTmpl<VConnectionTuple>(kPoolCapacity);
     for (long i = 0; i < kPoolCapacity; ++i) {
@@ -138,17 +138,28 @@ bool VConnectionTuple::Matches(VMessenger const* source, int sourceId, VMessenge
     return m_source.Get() == source && m_sourceId == sourceId && Matches(target, targetId);
 }
 
-/// Acquires what other holders did before they released.
-bool VConnectionTuple::MayBeRecycled() const noexcept {
-    return m_bListed && !m_bRecycled && ms_recycledConnections &&
-           ms_bRecyclingEnabled.load(std::memory_order_relaxed) &&
-           (CountWord().load(std::memory_order_acquire) & kRetainCountMask) == kCallerAndList;
+/// Drops the caller's reference unless the list's is the only other one. Two holders who let go at once must
+/// not both take the other for the last: the tuple would never come back, nor its messengers.
+bool VConnectionTuple::DropSharedReference() const {
+    auto& word = CountWord();
+    std::int32_t count = word.load(std::memory_order_acquire);
+    while ((count & kRetainCountMask) > kCallerAndList) {
+        if (word.compare_exchange_weak(count, count - 1)) {
+            return true;
+        }
+    }
+    return false;
 }
 
 void VConnectionTuple::Release() const {
-    if (MayBeRecycled()) {
+    if (m_bListed && !m_bRecycled) {
+        if (DropSharedReference()) {
+            return;
+        }
+        // Also without recycling, as the list keeps the tuple and must not keep what it connects.
         const_cast<VConnectionTuple*>(this)->Disconnect();
-        if (ConnectionPool::Push(ms_recycledConnections, this, &VConnectionTuple::m_bRecycled)) {
+        if (ms_bRecyclingEnabled.load(std::memory_order_relaxed) && RetainCount() == kCallerAndList &&
+            ConnectionPool::Push(ms_recycledConnections, this, &VConnectionTuple::m_bRecycled)) {
             return; // the pool has the caller's reference now
         }
     }

@@ -49,9 +49,13 @@ class VConnectionTuple : public Registered<VConnectionTuple, VObject> {
 
     /// Delivers the message to the target under the target's id, or has the delayer queue a copy. The message
     /// is lent, and has its own id again afterwards; the result is that id, or -1 for null. The connection
-    /// may be removed meanwhile.
+    /// may be removed meanwhile, but the caller keeps the target alive.
+    /// DELIBERATE: whether the delayer took the message does not show; one that its queue had no room for is
+    /// lost.
     int MessageSend(VMessage* message);
 
+    /// Null when it connects nothing (borrowed).
+    VMessenger* Target() const noexcept { return m_target.Get(); }
     bool Matches(VMessenger const* target, int targetId) const noexcept;
     bool Matches(VMessenger const* source, int sourceId, VMessenger const* target,
                  int targetId) const noexcept;
@@ -65,7 +69,7 @@ class VConnectionTuple : public Registered<VConnectionTuple, VObject> {
     static VObjectArrayTmpl<VConnectionTuple>* ms_allConnections;
 
   private:
-    bool MayBeRecycled() const noexcept;
+    bool DropSharedReference() const;
     void Disconnect();
 
     VObjectRef<VMessenger> m_source;

@@ -6,7 +6,15 @@ namespace VFoundation {
 
 VClass* VEvent::ms_theClass = nullptr;
 
-VEvent::VEvent(VClass* cls, int eventId) : Registered(cls), m_eventId(eventId) {
+namespace {
+
+constexpr char const* kUnknown = "unknown";
+constexpr char const* kTimeAttribute = "time";
+constexpr char const* kEventIDAttribute = "evID";
+
+} // namespace
+
+VEvent::VEvent(VClass* cls, int eventID) : Registered(cls), m_eventID(eventID) {
 }
 
 VEvent::~VEvent() = default;
@@ -15,23 +23,24 @@ VEvent* VEvent::New() {
     return new VEvent();
 }
 
-char const* VEvent::EventIDToText(int /*eventId*/) const {
-    return "unknown";
+char const* VEvent::EventIDToText(int /*eventID*/) const {
+    return kUnknown;
 }
 
 int VEvent::TextToEventID(char const* /*text*/) const {
-    return kUnknownID;
+    return kNoEventID;
 }
 
 bool VEvent::SerializeAsXML(VXMLFile& file) {
     bool const result = VObject::SerializeAsXML(file);
     if (file.IsSaving()) {
-        file.WriteAttribute("time", m_time);
-        file.WriteAttribute("evID", EventIDToText(m_eventId));
+        char const* const text = EventIDToText(m_eventID);
+        file.WriteAttribute(kTimeAttribute, m_time);
+        file.WriteAttribute(kEventIDAttribute, text ? text : kUnknown);
     } else if (file.IsLoading()) {
-        file.ReadAttribute("time", m_time);
         char const* text = nullptr;
-        m_eventId = file.ReadAttribute("evID", text) ? TextToEventID(text) : kUnknownID;
+        file.ReadAttribute(kTimeAttribute, m_time);
+        m_eventID = file.ReadAttribute(kEventIDAttribute, text) ? TextToEventID(text) : kNoEventID;
     }
     return result;
 }

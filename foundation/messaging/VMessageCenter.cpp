@@ -60,7 +60,7 @@ VMessageCenter* VMessageCenter::New() {
 template <class Fill>
 bool VMessageCenter::Post(Fill fill) {
     VCommandTuple* popped = nullptr;
-    if (!IsAccepting() || m_stopped.load() || !m_free.Pop(&popped)) {
+    if (!IsAccepting() || !m_free.Pop(&popped)) {
         return false;
     }
     auto const command = VObjectRef<VCommandTuple>::Adopt(popped);
@@ -70,9 +70,8 @@ bool VMessageCenter::Post(Fill fill) {
         ReturnToFree(command.Get());
         return false;
     }
-    if (m_stopped.load()) { // the command came behind the clearing of the queue
+    if (m_stopped.load()) { // the command may have come behind the clearing of the queue
         m_pending.RemoveAllObjects();
-        return false;
     }
     // Behind the push: a service that began before it sets the flag again and finds the command, or is over
     // and leaves it to the next.
@@ -149,6 +148,7 @@ bool VMessageCenter::ReconnectImmediate(VMessenger* source, int sourceId, VMessa
 // Service
 
 long VMessageCenter::SendDelayedCommands() {
+    VObjectRef<VMessageCenter> const self(this); // a handler may drop the last reference
     VCommandDelayer::SendDelayedCommands();
     SetServiced(true); // before the queue is looked at: whatever comes later clears it
     long count = 0;
@@ -195,7 +195,8 @@ void VMessageCenter::ReportLongService(VCommandTuple& command, double seconds) c
     std::fprintf(stderr, "[%s] LONG MESSAGE SERVICE TIME DETECTED! %.6lf\n", command.Label(), seconds);
     if (command.Kind() == VCommandTuple::eMessage) {
         auto const nameOf = [](VMessenger* messenger) {
-            return messenger ? messenger->GetMessengerName() : "NULL";
+            char const* const name = messenger ? messenger->GetMessengerName() : nullptr;
+            return name ? name : "NULL";
         };
         std::fprintf(stderr, "%s: %s [msg:%i] -> %s [msg:%i]\n", command.Label(), nameOf(command.Source()),
                      command.SourceID(), nameOf(command.Target()), command.TargetID());
@@ -234,6 +235,15 @@ void VMessageCenter::StartCenter(char const* name, long sleepMilliseconds) {
     }
     server->StartServer();
     server->AddJob(job.Get());
+    {
+        std::lock_guard const lock(m_startLock);
+        if (m_server.Get() == server.Get()) {
+            return;
+        }
+    }
+    // A handler has stopped the centre meanwhile, and the job may have been queued after that.
+    server->KillAllJobs();
+    server->EndServer(true);
 }
 
 void VMessageCenter::StopCenter() {
@@ -248,7 +258,8 @@ void VMessageCenter::StopCenter() {
     if (server) {
         server->KillAllJobs();
         if (job) {
-            job->AbortJob(); // also a job that was on its way from the queue to its start, or will never start
+            job->AbortJob(); // also a job that was on its way from the queue to its start, or will never
+                             // start
         }
         server->EndServer(true);
     }

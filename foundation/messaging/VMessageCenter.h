@@ -35,15 +35,18 @@ class VMessageCenterJob;
 /// log and goes on.
 ///
 /// DELIBERATE: the job services at most once in 0.1 s, however often it looks.
-/// DELIBERATE: a stopped centre has lost its commands for good; started again it runs and still refuses every
-/// post.
-/// DELIBERATE: the time of a slow message is reported without source and ids, which the command does not
-/// carry.
+/// DELIBERATE: a stopped centre has lost its commands for good; started again it runs and still refuses
+/// every post.
+/// DELIBERATE: a slow message is reported with "NULL" and -1 for its source and both ids, which the command
+/// does not carry.
+/// DELIBERATE: the job asks for the critical section once, when it begins; one set later does not bind it.
+/// DELIBERATE: handlers called by the job find floating-point arithmetic rounding downward.
 ///
 /// Ownership: retains what its commands name until they are serviced. Borrows the critical section.
 /// Threads: posts from any thread. Servicing by one thread at a time: to service a started centre by hand as
 /// well, set a critical section and hold it; the job passes over a poll while another thread does.
-/// `StartCenter` and `StopCenter` are for the owner's thread; a handler may stop its own centre.
+/// `StartCenter` and `StopCenter` are for the owner's thread; a handler may stop its own centre, and drop its
+/// last reference.
 class VMessageCenter : public Registered<VMessageCenter, VCommandDelayer> {
   public:
     static constexpr char const* kClassName = "VMessageCenter";
@@ -64,7 +67,8 @@ class VMessageCenter : public Registered<VMessageCenter, VCommandDelayer> {
     static void UninitializeClass() {}
 
     // Posts: true when queued. False when the queue is full, when the centre does not accept, and once it was
-    // stopped. A message is copied. Commands without source or target do nothing when their time comes.
+    // stopped; `StopCenter` drops what is queued. A message (not null) is copied. Commands without source or
+    // target do nothing when their time comes.
     bool MessageDelay(VMessenger* target, VMessage* message) override;
     bool ConnectDelayed(VMessenger* source, int sourceId, VMessageCenter* center, VMessenger* target,
                         int targetId) override;
@@ -90,14 +94,16 @@ class VMessageCenter : public Registered<VMessageCenter, VCommandDelayer> {
     void SetCriticalSection(VCriticalSection* section) override;
 
     /// Starts a job that services the centre, and looks for commands every so many milliseconds (1 at least).
-    /// While started another call changes nothing.
+    /// Another call queues the same job once more, which changes nothing.
     void StartCenter(char const* name, long sleepMilliseconds) override;
     /// Stops the job, waits until it is over, and drops what is queued. From a handler it does not wait: the
-    /// job ends after the handler.
+    /// job ends after the handler. Anybody else waits for a handler that is running, however long that takes.
     void StopCenter() override;
 
-    /// A centre that does not accept refuses posts; it accepts at first.
-    bool IsAccepting() const noexcept { return m_accepting.load(std::memory_order_relaxed); }
+    /// A centre that does not accept refuses posts. It accepts at first, and never again once it was stopped.
+    bool IsAccepting() const noexcept {
+        return m_accepting.load(std::memory_order_relaxed) && !m_stopped.load();
+    }
     void SetAccepting(bool accepting) noexcept { m_accepting.store(accepting, std::memory_order_relaxed); }
 
   protected:

@@ -1,6 +1,7 @@
 #include "foundation/messaging/VMessenger.h"
 
 #include "foundation/messaging/VConnectionTuple.h"
+#include "foundation/messaging/VMessage.h"
 
 namespace VFoundation {
 
@@ -27,6 +28,31 @@ VMessenger::VConnections* VMessenger::MakeConnectionsOf(int sourceId) {
         m_connections->ReplaceObjectAtIndex(connections.Get(), sourceId);
     }
     return m_connections->ObjectAtIndexTyped(sourceId);
+}
+
+long VMessenger::SendToConnections(VMessage* message) {
+    VConnections* const connections = message ? ConnectionsOf(message->MessageID()) : nullptr;
+    long const count = connections ? connections->Count() : 0;
+    if (count == 1) { // spares the usual case the copy; the target may disconnect itself
+        VConnectionTuple* const tuple = connections->ObjectAtIndexTyped(0);
+        VObjectRef<VMessenger> const target(tuple->Target());
+        tuple->MessageSend(message);
+        return 1;
+    }
+    long sent = 0;
+    if (count > 1) {
+        auto const all = VObjectRef<VObjectArray>::Adopt(connections->Copy());
+        for (long index = 0; index < count; ++index) {
+            auto* const tuple = static_cast<VConnectionTuple*>(all->ObjectAtIndex(index));
+            // Where nobody has disconnected, it still stands in its place.
+            if (connections->ObjectAtIndex(index) == tuple || connections->ContainsObject(tuple)) {
+                VObjectRef<VMessenger> const target(tuple->Target());
+                tuple->MessageSend(message);
+                ++sent;
+            }
+        }
+    }
+    return sent;
 }
 
 VObjectRef<VConnectionTuple> VMessenger::AddConnection(int sourceId, VMessenger* target, int targetId,

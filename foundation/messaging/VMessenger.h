@@ -14,14 +14,14 @@ class VMessage;
 /// of its outgoing messages reaches which incoming message of whom. Derive from it, number the messages in
 /// each direction from 0, and send by passing a message to every connection of its id:
 ///
-///     void Knob::Send(VMessage& message) {
-///         VConnections const* const connections = ConnectionsOf(message.MessageID());
-///         for (long i = 0; connections && i < connections->Count(); ++i) {
-///             connections->ObjectAtIndexTyped(i)->MessageSend(&message);
-///         }
+///     void Knob::Turn(double angle) {
+///         VMessage message;
+///         message.SetMessageID(kTurned);
+///         message.FirstArg().SetValueToDouble(angle);
+///         SendToConnections(&message);
 ///     }
 ///
-/// Connect through a `VMessageCenter`, which checks the ids. examples/messenger.cpp shows the whole of it.
+/// Connect through a `VMessageCenter`, which checks the ids. examples/Messenger.cpp shows the whole of it.
 ///
 /// Ownership: each connection retains both of its messengers, so a messenger that is connected does not die:
 /// disconnect it first.
@@ -53,13 +53,13 @@ class VMessenger : public Registered<VMessenger, VObject> {
     virtual int GetInMessageCount() = 0;
     /// As `TouchInMessage`, with an outgoing id.
     virtual bool TouchOutMessage(int id) = 0;
-    /// For diagnostics; never null.
+    /// For diagnostics.
     virtual char const* GetMessengerName() = 0;
 
     /// Connects an outgoing id with a target's incoming id; `delayer` (borrowed as long as the connection
     /// exists) queues what is sent, and null delivers it at once. The ids are not checked, except that a
-    /// negative source id makes no connection. The result is empty on failure. The same connection made twice
-    /// delivers twice.
+    /// negative source id makes no connection. The result is empty on failure.
+    /// DELIBERATE: the same connection may be made twice, and then delivers twice.
     VObjectRef<VConnectionTuple> AddConnection(int sourceId, VMessenger* target, int targetId,
                                                VCommandDelayer* delayer);
     /// Removes the latest connection with these ids and this target, and returns it; empty when there is
@@ -73,6 +73,11 @@ class VMessenger : public Registered<VMessenger, VObject> {
   protected:
     explicit VMessenger(VClass* cls = nullptr);
 
+    /// Sends a message through all connections of its id, in the order they were made; the result is their
+    /// number. Receivers may connect and disconnect meanwhile, themselves included: connections made
+    /// meanwhile get the next message, connections removed meanwhile get none. The caller keeps the messenger
+    /// alive.
+    long SendToConnections(VMessage* message);
     /// The connections of an outgoing id (borrowed), or null when it never had any.
     VConnections* ConnectionsOf(int sourceId) const;
 

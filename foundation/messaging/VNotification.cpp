@@ -15,6 +15,10 @@ VNotification* VNotification::New() {
     return new VNotification();
 }
 
+void VNotification::SetName(VString const& name) {
+    m_name = name;
+}
+
 void VNotification::SetUserInfo(VDictionary* info) {
     m_userInfo.Exchange(info);
 }

@@ -10,17 +10,22 @@ namespace VFoundation {
 
 class VDictionary;
 
-/// What is broadcast through a `VNotificationCenter`: a name, the object that it is about, and whatever else
-/// the observers are to know.
+/// News that is told to whoever wants to hear it: a name, the object it is about, and what else the observers
+/// should know. A `VNotificationCenter` delivers it.
 ///
-/// Ownership: retains its objects; copies name and value.
-/// Threads: one thread at a time.
+///     auto const news = VObjectRef<VNotification>::Adopt(VNotification::New());
+///     news->SetName(VString("DocumentSaved"));
+///     news->SetObject(document);
+///     VNotificationCenter::DefaultCenter()->PostNotification(news.Get());
+///
+/// Ownership: retains the objects, copies name and value.
+/// Threads: one thread at a time; do not change a notification while it is posted.
 class VNotification : public INotification, public Registered<VNotification, VObject> {
   public:
     static constexpr char const* kClassName = "VNotification";
     static VClass* ms_theClass;
 
-    /// Everything empty.
+    /// Without name, objects and value.
     explicit VNotification(VClass* cls = nullptr);
     VNotification(VNotification const&) = delete;
     VNotification& operator=(VNotification const&) = delete;
@@ -30,14 +35,15 @@ class VNotification : public INotification, public Registered<VNotification, VOb
     static void UninitializeClass() {}
 
     VString const& Name() const noexcept { return m_name; }
-    void SetName(VString const& name) { m_name = name; }
+    void SetName(VString const& name);
+    /// What the notification is about, or null.
     VObject* Object() const noexcept { return m_object.Get(); }
     void SetObject(VObject* object) { m_object.Exchange(object); }
     SValue const& UserVal() const noexcept { return m_userVal; }
     void SetUserVal(SValue const& value) { m_userVal = value; }
     VDictionary* UserInfo() const noexcept { return m_userInfo.Get(); }
     void SetUserInfo(VDictionary* info);
-    /// An object kept for as long as the notification.
+    /// One more object for the poster's use, or null.
     VObject* Attachment() const noexcept { return m_attachment.Get(); }
     void SetAttachment(VObject* object) { m_attachment.Exchange(object); }
 

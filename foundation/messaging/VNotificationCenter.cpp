@@ -1,6 +1,5 @@
 #include "foundation/messaging/VNotificationCenter.h"
 
-#include "foundation/core/VObjectRef.h"
 #include "foundation/messaging/VNotification.h"
 
 namespace VFoundation {
@@ -22,38 +21,40 @@ void VNotificationCenter::UninitializeClass() {
 }
 
 VNotificationCenter* VNotificationCenter::DefaultCenter() {
-    VNotificationCenter* center = ms_defaultNotificationCenter.load();
-    if (center) {
-        return center;
-    }
-    auto made = VObjectRef<VNotificationCenter>::Adopt(New());
-    if (ms_defaultNotificationCenter.compare_exchange_strong(center, made.Get())) {
-        center = made.Detach();
+    VNotificationCenter* center = ms_defaultNotificationCenter.load(std::memory_order_acquire);
+    if (!center) {
+        VNotificationCenter* const made = New();
+        if (ms_defaultNotificationCenter.compare_exchange_strong(center, made)) {
+            return made;
+        }
+        made->Release(); // another thread was first
     }
     return center;
 }
 
 void VNotificationCenter::DeleteDefaultCenter() {
-    VObjectRef<VNotificationCenter>::Adopt(ms_defaultNotificationCenter.exchange(nullptr));
+    if (VNotificationCenter* const center = ms_defaultNotificationCenter.exchange(nullptr)) {
+        center->Release();
+    }
 }
 
-void VNotificationCenter::AddObserver(VObject* observer, Handler handler, VString const* name,
+bool VNotificationCenter::AddObserver(VObject* observer, Callback callback, VString const* name,
                                       VObject* about) {
-    if (!observer || !handler) {
-        return;
+    if (!observer || !callback) {
+        return false;
     }
     auto const tuple = VObjectRef<VNotificationTuple>::Adopt(VNotificationTuple::New());
-    tuple->Set(observer, handler, name, about);
+    tuple->Set(observer, callback, name, about);
     std::lock_guard const lock(m_lock);
-    m_registrations.AddObject(tuple.Get());
+    return m_registrations.AddObject(tuple.Get());
 }
 
 void VNotificationCenter::RemoveObserver(VObject* observer) {
     std::lock_guard const lock(m_lock);
-    for (long index = m_registrations.Count() - 1; observer && index >= 0; --index) {
+    for (long index = m_registrations.Count() - 1; index >= 0; --index) {
         VNotificationTuple* const tuple = m_registrations.ObjectAtIndexTyped(index);
-        if (tuple->Observer() == observer) {
-            tuple->End(); // for the posts that are at it
+        if (tuple->IsOf(observer)) {
+            tuple->End(); // for postings that have it in their list already
             m_registrations.RemoveObjectAtIndex(index);
         }
     }
@@ -63,19 +64,19 @@ void VNotificationCenter::PostNotification(VNotification* notification) {
     if (!notification) {
         return;
     }
-    VObjectRef<VNotification> const keep(notification);
-    VObjectArrayTmpl<VNotificationTuple> addressed;
+    VObjectRef<VNotification> const held(notification);
+    auto const concerned = VObjectRef<VObjectArray>::Adopt(VObjectArray::NewObjectArray());
     {
         std::lock_guard const lock(m_lock);
         for (long index = 0; index < m_registrations.Count(); ++index) {
             VNotificationTuple* const tuple = m_registrations.ObjectAtIndexTyped(index);
             if (tuple->Matches(*notification)) {
-                addressed.AddObject(tuple);
+                concerned->AddObject(tuple);
             }
         }
     }
-    for (long index = 0; index < addressed.Count(); ++index) {
-        addressed.ObjectAtIndexTyped(index)->Deliver(notification);
+    for (long index = 0; index < concerned->Count(); ++index) {
+        static_cast<VNotificationTuple*>(concerned->ObjectAtIndex(index))->Deliver(notification);
     }
 }
 

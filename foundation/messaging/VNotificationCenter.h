@@ -12,25 +12,28 @@ namespace VFoundation {
 class VNotification;
 class VString;
 
-/// Broadcasts notifications to whoever has asked for them by name, by object, by both, or for all. Delivery
-/// is at once, on the poster's thread, in the order of registration.
+/// Tells observers what happens, by name and by the object that it happens to, so that the two sides need not
+/// know each other. One centre serves the process: `DefaultCenter()`.
 ///
-///     void OnSaved(VObject* observer, VNotification* notification);
-///     VNotificationCenter::DefaultCenter()->AddObserver(window, &OnSaved, &savedName, nullptr);
+///     center->AddObserver(window, &Window::DocumentSaved, &documentSaved, document);
 ///     ...
-///     VNotificationCenter::DefaultCenter()->RemoveObserver(window);   // before the window goes
+///     center->RemoveObserver(window);          // before the window goes
 ///
-/// Handlers may add and remove observers, themselves included, and post. What was added during a post hears
-/// of the next one; what was removed is not called any more. Registering twice delivers twice.
+/// Notifications are delivered at once, on the poster's thread, in the order of registration, to those who
+/// are registered when the posting begins: who registers meanwhile hears of the next one, and who is removed
+/// meanwhile is no longer called. An exception of an observer passes to the poster; observers behind it are
+/// not called.
 ///
-/// Ownership: borrows observers and the objects they ask for: remove an observer before it dies.
-/// Threads: any thread may call any operation; no lock is held while handlers run. When `RemoveObserver`
-/// returns, a handler that another thread had begun to call may still be running.
+/// Ownership: borrows observers and objects: remove an observer before it goes. Names are copied. The default
+/// centre is the class's; callers borrow it.
+/// Threads: any thread may call any operation; no lock is held while observers are called. When
+/// `RemoveObserver` returns, a call that another thread has begun may still be running. `DeleteDefaultCenter`
+/// while no other thread uses that centre.
 class VNotificationCenter : public Registered<VNotificationCenter, VObject> {
   public:
     static constexpr char const* kClassName = "VNotificationCenter";
     static VClass* ms_theClass;
-    using Handler = VNotificationTuple::Handler;
+    using Callback = VNotificationTuple::Callback;
 
     explicit VNotificationCenter(VClass* cls = nullptr);
     VNotificationCenter(VNotificationCenter const&) = delete;
@@ -41,23 +44,23 @@ class VNotificationCenter : public Registered<VNotificationCenter, VObject> {
     /// Ends the default centre.
     static void UninitializeClass();
 
-    /// The centre of the process (borrowed); made on first use.
+    /// Made on first use.
     static VNotificationCenter* DefaultCenter();
     static void DeleteDefaultCenter();
 
-    /// `handler(observer, notification)` is called for each notification of that name about that object; null
-    /// for either means any. Nothing happens when observer or handler is null.
-    void AddObserver(VObject* observer, Handler handler, VString const* name, VObject* about);
-    /// Ends all registrations of the observer.
+    /// Registers an observer for notifications of that name about that object; null matches any. Registered
+    /// twice it is called twice. False without observer or callback.
+    bool AddObserver(VObject* observer, Callback callback, VString const* name, VObject* about);
+    /// Ends all registrations of an observer.
     void RemoveObserver(VObject* observer);
-    /// Nothing happens for null.
+    /// Delivers a notification to all whom it concerns; nothing for null.
     void PostNotification(VNotification* notification);
 
     static std::atomic<VNotificationCenter*> ms_defaultNotificationCenter;
 
   private:
-    mutable std::mutex m_lock;
-    VObjectArrayTmpl<VNotificationTuple> m_registrations;
+    std::mutex m_lock;
+    VObjectArrayTmpl<VNotificationTuple> m_registrations; // in order
 };
 
 } // namespace VFoundation

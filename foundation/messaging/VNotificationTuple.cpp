@@ -15,12 +15,15 @@ VNotificationTuple* VNotificationTuple::New() {
     return new VNotificationTuple();
 }
 
-void VNotificationTuple::Set(VObject* observer, Handler handler, VString const* name, VObject* about) {
-    m_handler = handler;
-    m_anyName = !name;
-    m_name = name ? name->CString() : nullptr;
+void VNotificationTuple::Set(VObject* observer, Callback callback, VString const* name,
+                             VObject const* about) {
+    m_observer = observer;
+    m_callback = callback;
+    m_anyName = name == nullptr;
+    if (name) {
+        m_name = *name;
+    }
     m_about = about;
-    m_observer.store(observer);
 }
 
 bool VNotificationTuple::Matches(VNotification const& notification) const {
@@ -28,8 +31,8 @@ bool VNotificationTuple::Matches(VNotification const& notification) const {
 }
 
 void VNotificationTuple::Deliver(VNotification* notification) const {
-    if (VObject* const observer = Observer()) {
-        m_handler(observer, notification);
+    if (m_callback && !m_ended.load(std::memory_order_relaxed)) {
+        m_callback(m_observer, notification);
     }
 }
 

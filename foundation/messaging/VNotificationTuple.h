@@ -9,17 +9,17 @@ namespace VFoundation {
 
 class VNotification;
 
-/// One registration at a notification centre. The centre makes them; a client has no use for one.
+/// One registration at a `VNotificationCenter`: who is called, and for which notifications.
 ///
-/// Ownership: borrows the observer and the object that it wants to hear of; copies the name.
-/// Threads: set up by one thread before it is shared; ended and matched by any.
+/// Ownership: borrows the observer and the object; the object's address is compared, nothing more.
+/// Threads: set up by one thread; then read by any, and ended by any.
 class VNotificationTuple : public Registered<VNotificationTuple, VObject> {
   public:
     static constexpr char const* kClassName = "VNotificationTuple";
     static VClass* ms_theClass;
-    using Handler = void (*)(VObject* observer, VNotification* notification);
+    using Callback = void (*)(VObject* observer, VNotification* notification);
 
-    /// One that matches nothing.
+    /// Nobody's registration.
     explicit VNotificationTuple(VClass* cls = nullptr);
     VNotificationTuple(VNotificationTuple const&) = delete;
     VNotificationTuple& operator=(VNotificationTuple const&) = delete;
@@ -28,21 +28,22 @@ class VNotificationTuple : public Registered<VNotificationTuple, VObject> {
     static void InitializeClass() {}
     static void UninitializeClass() {}
 
-    /// Null for `name` and `about` matches any.
-    void Set(VObject* observer, Handler handler, VString const* name, VObject* about);
-    /// Nothing is delivered from now on.
-    void End() noexcept { m_observer.store(nullptr); }
-    VObject* Observer() const noexcept { return m_observer.load(); }
+    /// A null name (copied) matches every name, a null object every object.
+    void Set(VObject* observer, Callback callback, VString const* name, VObject const* about);
+    bool IsOf(VObject const* observer) const noexcept { return m_observer == observer; }
     bool Matches(VNotification const& notification) const;
-    /// Calls the handler unless the registration has ended.
+    /// Calls the observer, unless the registration was ended.
     void Deliver(VNotification* notification) const;
+    /// From here on nothing more is delivered; a call that is under way on another thread is not waited for.
+    void End() noexcept { m_ended.store(true, std::memory_order_relaxed); }
 
   private:
-    std::atomic<VObject*> m_observer{nullptr};
-    Handler m_handler = nullptr;
-    bool m_anyName = true;
+    VObject* m_observer = nullptr;
+    Callback m_callback = nullptr;
     VString m_name;
-    VObject* m_about = nullptr;
+    bool m_anyName = true;
+    VObject const* m_about = nullptr;
+    std::atomic<bool> m_ended{false};
 };
 
 } // namespace VFoundation

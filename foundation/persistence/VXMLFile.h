@@ -31,8 +31,8 @@ struct SRect;
 /// document that could not take in everything it was given (limits, names that XML does not allow) is not
 /// saved. The limits on size, nesting and attributes are `IXMLFileIO`'s.
 ///
-/// What XML carries: every byte of a C string as attribute value or text. Floats have 6 digits, doubles 16,
-/// `long` 32 bits. An empty attribute counts as absent for all readers of typed values, `VString` included.
+/// What XML carries: every byte of a C string as attribute value or text. Floats have 6 digits, doubles 16
+/// (which makes the very largest, above 1.797693134862315e308, infinite), `long` 32 bits. An empty attribute counts as absent for all readers of typed values, `VString` included.
 /// Loading keeps all white space in texts that hold more than that; for this it switches off TinyXML's
 /// condensing of white space for the whole process. Text of blanks only is kept when it was saved as CDATA or
 /// as character references, which this class does. A text beside child elements that holds "]]>" or a

@@ -16,6 +16,8 @@ namespace {
 /// Where in a document's text a carriage return cannot stand as it is.
 constexpr char kCarriageReturn = '\r';
 constexpr std::string_view kCDataEnd = "]]>";
+/// Cannot begin anything in a document.
+constexpr char kEndMark = '!';
 
 /// What OpenFileForRead takes for a file's text; empty when there is none, or more than a document may have.
 std::string ContentsOfFile(char const* path) {
@@ -128,12 +130,14 @@ bool VXMLFileIOTinyXml::Parse(std::string text) {
     if (!PrepareXMLText(text, isUtf8)) {
         return false;
     }
+    // TinyXML gives null at the end of the text and where it gave up; so it has to arrive at a mark behind it.
+    text += kEndMark;
     KeepWhiteSpace();
     m_nMode = kLoading;
     m_pCurrent = m_pDocument.get();
     char const* const end =
         m_pDocument->Parse(text.c_str(), nullptr, isUtf8 ? TIXML_ENCODING_UTF8 : TIXML_ENCODING_LEGACY);
-    return end && *end == '\0' && !m_pDocument->Error();
+    return end && *end == kEndMark && !m_pDocument->Error();
 }
 
 bool VXMLFileIOTinyXml::OpenFileForRead(char const* path) {
@@ -145,12 +149,11 @@ bool VXMLFileIOTinyXml::OpenFileForRead(char const* path) {
 }
 
 bool VXMLFileIOTinyXml::LoadFile(char const* name, unsigned char const* bytes, unsigned long length) {
-    while (bytes && length > 0 && bytes[length - 1] == 0) {
+    length = bytes && length <= kMaxTextSize ? length : 0;
+    while (length > 0 && bytes[length - 1] == 0) {
         --length; // a terminator that was counted
     }
-    bool const isAcceptable = bytes && length <= kMaxTextSize;
-    return Load(name,
-                [&] { return std::string(reinterpret_cast<char const*>(bytes), isAcceptable ? length : 0); });
+    return Load(name, [&] { return std::string(reinterpret_cast<char const*>(bytes), length); });
 }
 
 bool VXMLFileIOTinyXml::OpenFileForWrite(char const* path) {

@@ -139,7 +139,7 @@ class Scanner {
     bool ScanText();
     bool ScanMarkup();
     bool ScanInstruction();
-    bool ScanDeclaration(std::string_view content);
+    bool ScanDeclaration(bool isFirst);
     bool ScanDocumentType();
     bool ScanStartTag();
     bool ScanEndTag();
@@ -247,25 +247,30 @@ bool Scanner::ScanInstruction() {
     if (!SkipBehind(">"sv) || !content.ends_with('?')) {
         return false;
     }
-    bool const isDeclaration =
-        content.size() > 3 && EqualIgnoringCase(content.substr(0, 3), "xml"sv) && !ContinuesName(content[3]);
-    return !isDeclaration || (isFirst && ScanDeclaration(content.substr(3)));
+    std::string_view const behind = std::exchange(m_rest, content);
+    bool const isFine = ScanDeclaration(isFirst);
+    m_rest = behind;
+    return isFine;
 }
 
-bool Scanner::ScanDeclaration(std::string_view content) {
-    std::string_view const behind = std::exchange(m_rest, content);
-    m_hasDeclaration = true;
+/// TinyXML takes every instruction for a declaration whose name only begins with "xml".
+bool Scanner::ScanDeclaration(bool isFirst) {
+    std::string_view name;
+    if (!TakeName(name) || !EqualIgnoringCase(name.substr(0, 3), "xml"sv)) {
+        return true;
+    }
+    bool const isDeclaration = name.size() == 3;
+    m_hasDeclaration = m_hasDeclaration || isDeclaration;
     while (SkipBlanks() && m_rest != "?"sv) {
-        std::string_view name;
         std::string_view value;
         if (!ScanAttribute(name, value)) {
             return false;
         }
-        if (EqualIgnoringCase(name, "encoding"sv)) {
+        if (isDeclaration && EqualIgnoringCase(name, "encoding"sv)) {
             m_encoding = value;
         }
     }
-    return std::exchange(m_rest, behind) == "?"sv;
+    return m_rest == "?"sv && (isFirst || !isDeclaration);
 }
 
 bool Scanner::ScanDocumentType() {

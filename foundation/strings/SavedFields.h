@@ -1,11 +1,13 @@
 #pragma once
 
 #include "foundation/persistence/IAIFile.h"
+#include "foundation/persistence/VXMLFile.h"
+#include "foundation/strings/NumberText.h"
 #include "foundation/strings/TSavedObject.h"
 #include "foundation/strings/VString.h"
 
-#include <charconv>
 #include <tuple>
+#include <type_traits>
 
 namespace VFoundation {
 
@@ -24,14 +26,32 @@ struct SavedField {
 template <class Owner, class T>
 SavedField(char const*, T Owner::*) -> SavedField<Owner, T>;
 
-template <class Number>
-void AppendValue(VString& text, Number value) {
-    char buffer[32] = {};
-    std::to_chars(buffer, buffer + sizeof buffer - 1, value);
-    text.Append(buffer);
+template <class T>
+void AppendMember(VString& text, T const& member) {
+    if constexpr (std::is_same_v<T, VString>) {
+        text.Append(member.CString());
+    } else if constexpr (std::is_integral_v<T>) {
+        text.Append(NumberText(static_cast<long long>(member)).CString());
+    } else {
+        text.Append(NumberText(member).CString());
+    }
 }
-inline void AppendValue(VString& text, VString const& value) {
-    text.Append(value.CString());
+
+template <class T>
+bool SerializeMember(VXMLFile& file, char const* name, T& member) {
+    return file.SerializeAttribute(name, member);
+}
+/// An empty string is a value, too.
+inline bool SerializeMember(VXMLFile& file, char const* name, VString& member) {
+    if (file.IsSaving()) {
+        return file.WriteAttribute(name, member.CString());
+    }
+    char const* text = nullptr;
+    if (!file.ReadAttribute(name, text)) {
+        return false;
+    }
+    member = text;
+    return true;
 }
 
 template <class Derived>
@@ -59,7 +79,7 @@ void TSavedObject<Derived>::GetDescription(VString& out) const {
     char const* separator = " ";
     auto const append = [&](auto const& field) {
         out << separator << field.name << ": ";
-        AppendValue(out, static_cast<Derived const&>(*this).*field.member);
+        AppendMember(out, static_cast<Derived const&>(*this).*field.member);
         separator = ", ";
     };
     std::apply([&](auto const&... field) { (append(field), ...); }, Derived::Fields::kAll);
@@ -77,6 +97,20 @@ bool TSavedObject<Derived>::Serialize(IAIFile& file) {
                    Derived::Fields::kAll);
     }
     return true;
+}
+
+template <class Derived>
+bool TSavedObject<Derived>::SerializeAsXML(VXMLFile& file) {
+    bool isWhole = true;
+    auto const move = [&](auto const& field) {
+        isWhole = SerializeMember(file, field.name, static_cast<Derived&>(*this).*field.member) && isWhole;
+    };
+    bool const isLoading = VObject::SerializeAsXML(file);
+    std::apply([&](auto const&... field) { (move(field), ...); }, Derived::Fields::kAll);
+    if (isLoading) {
+        MembersLoaded();
+    }
+    return isWhole;
 }
 
 } // namespace VFoundation

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
+#include <type_traits>
 
 namespace VFoundation {
 
@@ -20,7 +22,7 @@ struct TInterval {
 
     /// The first number behind the interval.
     Number End() const noexcept { return static_cast<Number>(m_start + m_length); }
-    bool IsEmpty() const noexcept { return !(m_length > 0); }
+    bool IsEmpty() const noexcept { return !(m_start < End()); }
     /// Nothing is in an empty interval.
     bool Contains(Number number) const noexcept { return number >= m_start && number < End(); }
 
@@ -49,7 +51,12 @@ struct TInterval {
     static constexpr Number kMax = std::numeric_limits<Number>::max();
 
     static Number Clamped(Number number, Number lowest) noexcept {
-        return number == number ? std::clamp(number, lowest, kMax) : Number{};
+        if constexpr (std::is_floating_point_v<Number>) {
+            if (std::isnan(number)) {
+                return Number{};
+            }
+        }
+        return std::clamp(number, lowest, kMax);
     }
     /// The longest length from `from` on.
     static Number RoomBehind(Number from) noexcept {

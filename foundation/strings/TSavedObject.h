@@ -7,7 +7,7 @@ namespace VFoundation {
 /// The base of value classes whose saved members are all there is to them. The class lists its members once,
 /// in its source file (SavedFields.h), and copying, equality, description and both file forms follow.
 ///
-/// In a chunked file the members stand one after the other. Loading what a file lacks leaves the member, or
+/// In a chunked file the members stand one after the other. Loading what that file lacks leaves the member, or
 /// makes it 0, as `IAIFile` says.
 ///
 /// Ownership, threads: as the class.
@@ -23,6 +23,9 @@ class TSavedObject : public VObject {
     void GetDescription(VString& out) const override;
     /// True.
     bool Serialize(IAIFile& file) override;
+    /// Each member is an attribute of its name. False when one is absent, whose member stays, or could not be
+    /// written.
+    bool SerializeAsXML(VXMLFile& file) override;
 
   protected:
     explicit TSavedObject(VClass* cls) : VObject(cls) {}

@@ -1,6 +1,7 @@
 #include "foundation/strings/VBitString.h"
 
 #include "foundation/persistence/IAIFile.h"
+#include "foundation/persistence/VXMLFile.h"
 #include "foundation/strings/VString.h"
 
 #include <algorithm>
@@ -164,6 +165,15 @@ bool VBitString::Serialize(IAIFile& file) {
     bool const isWhole = file.Read(m_bytes.Bytes(), m_bytes.Length());
     ClearUnusedBits();
     return isWhole;
+}
+
+bool VBitString::SerializeAsXML(VXMLFile& file) {
+    constexpr char const* kBitsKey = "bits";
+    if (!VObject::SerializeAsXML(file)) {
+        return file.WriteAttribute(kBitsKey, AsString().CString());
+    }
+    char const* text = nullptr; // as it is, so that an empty one counts
+    return file.ReadAttribute(kBitsKey, text) && SetFromString(text);
 }
 
 } // namespace VFoundation

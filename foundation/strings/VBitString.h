@@ -63,6 +63,8 @@ class VBitString : public Registered<VBitString, VObject> {
     /// Loading is false, and leaves no bits, when the file cannot back the count; bits it does not have are
     /// cleared.
     bool Serialize(IAIFile& file) override;
+    /// False, with the bits left alone, when the attribute is absent or no such text.
+    bool SerializeAsXML(VXMLFile& file) override;
 
   protected:
     /// For derived classes, with their record or null.

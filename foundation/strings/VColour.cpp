@@ -1,6 +1,7 @@
 #include "foundation/strings/VColour.h"
 
 #include "foundation/core/VObjectRef.h"
+#include "foundation/persistence/VXMLFile.h"
 #include "foundation/strings/VString.h"
 
 #include <mutex>
@@ -44,8 +45,10 @@ VColour::VColour(unsigned long packed, char const* name) : Registered(nullptr), 
     }
 }
 
-VColour::VColour(VColour const& other) : Registered(nullptr), SColour() {
-    *this = other;
+VColour::VColour(VColour const& other) : Registered(nullptr), SColour(other) {
+    if (other.m_name) {
+        SetName(other.GetName());
+    }
 }
 
 VColour::~VColour() {
@@ -56,7 +59,7 @@ VColour::~VColour() {
 
 VColour& VColour::operator=(VColour const& other) {
     SColour::operator=(other);
-    if (m_name || other.m_name) {
+    if (this != &other && (m_name || other.m_name)) {
         SetName(other.GetName());
     }
     return *this;
@@ -83,6 +86,23 @@ char const* VColour::GetName() const noexcept {
 
 bool VColour::IsEqual(VObject const& other) const {
     return other.Class() == Class() && IsSameColour(static_cast<VColour const&>(other));
+}
+
+bool VColour::SerializeAsXML(VXMLFile& file) {
+    constexpr char const* kColourKey = "colour";
+    if (!VObject::SerializeAsXML(file)) {
+        return file.WriteAttribute(kColourKey, GetColourAsString(eTagged));
+    }
+    if (VString text; file.ReadAttribute(kColourKey, text)) {
+        SetColourFromString(text);
+        return true;
+    }
+    bool const hasRed = file.ReadAttribute(ms_pchRedTag, red);
+    bool const hasGreen = file.ReadAttribute(ms_pchGreenTag, green);
+    bool const hasBlue = file.ReadAttribute(ms_pchBlueTag, blue);
+    bool const hasAlpha = file.ReadAttribute(ms_pchAlphaTag, alpha);
+    iSetRGBA(red, green, blue, alpha);
+    return hasRed || hasGreen || hasBlue || hasAlpha;
 }
 
 VColour* VColour::GetColourNamed(char const* name) {

@@ -46,6 +46,11 @@ class VColour : public Registered<VColour, VObject>, public SColour {
     /// Same class and same components; names do not count.
     bool IsEqual(VObject const& other) const override;
 
+    /// Writes "colour" in the tagged style. Reads it, or else the four attributes "red", "green", "blue" and
+    /// "alpha" of older documents, of which each absent one leaves its component. False when there is none of
+    /// them.
+    bool SerializeAsXML(VXMLFile& file) override;
+
     /// The first named colour of that name in any case, or null.
     static VColour* GetColourNamed(char const* name);
 

@@ -50,7 +50,15 @@ class VValue : public Registered<VValue, VObject> {
     /// True.
     bool Serialize(IAIFile& file) override;
 
+    /// The attributes "type" and "value"; an object is a child called "value". A type that is not in the table
+    /// reads as unknown, a missing value leaves the payload. False when something is missing or could not be
+    /// written.
+    bool SerializeAsXML(VXMLFile& file) override;
+
   private:
+    bool SaveValue(VXMLFile& file) const;
+    bool LoadValue(VXMLFile& file);
+
     SValue m_value;
 };
 

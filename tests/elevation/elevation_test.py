@@ -35,7 +35,7 @@ polkit.addRule(function(action, subject) {
              "vftest two words": polkit.Result.YES, "vftest-no": polkit.Result.NO }[subject.user];
 });
 """
-HANG = 60  # seconds; far beyond what any step takes
+HANG = 30  # seconds; far beyond what any step takes
 
 
 def call(*command, check=True, **options):
@@ -505,6 +505,7 @@ def main():
                 verdict = "passed"
             except Exception:
                 traceback.print_exc()
+                Run.last.kill()  # its dialogs go with it and do not stand in the way of the next case
                 verdict, failures = "FAILED", failures + 1
             print(f"{verdict}   {function.__name__} ({time.monotonic() - begin:.1f} s)", flush=True)
     finally:

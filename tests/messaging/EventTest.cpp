@@ -1,0 +1,75 @@
+#include "foundation/messaging/VEvent.h"
+#include "foundation/persistence/VXMLFile.h"
+#include "foundation/persistence/VXMLFileIOTinyXmlFactory.h"
+#include "foundation/strings/VString.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+namespace {
+
+using namespace VFoundation;
+
+class ANamedEvent : public Registered<ANamedEvent, VEvent> {
+  public:
+    static constexpr char const* kClassName = "ANamedEvent";
+    static inline VClass* ms_theClass = nullptr;
+
+    explicit ANamedEvent(int eventID = 0) : Registered(nullptr, eventID) {}
+    static ANamedEvent* New() { return new ANamedEvent(); }
+
+    char const* EventIDToText(int eventID) const override { return eventID == 3 ? "saved" : nullptr; }
+    int TextToEventID(char const* text) const override { return std::strcmp(text, "saved") == 0 ? 3 : -1; }
+};
+
+class Events : public testing::Test {
+  protected:
+    Events() { VXMLFile::SetIXMLFileIOFactory(new VXMLFileIOTinyXmlFactory); }
+    ~Events() override { VXMLFile::ClearIXMLFileIOFactory(); }
+
+    static VString Written(VEvent const& event) {
+        VString text;
+        VXMLFile file;
+        EXPECT_TRUE(file.WriteFileToString(text, "R") && file.WriteObject(nullptr, event) &&
+                    file.CloseFile());
+        return text;
+    }
+    static void Read(char const* text, VEvent& event) {
+        VXMLFile file;
+        ASSERT_TRUE(file.LoadFile("", reinterpret_cast<unsigned char const*>(text), std::strlen(text), "R"))
+            << text;
+        EXPECT_TRUE(file.ReadObject(nullptr, event));
+    }
+};
+
+TEST_F(Events, StandInXmlByName) {
+    struct Case {
+        VEvent* event;
+        int id, readBack;
+        char const* text;
+    };
+    VEvent plain;
+    ANamedEvent named;
+    for (Case const& c :
+         {Case{&plain, 3, -1, "unknown"}, Case{&named, 3, 3, "saved"}, Case{&named, 4, -1, "unknown"}}) {
+        c.event->SetEventID(c.id);
+        c.event->SetTime(0.1 + 1e9);
+        VString const text = Written(*c.event);
+        EXPECT_NE(std::strstr(text.CString(), c.text), nullptr) << text.CString();
+        c.event->SetTime(0);
+        Read(text.CString(), *c.event);
+        EXPECT_EQ(c.event->GetEventID(), c.readBack);
+        EXPECT_EQ(c.event->Time(), 0.1 + 1e9);
+    }
+}
+
+TEST_F(Events, ReadWithoutAttributesKeepTheirTimeButNoId) {
+    ANamedEvent event(3);
+    event.SetTime(5);
+    Read("<R><ANamedEvent/></R>", event);
+    EXPECT_EQ(event.EventID(), -1);
+    EXPECT_EQ(event.Time(), 5);
+}
+
+} // namespace

@@ -1,0 +1,226 @@
+#include "foundation/core/VGarbageCan.h"
+#include "foundation/messaging/VMessageCenterJob.h"
+#include "foundation/threads/VCriticalSection.h"
+#include "foundation/threads/VThread.h"
+#include "tests/messaging/TestMessenger.h"
+
+#include <gtest/gtest.h>
+
+#include <cfenv>
+#include <stdexcept>
+
+namespace {
+
+using namespace VFoundation;
+using namespace testing_support;
+
+bool Post(Center const& center, Messenger const& target, int id = 0) {
+    VMessage message;
+    message.SetMessageID(id);
+    return center->MessageDelay(target.Get(), &message);
+}
+
+TEST(MessageCenter, HoldsAsManyCommandsAsItsCapacity) {
+    auto const target = NewMessenger();
+    for (int capacity : {-1, 0, 1, 3}) {
+        auto const center = NewCenter(capacity);
+        for (int round = 0; round < 2; ++round) { // serviced commands are used again
+            for (int i = 0; i < capacity; ++i) {
+                EXPECT_TRUE(Post(center, target, i));
+            }
+            EXPECT_FALSE(Post(center, target, 9));
+            long const count = std::max(capacity, 0);
+            EXPECT_EQ(center->CommandCountMin(), count);
+            EXPECT_EQ(center->SendDelayedCommands(), count);
+            EXPECT_EQ(target->TakeNotes(),
+                      std::string("m0 m1 m2 ").substr(0, 3 * static_cast<std::size_t>(count)));
+        }
+        EXPECT_EQ(target->RetainCount(), 1);
+    }
+}
+
+TEST(MessageCenter, CarriesMessagesAndConnectionsUntilItIsServiced) {
+    auto const center = NewCenter(8);
+    auto const source = NewMessenger();
+    auto const target = NewMessenger();
+    EXPECT_TRUE(center->ConnectDelayed(source.Get(), 0, center.Get(), target.Get(), 2));
+    EXPECT_TRUE(center->ConnectDelayed(nullptr, 0, nullptr, target.Get(), 2)); // counts, and does nothing
+    EXPECT_TRUE(center->MessageDelay(nullptr, VObjectRef<VMessage>::Adopt(VMessage::New()).Get()));
+    EXPECT_FALSE(center->MessageDelay(target.Get(), nullptr));
+    EXPECT_EQ(source->Send(0), 0);
+    EXPECT_EQ(center->SendDelayedCommands(), 3);
+    EXPECT_EQ(source->TakeNotes() + target->TakeNotes(), "o0 i2 ");
+
+    EXPECT_EQ(source->Send(0), 1); // the connection delays what it carries
+    EXPECT_TRUE(center->DisconnectDelayed(source.Get(), 0, center.Get(), target.Get(), 2));
+    EXPECT_EQ(target->TakeNotes(), "");
+    EXPECT_EQ(center->SendDelayedCommands(), 2);
+    EXPECT_EQ(target->TakeNotes(), "m2 i2 ");
+    EXPECT_EQ(source->Send(0), 0);
+    EXPECT_EQ(center->RetainCount() + source->RetainCount() + target->RetainCount(), 3);
+}
+
+TEST(MessageCenter, KeepsTargetsAliveAndParksThemInTheGarbageCan) {
+    auto const center = NewCenter(4);
+    for (bool withCan : {false, true}) {
+        auto const can = VObjectRef<VGarbageCan>::Adopt(VGarbageCan::New());
+        VCommandTuple::SetGarbageCan(withCan ? can.Get() : nullptr);
+        int received = 0;
+        Post(center, NewMessenger([&](VMessage*) { ++received; }));
+        auto const kept = NewMessenger();
+        Post(center, kept);
+        center->SendDelayedCommands();
+        VCommandTuple::UninitializeClass();
+        EXPECT_EQ(received, 1);
+        EXPECT_EQ(can->ParkedCount() + can->OpenCount(), withCan ? 1 : 0);
+        EXPECT_EQ(ATestMessenger::ms_alive, withCan ? 2 : 1);
+        EXPECT_EQ(can->RetainCount(), 1);
+    }
+    EXPECT_EQ(ATestMessenger::ms_alive, 0);
+}
+
+TEST(MessageCenter, ReportsSlowCommandsOnly) {
+    auto const center = NewCenter(4);
+    auto const slow = NewMessenger([](VMessage*) { VThread::Sleep(2); });
+    auto const slowToDie = VObjectRef<VMessenger>(slow.Get());
+    Post(center, slow);
+    testing::internal::CaptureStderr();
+    center->SendDelayedCommands();
+    auto const text = testing::internal::GetCapturedStderr();
+    double seconds = 0;
+    ASSERT_EQ(std::sscanf(text.c_str(), "[Message] LONG MESSAGE SERVICE TIME DETECTED! %lf\n", &seconds), 1)
+        << text;
+    EXPECT_GE(seconds, 0.002);
+    EXPECT_EQ(text.substr(text.find('\n')), "\nMessage: NULL [msg:-1] -> tester [msg:-1]\n");
+
+    class ASlowConnector : public ATestMessenger {
+        bool TouchInMessage(int) override {
+            VThread::Sleep(2);
+            return true;
+        }
+    };
+    auto const connector = Messenger::Adopt(new ASlowConnector);
+    center->ConnectDelayed(connector.Get(), 0, nullptr, connector.Get(), 0);
+    center->DisconnectDelayed(connector.Get(), 0, nullptr, connector.Get(), 0);
+    testing::internal::CaptureStderr();
+    center->SendDelayedCommands();
+    auto const texts = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(texts.find("[Connect] LONG"), 0U);
+    EXPECT_NE(texts.find("\n[Disconnect] LONG"), std::string::npos);
+    EXPECT_EQ(std::count(texts.begin(), texts.end(), '\n'), 2);
+}
+
+TEST(MessageCenter, SurvivesAnExceptionOfAHandler) {
+    auto const center = NewCenter(2);
+    auto const bad = NewMessenger([](VMessage*) { throw std::runtime_error("bad"); });
+    auto const good = NewMessenger();
+    Post(center, bad);
+    Post(center, good);
+    EXPECT_THROW(center->SendDelayedCommands(), std::runtime_error);
+    EXPECT_FALSE(center->Serviced()); // a job will look again
+    EXPECT_TRUE(Post(center, good));  // the bad command is free again
+    EXPECT_EQ(center->SendDelayedCommands(), 2);
+    EXPECT_TRUE(center->Serviced());
+
+    ServerName const name;
+    center->StartCenter(name, 1);
+    Post(center, bad);
+    EXPECT_TRUE(Await([&] { return center->CommandCountMin() == 0; }));
+    std::atomic<bool> later{false};
+    Post(center, NewMessenger([&](VMessage*) { later = true; }));
+    EXPECT_TRUE(Await([&] { return later.load(); }));
+    center->StopCenter();
+}
+
+TEST(MessageCenter, RefusesPostsWhenClosedOrStopped) {
+    auto const center = NewCenter(2);
+    auto const target = NewMessenger();
+    center->SetAccepting(false);
+    EXPECT_FALSE(Post(center, target));
+    center->SetAccepting(true);
+    EXPECT_TRUE(Post(center, target));
+    EXPECT_TRUE(center->ConnectDelayed(target.Get(), 0, center.Get(), target.Get(), 0));
+    for (int i = 0; i < 2; ++i) {
+        center->StopCenter();
+        EXPECT_EQ(center->SendDelayedCommands(), 0);
+        EXPECT_EQ(target->RetainCount() + center->RetainCount(), 2);
+        EXPECT_FALSE(Post(center, target) || center->IsAccepting());
+    }
+    EXPECT_EQ(target->TakeNotes(), "");
+}
+
+TEST(StartedCenter, ServicesEveryPostAndRoundsDownward) {
+    auto const center = NewCenter(4);
+    ServerName const name;
+    center->StartCenter(name, -7); // counts as 1
+    center->StartCenter(name, 1);
+    std::atomic<int> received{0};
+    std::atomic<int> rounding{-1};
+    auto const target = NewMessenger([&](VMessage*) {
+        rounding = std::fegetround();
+        ++received;
+    });
+    for (int i = 1; i <= 4; ++i) {
+        EXPECT_TRUE(Post(center, target));
+        EXPECT_TRUE(Await([&] { return received == i; }));
+    }
+    EXPECT_EQ(rounding, FE_DOWNWARD);
+    EXPECT_NE(std::fegetround(), FE_DOWNWARD);
+    center->StopCenter();
+    center->StartCenter(name, 1);
+    EXPECT_FALSE(Post(center, target));
+    center->StopCenter();
+    EXPECT_EQ(center->RetainCount(), 1);
+}
+
+TEST(StartedCenter, LeavesTheCommandsToWhoeverHoldsItsCriticalSection) {
+    auto const center = NewCenter(4);
+    auto const section = VObjectRef<VCriticalSection>::Adopt(VCriticalSection::New());
+    center->SetCriticalSection(section.Get());
+    EXPECT_EQ(center->GetCriticalSection(), section.Get());
+    ServerName const name;
+    section->EnterCriticalSection();
+    center->StartCenter(name, 1);
+    std::atomic<bool> received{false};
+    Post(center, NewMessenger([&](VMessage*) { received = true; }));
+    VThread::Sleep(250); // two services would be due
+    EXPECT_FALSE(received);
+    EXPECT_FALSE(center->Serviced());
+    section->LeaveCriticalSection();
+    EXPECT_TRUE(Await([&] { return received.load(); }));
+    center->StopCenter();
+}
+
+TEST(StartedCenter, MayBeStoppedAndReleasedByItsHandler) {
+    ServerName const name;
+    std::atomic<int> handled{0};
+    auto* const center = NewCenter(4).Detach();
+    VClass const* const record = center->Class();
+    long const before = record->Existing();
+    auto const target = NewMessenger([&](VMessage*) {
+        center->StopCenter();
+        if (++handled == 1) {
+            center->Release();
+        }
+    });
+    VMessage message;
+    center->MessageDelay(target.Get(), &message);
+    center->MessageDelay(target.Get(), &message); // dropped by the stop
+    center->StartCenter(name, 1);
+    EXPECT_TRUE(Await([&] { return record->Existing() == before - 1; }));
+    EXPECT_EQ(handled, 1);
+}
+
+TEST(MessageCenterJob, EndsBeforeItBegan) {
+    auto const center = NewCenter(1);
+    auto const job = VObjectRef<VMessageCenterJob>::Adopt(new VMessageCenterJob(center.Get(), 1));
+    EXPECT_EQ(job->JobProgress(), 0.5);
+    EXPECT_EQ(job->Priority(), 0);
+    EXPECT_EQ(center->RetainCount(), 2);
+    EXPECT_TRUE(job->AbortJob());
+    EXPECT_EQ(center->RetainCount(), 1);
+    EXPECT_TRUE(job->DoJob());
+    EXPECT_TRUE(job->AbortJob());
+}
+
+} // namespace
