@@ -16,7 +16,8 @@ using namespace testing_support;
 
 constexpr int kPosters = 4;
 
-// While messages are posted the centre is serviced by hand as fast as it goes; what is left then is the job's.
+// While messages are posted the centre is serviced by hand as fast as it goes; what is left then is the
+// job's.
 TEST(MessageCenterStress, LosesNoMessageAndForgetsNone) {
     int const messages = 250000 * StressFactor();
     auto const center = NewCenter(64);
@@ -59,8 +60,8 @@ TEST(MessageCenterStress, LosesNoMessageAndForgetsNone) {
     EXPECT_EQ(target->RetainCount(), 1);
 }
 
-// At all moments of a centre's life: before its job has begun, between polls and while handlers run. Meanwhile
-// others post, and find each centre open or stopped.
+// At all moments of a centre's life: before its job has begun, between polls and while handlers run.
+// Meanwhile others post, and find each centre open or stopped.
 TEST(MessageCenterStress, StartsAndStopsTwoHundredCenters) {
     auto const target = NewMessenger([](VMessage*) {});
     OnThreads(40, [&](int thread) {
