@@ -121,8 +121,7 @@ void VDictionary::DeepCopyContents(VDictionary const& other) {
 bool VDictionary::SerializeAsXML(VXMLFile& file) {
     VObject::SerializeAsXML(file);
     if (file.IsSaving()) {
-        Save(file);
-        return true;
+        return Save(file);
     }
     long version = 0;
     file.SerializeAttribute("version", version);
@@ -134,17 +133,17 @@ bool VDictionary::SerializeAsXML(VXMLFile& file) {
     return true;
 }
 
-void VDictionary::Save(VXMLFile& file) {
+bool VDictionary::Save(VXMLFile& file) {
     long version = kVersion;
-    file.SerializeAttribute("version", version);
     long count = Count();
-    file.SerializeAttribute("count", count);
+    bool isWhole = file.SerializeAttribute("version", version) && file.SerializeAttribute("count", count);
     VDictionaryPair pair;
     for (long i = 0; i < count; ++i) {
         pair.SetKey(m_pKeys->ObjectAtIndex(i));
         pair.SetValue(m_pValues->ObjectAtIndex(i));
-        file.SerializeObject(nullptr, pair);
+        isWhole = file.SerializeObject(nullptr, pair) && isWhole;
     }
+    return isWhole;
 }
 
 /// Two arrays that may have been read from a damaged document: an entry needs both its halves.

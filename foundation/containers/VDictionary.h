@@ -40,7 +40,8 @@ class VDictionary : public Registered<VDictionary, VObject> {
     VDictionary* Copy() const override;
     /// "[<class name>]", the number of items and both arrays.
     void GetDescription(VString& out) const override;
-    /// Version 2 is written; version 2 and the older form, two named arrays, are read.
+    /// Version 2 is written; version 2 and the older form, two named arrays, are read. What cannot be read is
+    /// traced and skipped. False when an entry could not be written.
     bool SerializeAsXML(VXMLFile& file) override;
 
     /// Replaces the value of an equal key, which stays the object it was, or appends a copy of the key and
@@ -64,7 +65,7 @@ class VDictionary : public Registered<VDictionary, VObject> {
     static VString* ms_memberName_valueArray;
 
   private:
-    void Save(VXMLFile& file);
+    bool Save(VXMLFile& file);
     void LoadOlderForm(VXMLFile& file);
     void LoadPairs(VXMLFile& file);
 

@@ -8,11 +8,12 @@ bool VObjectArray::SerializeAsXML(VXMLFile& file) {
     VObject::SerializeAsXML(file);
     long count = Count();
     if (file.IsSaving()) {
-        file.WriteAttribute("count", count);
+        bool isWhole = file.WriteAttribute("count", count);
         for (long i = 0; i < Count(); ++i) {
-            file.SerializeObject(nullptr, ObjectAtIndex(i));
+            VObject* const element = ObjectAtIndex(i);
+            isWhole = (!element || file.SerializeObject(nullptr, element)) && isWhole;
         }
-        return true;
+        return isWhole;
     }
     RemoveAllObjects();
     if (!file.ReadAttribute("count", count)) {

@@ -120,7 +120,7 @@ class VString : public Registered<VString, VObject> {
     /// The text as the file's string; its limits on length apply. True.
     bool Serialize(IAIFile& file) override;
     /// Up to 10 characters stand in the attribute "string", more in the element's text. Reads either; without
-    /// both the string is empty. True.
+    /// both the string is empty. False when it could not be written.
     bool SerializeAsXML(VXMLFile& file) override;
 
     /// Puts a dying string into the pool, if there is room. Strings of derived classes just die.

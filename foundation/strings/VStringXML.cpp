@@ -15,22 +15,21 @@ bool VString::SerializeAsXML(VXMLFile& file) {
     char const* text = nullptr;
     if (file.IsSaving()) {
         if (m_length <= kLongestAttribute) {
-            file.WriteAttribute(kTextAttribute, CString());
-        } else if (file.OpenFirstChildText()) {
-            file.WriteText(CString());
-            file.CloseChild();
+            return file.WriteAttribute(kTextAttribute, CString());
         }
-    } else if (file.ReadAttribute(kTextAttribute, text)) {
+        return file.OpenFirstChildText() && file.WriteText(CString()) && file.CloseChild();
+    }
+    if (file.ReadAttribute(kTextAttribute, text)) {
         *this = text;
-    } else {
-        *this = "";
-        if (file.OpenFirstChildText()) { // comments and CDATA sections may divide it
-            do {
-                file.ReadText(text);
-                Append(text);
-            } while (file.OpenNextSiblingText());
-            file.CloseChild();
-        }
+        return true;
+    }
+    *this = "";
+    if (file.OpenFirstChildText()) { // comments and CDATA sections may divide it
+        do {
+            file.ReadText(text);
+            Append(text);
+        } while (file.OpenNextSiblingText());
+        file.CloseChild();
     }
     return true;
 }

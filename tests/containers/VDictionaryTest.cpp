@@ -83,13 +83,13 @@ TEST_F(Dictionary, IsSavedAsPairs) {
     VXMLFile file;
     EXPECT_TRUE(Load(file, saved()) && file.ReadObject("d", read));
     EXPECT_EQ(read.Count(), 1) << "an entry without a value is lost";
-    EXPECT_EQ(m_log, "VDictionaryPair::SerializeAsXML - Error opening second child element\n");
+    EXPECT_EQ(Log(), "VDictionaryPair::SerializeAsXML - Error opening second child element\n");
 }
 
 TEST_F(Dictionary, SkipsWhatIsNoPair) {
     auto const load = [this](std::string const& content) {
         VXMLFile file;
-        m_log.clear();
+        Log();
         return Load(file, "<R><VDictionary " + content + "</VDictionary></R>") &&
                file.ReadObject(nullptr, m_dictionary);
     };
@@ -97,13 +97,13 @@ TEST_F(Dictionary, SkipsWhatIsNoPair) {
                      "<VDictionaryPair><Unknown/><VString/></VDictionaryPair>"
                      "<p class='VDictionaryPair'><VString string='k'/><x class='VString' string='v'/></p>"));
     EXPECT_TRUE(m_dictionary.Count() == 1 && ValueOf("k")->IsEqual(VString("v")));
-    EXPECT_EQ(m_log, "VObjectArray::SerializeAsXML - Inappropriate class element in VDictionary 'VString'\n"
+    EXPECT_EQ(Log(), "VObjectArray::SerializeAsXML - Inappropriate class element in VDictionary 'VString'\n"
                      "VObjectArray::SerializeAsXML - Inappropriate class element in VDictionary 'Unknown'\n"
                      "VDictionaryPair::SerializeAsXML - Error opening first child element\n"
                      "VDictionaryPair::SerializeAsXML - No class for className 'Unknown'\n");
     EXPECT_TRUE(load("version='2' count='1'>"));
-    EXPECT_EQ(m_log, "VObjectArray::SerializeAsXML - Error opening first child element\n");
-    EXPECT_TRUE(load("version='2' count='0'><VDictionaryPair/>") && m_log.empty());
+    EXPECT_EQ(Log(), "VObjectArray::SerializeAsXML - Error opening first child element\n");
+    EXPECT_TRUE(load("version='2' count='0'><VDictionaryPair/>") && Log().empty());
     EXPECT_EQ(m_dictionary.Count(), 1) << "what was there stays";
     EXPECT_TRUE(load("version='3'><VObjectArray name='keyArray' count='2'><VString/><VString/></VObjectArray>"
                      "<VObjectArray name='valueArray' count='1'><VString/></VObjectArray>"));

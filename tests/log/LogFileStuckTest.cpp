@@ -6,6 +6,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <chrono>
+#include <thread>
 
 namespace {
 
@@ -18,10 +20,16 @@ TEST(LogFileStuck, IsGivenUpAndStillHasWhatItNeeds) {
     auto log = VObjectRef<VLogFile>::Adopt(new VLogFile(file.Path()));
     log->StartLoggingThread();
     long added = 0;
-    while (log->DroppedLines() == 0) {
-        log->AddString("a line\n");
-        ++added;
-    }
+    auto const addUntilDropped = [&] {
+        long const addedBefore = added;
+        for (long const dropped = log->DroppedLines(); log->DroppedLines() == dropped; ++added) {
+            log->AddString("a line\n");
+        }
+        return added - addedBefore;
+    };
+    do { // until the writer has taken none in the meantime
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    } while (addUntilDropped() > 1);
     VStopWatch const watch(true);
     EXPECT_FALSE(log->ShutdownLoggingThread());
     EXPECT_GE(watch.GetElapsedTime(), 25);

@@ -1,7 +1,11 @@
 #include "foundation/containers/VPtrArray.h"
 #include "foundation/persistence/IXMLFileIO.h"
+#include "foundation/strings/VColour.h"
 #include "tests/persistence/XMLTestSupport.h"
 #include "tests/support/Counted.h"
+
+#include <thread>
+#include <vector>
 
 namespace {
 
@@ -85,7 +89,7 @@ TEST_F(ObjectXML, HasTheDescribedForm) {
     EXPECT_TRUE(read->ObjectAtIndex(1)->IsEqual(hello) && read->ObjectAtIndex(2)->IsEqual(sentence));
     APlace last;
     EXPECT_TRUE(file.SerializeObject("", last) && last.m_x == 10);
-    EXPECT_EQ(m_log, "");
+    EXPECT_EQ(Log(), "");
 }
 
 TEST_F(ObjectXML, IsFoundByClassAndName) {
@@ -144,7 +148,7 @@ TEST_F(ObjectXML, ArraysSkipWhatTheyDoNotKnow) {
                            "<X class='VString' string='b'/></VObjectArray></R>"));
     EXPECT_TRUE(file.ReadObject(nullptr, array.Get()));
     EXPECT_EQ(array->Count(), 2);
-    EXPECT_EQ(m_log, "VObjectArray::SerializeAsXML - Attribute 'count' not found\n"
+    EXPECT_EQ(Log(), "VObjectArray::SerializeAsXML - Attribute 'count' not found\n"
                      "VObjectArray::SerializeAsXML - No class for className 'Unknown'\n"
                      "VObjectArray::SerializeAsXML - Error allocating new object of class: AnAbstract\n");
     for (char const* const count : {"-1", "0", "2147483648", "x"}) {
@@ -192,12 +196,37 @@ TEST_F(ObjectXML, AnyRegisteredClassMayBeNamed) {
     EXPECT_GE(array->Count(), 6);
 }
 
+TEST_F(ObjectXML, DocumentsOfSeveralThreadsDoNotMeet) {
+    std::vector<std::thread> threads;
+    for (int number = 0; number < 4; ++number) {
+        threads.emplace_back([this, number] {
+            std::string const path = Path(std::to_string(number).c_str());
+            for (int i = 0; i < 50; ++i) {
+                APlace place(nullptr, number * 1000 + i);
+                VXMLFile file;
+                EXPECT_TRUE(file.OpenFileForWrite(path.c_str(), "R"));
+                EXPECT_TRUE(file.WriteObject("place", place) &&
+                            file.WriteObject("colour", VColour(number, i, 0, 0, nullptr)));
+                EXPECT_TRUE(file.CloseFile() && file.OpenFileForRead(path.c_str(), "R"));
+                APlace read;
+                SColour colour;
+                EXPECT_TRUE(file.ReadObject("place", read) && read.m_x == place.m_x);
+                EXPECT_TRUE(file.SerializeColourAttribute("colour", colour, colour));
+                EXPECT_EQ(colour.red * 1000 + colour.green, place.m_x);
+            }
+        });
+    }
+    for (auto& thread : threads) {
+        thread.join();
+    }
+}
+
 TEST_F(ObjectXML, OlderDictionariesAreRead) {
     VXMLFile file;
     VDictionary prefs;
     ASSERT_TRUE(file.OpenFileForRead(PERSISTENCE_TEST_DATA "/older-dictionary.xml", "Settings"));
     ASSERT_TRUE(file.ReadObject("prefs", prefs));
-    EXPECT_EQ(m_log, "");
+    EXPECT_EQ(Log(), "");
     ASSERT_EQ(prefs.Count(), 3);
     auto const value = [&](char const* key) {
         VString const string(key);

@@ -3,42 +3,27 @@
 #include "foundation/containers/VDictionary.h"
 #include "foundation/containers/VDictionaryPair.h"
 #include "foundation/containers/VObjectArray.h"
-#include "foundation/log/VLog.h"
 #include "foundation/persistence/VXMLFile.h"
 #include "foundation/persistence/VXMLFileIOTinyXmlFactory.h"
 #include "foundation/strings/VString.h"
+#include "tests/support/LineLog.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <optional>
 #include <string>
 
 namespace testing_support {
 
 using namespace VFoundation;
 
-/// Keeps the lines it is given.
-class ALineLog : public Registered<ALineLog, VLog> {
-  public:
-    static constexpr char const* kClassName = "ALineLog";
-    static inline VClass* ms_theClass = nullptr;
-
-    explicit ALineLog(std::string* lines = nullptr) : Registered(nullptr), m_lines(lines) {}
-    static ALineLog* New() { return new ALineLog; }
-    void AddString(char const* line) override { *m_lines += line; }
-
-  private:
-    std::string* m_lines;
-};
-
 /// A process in which XML works, with a folder of its own and a log that can be read.
 class XML : public testing::Test {
   protected:
     XML() {
-        VLog::SetSafeStartup();
-        VLog::SetLog(VObjectRef<VLog>::Adopt(new ALineLog(&m_log)).Get());
         VXMLFile::SetIXMLFileIOFactory(new VXMLFileIOTinyXmlFactory);
         for (VClass* (*const theClass)() :
              {&VString::TheClass, &VObjectArray::TheClass, &VDictionary::TheClass, &VDictionaryPair::TheClass,
@@ -52,7 +37,6 @@ class XML : public testing::Test {
     ~XML() override {
         std::filesystem::remove_all(m_folder);
         VXMLFile::ClearIXMLFileIOFactory();
-        VLog::DestroyDefaultLog();
     }
 
     std::string Path(char const* name) const { return (m_folder / name).string(); }
@@ -90,7 +74,17 @@ class XML : public testing::Test {
         read(file);
     }
 
-    std::string m_log;
+    /// What was logged since the last call.
+    std::string Log() {
+        std::string text;
+        for (auto const& line : (*m_log)->Lines()) {
+            text += line;
+        }
+        m_log.emplace();
+        return text;
+    }
+
+    std::optional<LineLogScope> m_log{std::in_place};
     std::filesystem::path m_folder;
 };
 

@@ -238,7 +238,7 @@ TEST_F(JobServer, GivesUpOnAStuckJob) {
                                                           " aborting - thread stuck?\n");
     Open();
     EXPECT_TRUE(server->EndServer(true));
-    EXPECT_EQ(m_diary.Text(), "qs"); // neither success nor failure of a job that outlasts its server
+    EXPECT_EQ(m_diary.Text().find_first_of("+-"), std::string::npos); // the job outlasted its server
 }
 
 TEST_F(JobServer, GoesOnAfterAnException) {
