@@ -10,6 +10,7 @@
 #include <bit>
 #include <cstdio>
 #include <memory>
+#include <optional>
 
 #include <jpeglib.h>
 
@@ -30,7 +31,7 @@ class JpegDecoder {
     VBitmapImage* Decode();
 
   private:
-    static constexpr std::size_t kBufferSize = 32 * 1024;
+    static constexpr std::size_t kBufferSize = 32UL * 1024;
     static constexpr JDIMENSION kRowsAtATime = 16;
 
     static JpegDecoder& Of(j_common_ptr info) { return *static_cast<JpegDecoder*>(info->client_data); }
@@ -53,7 +54,7 @@ class JpegDecoder {
     void ConvertInks(std::uint32_t* row) const;
 
     VFile& m_file;
-    PixelBuffer* m_pixels = nullptr;
+    std::optional<PixelBuffer> m_pixels;
     bool m_fileEnded = false;
     ErrorEscape m_errorEscape;
     jpeg_decompress_struct m_info{};
@@ -171,9 +172,8 @@ VBitmapImage* JpegDecoder::Decode() {
         !m_errorEscape.Run(*this, &JpegDecoder::Start)) {
         return nullptr;
     }
-    PixelBuffer pixels(m_info.output_width, m_info.output_height);
-    m_pixels = &pixels;
-    if (!pixels.IsValid() || !m_errorEscape.Run(*this, &JpegDecoder::ReadRows)) {
+    m_pixels.emplace(m_info.output_width, m_info.output_height);
+    if (!m_pixels->IsValid() || !m_errorEscape.Run(*this, &JpegDecoder::ReadRows)) {
         return nullptr;
     }
     // Where scans refine a picture, or arithmetic coding makes something of nothing, a file that ended too early
@@ -181,7 +181,7 @@ VBitmapImage* JpegDecoder::Decode() {
     if (m_fileEnded && (jpeg_has_multiple_scans(&m_info) || m_info.arith_code)) {
         return nullptr;
     }
-    return pixels.IntoImage();
+    return m_pixels->IntoImage();
 }
 
 } // namespace

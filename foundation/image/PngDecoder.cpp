@@ -7,6 +7,7 @@
 #include "foundation/image/VImageIOPNG.h"
 
 #include <bit>
+#include <optional>
 
 #include <png.h>
 
@@ -43,7 +44,7 @@ class PngDecoder {
     }
 
     VFile& m_file;
-    PixelBuffer* m_pixels = nullptr;
+    std::optional<PixelBuffer> m_pixels;
     ErrorEscape m_errorEscape;
     png_structp m_png = nullptr;
     png_infop m_info = nullptr;
@@ -112,9 +113,9 @@ VBitmapImage* PngDecoder::Decode() {
     if (std::uint64_t{width} * height > VImageIOPNG::kMaxPixels) {
         return nullptr;
     }
-    PixelBuffer pixels(width, height);
-    m_pixels = &pixels;
-    return pixels.IsValid() && m_errorEscape.Run(*this, &PngDecoder::ReadRows) ? pixels.IntoImage() : nullptr;
+    m_pixels.emplace(width, height);
+    return m_pixels->IsValid() && m_errorEscape.Run(*this, &PngDecoder::ReadRows) ? m_pixels->IntoImage()
+                                                                                  : nullptr;
 }
 
 } // namespace

@@ -19,7 +19,7 @@ using namespace TargaFormat;
 using PixelMath::Pixel;
 
 /// What is read at a time, so that a block stays in the processor's cache until its rows are decoded.
-constexpr std::size_t kBlockSize = 128 * 1024;
+constexpr std::size_t kBlockSize = 128UL * 1024;
 
 /// A little-endian number of `Bytes` bytes.
 template <unsigned Bytes>
@@ -29,6 +29,10 @@ Pixel ReadNumber(unsigned char const* bytes) noexcept {
         number |= Pixel{bytes[i]} << (8 * i);
     }
     return number;
+}
+
+constexpr std::int64_t SignedByte(unsigned char byte) noexcept {
+    return byte < 0x80 ? std::int64_t{byte} : std::int64_t{byte} - 0x100;
 }
 
 using RowDecoder = void (*)(unsigned char const* source, Pixel* row, std::size_t width);
@@ -91,8 +95,8 @@ bool ReadLayout(TargaSource& source, Layout& layout) {
                        : depth == 24 ? &DecodeColours
                        : depth == 32 ? &DecodeColoursWithAlpha
                                      : nullptr;
-    std::int64_t const idLength = static_cast<signed char>(header[kIDLength]);
-    std::int64_t const start = idLength + (header[kColourMapType] == 0 ? std::int64_t{kHeaderSize} : 0);
+    std::int64_t const start =
+        SignedByte(header[kIDLength]) + (header[kColourMapType] == 0 ? std::int64_t{kHeaderSize} : 0);
     layout.start = static_cast<std::uint64_t>(start);
     std::uint64_t const pixels = std::uint64_t{layout.width} * layout.height; // 32 bits at most
     return layout.decodeRow && start >= 0 &&

@@ -12,11 +12,11 @@
 #include "foundation/image/VImage.h"
 #include "foundation/log/VLog.h"
 #include "foundation/strings/VString.h"
+#include "foundation/threads/VThread.h"
 
 #include <array>
 #include <cstdio>
 #include <cstring>
-#include <cxxabi.h>
 #include <vector>
 
 namespace VFoundation {
@@ -80,9 +80,10 @@ VImage* VImageIOTarga::LoadResolvedFile(VString const& path, bool exists) const 
             return DecodeTarga(source, *image) ? image.Detach() : nullptr;
         } catch (VException const&) {
             VLog::Trace("Caught out of memory exception whilst loading image\n");
-        } catch (abi::__forced_unwind&) {
-            throw;
         } catch (...) {
+            if (VThread::CaughtEndOfThread()) {
+                throw;
+            }
             VLog::Trace("Caught and unknown exception whilst loading image\n");
         }
     }

@@ -16,13 +16,18 @@ constexpr long kMaxShutdownSignals = 1;
 constexpr int kForEver = -1;
 /// What a line that is written directly, or a closing file, waits for a writer.
 constexpr int kBusyLimit = 100;
-/// The semaphore is shared with every process of the system, so a signal may be taken by another.
-constexpr long kWriterWait = 100;
+/// The writer gathers lines for so long, and only then waits for a signal: waking it for each line would cost
+/// the caller more than all the rest.
+constexpr long kWriterPause = 5;
+/// The semaphore is shared with every process of the system, which may take a signal that was meant for this
+/// one: so the wait is short, and the queue is looked at in either case.
 constexpr long kSignalWait = 1;
 constexpr long kStepAside = 1;
 
 /// Signals that crashed processes may have left behind.
 constexpr long kMostOldSignals = 1000;
+/// Waiting lines that end the writer's pause, while there is still room for what comes until it is at work.
+constexpr long kManyLines = VLogFile::kQueueCapacity / 2;
 /// Lines after which the writer looks whether others wait for the file.
 constexpr long kBatch = 64;
 
@@ -146,7 +151,10 @@ bool LogFileOutput::Enqueue(char const* line) {
             return true;
         }
     }
-    WakeWriter();
+    m_linesSemaphore.ReleaseSemaphore(1, nullptr);
+    if (WaitingLines() >= kManyLines && !m_wake.IsSet()) {
+        m_wake.Set();
+    }
     return true;
 }
 
@@ -188,7 +196,9 @@ bool LogFileOutput::PrepareWriter() {
 
 void LogFileOutput::RunWriter() {
     while (m_mayContinue.load()) {
-        m_linesSemaphore.WaitForSemaphore(kWriterWait);
+        m_wake.WaitFor(kWriterPause);
+        m_wake.Clear();
+        m_linesSemaphore.WaitForSemaphore(kSignalWait);
         TakeSignals(Drain() - 1);
     }
     Drain();

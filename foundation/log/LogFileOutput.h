@@ -3,6 +3,7 @@
 #include "foundation/containers/VObjectRingBufferTmpl.h"
 #include "foundation/core/VObjectRef.h"
 #include "foundation/strings/VString.h"
+#include "foundation/threads/EventFlag.h"
 #include "foundation/threads/VLock.h"
 #include "foundation/threads/VSemaphore.h"
 
@@ -60,7 +61,10 @@ class LogFileOutput {
     bool IsWriterRunning() const noexcept { return m_running.load(); }
     bool MayWriterContinue() const noexcept { return m_mayContinue.load(); }
     void TellWriterToEnd() noexcept { m_mayContinue.store(false); }
-    void WakeWriter() { m_linesSemaphore.ReleaseSemaphore(1, nullptr); }
+    void WakeWriter() {
+        m_linesSemaphore.ReleaseSemaphore(1, nullptr);
+        m_wake.Set();
+    }
     /// True when a writer has signalled its end; it may be that of another process.
     bool WaitForShutdownSignal(long milliseconds) {
         return m_shutdownSemaphore.WaitForSemaphore(milliseconds);
@@ -92,6 +96,7 @@ class LogFileOutput {
     std::atomic<bool> m_queueing{false}; // both of them
     VObjectRef<VObjectRingBufferTmpl<VString>> m_queue;
 
+    EventFlag m_wake; // ends the writer's pause
     std::atomic<bool> m_running{false};
     std::atomic<bool> m_mayContinue{false};
     std::atomic<long> m_dropped{0};

@@ -21,7 +21,7 @@ class VMessage;
 ///         SendToConnections(&message);
 ///     }
 ///
-/// Connect through a `VMessageCenter`, which checks the ids. examples/messenger.cpp shows the whole of it.
+/// Connect through a `VMessageCenter`, which checks the ids. examples/Messenger.cpp shows the whole of it.
 ///
 /// Ownership: each connection retains both of its messengers, so a messenger that is connected does not die:
 /// disconnect it first.

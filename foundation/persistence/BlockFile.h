@@ -21,7 +21,7 @@ namespace VFoundation {
 /// Threads: one thread at a time.
 class BlockFile {
   public:
-    static constexpr std::size_t kBlockSize = 64 * 1024;
+    static constexpr std::size_t kBlockSize = std::size_t{64} * 1024;
     /// Bytes that a written file may have: positions in chunks are 32 bits.
     static constexpr long kMaxLength = 0xFFFFFFFFL;
 

@@ -21,8 +21,9 @@ class VObject;
 /// How a stream operator reads: a chunk-safe file that has not the whole value left in its innermost chunk
 /// gives 0 and stays where it is. A value that the file itself does not have is left as it was, and `Eof()`
 /// says so.
-/// DELIBERATE: a signed 16-bit value reads as 0 outside any chunk, in every mode; an unsigned one reads.
-/// DELIBERATE: 64-bit integers are read without asking whether the chunk still holds them.
+/// DELIBERATE: a signed 16-bit value is not read outside chunks; it is 0 there in every mode, while an
+/// unsigned one reads.
+/// DELIBERATE: 64-bit integers do not ask whether the chunk still holds them; they read into what follows it.
 ///
 /// Ownership: objects given to it are borrowed.
 /// Threads: one thread at a time.
@@ -48,19 +49,6 @@ class IAIFile {
     virtual bool Open(char const* path, long mode) = 0;
     virtual bool Close() = 0;
 
-    virtual bool OpenChunk(char const* id) = 0;
-    virtual bool OpenChunk(unsigned long id) = 0;
-    virtual bool CloseChunk() = 0;
-    virtual bool ReadChunkHeader(unsigned long* id, unsigned long* length) = 0;
-    virtual void UnreadHeader() = 0;
-    /// Bytes of the innermost open chunk that were not read yet; 0 outside any chunk.
-    virtual unsigned long ChunkRemaining() = 0;
-    virtual unsigned long GetChunkLength() = 0;
-
-    /// Bytes as they are. `Read` zero-fills what a chunk-safe file cannot give.
-    virtual bool Write(void const* bytes, unsigned long length) = 0;
-    virtual bool Read(void* bytes, unsigned long length) = 0;
-
     virtual bool IsStoring() = 0;
     virtual bool IsLoading() = 0;
     virtual bool IsChunkSafe() = 0;
@@ -70,9 +58,21 @@ class IAIFile {
     /// Origins: 0 current position, 1 start, 2 end; any other does nothing.
     virtual bool Seek(long offset, long origin) = 0;
     virtual long GetPos() = 0;
+    /// Bytes as they are. `Read` zero-fills what a chunk-safe file cannot give.
+    virtual bool Write(void const* bytes, unsigned long length) = 0;
+    virtual bool Read(void* bytes, unsigned long length) = 0;
     virtual bool Eof() = 0;
     virtual unsigned long GetFileLength() = 0;
     virtual unsigned long GetFileRemaining() = 0;
+
+    virtual bool OpenChunk(char const* id) = 0;
+    virtual bool OpenChunk(unsigned long id) = 0;
+    virtual bool CloseChunk() = 0;
+    virtual bool ReadChunkHeader(unsigned long* id, unsigned long* length) = 0;
+    virtual void UnreadHeader() = 0;
+    /// Bytes of the innermost open chunk that were not read yet; 0 outside any chunk.
+    virtual unsigned long ChunkRemaining() = 0;
+    virtual unsigned long GetChunkLength() = 0;
 
     /// Ask before memory is set aside for a length that was read. False when the file cannot be trusted with
     /// it: it claims more than chunk and file still hold, and all such excess since `Open` is beyond a limit.

@@ -27,12 +27,12 @@ namespace VFoundation {
 /// of the open chunks, which become those of what is there; every result up to that of `Close` is false.
 /// Values are collected in a block; opening and closing a chunk, `Close` and the destructor write it out.
 ///
-/// Padding is decided where a chunk is written by the file offset its body ends at, and where it is read by
-/// its length: keep chunks at even offsets in padded files.
-///
-/// DELIBERATE: `GetChunkLength()` is the length of the slot beyond the innermost open chunk: the chunk last
-/// read at that level, or 0. Use `ChunkRemaining()`. DELIBERATE: without `kChunkSafe` nothing that is read
-/// counts, and `CloseChunk` skips the chunk's whole length from wherever the reader stands.
+/// DELIBERATE: `GetChunkLength()` is that of the slot beyond the innermost open chunk; it gives the chunk last
+/// read at that level, or 0. Use `ChunkRemaining()`.
+/// DELIBERATE: without `kChunkSafe` nothing that is read counts; `CloseChunk` skips the chunk's whole length
+/// from wherever the reader stands.
+/// DELIBERATE: a writer pads a body that ends at an odd offset, a reader expects it after an odd length; a
+/// chunk that starts at an odd offset reads one byte off. Keep chunks at even offsets in padded files.
 ///
 /// Ownership: owns its stream, which the destructor closes (use `Close` to learn whether it held).
 /// Threads: one thread at a time.

@@ -45,8 +45,8 @@ struct SColour {
     static VString GetColourAsString(SColour const& colour, long style);
     /// Reads three or four components, separated by commas or else by blanks, in either style's form, alpha
     /// 255 by default; or the name of a named colour in any case. Other text leaves the colour as it was.
-    /// DELIBERATE: each component counts from its first digit on, so "-5" is 5; without digits it is 0.
-    /// DELIBERATE: a name sets the components but not their 16-bit copies.
+    /// DELIBERATE: each component counts from its first digit on; "-5" is 5, and "x" is 0.
+    /// DELIBERATE: a name sets the components alone; the 16-bit copies stay those of the colour before.
     void SetColourFromString(VString const& text);
 
     std::int32_t red;

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
+#include <type_traits>
 
 namespace VFoundation {
 
@@ -49,7 +51,12 @@ struct TInterval {
     static constexpr Number kMax = std::numeric_limits<Number>::max();
 
     static Number Clamped(Number number, Number lowest) noexcept {
-        return number == number ? std::clamp(number, lowest, kMax) : Number{};
+        if constexpr (std::is_floating_point_v<Number>) {
+            if (std::isnan(number)) {
+                return Number{};
+            }
+        }
+        return std::clamp(number, lowest, kMax);
     }
     /// The longest length from `from` on.
     static Number RoomBehind(Number from) noexcept {

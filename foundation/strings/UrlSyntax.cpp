@@ -75,7 +75,7 @@ std::optional<int> CountGroups(std::string_view text, bool mayEndInIPv4) {
         if (behind == ":") {
             return std::nullopt;
         }
-        if (text.size() >= 1 && text.size() <= 4 && std::all_of(text.begin(), text.end(), IsHex)) {
+        if (!text.empty() && text.size() <= 4 && std::all_of(text.begin(), text.end(), IsHex)) {
             ++groups;
         } else if (mayEndInIPv4 && behind.empty() && IsIPv4(text)) {
             groups += 2;

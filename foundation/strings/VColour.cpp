@@ -45,8 +45,10 @@ VColour::VColour(unsigned long packed, char const* name) : Registered(nullptr), 
     }
 }
 
-VColour::VColour(VColour const& other) : Registered(nullptr), SColour() {
-    *this = other;
+VColour::VColour(VColour const& other) : Registered(nullptr), SColour(other) {
+    if (other.m_name) {
+        SetName(other.GetName());
+    }
 }
 
 VColour::~VColour() {
@@ -57,7 +59,7 @@ VColour::~VColour() {
 
 VColour& VColour::operator=(VColour const& other) {
     SColour::operator=(other);
-    if (m_name || other.m_name) {
+    if (this != &other && (m_name || other.m_name)) {
         SetName(other.GetName());
     }
     return *this;

@@ -62,7 +62,7 @@ class VData : public Registered<VData, VObject> {
     /// A 64-bit length and the bytes; the result is that of moving the bytes. A length that the file cannot
     /// back (`kMaxUnbackedLength`) throws as `SetLength` does, with the contents as before; bytes the file
     /// does not have are zero.
-    /// DELIBERATE: only the low 32 bits of a saved length count.
+    /// DELIBERATE: only the low 32 bits of a saved length count; a longer one reads as a shorter buffer.
     bool Serialize(IAIFile& file) override;
     /// The older form without a length: moves as many bytes as the buffer has; size it before loading.
     bool Serialize_YeOldeZephStyle(IAIFile& file);

@@ -14,6 +14,7 @@ class EventFlag {
   public:
     bool IsSet() const noexcept { return m_word.load() != 0; }
     void Set() noexcept;
+    void Clear() noexcept { m_word.store(0); }
     /// Waits at most so many milliseconds; true when the flag is set.
     bool WaitFor(long milliseconds) const noexcept;
 

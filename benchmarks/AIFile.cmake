@@ -1,0 +1,1 @@
+vfoundation_benchmark(AIFile)

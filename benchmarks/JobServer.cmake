@@ -1,0 +1,2 @@
+find_package(TBB REQUIRED)
+vfoundation_benchmark(JobServer LIBRARIES TBB::tbb)

@@ -1,0 +1,2 @@
+find_package(spdlog REQUIRED)
+vfoundation_benchmark(LogFile LIBRARIES spdlog::spdlog)

@@ -1,0 +1,128 @@
+#include "benchmarks/Percentiles.h"
+#include "foundation/core/VObjectRef.h"
+#include "foundation/log/VLogFile.h"
+
+#include <benchmark/benchmark.h>
+#include <spdlog/async.h>
+#include <spdlog/sinks/basic_file_sink.h>
+#include <spdlog/spdlog.h>
+
+#include <chrono>
+#include <cstdio>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <thread>
+#include <unistd.h>
+#include <vector>
+
+// Formatted lines to a file. Direct: the caller writes. Queued: a writer thread does, and what counts is the
+// caller's time for each line, in bursts with pauses as programs log, and without pauses. Our queue of 2048
+// lines drops what it has no room for, and says so; spdlog's (8192 lines) makes the caller wait. Both write
+// the bare message.
+
+namespace {
+
+using namespace VFoundation;
+using Clock = std::chrono::steady_clock;
+
+constexpr char kName[] = "guide";
+
+std::string TargetPath() {
+    return (std::filesystem::temp_directory_path() / ("vfoundation-bench-" + std::to_string(getpid())))
+        .string();
+}
+
+class OurLog {
+  public:
+    explicit OurLog(bool queued) : m_log(VObjectRef<VLogFile>::Adopt(new VLogFile(TargetPath().c_str()))) {
+        VLog::SetSafeStartup();
+        VLog::SetLog(m_log.Get());
+        if (queued) {
+            m_log->StartLoggingThread();
+        }
+    }
+    OurLog(OurLog const&) = delete;
+    OurLog& operator=(OurLog const&) = delete;
+    ~OurLog() {
+        m_log->ShutdownLoggingThread();
+        VLog::DestroyDefaultLog();
+        std::remove(TargetPath().c_str());
+    }
+    void Line(int number) { VLog::Trace("%s: file %i of %li copied\n", kName, number, 100000L); }
+    double Dropped() const { return static_cast<double>(m_log->DroppedLines()); }
+
+  private:
+    VObjectRef<VLogFile> m_log;
+};
+
+class Spdlog {
+  public:
+    explicit Spdlog(bool queued) {
+        auto const sink = std::make_shared<spdlog::sinks::basic_file_sink_mt>(TargetPath(), true);
+        if (queued) {
+            m_pool = std::make_shared<spdlog::details::thread_pool>(8192, 1);
+            m_log = std::make_shared<spdlog::async_logger>("bench", sink, m_pool);
+        } else {
+            m_log = std::make_shared<spdlog::logger>("bench", sink);
+        }
+        m_log->set_pattern("%v");
+    }
+    Spdlog(Spdlog const&) = delete;
+    Spdlog& operator=(Spdlog const&) = delete;
+    ~Spdlog() {
+        m_log.reset();
+        m_pool.reset();
+        std::remove(TargetPath().c_str());
+    }
+    void Line(int number) { m_log->info("{}: file {} of {} copied", kName, number, 100000L); }
+    double Dropped() const { return 0; }
+
+  private:
+    std::shared_ptr<spdlog::details::thread_pool> m_pool;
+    std::shared_ptr<spdlog::logger> m_log;
+};
+
+template <class Log>
+void Direct(benchmark::State& state) {
+    Log log(false);
+    int number = 0;
+    for (auto _ : state) {
+        log.Line(++number);
+    }
+    state.SetItemsProcessed(state.iterations());
+}
+
+template <class Log>
+void Queued(benchmark::State& state) {
+    Log log(true);
+    long const burst = state.range(0);
+    std::vector<double> latencies;
+    int number = 0;
+    for (auto _ : state) {
+        std::chrono::duration<double> sum(0);
+        for (long i = 0; i < burst; ++i) {
+            auto const before = Clock::now();
+            log.Line(++number);
+            std::chrono::duration<double> const latency = Clock::now() - before;
+            latencies.push_back(latency.count());
+            sum += latency;
+        }
+        state.SetIterationTime(sum.count());
+        if (burst < 1000) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(2));
+        }
+    }
+    state.SetItemsProcessed(state.iterations() * burst);
+    bench_support::ReportPercentiles(state, latencies);
+    state.counters["dropped"] = log.Dropped();
+}
+
+BENCHMARK(Direct<OurLog>);
+BENCHMARK(Direct<Spdlog>);
+BENCHMARK(Queued<OurLog>)->Arg(1)->Arg(100)->UseManualTime()->Iterations(500);
+BENCHMARK(Queued<Spdlog>)->Arg(1)->Arg(100)->UseManualTime()->Iterations(500);
+BENCHMARK(Queued<OurLog>)->Arg(100'000)->UseManualTime()->Iterations(3);
+BENCHMARK(Queued<Spdlog>)->Arg(100'000)->UseManualTime()->Iterations(3);
+
+} // namespace
