@@ -11,8 +11,8 @@
 #include <QObject>
 #endif
 
-// One integer from a sender to a receiver: at once, beside boost::signals2 and Qt's direct connections; and through a
-// queue, beside Qt's queued connections: posted and delivered in batches, by one thread.
+// One integer from a sender to a receiver: at once, beside boost::signals2 and Qt's direct connections; and
+// through a queue, beside Qt's queued connections: posted and delivered in batches, by one thread.
 
 namespace {
 

@@ -16,6 +16,9 @@ mapfile -t headers < <(git ls-files 'foundation/*.h' 'launcher/*.h' 'tests/*.h')
 echo "clang-format: ${#sources[@]} sources, ${#headers[@]} headers"
 clang-format --dry-run --Werror "${sources[@]}" "${headers[@]}"
 
+echo "docs/oddities.md names what exists"
+python3 scripts/lib/check_oddities.py
+
 echo "headers that compile alone"
 cmake --build "$build" --target all_verify_interface_header_sets
 

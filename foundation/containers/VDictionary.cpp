@@ -81,12 +81,10 @@ void VDictionary::SetObjectForKey(VObject* value, VObject const* key) {
     if (!key) {
         return;
     }
-    VObjectRef<VObject> const held(value); // it may be alive only through the value it replaces
+    VObjectRef<VObject> const held(value); // it may be the value it replaces, or live through that only
     long const index = m_pKeys->IndexOfEquivalentObject(key);
     if (index >= 0) {
-        if (m_pValues->ObjectAtIndex(index) != value) {
-            m_pValues->ReplaceObjectAtIndex(value, index);
-        }
+        m_pValues->ReplaceObjectAtIndex(value, index);
         return;
     }
     auto const copy = VObjectRef<VObject>::Adopt(key->Copy());

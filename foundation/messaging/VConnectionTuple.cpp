@@ -22,9 +22,6 @@ using ConnectionPool = TRecyclePool<VConnectionTuple>;
 /// The references to a listed tuple that only its caller uses: the caller's and the list's.
 constexpr std::int32_t kCallerAndList = 2;
 
-/// Set when the library's end switched recycling off, so that its next start switches it on again.
-bool s_bSwitchedOff = false;
-
 /// Lends a message to one target.
 class BorrowedID {
   public:
@@ -66,9 +63,6 @@ void VConnectionTuple::InitializeClass() {
     if (ms_recycledConnections) {
         return;
     }
-    if (std::exchange(s_bSwitchedOff, false)) {
-        ms_bRecyclingEnabled.store(true, std::memory_order_relaxed);
-    }
     ConnectionPool::Create(ms_recycledConnections, kPoolCapacity);
     if (ms_allConnections) {
         return; // making the pool made the class's record, and with it all of this
@@ -87,9 +81,7 @@ void VConnectionTuple::UninitializeClass() {
 }
 
 void VConnectionTuple::ClearAllConnectionTuples() {
-    if (ms_bRecyclingEnabled.exchange(false, std::memory_order_relaxed)) {
-        s_bSwitchedOff = true;
-    }
+    ms_bRecyclingEnabled.store(false, std::memory_order_relaxed);
     ConnectionPool::Destroy(ms_recycledConnections);
     auto const all =
         VObjectRef<VObjectArrayTmpl<VConnectionTuple>>::Adopt(std::exchange(ms_allConnections, nullptr));

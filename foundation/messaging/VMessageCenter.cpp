@@ -32,7 +32,7 @@ class VMessageCenter::CommandScope {
     CommandScope& operator=(CommandScope const&) = delete;
     ~CommandScope() {
         m_command->ClearAndRelease();
-        m_center->ReturnToFree(m_command.Get());
+        m_center->ReturnToFree(m_command);
     }
 
   private:
@@ -63,13 +63,14 @@ bool VMessageCenter::Post(Fill fill) {
     if (!IsAccepting() || !m_free.Pop(&popped)) {
         return false;
     }
-    auto const command = VObjectRef<VCommandTuple>::Adopt(popped);
+    auto command = VObjectRef<VCommandTuple>::Adopt(popped);
     fill(*command);
-    if (!m_pending.Push(command.Get())) {
+    if (!m_pending.PushAdopted(command.Get())) {
         command->ClearAndRelease();
-        ReturnToFree(command.Get());
+        ReturnToFree(command);
         return false;
     }
+    (void)command.Detach(); // the ring has the reference now
     if (m_stopped.load()) { // the command may have come behind the clearing of the queue
         m_pending.RemoveAllObjects();
     }
@@ -81,8 +82,10 @@ bool VMessageCenter::Post(Fill fill) {
     return true;
 }
 
-void VMessageCenter::ReturnToFree(VCommandTuple* command) {
-    m_free.Push(command);
+void VMessageCenter::ReturnToFree(VObjectRef<VCommandTuple>& command) {
+    if (m_free.PushAdopted(command.Get())) {
+        (void)command.Detach();
+    }
     if (m_stopped.load()) {
         m_free.RemoveAllObjects();
     }

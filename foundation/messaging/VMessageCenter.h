@@ -112,14 +112,21 @@ class VMessageCenter : public Registered<VMessageCenter, VCommandDelayer> {
   private:
     class CommandScope;
 
+    /// Commands go from ring to ring with the one reference that they have.
+    class CommandRing : public VObjectRingBufferTmpl<VCommandTuple> {
+      public:
+        using VObjectRingBufferTmpl::PushAdopted;
+        using VObjectRingBufferTmpl::VObjectRingBufferTmpl;
+    };
+
     template <class Fill>
     bool Post(Fill fill);
-    void ReturnToFree(VCommandTuple* command);
+    void ReturnToFree(VObjectRef<VCommandTuple>& command);
     void Service(VCommandTuple& command);
     void ReportLongService(VCommandTuple& command, double seconds) const;
 
-    VObjectRingBufferTmpl<VCommandTuple> m_pending;
-    VObjectRingBufferTmpl<VCommandTuple> m_free;
+    CommandRing m_pending;
+    CommandRing m_free;
     std::mutex m_startLock; // the two below; held for their exchange only
     VObjectRef<VJobServer> m_server;
     VObjectRef<VMessageCenterJob> m_job;

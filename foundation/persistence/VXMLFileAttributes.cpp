@@ -72,6 +72,7 @@ bool ReadTyped(VXMLFile& file, char const* name, T& value) {
 } // namespace
 
 // The three operations of each number type.
+// NOLINTBEGIN(bugprone-macro-parentheses): a type cannot stand in parentheses
 #define VFOUNDATION_ATTRIBUTE_OPERATIONS(Type)                                                               \
     bool VXMLFile::WriteAttribute(char const* name, Type value) {                                            \
         return WriteTyped(*this, name, value);                                                               \
@@ -82,6 +83,7 @@ bool ReadTyped(VXMLFile& file, char const* name, T& value) {
     bool VXMLFile::SerializeAttribute(char const* name, Type& value) {                                       \
         return IsSaving() ? WriteAttribute(name, value) : ReadAttribute(name, value);                        \
     }
+// NOLINTEND(bugprone-macro-parentheses)
 
 VFOUNDATION_ATTRIBUTE_OPERATIONS(long)
 VFOUNDATION_ATTRIBUTE_OPERATIONS(int)

@@ -135,9 +135,8 @@ bool VXMLFileIOTinyXml::Parse(std::string text) {
     KeepWhiteSpace();
     m_nMode = kLoading;
     m_pCurrent = m_pDocument.get();
-    char const* const end =
-        m_pDocument->Parse(text.c_str(), nullptr, isUtf8 ? TIXML_ENCODING_UTF8 : TIXML_ENCODING_LEGACY);
-    return end && *end == kEndMark && !m_pDocument->Error();
+    TiXmlEncoding const encoding = isUtf8 ? TIXML_ENCODING_UTF8 : TIXML_ENCODING_LEGACY;
+    return m_pDocument->Parse(text.c_str(), nullptr, encoding) != nullptr;
 }
 
 bool VXMLFileIOTinyXml::OpenFileForRead(char const* path) {

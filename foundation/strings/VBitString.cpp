@@ -157,8 +157,10 @@ bool VBitString::Serialize(IAIFile& file) {
     }
     std::int32_t count = 0;
     file >> count;
+    unsigned long const inFile = file.GetFileRemaining();
+    unsigned long const left = file.IsChunkSafe() ? std::min(inFile, file.ChunkRemaining()) : inFile;
     SetCount(0);
-    if (count < 0 || !file.AcceptLength(BytesFor(count))) {
+    if (count < 0 || BytesFor(count) > left) {
         return false;
     }
     SetCount(count);

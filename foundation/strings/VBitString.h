@@ -60,8 +60,7 @@ class VBitString : public Registered<VBitString, VObject> {
     /// "[<class name>] " and the text, which may be cut.
     void GetDescription(VString& out) const override;
 
-    /// Loading is false, and leaves no bits, when the file cannot back the count; bits it does not have are
-    /// cleared.
+    /// Loading is false, and leaves no bits, when the file does not hold as many as it says.
     bool Serialize(IAIFile& file) override;
     /// False, with the bits left alone, when the attribute is absent or no such text.
     bool SerializeAsXML(VXMLFile& file) override;

@@ -62,20 +62,11 @@ TEST_F(Registry, EveryRecordKeepsTheRulesOfTheClassRecord) {
         EXPECT_EQ(instance->Class(), record);
         EXPECT_STREQ(instance->ClassName(), record->Name());
         bool const isPooled = record->Created() == created; // came out of its class's pool
-        if (!isPooled) {
-            EXPECT_EQ(record->Created(), created + 1);
-            EXPECT_EQ(record->Existing(), existing + 1);
-        }
+        EXPECT_EQ(record->Created(), created + !isPooled);
+        EXPECT_EQ(record->Existing(), existing + !isPooled);
         instance->Release();
     }
     EXPECT_GT(names.size(), 20U);
-}
-
-TEST_F(Registry, MakesOneRecordPerClass) {
-    EXPECT_EQ(ACounted::TheClass(), ACounted::TheClass());
-    EXPECT_EQ(ACounted::ms_theClass, ACounted::TheClass());
-    EXPECT_EQ(ACounted::TheClass()->SuperClass(), VObject::TheClass());
-    EXPECT_EQ(VObject::TheClass()->NewInstance(), nullptr);
 }
 
 TEST_F(Registry, FindsEveryNameButTheLast) {
@@ -104,11 +95,10 @@ TEST_F(Registry, ANewClassMovesTheLastPlace) {
 }
 
 TEST_F(Registry, SubstitutesNames) {
-    EXPECT_EQ(VClass::GetClassSubstitution("OldName"), nullptr);
-    VClass::SetClassSubstitution("OldName", ACounted::TheClass());
-    EXPECT_EQ(VClass::GetClassSubstitution("OldName"), ACounted::TheClass());
-    VClass::SetClassSubstitution("OldName", nullptr);
-    EXPECT_EQ(VClass::GetClassSubstitution("OldName"), nullptr);
+    for (VClass* const cls : {ACounted::TheClass(), static_cast<VClass*>(nullptr)}) {
+        VClass::SetClassSubstitution("OldName", cls);
+        EXPECT_EQ(VClass::GetClassSubstitution("OldName"), cls);
+    }
     EXPECT_EQ(VClass::GetClassSubstitution(nullptr), nullptr);
 }
 
@@ -116,11 +106,8 @@ TEST_F(Registry, SortsNullsLast) {
     void const* object = VObject::TheClass();
     void const* string = VString::TheClass();
     void const* null = nullptr;
-    EXPECT_LT(VClass::SortFn_Name(&object, &string), 0);
-    EXPECT_GT(VClass::SortFn_Name(&string, &object), 0);
-    EXPECT_EQ(VClass::SortFn_Name(&object, &object), 0);
-    EXPECT_EQ(VClass::SortFn_Name(&null, &object), 1);
-    EXPECT_EQ(VClass::SortFn_Name(&object, &null), -1);
+    EXPECT_TRUE(VClass::SortFn_Name(&object, &string) < 0 && VClass::SortFn_Name(&string, &object) > 0);
+    EXPECT_TRUE(VClass::SortFn_Name(&object, &null) < 0 && VClass::SortFn_Name(&null, &object) > 0);
 }
 
 class RecordingPool : public IVInstancePool {

@@ -54,13 +54,4 @@ TEST(Exception, CollectsATrace) {
     EXPECT_STREQ(copy.StackTrace().CString(), exception.StackTrace().CString());
 }
 
-TEST(Exception, ReleasesTheReportTexts) {
-    VException::ms_productName = VString::NewString("product");
-    VException::ms_exceptionReportEmail = VString::NewString("mail");
-    VException::UninitializeClass();
-    VException::UninitializeClass();
-    EXPECT_EQ(VException::ms_productName, nullptr);
-    EXPECT_EQ(VException::ms_exceptionReportEmail, nullptr);
-}
-
 } // namespace

@@ -9,16 +9,12 @@ using namespace VFoundation;
 
 TEST(StopWatch, CountsSecondsFromTheLastStartAndHasNoStop) {
     VStopWatch watch;
-    EXPECT_FALSE(watch.IsRunning());
     EXPECT_GT(watch.GetElapsedTime(), 0.1) << "never started: from the clock's own start";
     watch.StartTimer();
-    EXPECT_TRUE(watch.IsRunning());
     VThread::Sleep(20);
     VStopWatch::UninitializeClass(); // a running watch goes on
     EXPECT_GE(watch.GetElapsedTime(), 0.020);
-    VStopWatch const later(true);
-    EXPECT_TRUE(later.IsRunning());
-    EXPECT_LE(later.GetElapsedTime(), watch.GetElapsedTime()) << "in seconds, from its own start";
+    EXPECT_LE(VStopWatch(true).GetElapsedTime(), watch.GetElapsedTime()) << "in seconds, from its own start";
 }
 
 } // namespace

@@ -81,7 +81,7 @@ class ServerName {
     std::string m_name;
 };
 
-/// Waits for what another thread is about to do; false when it does not come.
+/// Waits for what another thread is about to do; false when it does not come in 20 s.
 template <class Condition>
 bool Await(Condition condition) {
     for (int i = 0; i < 20000 && !condition(); ++i) {

@@ -1,15 +1,15 @@
 #include "foundation/containers/VObjectArray.h"
 #include "foundation/strings/VString.h"
+#include "tests/support/Stress.h"
 
 #include <gtest/gtest.h>
 
 #include <array>
-#include <thread>
-#include <vector>
 
 namespace {
 
 using namespace VFoundation;
+using testing_support::OnThreads;
 
 class PoolStress : public testing::TestWithParam<bool> {
   protected:
@@ -24,21 +24,11 @@ class PoolStress : public testing::TestWithParam<bool> {
         VString::ms_bRecyclingEnabled = on;
         VObjectArray::SetRecyclingEnabled(on);
     }
-    template <class Body>
-    static void OnFourThreads(Body body) {
-        std::vector<std::thread> threads;
-        for (int t = 0; t < 4; ++t) {
-            threads.emplace_back(body, t);
-        }
-        for (auto& thread : threads) {
-            thread.join();
-        }
-    }
 };
 
 // Each thread fills what it was given with something of its own, and finds it so a moment later.
 TEST_P(PoolStress, HandsNoObjectOutTwice) {
-    OnFourThreads([](int t) {
+    OnThreads(4, [](int t) {
         std::array<VObjectRef<VObjectArray>, 8> arrays;
         for (int round = 0; round < 400; ++round) {
             char text[32];
@@ -65,7 +55,7 @@ TEST_P(PoolStress, TakesObjectsBackFromAnyThread) {
             array->Retain();
             string->Retain();
         }
-        OnFourThreads([=](int) {
+        OnThreads(4, [=](int) {
             EXPECT_EQ(array->Count() + static_cast<long>(string->Length()), 0);
             array->Release();
             string->Release();

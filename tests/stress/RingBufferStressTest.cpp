@@ -1,12 +1,12 @@
 #include "foundation/containers/VObjectRingBufferTmpl.h"
 #include "foundation/core/VObjectRef.h"
 #include "tests/support/Counted.h"
+#include "tests/support/Stress.h"
 
 #include <gtest/gtest.h>
 
 #include <atomic>
 #include <sched.h>
-#include <thread>
 #include <tuple>
 #include <vector>
 
@@ -15,14 +15,12 @@ namespace {
 using namespace VFoundation;
 using testing_support::ACounted;
 
-class ANumbered : public ACounted {
-  public:
+struct ANumbered : ACounted {
     explicit ANumbered(int number) : m_number(number) {}
     int const m_number;
 };
 
-class CountingRing : public TRingBuffer<ACounted> {
-  public:
+struct CountingRing : TRingBuffer<ACounted> {
     using TRingBuffer::FreeWord;
     using TRingBuffer::TRingBuffer;
 };
@@ -64,14 +62,13 @@ class RingBufferStress : public testing::TestWithParam<std::tuple<unsigned long,
 };
 
 TEST_P(RingBufferStress, DeliversEverythingOnce) {
-    std::vector<std::thread> threads;
-    for (int i = 0; i < m_threads; ++i) {
-        threads.emplace_back([this, i] { Produce(i); });
-        threads.emplace_back([this] { Consume(); });
-    }
-    for (auto& thread : threads) {
-        thread.join();
-    }
+    testing_support::OnThreads(2 * m_threads, [this](int i) {
+        if (i < m_threads) {
+            Produce(i);
+        } else {
+            Consume();
+        }
+    });
     for (auto const& seen : m_seen) {
         ASSERT_EQ(seen, 1);
     }

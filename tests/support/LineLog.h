@@ -10,21 +10,18 @@
 
 namespace testing_support {
 
-/// The default log of a test: keeps its lines.
-class ALineLog : public VFoundation::Registered<ALineLog, VFoundation::VLog> {
+/// Switches the log on for a test, with a default log that keeps its lines.
+class LineLogScope {
   public:
-    static constexpr char const* kClassName = "ALineLog";
-    static inline VFoundation::VClass* ms_theClass = nullptr;
-    static ALineLog* New() { return new ALineLog; }
-
-    ALineLog() : Registered(nullptr) {}
-    void AddString(char const* line) override {
-        std::lock_guard const lock(m_lock);
-        m_lines.emplace_back(line);
+    LineLogScope() : m_log(VFoundation::VObjectRef<Log>::Adopt(Log::New())) {
+        VFoundation::VLog::SetSafeStartup();
+        VFoundation::VLog::SetLog(m_log.Get());
     }
+    ~LineLogScope() { VFoundation::VLog::DestroyDefaultLog(); }
+    LineLogScope const* operator->() const { return this; }
     std::vector<std::string> Lines() const {
-        std::lock_guard const lock(m_lock);
-        return m_lines;
+        std::lock_guard const lock(m_log->m_lock);
+        return m_log->m_lines;
     }
     bool Has(std::string const& line) const {
         auto const lines = Lines();
@@ -32,24 +29,20 @@ class ALineLog : public VFoundation::Registered<ALineLog, VFoundation::VLog> {
     }
 
   private:
-    mutable std::mutex m_lock;
-    std::vector<std::string> m_lines;
-};
+    struct Log : VFoundation::Registered<Log, VFoundation::VLog> {
+        static constexpr char const* kClassName = "ALineLog";
+        static inline VFoundation::VClass* ms_theClass = nullptr;
+        Log() : Registered(nullptr) {}
+        static Log* New() { return new Log; }
+        void AddString(char const* line) override {
+            std::lock_guard const lock(m_lock);
+            m_lines.emplace_back(line);
+        }
+        std::mutex m_lock;
+        std::vector<std::string> m_lines;
+    };
 
-/// Switches the log on for a test, with a log that keeps its lines.
-class LineLogScope {
-  public:
-    LineLogScope() : m_log(VFoundation::VObjectRef<ALineLog>::Adopt(ALineLog::New())) {
-        VFoundation::VLog::SetSafeStartup();
-        VFoundation::VLog::SetLog(m_log.Get());
-    }
-    LineLogScope(LineLogScope const&) = delete;
-    LineLogScope& operator=(LineLogScope const&) = delete;
-    ~LineLogScope() { VFoundation::VLog::DestroyDefaultLog(); }
-    ALineLog const* operator->() const { return m_log.Get(); }
-
-  private:
-    VFoundation::VObjectRef<ALineLog> m_log;
+    VFoundation::VObjectRef<Log> m_log;
 };
 
 } // namespace testing_support

@@ -10,6 +10,11 @@
 
 namespace testing_support {
 
+inline std::string BytesOf(std::string const& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
 /// A file of the test's own in a folder of its own, gone with the object. It is not there until somebody
 /// writes it.
 class ScratchFile {
@@ -27,10 +32,7 @@ class ScratchFile {
     char const* Path() const { return m_path.c_str(); }
     std::filesystem::path const& Folder() const { return m_folder; }
 
-    std::string Bytes() const {
-        std::ifstream file(m_path, std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
+    std::string Bytes() const { return BytesOf(m_path); }
     void SetBytes(std::string const& bytes) const {
         std::filesystem::remove(m_path); // some file systems sync a file that is written over
         std::ofstream(m_path, std::ios::binary) << bytes;

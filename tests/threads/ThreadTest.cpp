@@ -1,4 +1,4 @@
-#include "foundation/containers/VObjectArrayTmpl.h"
+#include "foundation/core/VObjectRef.h"
 #include "foundation/log/VLog.h"
 #include "foundation/threads/VCriticalSection.h"
 #include "foundation/threads/VCriticalSectionScope.h"
@@ -23,30 +23,20 @@ void* Join(VThread const& thread) {
 
 TEST(Thread, RunsItsBodyOnTheArgument) {
     VThread::ThreadID seen{};
-    VThread::InitializeClass();
-    auto const thread = ThreadRef::Adopt(VThread::StartThread(
-        [](void* argument) -> void* {
-            *static_cast<VThread::ThreadID*>(argument) = VThread::GetCurrentThreadID();
-            return argument;
-        },
-        &seen, "name"));
+    auto const body = [](void* argument) {
+        *static_cast<VThread::ThreadID*>(argument) = VThread::GetCurrentThreadID();
+        return argument;
+    };
+    auto const thread = ThreadRef::Adopt(VThread::StartThread(body, &seen, "name"));
     ASSERT_TRUE(thread);
-    EXPECT_TRUE(thread->HasThread());
-    EXPECT_EQ(VThread::ms_threads->Count(), 0);
+    EXPECT_TRUE(thread->HasThread() && !VThread().HasThread());
     EXPECT_EQ(Join(*thread), &seen);
     EXPECT_EQ(seen, thread->ID());
     EXPECT_NE(seen, VThread::GetCurrentThreadID());
-    EXPECT_FALSE(VThread().HasThread());
 }
 
-struct Unwinding {
-    VCriticalSection section;
-    bool passedOn = false;
-};
-
-void* EndsHalfWay(void* argument) {
-    auto& state = *static_cast<Unwinding*>(argument);
-    VCriticalSectionScope const scope(&state.section);
+void* EndsHalfWay(void* section) {
+    VCriticalSectionScope const scope(static_cast<VCriticalSection*>(section));
     try {
         throw std::runtime_error("an exception is no end");
     } catch (...) {
@@ -55,19 +45,17 @@ void* EndsHalfWay(void* argument) {
     try {
         VThread::EndThread();
     } catch (...) {
-        state.passedOn = VThread::CaughtEndOfThread();
+        EXPECT_TRUE(VThread::CaughtEndOfThread());
         throw;
     }
 }
 
 TEST(Thread, EndUnwindsItsStackAndLeavesWhatItHeld) {
-    Unwinding state;
-    auto const thread = ThreadRef::Adopt(VThread::StartThread(&EndsHalfWay, &state, nullptr));
+    VCriticalSection section;
+    auto const thread = ThreadRef::Adopt(VThread::StartThread(&EndsHalfWay, &section, nullptr));
     ASSERT_TRUE(thread);
     EXPECT_EQ(Join(*thread), nullptr);
-    EXPECT_TRUE(state.passedOn);
-    VCriticalSectionScope scope;
-    EXPECT_TRUE(scope.TryEnter(&state.section, 0)) << "left by the unwinding";
+    EXPECT_TRUE(VCriticalSectionScope().TryEnter(&section, 0)) << "left by the unwinding";
 }
 
 TEST(Thread, TracesWhyItCouldNotStart) {
@@ -89,36 +77,35 @@ TEST(Thread, TracesWhyItCouldNotStart) {
 }
 
 TEST(Thread, KeepsAPriorityAndAnObject) {
+    ACounted object;
     {
         VThread thread;
         EXPECT_EQ(thread.Priority(), VThread::eNormal);
-        EXPECT_TRUE(thread.SetPriority(VThread::eHigh) && thread.SetPriority(VThread::eHigh));
+        EXPECT_TRUE(thread.SetPriority(VThread::eHigh));
         EXPECT_EQ(thread.Priority(), VThread::eHigh);
-        thread.SetObject(VObjectRef<ACounted>::Adopt(ACounted::New()).Get());
-        EXPECT_EQ(ACounted::ms_alive, 1);
+        thread.SetObject(&object);
+        EXPECT_EQ(object.RetainCount(), 2);
     }
-    EXPECT_EQ(ACounted::ms_alive, 0);
+    EXPECT_EQ(object.RetainCount(), 1);
     VThread::Sleep(-1000); // does not sleep
 }
 
 TEST(Thread, ListHoldsAThreadOnceAndSurvivesItsEnd) {
     VThread::InitializeClass();
-    auto const thread = ThreadRef::Adopt(VThread::New());
-    EXPECT_TRUE(VThread::RegisterThread(thread.Get()));
+    VThread thread;
+    EXPECT_TRUE(VThread::RegisterThread(&thread));
     VThread::InitializeClass(); // keeps the list
-    EXPECT_FALSE(VThread::RegisterThread(thread.Get()));
-    EXPECT_FALSE(VThread::RegisterThread(nullptr));
-    EXPECT_EQ(thread->RetainCount(), 2);
-    VThread::UnregisterThread(thread.Get());
-    VThread::UnregisterThread(thread.Get());
-    EXPECT_EQ(thread->RetainCount(), 1);
-
-    VThread::RegisterThread(thread.Get());
+    EXPECT_FALSE(VThread::RegisterThread(&thread) || VThread::RegisterThread(nullptr));
+    EXPECT_EQ(thread.RetainCount(), 2);
+    VThread::UnregisterThread(&thread);
+    VThread::UnregisterThread(&thread);
+    EXPECT_EQ(thread.RetainCount(), 1);
+    VThread::RegisterThread(&thread);
     VThread::UninitializeClass();
     VThread::UninitializeClass();
-    EXPECT_EQ(thread->RetainCount(), 1);
-    EXPECT_FALSE(VThread::RegisterThread(thread.Get()));
-    VThread::UnregisterThread(thread.Get());
+    EXPECT_EQ(thread.RetainCount(), 1);
+    EXPECT_FALSE(VThread::RegisterThread(&thread));
+    VThread::UnregisterThread(&thread);
 }
 
 } // namespace

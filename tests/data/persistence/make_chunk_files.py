@@ -61,7 +61,7 @@ class Maker:
             return self.chunk(b"ARAY", body)
 
         infos = [self.string(b"a/b") + b"\x01", self.string(b"") + b"\x00"]
-        contents = [n("q", 3) + b"xyz", n("q", 0)]
+        contents = [n("q", 3) + b"a/b", n("q", 0)]
         return self.chunk(b"VArc", self.chunk(b"Info", array(infos)) + self.chunk(b"Data", array(contents)))
 
 
