@@ -47,7 +47,7 @@ class Semaphore : public testing::Test {
     }
     char const* Name() const { return m_name.c_str(); }
 
-    std::string const m_name = testing_support::ServerScope::UniqueName();
+    std::string const m_name = testing_support::UniqueName();
     VSemaphore semaphore{1, Name()};
     VStopWatch const watch{true};
 };
