@@ -10,6 +10,8 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
+
 namespace {
 
 using namespace VFoundation;
@@ -86,12 +88,14 @@ class Graph : public testing::Test {
   protected:
     Graph() {
         InitializeLibrary(false);
-        m_lines.Allocate();
-        VLog::SetLog(m_lines.Get());
+        m_lines.emplace();
     }
-    ~Graph() override { UninitializeLibrary(true, false, true); }
+    ~Graph() override {
+        m_lines.reset();
+        UninitializeLibrary(true, false, true);
+    }
 
-    VObjectRef<testing_support::ALineLog> m_lines;
+    std::optional<testing_support::LineLogScope> m_lines;
     VString const m_key = "key";
 };
 
