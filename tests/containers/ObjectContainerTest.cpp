@@ -173,9 +173,9 @@ TEST(ObjectContainerLock, IsHeldAsLongAsTheCallersScope) {
 }
 
 TEST(ObjectContainerLock, LetsThreadsChangeAndCompareBothWaysRound) {
+    ACounted const object; // outlives the containers
     VObjectContainer full(nullptr, 0, true);
     VObjectContainer empty(nullptr, 0, true);
-    ACounted const object;
     auto const use = [&](bool isFirst) {
         for (int i = 0; i < 1000; ++i) {
             full.AddObject(&object);
