@@ -106,13 +106,22 @@ TEST(RingBuffer, APopThatGivesUpLosesItsUnit) {
     EXPECT_EQ(object.RetainCount(), 1);
 }
 
+/// No other ring in this program has elements of this name.
+class AnElement : public Registered<AnElement, VObject> {
+  public:
+    static constexpr char const* kClassName = "AnElement";
+    static inline VClass* ms_theClass = nullptr;
+    explicit AnElement(VClass* cls = nullptr) : Registered(cls) {}
+    static AnElement* New() { return new AnElement; }
+};
+
 TEST(RingBuffer, HasOneRecordForEachElementClass) {
-    VClass* const cls = VObjectRingBufferTmpl<ACounted>::TheClass();
-    EXPECT_EQ(VClass::FindRegistered("TRingBuffer_ACounted"), cls);
+    VClass* const cls = VObjectRingBufferTmpl<AnElement>::TheClass();
+    EXPECT_EQ(VClass::FindRegistered("TRingBuffer_AnElement"), cls);
     auto const placeholder = VObjectRef<VObject>::Adopt(cls->NewInstance());
     EXPECT_EQ(cls->Existing(), 1);
-    ACounted element;
-    EXPECT_FALSE(static_cast<TRingBuffer<ACounted>&>(*placeholder).Push(&element));
+    AnElement element;
+    EXPECT_FALSE(static_cast<TRingBuffer<AnElement>&>(*placeholder).Push(&element));
 }
 
 } // namespace
