@@ -100,8 +100,11 @@ TEST_F(XML, AKilledSaveLeavesAWholeDocument) {
     auto const end = std::chrono::steady_clock::now() + std::chrono::milliseconds(1500);
     for (; std::chrono::steady_clock::now() < end; ++kills) {
         ::pid_t const child = ::fork();
-        for (bool isA = true; child == 0; isA = !isA) {
-            Save(path, kItems, isA ? 'a' : 'b');
+        ASSERT_GE(child, 0);
+        if (child == 0) {
+            for (bool isA = true;; isA = !isA) {
+                Save(path, kItems, isA ? 'a' : 'b');
+            }
         }
         std::this_thread::sleep_for(std::chrono::microseconds(random() % 40000));
         ::kill(child, SIGKILL);
