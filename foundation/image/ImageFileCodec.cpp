@@ -39,18 +39,17 @@ VImage* ImageFileCodec::LoadImageFromFile(char const* path) const {
     }
     VString resolved = WithHostSeparators(path);
     if (VImage::IsCacheEnabled()) {
-        if (VImage* const cached = VImage::FindImageInCacheWithName(resolved.CString())) {
-            cached->Retain();
+        if (VObjectRef<VImage> cached(VImage::FindImageInCacheWithName(resolved.CString())); cached) {
             cached->SetName(path);
-            return cached;
+            return cached.Detach();
         }
     }
     bool const exists = ResolvePath(resolved);
-    VImage* const image = LoadResolvedFile(resolved, exists);
+    auto image = VObjectRef<VImage>::Adopt(LoadResolvedFile(resolved, exists));
     if (image) {
         image->SetName(path);
     }
-    return image;
+    return image.Detach();
 }
 
 VImage* ImageFileCodec::LoadImageFromFile(VString const& path) const {

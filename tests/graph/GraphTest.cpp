@@ -168,15 +168,15 @@ TEST_F(Graph, NumbersNodesAndEdgesByPlace) {
 
 TEST_F(Graph, CopiesNodesAndEdgesButNotTheRest) {
     GraphRef const graph = GraphOf(2, {{1, 0}, {0, -1}}, AnotherGraph::New());
-    VString value("first");
-    NodeAt(graph, 0)->Properties().SetObjectForKey(&value, &m_key);
-    graph->Properties().SetObjectForKey(&value, &m_key);
+    auto const value = VObjectRef<VString>::Adopt(VString::NewString("first"));
+    NodeAt(graph, 0)->Properties().SetObjectForKey(value.Get(), &m_key);
+    graph->Properties().SetObjectForKey(value.Get(), &m_key);
     GraphRef const copy = GraphRef::Adopt(graph->Copy());
     EXPECT_STREQ(copy->ClassName(), "AnotherGraph");
     EXPECT_EQ(EndsOf(copy), EndsOf(graph));
     EXPECT_EQ(IDsOf(copy), IDsOf(graph));
     VObject const* const copied = NodeAt(copy, 0)->Properties().ObjectForKey(&m_key);
-    EXPECT_TRUE(copied && copied != &value && copied->IsEqual(value));
+    EXPECT_TRUE(copied && copied != value.Get() && copied->IsEqual(*value));
     EXPECT_TRUE(NodeAt(copy, 0)->Graph() == nullptr && copy->Properties().Count() == 0 && copy->Changed());
     // Assignment lets go of what was there; onto itself it changes nothing.
     GraphRef const target = GraphOf(3, {{0, 1}});
@@ -230,9 +230,9 @@ TEST_F(Graph, MergesAndDetachesItsNodesWhenItDies) {
 
 TEST_F(Graph, ComesBackFromXMLButForTheIds) {
     GraphRef const graph = GraphOf(2, {{1, 0}, {0, 0}, {-1, 1}});
-    VString value("10, 20");
-    graph->Properties().SetObjectForKey(&value, &m_key);
-    NodeAt(graph, 1)->Properties().SetObjectForKey(&value, VGraphNode::ms_keyScreenXY);
+    auto const value = VObjectRef<VString>::Adopt(VString::NewString("10, 20"));
+    graph->Properties().SetObjectForKey(value.Get(), &m_key);
+    NodeAt(graph, 1)->Properties().SetObjectForKey(value.Get(), VGraphNode::ms_keyScreenXY);
     std::string const text = XMLOf(graph);
     std::string const pair = "<VDictionaryPair><VString string=\"screen_XY\" /><VString string=\"10, 20\" />";
     EXPECT_NE(
