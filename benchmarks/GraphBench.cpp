@@ -2,8 +2,8 @@
 // counted node and edge objects that refer to each other, each node with two empty lists as a dictionary has. Then
 // saving and loading the graph as XML.
 
-#include "foundation/core/VLibrary.h"
 #include "foundation/core/VObjectRef.h"
+#include "foundation/core/lifecycle/VLibrary.h"
 #include "foundation/graph/VGraph.h"
 #include "foundation/persistence/VXMLFile.h"
 #include "foundation/strings/VString.h"

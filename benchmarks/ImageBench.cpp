@@ -2,8 +2,8 @@
 // their libraries called directly. Peers make the same pixels from the same bytes, but for the multiplication by
 // alpha, which stb_image and libpng do not know.
 
-#include "foundation/core/VLibrary.h"
 #include "foundation/core/VObjectRef.h"
+#include "foundation/core/lifecycle/VLibrary.h"
 #include "foundation/image/VImage.h"
 #include "foundation/image/VImageIOJPEG.h"
 #include "foundation/image/VImageIOPNG.h"

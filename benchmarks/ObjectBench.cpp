@@ -3,8 +3,8 @@
 
 #include "foundation/containers/VPtrArray.h"
 #include "foundation/core/VClass.h"
-#include "foundation/core/VLibrary.h"
 #include "foundation/core/VObjectRef.h"
+#include "foundation/core/lifecycle/VLibrary.h"
 #include "foundation/strings/VData.h"
 #include "foundation/strings/VString.h"
 

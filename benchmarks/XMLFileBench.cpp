@@ -4,7 +4,7 @@
 // the CPU column, too.
 
 #include "foundation/containers/VObjectArray.h"
-#include "foundation/core/VLibrary.h"
+#include "foundation/core/lifecycle/VLibrary.h"
 #include "foundation/persistence/VXMLFile.h"
 #include "foundation/persistence/VXMLFileIOTinyXmlFactory.h"
 #include "foundation/strings/VString.h"

@@ -1,8 +1,8 @@
 // Builds a small graph, saves it as XML, loads it again and shows what came back.
 //   example_GraphToXML roads.xml
 
-#include "foundation/core/VLibrary.h"
 #include "foundation/core/VObjectRef.h"
+#include "foundation/core/lifecycle/VLibrary.h"
 #include "foundation/graph/VGraph.h"
 #include "foundation/persistence/VXMLFile.h"
 #include "foundation/strings/VString.h"

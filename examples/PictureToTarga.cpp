@@ -1,8 +1,8 @@
 // Loads a picture (Targa, JPEG or PNG) and saves it as a Targa file.
 //   example_PictureToTarga photo.jpg photo.tga
 
-#include "foundation/core/VLibrary.h"
 #include "foundation/core/VObjectRef.h"
+#include "foundation/core/lifecycle/VLibrary.h"
 #include "foundation/image/VImage.h"
 #include "foundation/image/VImageIOTarga.h"
 #include "foundation/strings/VString.h"

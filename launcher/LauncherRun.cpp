@@ -1,6 +1,6 @@
 #include "launcher/LauncherRun.h"
 
-#include "foundation/core/VLibrary.h"
+#include "foundation/core/lifecycle/VLibrary.h"
 #include "foundation/host/VFileManager.h"
 #include "foundation/host/VHostArchitecture.h"
 #include "foundation/strings/VString.h"

@@ -1,7 +1,7 @@
 #include "foundation/containers/VObjectArray.h"
 
-#include "foundation/containers/SortSlots.h"
-#include "foundation/containers/TRecyclePool.h"
+#include "foundation/containers/internal/SortSlots.h"
+#include "foundation/containers/internal/TRecyclePool.h"
 #include "foundation/core/NarrowCast.h"
 #include "foundation/strings/VString.h"
 #include "foundation/threads/VCriticalSection.h"

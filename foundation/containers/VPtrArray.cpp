@@ -1,6 +1,6 @@
 #include "foundation/containers/VPtrArray.h"
 
-#include "foundation/containers/SortSlots.h"
+#include "foundation/containers/internal/SortSlots.h"
 #include "foundation/core/NarrowCast.h"
 
 #include <algorithm>

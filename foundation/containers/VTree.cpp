@@ -1,7 +1,7 @@
 #include "foundation/containers/VTree.h"
 
 #include "foundation/containers/VObjectArray.h"
-#include "foundation/containers/VObjectCast.h"
+#include "foundation/containers/internal/VObjectCast.h"
 #include "foundation/threads/VCriticalSectionScope.h"
 
 #include <utility>

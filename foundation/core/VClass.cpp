@@ -1,10 +1,10 @@
 #include "foundation/core/VClass.h"
 
 #include "foundation/containers/VPtrArray.h"
-#include "foundation/core/ClassRegistry.h"
 #include "foundation/core/Registered.h"
 #include "foundation/core/VException.h"
 #include "foundation/core/VMemoryProfiler.h"
+#include "foundation/core/internal/ClassRegistry.h"
 #include "foundation/strings/VString.h"
 #include "foundation/threads/VCriticalSection.h"
 #include "foundation/threads/VCriticalSectionScope.h"

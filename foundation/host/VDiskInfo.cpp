@@ -2,7 +2,7 @@
 
 #include "foundation/containers/VObjectArray.h"
 #include "foundation/core/VObjectRef.h"
-#include "foundation/host/HostServices.h"
+#include "foundation/host/internal/HostServices.h"
 
 #include <algorithm>
 #include <utility>

@@ -1,6 +1,6 @@
 #include "foundation/host/VFile.h"
 
-#include "foundation/host/HostServices.h"
+#include "foundation/host/internal/HostServices.h"
 #include "foundation/strings/VString.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "foundation/host/VFileInfo.h"
 
-#include "foundation/containers/TRecyclePool.h"
+#include "foundation/containers/internal/TRecyclePool.h"
 #include "foundation/persistence/IAIFile.h"
 #include "foundation/strings/VString.h"
 

@@ -1,8 +1,8 @@
 #include "foundation/host/VFileManager.h"
 
-#include "foundation/host/HostServices.h"
 #include "foundation/host/VFile.h"
 #include "foundation/host/VFileInfo.h"
+#include "foundation/host/internal/HostServices.h"
 #include "foundation/strings/VString.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "foundation/image/VBitmapContext.h"
 
-#include "foundation/image/PixelBuffer.h"
+#include "foundation/image/internal/PixelBuffer.h"
 
 #include <bit>
 #include <cstring>

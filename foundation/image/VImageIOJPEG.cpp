@@ -1,7 +1,7 @@
 #include "foundation/image/VImageIOJPEG.h"
 
 #include "foundation/host/VFile.h"
-#include "foundation/image/JpegDecoder.h"
+#include "foundation/image/internal/JpegDecoder.h"
 
 namespace VFoundation {
 

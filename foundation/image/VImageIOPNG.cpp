@@ -1,7 +1,7 @@
 #include "foundation/image/VImageIOPNG.h"
 
 #include "foundation/host/VFile.h"
-#include "foundation/image/PngDecoder.h"
+#include "foundation/image/internal/PngDecoder.h"
 
 namespace VFoundation {
 

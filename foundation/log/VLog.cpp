@@ -1,10 +1,10 @@
 #include "foundation/log/VLog.h"
 
 #include "foundation/core/NarrowCast.h"
-#include "foundation/log/DefaultLogRef.h"
-#include "foundation/log/LogLock.h"
-#include "foundation/log/SecondsText.h"
 #include "foundation/log/VLogContext.h"
+#include "foundation/log/internal/DefaultLogRef.h"
+#include "foundation/log/internal/LogLock.h"
+#include "foundation/log/internal/SecondsText.h"
 #include "foundation/strings/VString.h"
 #include "foundation/threads/VCriticalSection.h"
 #include "foundation/threads/VCriticalSectionScope.h"

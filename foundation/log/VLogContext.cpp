@@ -1,9 +1,9 @@
 #include "foundation/log/VLogContext.h"
 
 #include "foundation/core/NarrowCast.h"
-#include "foundation/log/DefaultLogRef.h"
-#include "foundation/log/LogLock.h"
-#include "foundation/log/SecondsText.h"
+#include "foundation/log/internal/DefaultLogRef.h"
+#include "foundation/log/internal/LogLock.h"
+#include "foundation/log/internal/SecondsText.h"
 #include "foundation/strings/VString.h"
 
 namespace VFoundation {

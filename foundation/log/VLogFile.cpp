@@ -1,10 +1,10 @@
 #include "foundation/log/VLogFile.h"
 
-#include "foundation/log/LogFileOutput.h"
 #include "foundation/log/VLogContext.h"
-#include "foundation/strings/VDate.h"
-#include "foundation/threads/EventFlag.h"
+#include "foundation/log/internal/LogFileOutput.h"
+#include "foundation/strings/values/VDate.h"
 #include "foundation/threads/VCriticalSectionScope.h"
+#include "foundation/threads/internal/EventFlag.h"
 
 #include <utility>
 

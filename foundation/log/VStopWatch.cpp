@@ -1,7 +1,7 @@
 #include "foundation/log/VStopWatch.h"
 
 #include "foundation/core/NarrowCast.h"
-#include "foundation/log/MonotonicClock.h"
+#include "foundation/log/internal/MonotonicClock.h"
 
 namespace VFoundation {
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "foundation/core/NarrowCast.h"
-#include "foundation/strings/VValue.h"
+#include "foundation/strings/values/VValue.h"
 
 #include <cstdint>
 

@@ -1,7 +1,7 @@
 #include "foundation/messaging/VConnectionTuple.h"
 
-#include "foundation/containers/TRecyclePool.h"
 #include "foundation/containers/VObjectArrayTmpl.h"
+#include "foundation/containers/internal/TRecyclePool.h"
 #include "foundation/messaging/VCommandDelayer.h"
 #include "foundation/messaging/VMessage.h"
 #include "foundation/messaging/VMessenger.h"

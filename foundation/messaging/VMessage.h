@@ -1,7 +1,7 @@
 #pragma once
 
 #include "foundation/core/Registered.h"
-#include "foundation/strings/SValue.h"
+#include "foundation/strings/values/SValue.h"
 
 #include <cstdint>
 

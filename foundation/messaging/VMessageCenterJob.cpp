@@ -3,8 +3,8 @@
 #include "foundation/host/VFpuMode.h"
 #include "foundation/log/VLog.h"
 #include "foundation/messaging/VCommandDelayer.h"
-#include "foundation/threads/EventFlag.h"
 #include "foundation/threads/VCriticalSectionScope.h"
+#include "foundation/threads/internal/EventFlag.h"
 
 #include <algorithm>
 #include <cstdint>

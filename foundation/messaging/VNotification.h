@@ -3,8 +3,8 @@
 #include "foundation/core/Registered.h"
 #include "foundation/core/VObjectRef.h"
 #include "foundation/messaging/INotification.h"
-#include "foundation/strings/SValue.h"
 #include "foundation/strings/VString.h"
+#include "foundation/strings/values/SValue.h"
 
 namespace VFoundation {
 

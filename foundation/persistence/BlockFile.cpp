@@ -1,7 +1,7 @@
 #include "foundation/persistence/BlockFile.h"
 
-#include "foundation/host/HostServices.h"
 #include "foundation/host/VFile.h"
+#include "foundation/host/internal/HostServices.h"
 
 #include <algorithm>
 #include <cstring>

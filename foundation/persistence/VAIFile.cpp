@@ -2,7 +2,7 @@
 
 #include "foundation/host/VHostArchitecture.h"
 #include "foundation/log/VLog.h"
-#include "foundation/persistence/ByteOrder.h"
+#include "foundation/persistence/internal/ByteOrder.h"
 #include "foundation/strings/VData.h"
 
 #include <algorithm>

@@ -1,8 +1,8 @@
 #include "foundation/persistence/VXMLFile.h"
-#include "foundation/strings/NumberText.h"
-#include "foundation/strings/SPoint.h"
-#include "foundation/strings/SRect.h"
 #include "foundation/strings/VString.h"
+#include "foundation/strings/internal/NumberText.h"
+#include "foundation/strings/values/SPoint.h"
+#include "foundation/strings/values/SRect.h"
 
 #include <type_traits>
 

@@ -1,7 +1,7 @@
 #include "foundation/persistence/VXMLFile.h"
-#include "foundation/strings/SColour.h"
-#include "foundation/strings/VColour.h"
 #include "foundation/strings/VString.h"
+#include "foundation/strings/values/SColour.h"
+#include "foundation/strings/values/VColour.h"
 
 #include <mutex>
 #include <utility>

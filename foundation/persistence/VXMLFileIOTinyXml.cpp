@@ -1,8 +1,8 @@
 #include "foundation/persistence/VXMLFileIOTinyXml.h"
 
-#include "foundation/host/HostServices.h"
-#include "foundation/persistence/FileReplacer.h"
-#include "foundation/persistence/XMLTextCheck.h"
+#include "foundation/host/internal/HostServices.h"
+#include "foundation/persistence/internal/FileReplacer.h"
+#include "foundation/persistence/internal/XMLTextCheck.h"
 #include "foundation/strings/VString.h"
 
 #include <exception>

@@ -1,6 +1,6 @@
 #include "foundation/strings/VString.h"
 
-#include "foundation/containers/TRecyclePool.h"
+#include "foundation/containers/internal/TRecyclePool.h"
 #include "foundation/core/VObjectRef.h"
 #include "foundation/host/VFileManager.h"
 #include "foundation/persistence/IAIFile.h"

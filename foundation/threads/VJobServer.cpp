@@ -3,11 +3,11 @@
 #include "foundation/containers/VPtrArray.h"
 #include "foundation/core/VException.h"
 #include "foundation/log/VLog.h"
-#include "foundation/threads/EventFlag.h"
-#include "foundation/threads/Futex.h"
 #include "foundation/threads/IVJobDelegate.h"
 #include "foundation/threads/VJob.h"
-#include "foundation/threads/WaitingJobs.h"
+#include "foundation/threads/internal/EventFlag.h"
+#include "foundation/threads/internal/Futex.h"
+#include "foundation/threads/internal/WaitingJobs.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -1,7 +1,7 @@
 #include "foundation/threads/VLock.h"
 
 #include "foundation/log/VLog.h"
-#include "foundation/threads/Futex.h"
+#include "foundation/threads/internal/Futex.h"
 
 #include <cerrno>
 

@@ -3,8 +3,8 @@
 #include "foundation/core/NarrowCast.h"
 #include "foundation/log/VLog.h"
 #include "foundation/strings/VString.h"
-#include "foundation/threads/OpenSemaphore.h"
 #include "foundation/threads/VThread.h"
+#include "foundation/threads/internal/OpenSemaphore.h"
 
 #include <cerrno>
 #include <cstdio>

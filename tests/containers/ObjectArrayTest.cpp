@@ -1,5 +1,5 @@
-#include "foundation/containers/TRecyclePool.h"
 #include "foundation/containers/VObjectArrayTmpl.h"
+#include "foundation/containers/internal/TRecyclePool.h"
 #include "foundation/strings/VString.h"
 #include "tests/support/Counted.h"
 

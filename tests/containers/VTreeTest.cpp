@@ -3,9 +3,9 @@
 #include "foundation/containers/VTree.h"
 #include "foundation/containers/VHashTable.h"
 #include "foundation/containers/VObjectArray.h"
-#include "foundation/containers/VObjectCast.h"
 #include "foundation/containers/VObjectRingBufferTmpl.h"
 #include "foundation/containers/VSet.h"
+#include "foundation/containers/internal/VObjectCast.h"
 #include "tests/support/Counted.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #include "foundation/containers/VPtrArray.h"
-#include "foundation/core/VLibrary.h"
 #include "foundation/core/VObjectRef.h"
+#include "foundation/core/lifecycle/VLibrary.h"
 #include "foundation/strings/VString.h"
 #include "tests/support/Counted.h"
 

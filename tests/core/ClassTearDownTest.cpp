@@ -1,5 +1,5 @@
 #include "foundation/core/VException.h"
-#include "foundation/core/VLibrary.h"
+#include "foundation/core/lifecycle/VLibrary.h"
 #include "foundation/strings/VData.h"
 #include "tests/support/Counted.h"
 

@@ -1,6 +1,6 @@
 #include "foundation/core/VException.h"
-#include "foundation/core/VLibrary.h"
 #include "foundation/core/VObjectRef.h"
+#include "foundation/core/lifecycle/VLibrary.h"
 #include "tests/support/Counted.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 // Graphs: editing, ids, copies, parts and unions, and what XML brings back.
 
-#include "foundation/core/VLibrary.h"
 #include "foundation/core/VObjectRef.h"
+#include "foundation/core/lifecycle/VLibrary.h"
 #include "foundation/graph/VGraph.h"
 #include "foundation/persistence/VXMLFile.h"
 #include "foundation/strings/VString.h"

@@ -1,8 +1,8 @@
 #include "foundation/containers/VObjectArray.h"
-#include "foundation/host/HostServices.h"
 #include "foundation/host/VDiskInfo.h"
 #include "foundation/host/VFpuMode.h"
 #include "foundation/host/VHostArchitecture.h"
+#include "foundation/host/internal/HostServices.h"
 #include "tests/support/ScratchFile.h"
 
 #include <gtest/gtest.h>

@@ -1,8 +1,8 @@
 // Float vectors, curves and windows: the arithmetic, and the forms they take in files.
 
 #include "foundation/core/VException.h"
-#include "foundation/core/VLibrary.h"
 #include "foundation/core/VObjectRef.h"
+#include "foundation/core/lifecycle/VLibrary.h"
 #include "foundation/numerics/VFloatVector.h"
 #include "foundation/numerics/VFloatVectorMapXY.h"
 #include "foundation/numerics/VWindowFunction.h"

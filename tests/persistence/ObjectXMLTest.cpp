@@ -1,7 +1,7 @@
 #include "foundation/containers/VPtrArray.h"
-#include "foundation/core/VLibrary.h"
+#include "foundation/core/lifecycle/VLibrary.h"
 #include "foundation/persistence/IXMLFileIO.h"
-#include "foundation/strings/VColour.h"
+#include "foundation/strings/values/VColour.h"
 #include "tests/persistence/XMLTestSupport.h"
 #include "tests/support/Counted.h"
 

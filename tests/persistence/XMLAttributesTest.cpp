@@ -1,8 +1,8 @@
 #include "foundation/image/VImage.h"
-#include "foundation/strings/SColour.h"
-#include "foundation/strings/SPoint.h"
-#include "foundation/strings/SRect.h"
-#include "foundation/strings/VColour.h"
+#include "foundation/strings/values/SColour.h"
+#include "foundation/strings/values/SPoint.h"
+#include "foundation/strings/values/SRect.h"
+#include "foundation/strings/values/VColour.h"
 #include "tests/persistence/XMLTestSupport.h"
 
 #include <clocale>

@@ -1,5 +1,5 @@
-#include "foundation/strings/VColour.h"
 #include "foundation/strings/VStringTokenizer.h"
+#include "foundation/strings/values/VColour.h"
 #include "tests/strings/SavedForms.h"
 
 #include <algorithm>

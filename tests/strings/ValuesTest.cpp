@@ -1,10 +1,10 @@
 #include "foundation/containers/VObjectArray.h"
 #include "foundation/core/VObjectRef.h"
-#include "foundation/strings/SPoint.h"
-#include "foundation/strings/SRect.h"
-#include "foundation/strings/SSize.h"
-#include "foundation/strings/SValue.h"
 #include "foundation/strings/VString.h"
+#include "foundation/strings/values/SPoint.h"
+#include "foundation/strings/values/SRect.h"
+#include "foundation/strings/values/SSize.h"
+#include "foundation/strings/values/SValue.h"
 #include "tests/support/Counted.h"
 
 #include <gtest/gtest.h>

@@ -1,0 +1,64 @@
+#include "foundation/host/internal/HostServices.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <pwd.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace VFoundation::HostServices {
+
+std::FILE* OpenStream(char const* path, char const* mode) noexcept {
+    char modeClosedOnExec[16] = {};
+    std::size_t const length = std::strlen(mode);
+    if (length + 1 >= sizeof modeClosedOnExec || std::strchr(mode, ',')) {
+        return std::fopen(path, mode); // not a plain mode: as it stands
+    }
+    *std::copy_n(mode, length, modeClosedOnExec) = 'e';
+    return std::fopen(path, modeClosedOnExec);
+}
+
+std::FILE* OpenRegularFile(char const* path) noexcept {
+    int const descriptor = ::open(path, O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+    if (descriptor < 0) {
+        return nullptr;
+    }
+    struct stat status {};
+    if (::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode)) {
+        if (std::FILE* const stream = ::fdopen(descriptor, "rb")) {
+            return stream;
+        }
+    }
+    ::close(descriptor);
+    return nullptr;
+}
+
+bool ModeOfPath(char const* path, unsigned long& mode) noexcept {
+    struct stat status {};
+    if (::stat(path, &status) != 0) {
+        return false;
+    }
+    mode = status.st_mode;
+    return true;
+}
+
+std::string UserName() {
+    ::uid_t const user = ::getuid();
+    char login[256] = {};
+    if (user == 0 && ::getlogin_r(login, sizeof login) == 0 && *login) {
+        return login;
+    }
+    constexpr std::size_t kLargestEntry = 1 << 20;
+    std::string buffer(1024, '\0');
+    struct passwd entry {};
+    struct passwd* found = nullptr;
+    while (::getpwuid_r(user, &entry, buffer.data(), buffer.size(), &found) == ERANGE &&
+           buffer.size() < kLargestEntry) {
+        buffer.resize(buffer.size() * 2);
+    }
+    return found && found->pw_name ? found->pw_name : "";
+}
+
+} // namespace VFoundation::HostServices

@@ -1,0 +1,193 @@
+#include "foundation/image/internal/JpegDecoder.h"
+
+#include "foundation/host/VFile.h"
+#include "foundation/image/VImageIOJPEG.h"
+#include "foundation/image/internal/ErrorEscape.h"
+#include "foundation/image/internal/PixelBuffer.h"
+#include "foundation/image/internal/PixelMath.h"
+
+#include <algorithm>
+#include <bit>
+#include <cstdio>
+#include <memory>
+#include <optional>
+
+#include <jpeglib.h>
+
+#include <jerror.h>
+
+namespace VFoundation {
+
+namespace {
+
+/// One file on its way through the library.
+class JpegDecoder {
+  public:
+    explicit JpegDecoder(VFile& file) : m_file(file) {}
+    JpegDecoder(JpegDecoder const&) = delete;
+    JpegDecoder& operator=(JpegDecoder const&) = delete;
+    ~JpegDecoder() { jpeg_destroy_decompress(&m_info); }
+
+    VBitmapImage* Decode();
+
+  private:
+    static constexpr std::size_t kBufferSize = 32UL * 1024;
+    static constexpr JDIMENSION kRowsAtATime = 16;
+
+    static JpegDecoder& Of(j_common_ptr info) { return *static_cast<JpegDecoder*>(info->client_data); }
+    static JpegDecoder& Of(j_decompress_ptr info) { return *static_cast<JpegDecoder*>(info->client_data); }
+
+    // What the library calls.
+    static void OnError(j_common_ptr info) { Of(info).m_errorEscape.Escape(); }
+    static void OnMessage(j_common_ptr info, int level);
+    static void OnProgress(j_common_ptr info);
+    static boolean OnBufferEmpty(j_decompress_ptr info);
+    static void OnSkip(j_decompress_ptr info, long count);
+
+    // The steps of the work.
+    void ReadHeader();
+    void Start();
+    void ReadRows();
+
+    bool IsWithinLimits() const;
+    bool IsInks() const { return m_info.out_color_space == JCS_CMYK; }
+    void ConvertInks(std::uint32_t* row) const;
+
+    VFile& m_file;
+    std::optional<PixelBuffer> m_pixels;
+    bool m_fileEnded = false;
+    ErrorEscape m_errorEscape;
+    jpeg_decompress_struct m_info{};
+    jpeg_error_mgr m_errors{};
+    jpeg_progress_mgr m_progress{};
+    jpeg_source_mgr m_source{};
+    JOCTET m_buffer[kBufferSize];
+};
+
+/// Warnings are about damage that the library bridges. Once the file has ended they mean that the picture goes on
+/// without data.
+void JpegDecoder::OnMessage(j_common_ptr info, int level) {
+    if (level < 0 && Of(info).m_fileEnded) {
+        OnError(info);
+    }
+}
+
+void JpegDecoder::OnProgress(j_common_ptr info) {
+    if (Of(info).m_info.input_scan_number > VImageIOJPEG::kMaxScans) {
+        OnError(info);
+    }
+}
+
+/// Behind the end of the file stands, for the library, the mark that ends a picture.
+boolean JpegDecoder::OnBufferEmpty(j_decompress_ptr info) {
+    static constexpr JOCTET kEndOfImage[] = {0xFF, JPEG_EOI};
+    JpegDecoder& self = Of(info);
+    self.m_source.next_input_byte = self.m_buffer;
+    self.m_source.bytes_in_buffer = self.m_file.ReadBytes(self.m_buffer, kBufferSize);
+    if (self.m_source.bytes_in_buffer == 0) {
+        self.m_fileEnded = true;
+        self.m_source.next_input_byte = kEndOfImage;
+        self.m_source.bytes_in_buffer = sizeof kEndOfImage;
+    }
+    return TRUE;
+}
+
+void JpegDecoder::OnSkip(j_decompress_ptr info, long count) {
+    jpeg_source_mgr& source = *info->src;
+    for (auto left = static_cast<std::size_t>(std::max(count, 0L)); left > 0;) {
+        if (source.bytes_in_buffer == 0) {
+            OnBufferEmpty(info);
+        }
+        std::size_t const skipped = std::min(left, source.bytes_in_buffer);
+        source.next_input_byte += skipped;
+        source.bytes_in_buffer -= skipped;
+        left -= skipped;
+    }
+}
+
+void JpegDecoder::ReadHeader() {
+    jpeg_create_decompress(&m_info);
+    m_info.client_data = this;
+    m_info.progress = &m_progress;
+    m_progress.progress_monitor = &OnProgress;
+    m_info.src = &m_source;
+    m_source.init_source = [](j_decompress_ptr) {};
+    m_source.fill_input_buffer = &OnBufferEmpty;
+    m_source.skip_input_data = &OnSkip;
+    m_source.resync_to_restart = &jpeg_resync_to_restart;
+    m_source.term_source = [](j_decompress_ptr) {};
+    jpeg_read_header(&m_info, TRUE);
+}
+
+/// The library makes the pixels as bitmaps hold them, but of inks.
+void JpegDecoder::Start() {
+    bool const isInks = m_info.jpeg_color_space == JCS_CMYK || m_info.jpeg_color_space == JCS_YCCK;
+    m_info.out_color_space = isInks                                       ? JCS_CMYK
+                             : std::endian::native == std::endian::little ? JCS_EXT_BGRA
+                                                                          : JCS_EXT_ARGB;
+    jpeg_start_decompress(&m_info);
+}
+
+void JpegDecoder::ReadRows() {
+    while (m_info.output_scanline < m_info.output_height) {
+        JDIMENSION const first = m_info.output_scanline;
+        JDIMENSION const wanted = std::min(kRowsAtATime, m_info.output_height - first);
+        JSAMPROW rows[kRowsAtATime];
+        for (JDIMENSION i = 0; i < wanted; ++i) {
+            rows[i] = reinterpret_cast<JSAMPROW>(m_pixels->Row(first + i));
+        }
+        JDIMENSION const read = jpeg_read_scanlines(&m_info, rows, wanted);
+        for (JDIMENSION i = 0; IsInks() && i < read; ++i) {
+            ConvertInks(m_pixels->Row(first + i));
+        }
+    }
+}
+
+/// Makes colours of cyan, magenta, yellow and black in place. Files with the Adobe mark hold what is left of the
+/// light instead of how much ink there is.
+void JpegDecoder::ConvertInks(std::uint32_t* row) const {
+    unsigned const inverted = m_info.saw_Adobe_marker ? 0x00 : 0xFF;
+    auto const* inks = reinterpret_cast<unsigned char const*>(row);
+    for (JDIMENSION x = 0; x < m_info.output_width; ++x, inks += 4) {
+        std::uint32_t pixel = PixelMath::kAlpha;
+        for (unsigned i = 0; i < 3; ++i) {
+            unsigned const light = (inks[i] ^ inverted) * (inks[3] ^ inverted);
+            pixel |= (light + 127) / 255 << (16 - 8 * i);
+        }
+        row[x] = pixel;
+    }
+}
+
+bool JpegDecoder::IsWithinLimits() const {
+    return m_info.image_width <= VImageIOJPEG::kMaxSide && m_info.image_height <= VImageIOJPEG::kMaxSide &&
+           std::uint64_t{m_info.image_width} * m_info.image_height <= VImageIOJPEG::kMaxPixels;
+}
+
+VBitmapImage* JpegDecoder::Decode() {
+    m_info.err = jpeg_std_error(&m_errors);
+    m_errors.error_exit = &OnError;
+    m_errors.emit_message = &OnMessage;
+    m_info.client_data = this;
+    if (!m_errorEscape.Run(*this, &JpegDecoder::ReadHeader) || !IsWithinLimits() ||
+        !m_errorEscape.Run(*this, &JpegDecoder::Start)) {
+        return nullptr;
+    }
+    m_pixels.emplace(m_info.output_width, m_info.output_height);
+    if (!m_pixels->IsValid() || !m_errorEscape.Run(*this, &JpegDecoder::ReadRows)) {
+        return nullptr;
+    }
+    // Where scans refine a picture, or arithmetic coding makes something of nothing, a file that ended too early
+    // leaves no other trace.
+    if (m_fileEnded && (jpeg_has_multiple_scans(&m_info) || m_info.arith_code)) {
+        return nullptr;
+    }
+    return m_pixels->IntoImage();
+}
+
+} // namespace
+
+VBitmapImage* DecodeJpeg(VFile& file) {
+    return std::make_unique<JpegDecoder>(file)->Decode();
+}
+
+} // namespace VFoundation

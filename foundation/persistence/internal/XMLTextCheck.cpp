@@ -1,0 +1,421 @@
+#include "foundation/persistence/internal/XMLTextCheck.h"
+
+#include "foundation/persistence/IXMLFileIO.h"
+
+#include <algorithm>
+#include <string_view>
+#include <strings.h>
+#include <utility>
+#include <vector>
+
+namespace VFoundation {
+
+namespace {
+
+using namespace std::string_view_literals;
+
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+constexpr std::string_view kCDataStart = "<![CDATA[";
+constexpr std::string_view kCDataEnd = "]]>";
+constexpr unsigned long kLargestByte = 0xFF;
+constexpr unsigned long kLargestCharacter = 0x10FFFF;
+
+/// What counts as white space for TinyXML.
+constexpr bool IsBlank(char c) noexcept {
+    return c == ' ' || (c >= '\t' && c <= '\r');
+}
+
+constexpr bool IsDigit(char c) noexcept {
+    return c >= '0' && c <= '9';
+}
+
+constexpr bool StartsName(char c) noexcept {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' ||
+           static_cast<unsigned char>(c) > 127;
+}
+
+constexpr bool ContinuesName(char c) noexcept {
+    return StartsName(c) || IsDigit(c) || c == '-' || c == '.' || c == ':';
+}
+
+bool EqualIgnoringCase(std::string_view a, std::string_view b) noexcept {
+    return a.size() == b.size() && ::strncasecmp(a.data(), b.data(), a.size()) == 0;
+}
+
+/// The value of a digit in base 10 or 16, or the base for any other character.
+constexpr unsigned DigitValue(char c, unsigned base) noexcept {
+    if (IsDigit(c)) {
+        return static_cast<unsigned>(c - '0');
+    }
+    char const lower = static_cast<char>(c | 0x20);
+    return base == 16 && lower >= 'a' && lower <= 'f' ? static_cast<unsigned>(lower - 'a') + 10 : base;
+}
+
+/// The character that a reference, given without '&' and ';', stands for; 0 for none.
+unsigned long ReferredCharacter(std::string_view reference) noexcept {
+    constexpr struct {
+        std::string_view name;
+        char character;
+    } kNamed[] = {{"amp", '&'}, {"lt", '<'}, {"gt", '>'}, {"quot", '"'}, {"apos", '\''}};
+    if (!reference.starts_with('#')) {
+        for (auto const& named : kNamed) {
+            if (reference == named.name) {
+                return static_cast<unsigned char>(named.character);
+            }
+        }
+        return 0;
+    }
+    reference.remove_prefix(1);
+    unsigned const base = reference.starts_with('x') ? 16 : 10;
+    reference.remove_prefix(base == 16 ? 1 : 0);
+    unsigned long character = 0;
+    for (char const c : reference) {
+        unsigned const digit = DigitValue(c, base);
+        character = character * base + digit;
+        if (digit == base || character > kLargestCharacter) {
+            return 0;
+        }
+    }
+    bool const isSurrogate = character >= 0xD800 && character <= 0xDFFF;
+    return isSurrogate ? 0 : character;
+}
+
+/// Bytes behind the first of a UTF-8 character, by the first; -1 when it cannot be the first.
+constexpr int FollowingBytes(unsigned char first) noexcept {
+    if (first < 0x80) {
+        return 0;
+    }
+    if (first < 0xC2 || first > 0xF4) {
+        return -1;
+    }
+    return first < 0xE0 ? 1 : first < 0xF0 ? 2 : 3;
+}
+
+bool IsUtf8(std::string_view text) noexcept {
+    int missing = 0;
+    for (char const c : text) {
+        auto const byte = static_cast<unsigned char>(c);
+        if (missing > 0) {
+            if ((byte & 0xC0) != 0x80) {
+                return false;
+            }
+            --missing;
+        } else {
+            missing = FollowingBytes(byte);
+            if (missing < 0) {
+                return false;
+            }
+        }
+    }
+    return missing == 0;
+}
+
+/// Reads a document from front to back; every function is false as soon as something does not pass.
+class Scanner {
+  public:
+    /// A piece of text that stands for blanks.
+    struct BlankText {
+        std::size_t offset;
+        std::size_t length;
+        std::string blanks;
+    };
+
+    explicit Scanner(std::string_view text) : m_text(text), m_rest(text) {}
+
+    bool ScanDocument();
+
+    std::string_view DeclaredEncoding() const noexcept { return m_encoding; }
+    bool HasDeclaration() const noexcept { return m_hasDeclaration; }
+    unsigned long LargestReference() const noexcept { return m_largestReference; }
+    std::vector<BlankText> const& BlankTexts() const noexcept { return m_blankTexts; }
+
+  private:
+    std::size_t Offset() const noexcept { return m_text.size() - m_rest.size(); }
+    bool Skip(std::string_view expected) noexcept;
+    bool SkipBlanks() noexcept;
+    bool SkipBehind(std::string_view end) noexcept;
+    bool TakeName(std::string_view& name) noexcept;
+
+    bool ScanText();
+    bool ScanMarkup();
+    bool ScanInstruction();
+    bool ScanDeclaration(bool isFirst);
+    bool ScanDocumentType();
+    bool ScanStartTag();
+    bool ScanEndTag();
+    bool ScanAttribute(std::string_view& name, std::string_view& value);
+    bool ScanReferences(std::string_view text);
+    void NoteBlankText(std::string_view text, std::size_t offset);
+
+    std::string_view const m_text;
+    std::string_view m_rest;
+    std::vector<std::string_view> m_open; // the names of the elements around
+    bool m_hadRoot = false;
+    bool m_hasDeclaration = false;
+    std::string_view m_encoding;
+    unsigned long m_largestReference = 0;
+    std::vector<BlankText> m_blankTexts;
+};
+
+bool Scanner::Skip(std::string_view expected) noexcept {
+    bool const found = m_rest.starts_with(expected);
+    m_rest.remove_prefix(found ? expected.size() : 0);
+    return found;
+}
+
+/// True when there was at least one.
+bool Scanner::SkipBlanks() noexcept {
+    std::size_t count = 0;
+    while (count < m_rest.size() && IsBlank(m_rest[count])) {
+        ++count;
+    }
+    m_rest.remove_prefix(count);
+    return count > 0;
+}
+
+bool Scanner::SkipBehind(std::string_view end) noexcept {
+    std::size_t const found = m_rest.find(end);
+    if (found == std::string_view::npos) {
+        return false;
+    }
+    m_rest.remove_prefix(found + end.size());
+    return true;
+}
+
+bool Scanner::TakeName(std::string_view& name) noexcept {
+    if (m_rest.empty() || !StartsName(m_rest.front())) {
+        return false;
+    }
+    std::size_t length = 1;
+    while (length < m_rest.size() && ContinuesName(m_rest[length])) {
+        ++length;
+    }
+    name = m_rest.substr(0, length);
+    m_rest.remove_prefix(length);
+    return true;
+}
+
+bool Scanner::ScanDocument() {
+    while (ScanText()) {
+        if (m_rest.empty()) {
+            return m_hadRoot && m_open.empty();
+        }
+        if (!ScanMarkup()) {
+            return false;
+        }
+    }
+    return false;
+}
+
+bool Scanner::ScanText() {
+    std::size_t const offset = Offset();
+    std::string_view const text = m_rest.substr(0, m_rest.find('<'));
+    m_rest.remove_prefix(text.size());
+    if (m_open.empty()) {
+        return IsXMLBlank(text);
+    }
+    if (text.find('&') == std::string_view::npos) {
+        return true;
+    }
+    NoteBlankText(text, offset);
+    return ScanReferences(text);
+}
+
+bool Scanner::ScanMarkup() {
+    if (Skip("<!--"sv)) {
+        return SkipBehind("-->"sv);
+    }
+    if (Skip(kCDataStart)) {
+        return !m_open.empty() && SkipBehind(kCDataEnd);
+    }
+    if (Skip("<?"sv)) {
+        return ScanInstruction();
+    }
+    if (Skip("<!DOCTYPE"sv)) {
+        return ScanDocumentType();
+    }
+    if (Skip("</"sv)) {
+        return ScanEndTag();
+    }
+    return Skip("<"sv) && ScanStartTag();
+}
+
+/// TinyXML ends an instruction at its first '>'.
+bool Scanner::ScanInstruction() {
+    bool const isFirst = IsXMLBlank(m_text.substr(0, Offset() - 2));
+    std::string_view const content = m_rest.substr(0, m_rest.find('>'));
+    if (!SkipBehind(">"sv) || !content.ends_with('?')) {
+        return false;
+    }
+    std::string_view const behind = std::exchange(m_rest, content);
+    bool const isFine = ScanDeclaration(isFirst);
+    m_rest = behind;
+    return isFine;
+}
+
+/// TinyXML takes every instruction for a declaration whose name only begins with "xml".
+bool Scanner::ScanDeclaration(bool isFirst) {
+    std::string_view name;
+    if (!TakeName(name) || !EqualIgnoringCase(name.substr(0, 3), "xml"sv)) {
+        return true;
+    }
+    bool const isDeclaration = name.size() == 3;
+    m_hasDeclaration = m_hasDeclaration || isDeclaration;
+    while (SkipBlanks() && m_rest != "?"sv) {
+        std::string_view value;
+        if (!ScanAttribute(name, value)) {
+            return false;
+        }
+        if (isDeclaration && EqualIgnoringCase(name, "encoding"sv)) {
+            m_encoding = value;
+        }
+    }
+    return m_rest == "?"sv && (isFirst || !isDeclaration);
+}
+
+bool Scanner::ScanDocumentType() {
+    std::string_view const content = m_rest.substr(0, m_rest.find('>'));
+    return m_open.empty() && !m_hadRoot && content.find_first_of("<["sv) == std::string_view::npos &&
+           SkipBehind(">"sv);
+}
+
+bool Scanner::ScanStartTag() {
+    std::string_view tag;
+    if ((m_open.empty() && m_hadRoot) || m_open.size() >= IXMLFileIO::kMaxNesting || !TakeName(tag)) {
+        return false;
+    }
+    m_hadRoot = true;
+    for (int attributes = 0;; ++attributes) {
+        bool const separated = SkipBlanks();
+        if (Skip("/>"sv)) {
+            return true;
+        }
+        if (Skip(">"sv)) {
+            m_open.push_back(tag);
+            return true;
+        }
+        std::string_view name;
+        std::string_view value;
+        if (!separated || attributes >= IXMLFileIO::kMaxAttributes || !ScanAttribute(name, value)) {
+            return false;
+        }
+    }
+}
+
+bool Scanner::ScanEndTag() {
+    std::string_view name;
+    if (!TakeName(name) || m_open.empty() || name != m_open.back()) {
+        return false;
+    }
+    m_open.pop_back();
+    SkipBlanks();
+    return Skip(">"sv);
+}
+
+bool Scanner::ScanAttribute(std::string_view& name, std::string_view& value) {
+    if (!TakeName(name)) {
+        return false;
+    }
+    SkipBlanks();
+    if (!Skip("="sv)) {
+        return false;
+    }
+    SkipBlanks();
+    std::string_view const quote = m_rest.substr(0, 1);
+    if (!Skip("\""sv) && !Skip("'"sv)) {
+        return false;
+    }
+    value = m_rest.substr(0, m_rest.find(quote));
+    return SkipBehind(quote) && value.find('<') == std::string_view::npos && ScanReferences(value);
+}
+
+bool Scanner::ScanReferences(std::string_view text) {
+    for (std::size_t start = text.find('&'); start != std::string_view::npos; start = text.find('&')) {
+        text.remove_prefix(start + 1);
+        std::size_t const end = text.find(';');
+        unsigned long const character =
+            end == std::string_view::npos ? 0 : ReferredCharacter(text.substr(0, end));
+        if (character == 0) {
+            return false;
+        }
+        m_largestReference = std::max(m_largestReference, character);
+    }
+    return true;
+}
+
+/// Remembers `text`, which contains references, if it stands for nothing but blanks.
+void Scanner::NoteBlankText(std::string_view text, std::size_t offset) {
+    BlankText found{offset, text.size(), {}};
+    while (!text.empty()) {
+        std::size_t length = 1;
+        auto character = static_cast<unsigned char>(text.front());
+        if (character == '&') {
+            length = std::min(text.find(';'), text.size() - 1) + 1;
+            unsigned long const referred = ReferredCharacter(text.substr(1, length - 2));
+            character = referred <= kLargestByte ? static_cast<unsigned char>(referred) : 0;
+        }
+        if (!IsBlank(static_cast<char>(character))) {
+            return;
+        }
+        found.blanks += static_cast<char>(character);
+        text.remove_prefix(length);
+    }
+    m_blankTexts.push_back(std::move(found));
+}
+
+/// Puts CDATA sections into the places of `texts`.
+std::string WithBlanksAsCData(std::string const& text, std::vector<Scanner::BlankText> const& texts) {
+    std::string result;
+    result.reserve(text.size());
+    std::size_t copied = 0;
+    for (auto const& blank : texts) {
+        result.append(text, copied, blank.offset - copied).append(kCDataStart).append(blank.blanks);
+        result.append(kCDataEnd);
+        copied = blank.offset + blank.length;
+    }
+    return result.append(text, copied);
+}
+
+} // namespace
+
+bool IsXMLBlank(std::string_view text) noexcept {
+    return std::all_of(text.begin(), text.end(), IsBlank);
+}
+
+bool IsXMLName(char const* name) noexcept {
+    if (!name || !StartsName(*name)) {
+        return false;
+    }
+    while (ContinuesName(*name)) {
+        ++name;
+    }
+    return *name == '\0';
+}
+
+bool PrepareXMLText(std::string& text, bool& isUtf8) {
+    bool const hasMark = text.starts_with(kByteOrderMark);
+    text.erase(0, hasMark ? kByteOrderMark.size() : 0);
+    if (text.find('\0') != std::string::npos) {
+        return false;
+    }
+    Scanner scanner(text);
+    if (!scanner.ScanDocument()) {
+        return false;
+    }
+    bool const needsUtf8 = scanner.LargestReference() > kLargestByte;
+    std::string_view const encoding = scanner.DeclaredEncoding();
+    bool const meansUtf8 =
+        hasMark || (scanner.HasDeclaration() ? encoding.empty() || EqualIgnoringCase(encoding, "UTF-8"sv) ||
+                                                   EqualIgnoringCase(encoding, "UTF8"sv)
+                                             : needsUtf8);
+    isUtf8 = meansUtf8 && IsUtf8(text);
+    if (needsUtf8 && !isUtf8) {
+        return false;
+    }
+    if (!scanner.BlankTexts().empty()) {
+        text = WithBlanksAsCData(text, scanner.BlankTexts());
+    }
+    return true;
+}
+
+} // namespace VFoundation

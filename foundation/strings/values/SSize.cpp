@@ -1,0 +1,22 @@
+#include "foundation/strings/values/SSize.h"
+
+#include "foundation/strings/values/internal/GeometryText.h"
+
+#include <array>
+
+namespace VFoundation {
+
+void SSize::SizeToString(char* buffer, unsigned long size) const {
+    WriteNumbers(buffer, size, std::array{width, height});
+}
+
+bool SSize::SizeFromString(char const* text) {
+    std::array<std::int32_t, 2> numbers{};
+    if (!ReadNumbers(text, numbers)) {
+        return false;
+    }
+    *this = {numbers[0], numbers[1]};
+    return true;
+}
+
+} // namespace VFoundation

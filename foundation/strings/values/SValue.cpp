@@ -1,0 +1,195 @@
+#include "foundation/strings/values/SValue.h"
+
+#include "foundation/core/NarrowCast.h"
+#include "foundation/core/VObjectRef.h"
+#include "foundation/strings/VString.h"
+
+#include <utility>
+
+namespace VFoundation {
+
+static_assert(sizeof(SValue) == 16);
+
+SValue& SValue::operator=(SValue const& other) {
+    if (this == &other) {
+        return *this;
+    }
+    switch (other.m_type) {
+    case kUnknown:
+        SetValueToUnknown();
+        break;
+    case kBool:
+        SetValueToBool(other.m_bool);
+        break;
+    case kChar:
+        SetValueToChar(static_cast<char>(other.m_char));
+        break;
+    case kInt:
+        SetValueToInt(other.m_int);
+        break;
+    case kFloat:
+        SetValueToFloat(other.m_float);
+        break;
+    case kDouble:
+        SetValueToDouble(other.m_double);
+        break;
+    case kString:
+        SetValueToString(other.m_string ? *other.m_string : *VString::EmptyString());
+        break;
+    case kObject:
+        SetValueToObject(other.m_object);
+        break;
+    case kPVoid:
+        SetValueToVoidPointer(other.m_pointer);
+        break;
+    default:
+        break;
+    }
+    return *this;
+}
+
+void SValue::ReleaseHeld() noexcept {
+    if (VObject* const held = HeldObject()) {
+        m_pointer = nullptr;
+        held->Release();
+    }
+}
+
+VObject* SValue::HeldObject() const noexcept {
+    switch (m_type) {
+    case kString:
+        return m_string;
+    case kObject:
+        return m_object;
+    default:
+        return nullptr;
+    }
+}
+
+/// Ends what is held and makes the payload all zero bits.
+void SValue::SetType(eType type) {
+    ReleaseHeld();
+    m_type = type;
+    m_pointer = nullptr;
+}
+
+void SValue::SetValueToUnknown() {
+    SetType(kUnknown);
+}
+
+void SValue::SetValueToBool(bool value) {
+    SetType(kBool);
+    m_bool = value;
+}
+
+void SValue::SetValueToChar(char value) {
+    SetType(kChar);
+    m_char = static_cast<signed char>(value);
+}
+
+void SValue::SetValueToInt(long value) {
+    SetType(kInt);
+    m_int = narrow_cast<std::int32_t>(value);
+}
+
+void SValue::SetValueToFloat(float value) {
+    SetType(kFloat);
+    m_float = value;
+}
+
+void SValue::SetValueToDouble(double value) {
+    SetType(kDouble);
+    m_double = value;
+}
+
+void SValue::SetValueToVoidPointer(void* value) {
+    SetType(kPVoid);
+    m_pointer = value;
+}
+
+void SValue::SetValueToString(VString const& value) {
+    if (m_type == kString && m_string) {
+        *m_string = value;
+        return;
+    }
+    auto string = VObjectRef<VString>::Adopt(VString::New());
+    *string = value; // before the release below: the text may belong to the object held until now
+    SetType(kString);
+    m_string = string.Detach();
+}
+
+void SValue::SetValueToObject(VObject* value) {
+    if (m_type == kObject && m_object == value) {
+        return;
+    }
+    VObjectRef<VObject> retained(value); // before the release below: it may live by the object held until now
+    SetType(kObject);
+    m_object = retained.Detach();
+}
+
+bool SValue::GetBool() const noexcept {
+    return m_type == kBool && m_bool;
+}
+
+char SValue::GetChar() const noexcept {
+    return m_type == kChar ? static_cast<char>(m_char) : '\0';
+}
+
+long SValue::GetInt() const noexcept {
+    return m_type == kInt ? m_int : 0;
+}
+
+float SValue::GetFloat() const noexcept {
+    return m_type == kFloat ? m_float : 0.0F;
+}
+
+double SValue::GetDouble() const noexcept {
+    return m_type == kDouble ? m_double : 0.0;
+}
+
+bool SValue::GetString(VString& out) const {
+    if (m_type == kString && m_string) {
+        out = *m_string;
+    } else {
+        out = "";
+    }
+    return m_type == kString;
+}
+
+VObject* SValue::GetObject() const noexcept {
+    return m_type == kObject ? m_object : nullptr;
+}
+
+void* SValue::GetVoidPointer() const noexcept {
+    return m_type == kPVoid ? m_pointer : nullptr;
+}
+
+bool SValue::operator==(SValue const& other) const {
+    if (m_type != other.m_type) {
+        return false;
+    }
+    switch (m_type) {
+    case kBool:
+        return m_bool == other.m_bool;
+    case kChar:
+        return m_char == other.m_char;
+    case kInt:
+        return m_int == other.m_int;
+    case kFloat:
+        return m_float == other.m_float;
+    case kDouble:
+        return m_double == other.m_double;
+    case kString:
+    case kObject: {
+        VObject const* const mine = HeldObject();
+        VObject const* const theirs = other.HeldObject();
+        return mine && theirs ? mine->IsEqual(*theirs) : mine == theirs;
+    }
+    case kPVoid:
+        return m_pointer == other.m_pointer;
+    default:
+        return true;
+    }
+}
+
+} // namespace VFoundation

@@ -1,0 +1,180 @@
+#include "foundation/strings/values/VColour.h"
+
+#include "foundation/core/VObjectRef.h"
+#include "foundation/persistence/VXMLFile.h"
+#include "foundation/strings/VString.h"
+
+#include <mutex>
+#include <utility>
+
+namespace VFoundation {
+
+namespace {
+
+struct Row {
+    char const* name;
+    int red, green, blue, alpha;
+};
+
+#define VFOUNDATION_ROW(accessor, name, r, g, b, a) {name, r, g, b, a},
+constexpr Row kRows[] = {VFOUNDATION_NAMED_COLOURS(VFOUNDATION_ROW)};
+#undef VFOUNDATION_ROW
+
+/// Guards the named colours and their array.
+constinit std::mutex s_lock;
+
+} // namespace
+
+VClass* VColour::ms_theClass = nullptr;
+VObjectArrayTmpl<VColour>* VColour::ms_namedColoursArray = nullptr;
+constinit std::atomic<VColour*> VColour::ms_namedColours[kNamedCount] = {};
+char const* const VColour::ms_pchRedTag = "red";
+char const* const VColour::ms_pchGreenTag = "green";
+char const* const VColour::ms_pchBlueTag = "blue";
+char const* const VColour::ms_pchAlphaTag = "alpha";
+
+VColour::VColour(int r, int g, int b, int a, char const* name) : Registered(nullptr), SColour(r, g, b, a) {
+    if (name) {
+        SetName(name);
+    }
+}
+
+VColour::VColour(unsigned long packed, char const* name) : Registered(nullptr), SColour(packed) {
+    if (name) {
+        SetName(name);
+    }
+}
+
+VColour::VColour(VColour const& other) : Registered(nullptr), SColour(other) {
+    if (other.m_name) {
+        SetName(other.GetName());
+    }
+}
+
+VColour::~VColour() {
+    if (m_name) {
+        m_name->Release();
+    }
+}
+
+VColour& VColour::operator=(VColour const& other) {
+    SColour::operator=(other);
+    if (this != &other && (m_name || other.m_name)) {
+        SetName(other.GetName());
+    }
+    return *this;
+}
+
+VColour* VColour::Copy() const {
+    auto* const copy = static_cast<VColour*>(VObject::Copy());
+    if (copy) {
+        *copy = *this;
+    }
+    return copy;
+}
+
+void VColour::SetName(char const* name) {
+    if (!m_name) {
+        m_name = VString::New();
+    }
+    *m_name = name;
+}
+
+char const* VColour::GetName() const noexcept {
+    return m_name ? m_name->CString() : "";
+}
+
+bool VColour::IsEqual(VObject const& other) const {
+    return other.Class() == Class() && IsSameColour(static_cast<VColour const&>(other));
+}
+
+bool VColour::SerializeAsXML(VXMLFile& file) {
+    constexpr char const* kColourKey = "colour";
+    if (!VObject::SerializeAsXML(file)) {
+        return file.WriteAttribute(kColourKey, GetColourAsString(eTagged));
+    }
+    if (VString text; file.ReadAttribute(kColourKey, text)) {
+        SetColourFromString(text);
+        return true;
+    }
+    bool const hasRed = file.ReadAttribute(ms_pchRedTag, red);
+    bool const hasGreen = file.ReadAttribute(ms_pchGreenTag, green);
+    bool const hasBlue = file.ReadAttribute(ms_pchBlueTag, blue);
+    bool const hasAlpha = file.ReadAttribute(ms_pchAlphaTag, alpha);
+    iSetRGBA(red, green, blue, alpha);
+    return hasRed || hasGreen || hasBlue || hasAlpha;
+}
+
+VColour* VColour::GetColourNamed(char const* name) {
+    if (!name) {
+        return nullptr;
+    }
+    std::lock_guard const lock(s_lock);
+    long const count = ms_namedColoursArray ? ms_namedColoursArray->Count() : 0;
+    for (long i = 0; i < count; ++i) {
+        VColour* const colour = ms_namedColoursArray->ObjectAtIndexTyped(i);
+        if (*colour->GetName() && VString::stricmp(colour->GetName(), name) == 0) {
+            return colour;
+        }
+    }
+    return nullptr;
+}
+
+VColour* VColour::Named(eNamed which) {
+    if (VColour* const colour = ms_namedColours[which].load(std::memory_order_acquire)) {
+        return colour;
+    }
+    // Made outside the lock, because that may make class records, which takes locks of its own.
+    Row const& row = kRows[which];
+    auto made = VObjectRef<VColour>::Adopt(new VColour(row.red, row.green, row.blue, row.alpha, row.name));
+    std::lock_guard const lock(s_lock);
+    if (VColour* const colour = ms_namedColours[which].load(std::memory_order_relaxed)) {
+        return colour; // another thread was first
+    }
+    if (ms_namedColoursArray) {
+        ms_namedColoursArray->AddObject(made.Get());
+    }
+    VColour* const colour = made.Detach();
+    ms_namedColours[which].store(colour, std::memory_order_release);
+    return colour;
+}
+
+void VColour::InitAllNamedColours() {
+    for (int i = 0; i < kNamedCount; ++i) {
+        Named(static_cast<eNamed>(i));
+    }
+}
+
+void VColour::ReleaseAllStaticColours() {
+    std::lock_guard const lock(s_lock);
+    for (auto& slot : ms_namedColours) {
+        if (VColour* const colour = slot.exchange(nullptr)) {
+            colour->Release();
+        }
+    }
+}
+
+void VColour::InitializeClass() {
+    UninitializeArray();
+    auto* const array = new VObjectArrayTmpl<VColour>(kNamedCount);
+    std::lock_guard const lock(s_lock);
+    ms_namedColoursArray = array;
+}
+
+void VColour::UninitializeClass() {
+    ReleaseAllStaticColours();
+    UninitializeArray();
+}
+
+void VColour::UninitializeArray() {
+    VObjectArrayTmpl<VColour>* array = nullptr;
+    {
+        std::lock_guard const lock(s_lock);
+        array = std::exchange(ms_namedColoursArray, nullptr);
+    }
+    if (array) {
+        array->Release();
+    }
+}
+
+} // namespace VFoundation

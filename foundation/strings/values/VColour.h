@@ -1,0 +1,91 @@
+#pragma once
+
+#include "foundation/containers/VObjectArrayTmpl.h"
+#include "foundation/core/Registered.h"
+#include "foundation/strings/values/NamedColours.h"
+#include "foundation/strings/values/SColour.h"
+
+#include <atomic>
+
+namespace VFoundation {
+
+/// A colour as an object, with an optional name; and the library's named colours:
+///
+///     VColour* const gold = VColour::Gold();
+///     VColour* const same = VColour::GetColourNamed("gold");
+///
+/// Named colours are made on first use, all of them when the library starts. They are shared: do not change
+/// them. Several names share a value, and "Light Blue" and "Orange" are not the colours that the web calls so.
+///
+/// Ownership: owns its name. Accessors and `GetColourNamed` give borrowed colours, which live until
+/// `ReleaseAllStaticColours`.
+/// Threads: one thread at a time per colour; any thread may ask for named ones.
+class VColour : public Registered<VColour, VObject>, public SColour {
+  public:
+    static constexpr char const* kClassName = "VColour";
+    static VClass* ms_theClass;
+
+    /// Opaque black, unnamed.
+    explicit VColour(VClass* cls = nullptr) : Registered(cls) {}
+    /// A null name leaves the colour unnamed.
+    VColour(int r, int g, int b, int a, char const* name);
+    VColour(unsigned long packed, char const* name);
+    VColour(VColour const& other);
+    ~VColour() override;
+    VColour& operator=(VColour const& other);
+
+    static VColour* New() { return new VColour; }
+    /// The same colour and name (owned).
+    VColour* Copy() const override;
+
+    /// Null sets an empty name.
+    void SetName(char const* name);
+    /// Empty when the colour has none.
+    char const* GetName() const noexcept;
+
+    /// Same class and same components; names do not count.
+    bool IsEqual(VObject const& other) const override;
+
+    /// Writes "colour" in the tagged style. Reads it, or else the four attributes "red", "green", "blue" and
+    /// "alpha" of older documents, of which each absent one leaves its component. False when there is none of
+    /// them.
+    bool SerializeAsXML(VXMLFile& file) override;
+
+    /// The first named colour of that name in any case, or null.
+    static VColour* GetColourNamed(char const* name);
+
+#define VFOUNDATION_ROW(accessor, name, r, g, b, a) eNamed##accessor,
+    enum eNamed { VFOUNDATION_NAMED_COLOURS(VFOUNDATION_ROW) kNamedCount };
+#undef VFOUNDATION_ROW
+    /// The named colour, made on first use and entered in `ms_namedColoursArray` when there is one.
+    static VColour* Named(eNamed which);
+    // `VColour::Aqua()` and the others.
+#define VFOUNDATION_ROW(accessor, name, r, g, b, a)                                                          \
+    static VColour* accessor() {                                                                             \
+        return Named(eNamed##accessor);                                                                      \
+    }
+    VFOUNDATION_NAMED_COLOURS(VFOUNDATION_ROW)
+#undef VFOUNDATION_ROW
+
+    static void InitAllNamedColours();
+    /// Releases every named colour; the next use of an accessor makes a new one.
+    static void ReleaseAllStaticColours();
+    /// Makes the array of named colours, empty.
+    static void InitializeClass();
+    static void UninitializeClass();
+
+    static VObjectArrayTmpl<VColour>* ms_namedColoursArray;
+    static std::atomic<VColour*> ms_namedColours[kNamedCount];
+
+    static char const* const ms_pchRedTag;
+    static char const* const ms_pchGreenTag;
+    static char const* const ms_pchBlueTag;
+    static char const* const ms_pchAlphaTag;
+
+  private:
+    static void UninitializeArray();
+
+    VString* m_name = nullptr;
+};
+
+} // namespace VFoundation

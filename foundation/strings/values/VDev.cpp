@@ -1,0 +1,7 @@
+#include "foundation/strings/values/VDev.h"
+
+namespace VFoundation {
+
+VClass* VDev::ms_theClass = nullptr;
+
+} // namespace VFoundation

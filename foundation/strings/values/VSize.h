@@ -1,0 +1,32 @@
+#pragma once
+
+#include "foundation/core/Registered.h"
+#include "foundation/strings/values/SSize.h"
+#include "foundation/strings/values/TSavedObject.h"
+
+namespace VFoundation {
+
+/// An extent in pixels, as an object. Files hold "width" and "height" as 32-bit numbers.
+///
+/// Ownership: a value.
+/// Threads: one thread at a time.
+class VSize : public Registered<VSize, TSavedObject<VSize>>, public SSize {
+  public:
+    static constexpr char const* kClassName = "VSize";
+    static VClass* ms_theClass;
+
+    explicit VSize(VClass* cls = nullptr) : Registered(cls) {}
+    explicit VSize(SSize const& size) : Registered(nullptr), SSize(size) {}
+    VSize(VSize const& other) : Registered(nullptr), SSize(other) {}
+    VSize& operator=(VSize const&) = default;
+
+    static VSize* New() { return new VSize; }
+
+  private:
+    friend class TSavedObject<VSize>;
+    struct Fields;
+};
+
+extern template class TSavedObject<VSize>;
+
+} // namespace VFoundation
