@@ -19,6 +19,9 @@ clang-format --dry-run --Werror "${sources[@]}" "${headers[@]}"
 echo "docs/oddities.md names what exists"
 python3 scripts/lib/check_oddities.py
 
+echo "rooms"
+python3 scripts/lib/check_rooms.py
+
 echo "headers that compile alone"
 cmake --build "$build" --target all_verify_interface_header_sets
 

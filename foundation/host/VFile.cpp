@@ -22,7 +22,7 @@ bool VFile::OpenForReading(VString const& path) {
     if (m_stream) {
         return false;
     }
-    m_stream = HostServices::OpenRegularFile(path.CString());
+    m_stream = OpenRegularFile(path.CString());
     return m_stream != nullptr;
 }
 
@@ -67,6 +67,10 @@ std::FILE* VFile::vfc_fopen(char const* path, char const* mode) {
 
 std::FILE* VFile::vfc_fopen(VString const& path, char const* mode) {
     return vfc_fopen(path.CString(), mode);
+}
+
+std::FILE* VFile::OpenRegularFile(char const* path) {
+    return path ? HostServices::OpenRegularFile(path) : nullptr;
 }
 
 } // namespace VFoundation

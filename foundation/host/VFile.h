@@ -57,6 +57,9 @@ class VFile : public Registered<VFile, VObject> {
     /// The one place where the library opens files by mode: `fopen`, closed on exec. Null when that fails.
     static std::FILE* vfc_fopen(char const* path, char const* mode);
     static std::FILE* vfc_fopen(VString const& path, char const* mode);
+    /// Opens a regular file for reading in binary mode, closed on exec. Null for anything else that `path` leads
+    /// to, and never waits for the other end of a pipe. Links are followed.
+    static std::FILE* OpenRegularFile(char const* path);
 
   private:
     std::FILE* m_stream = nullptr;

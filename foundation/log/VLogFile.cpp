@@ -1,11 +1,12 @@
 #include "foundation/log/VLogFile.h"
 
+#include "foundation/host/internal/LocalTime.h"
 #include "foundation/log/VLogContext.h"
 #include "foundation/log/internal/LogFileOutput.h"
-#include "foundation/strings/values/VDate.h"
 #include "foundation/threads/VCriticalSectionScope.h"
 #include "foundation/threads/internal/EventFlag.h"
 
+#include <ctime>
 #include <utility>
 
 namespace VFoundation {
@@ -76,7 +77,9 @@ bool VLogFile::Open(char const* path) {
     m_name = std::move(name);
     // Until the date is written the file is open for this thread alone, so that it is the first line.
     m_opener.store(VThread::GetCurrentThreadID());
-    AddString(VDate::NowAsString().CString());
+    char date[kLocalTimeTextSize];
+    FormatLocalTime(static_cast<long long>(std::time(nullptr)), date);
+    AddString(date);
     m_opener.store(VThread::ThreadID{});
     m_fileState.store(eOpen);
     return true;

@@ -1,7 +1,6 @@
 #include "foundation/persistence/BlockFile.h"
 
 #include "foundation/host/VFile.h"
-#include "foundation/host/internal/HostServices.h"
 
 #include <algorithm>
 #include <cstring>
@@ -10,7 +9,7 @@
 namespace VFoundation {
 
 bool BlockFile::OpenForReading(char const* path) {
-    return Open(HostServices::OpenRegularFile(path), false);
+    return Open(VFile::OpenRegularFile(path), false);
 }
 
 bool BlockFile::OpenForWriting(char const* path) {

@@ -1,6 +1,6 @@
 #include "foundation/persistence/VXMLFileIOTinyXml.h"
 
-#include "foundation/host/internal/HostServices.h"
+#include "foundation/host/VFile.h"
 #include "foundation/persistence/internal/FileReplacer.h"
 #include "foundation/persistence/internal/XMLTextCheck.h"
 #include "foundation/strings/VString.h"
@@ -24,7 +24,7 @@ std::string ContentsOfFile(char const* path) {
     struct Close {
         void operator()(std::FILE* stream) const noexcept { std::fclose(stream); }
     };
-    std::unique_ptr<std::FILE, Close> const file(path ? HostServices::OpenRegularFile(path) : nullptr);
+    std::unique_ptr<std::FILE, Close> const file(VFile::OpenRegularFile(path));
     std::string text;
     if (file && std::fseek(file.get(), 0, SEEK_END) == 0) {
         long const length = std::ftell(file.get());

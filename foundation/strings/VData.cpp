@@ -1,21 +1,12 @@
 #include "foundation/strings/VData.h"
 
 #include "foundation/core/VException.h"
-#include "foundation/host/VHostArchitecture.h"
 #include "foundation/persistence/IAIFile.h"
 #include "foundation/strings/VString.h"
 
 #include <cstring>
 
 namespace VFoundation {
-
-namespace {
-
-/// What one store of the processor clears.
-using Vector16 = long long __attribute__((vector_size(16), may_alias));
-constexpr unsigned long kClearBlock = 128;
-
-} // namespace
 
 VClass* VData::ms_theClass = nullptr;
 
@@ -106,18 +97,6 @@ bool VData::Serialize_YeOldeZephStyle(IAIFile& file) {
 bool VData::FastZeroMemory(unsigned char* bytes, unsigned long count) {
     if (!bytes || count == 0) {
         return false;
-    }
-    if (VHostArchitecture::VCPUInfo::ms_bHasSSE2.load(std::memory_order_relaxed)) {
-        while (count && reinterpret_cast<unsigned long>(bytes) % sizeof(Vector16)) {
-            *bytes++ = 0;
-            --count;
-        }
-        for (; count > kClearBlock; count -= kClearBlock, bytes += kClearBlock) {
-            auto* const stores = reinterpret_cast<Vector16*>(bytes);
-            for (unsigned long i = 0; i < kClearBlock / sizeof(Vector16); ++i) {
-                stores[i] = Vector16{};
-            }
-        }
     }
     std::memset(bytes, 0, count);
     return true;

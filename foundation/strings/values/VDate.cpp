@@ -7,15 +7,6 @@
 
 namespace VFoundation {
 
-namespace {
-
-constexpr char const* kDays[] = {"Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"};
-constexpr char const* kMonths[] = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
-                                   "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
-constexpr int kFirstYear = 1900; // of the calendar structure
-
-} // namespace
-
 struct VDate::Fields {
     static constexpr std::tuple kAll{SavedField{"seconds", &VDate::m_seconds}};
 };
@@ -33,14 +24,9 @@ VString VDate::NowAsString() {
 }
 
 VString VDate::AsString() const {
-    VString text;
-    std::tm time{};
-    if (LocalTime(m_seconds, time)) {
-        text.Format("%s %s%3d %.2d:%.2d:%.2d %lld", kDays[time.tm_wday], kMonths[time.tm_mon], time.tm_mday,
-                    time.tm_hour, time.tm_min, time.tm_sec,
-                    static_cast<long long>(time.tm_year) + kFirstYear);
-    }
-    return text;
+    char text[kLocalTimeTextSize];
+    FormatLocalTime(m_seconds, text);
+    return VString(text);
 }
 
 void VDate::GetDescription(VString& out) const {
