@@ -18,6 +18,7 @@
 #include "foundation/containers/VPtrArrayTmpl.h"
 #include "foundation/containers/VSet.h"
 #include "foundation/containers/VTree.h"
+#include "foundation/core/Mutex.h"
 #include "foundation/core/NarrowCast.h"
 #include "foundation/core/Registered.h"
 #include "foundation/core/TRefCounted.h"

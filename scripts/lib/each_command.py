@@ -24,7 +24,7 @@ def syntax_command(entry, compiler):
         elif words[i].startswith(KEEP):
             kept.append(words[i])
         i += 1
-    return [compiler, *kept, "-Werror", "-fsyntax-only", entry["file"]]
+    return [compiler, *kept, "-Wthread-safety", "-Werror", "-fsyntax-only", entry["file"]]
 
 
 def run(entry, compiler):

@@ -1,10 +1,10 @@
 #include "foundation/strings/values/VColour.h"
 
+#include "foundation/core/Mutex.h"
 #include "foundation/core/VObjectRef.h"
 #include "foundation/persistence/VXMLFile.h"
 #include "foundation/strings/VString.h"
 
-#include <mutex>
 #include <utility>
 
 namespace VFoundation {
@@ -21,7 +21,7 @@ constexpr Row kRows[] = {VFOUNDATION_NAMED_COLOURS(VFOUNDATION_ROW)};
 #undef VFOUNDATION_ROW
 
 /// Guards the named colours and their array.
-constinit std::mutex s_lock;
+constinit detail::Mutex s_lock;
 
 } // namespace
 
@@ -109,7 +109,7 @@ VColour* VColour::GetColourNamed(char const* name) {
     if (!name) {
         return nullptr;
     }
-    std::lock_guard const lock(s_lock);
+    detail::MutexLock const lock(s_lock);
     long const count = ms_namedColoursArray ? ms_namedColoursArray->Count() : 0;
     for (long i = 0; i < count; ++i) {
         VColour* const colour = ms_namedColoursArray->ObjectAtIndexTyped(i);
@@ -127,7 +127,7 @@ VColour* VColour::Named(eNamed which) {
     // Made outside the lock, because that may make class records, which takes locks of its own.
     Row const& row = kRows[which];
     auto made = VObjectRef<VColour>::Adopt(new VColour(row.red, row.green, row.blue, row.alpha, row.name));
-    std::lock_guard const lock(s_lock);
+    detail::MutexLock const lock(s_lock);
     if (VColour* const colour = ms_namedColours[which].load(std::memory_order_relaxed)) {
         return colour; // another thread was first
     }
@@ -146,7 +146,7 @@ void VColour::InitAllNamedColours() {
 }
 
 void VColour::ReleaseAllStaticColours() {
-    std::lock_guard const lock(s_lock);
+    detail::MutexLock const lock(s_lock);
     for (auto& slot : ms_namedColours) {
         if (VColour* const colour = slot.exchange(nullptr)) {
             colour->Release();
@@ -157,7 +157,7 @@ void VColour::ReleaseAllStaticColours() {
 void VColour::InitializeClass() {
     UninitializeArray();
     auto* const array = new VObjectArrayTmpl<VColour>(kNamedCount);
-    std::lock_guard const lock(s_lock);
+    detail::MutexLock const lock(s_lock);
     ms_namedColoursArray = array;
 }
 
@@ -169,7 +169,7 @@ void VColour::UninitializeClass() {
 void VColour::UninitializeArray() {
     VObjectArrayTmpl<VColour>* array = nullptr;
     {
-        std::lock_guard const lock(s_lock);
+        detail::MutexLock const lock(s_lock);
         array = std::exchange(ms_namedColoursArray, nullptr);
     }
     if (array) {
