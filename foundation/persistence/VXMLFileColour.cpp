@@ -1,10 +1,10 @@
+#include "foundation/core/internal/ClassOwned.h"
 #include "foundation/persistence/VXMLFile.h"
 #include "foundation/strings/VString.h"
 #include "foundation/strings/values/SColour.h"
 #include "foundation/strings/values/VColour.h"
 
 #include <mutex>
-#include <utility>
 
 namespace VFoundation {
 
@@ -24,9 +24,7 @@ void VXMLFile::InitializeClass() {
 }
 
 void VXMLFile::UninitializeClass() {
-    if (VColour* const colour = std::exchange(ms_tempXMLIOCol, nullptr)) {
-        colour->Release();
-    }
+    detail::ReleaseAndClear(ms_tempXMLIOCol);
 }
 
 bool VXMLFile::SerializeColourAttribute(char const* name, SColour& colour, SColour const& defaultColour) {
