@@ -1,6 +1,6 @@
 #pragma once
 
-#include "foundation/persistence/FileValue.h"
+#include "foundation/persistence/FileTypes.h"
 
 namespace VFoundation {
 
