@@ -73,7 +73,7 @@ std::string ListOf(VArchive const& archive) {
 }
 constexpr char const* kGoldenList = "a/b+-|a/b|";
 
-TEST(GoldenFiles, LoadAndAreSavedByteByByte) {
+TEST(AIFileGolden, LoadAndAreSavedByteByByte) {
     ScratchFile const scratch;
     VAIFile file;
     VArchive archive;
@@ -127,7 +127,7 @@ void Wander(VAIFile& file) {
     }
 }
 
-TEST(GoldenFiles, LoadHoweverDamaged) {
+TEST(AIFileGolden, LoadHoweverDamaged) {
     auto const start = std::chrono::steady_clock::now();
     VArchive archive;
     long thrown = 0;

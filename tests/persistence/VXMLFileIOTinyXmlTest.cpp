@@ -11,6 +11,8 @@ namespace {
 
 using namespace testing_support;
 
+using XMLFileIOTinyXml = XMLTest;
+
 std::vector<std::string> AwkwardTexts() {
     std::vector<std::string> texts = {
         "",
@@ -38,7 +40,7 @@ std::vector<std::string> AwkwardTexts() {
     return texts;
 }
 
-TEST_F(XML, KeepsEveryByteOfTextsAttributesAndStrings) {
+TEST_F(XMLFileIOTinyXml, KeepsEveryByteOfTextsAttributesAndStrings) {
     auto const texts = AwkwardTexts();
     RoundTrip(
         [&](VXMLFile& file) {
@@ -64,7 +66,7 @@ TEST_F(XML, KeepsEveryByteOfTextsAttributesAndStrings) {
         });
 }
 
-TEST_F(XML, KeepsTextsBesideOtherNodes) {
+TEST_F(XMLFileIOTinyXml, KeepsTextsBesideOtherNodes) {
     std::string const texts[] = {"one", "two & \xE9\x01", "   ", " \n "};
     RoundTrip(
         [&](VXMLFile& file) {
@@ -83,7 +85,7 @@ TEST_F(XML, KeepsTextsBesideOtherNodes) {
         });
 }
 
-TEST_F(XML, ReadsWhatOthersWrote) {
+TEST_F(XMLFileIOTinyXml, ReadsWhatOthersWrote) {
     std::pair<char const*, char const*> const cases[] = {
         {"\xEF\xBB\xBF<?xml version='1.0'?>\n<R><T>\xC3\xA9&#xE9;&#8364;</T></R>\n",
          "\xC3\xA9\xC3\xA9\xE2\x82\xAC"},
@@ -107,7 +109,7 @@ TEST_F(XML, ReadsWhatOthersWrote) {
     EXPECT_TRUE(read.SerializeAsXML(file) && read == "a\nb\nc\r") << "line ends of files become line feeds";
 }
 
-TEST_F(XML, RefusesWhatIsNotOneWellFormedDocument) {
+TEST_F(XMLFileIOTinyXml, RefusesWhatIsNotOneWellFormedDocument) {
     VXMLFile file;
     std::istringstream documents(Contents(PERSISTENCE_TEST_DATA "/malformed.txt")); // one a line
     int count = 0;
@@ -119,7 +121,7 @@ TEST_F(XML, RefusesWhatIsNotOneWellFormedDocument) {
     EXPECT_TRUE(Load(file, std::string("<R/>\0\0", 6))) << "a terminator that was counted";
 }
 
-TEST_F(XML, BoundsWhatItReads) {
+TEST_F(XMLFileIOTinyXml, BoundsWhatItReads) {
     auto const nested = [](int levels, bool isClosed = true) {
         std::string text;
         for (int i = 0; i < (isClosed ? 2 * levels : levels); ++i) {
@@ -145,7 +147,7 @@ TEST_F(XML, BoundsWhatItReads) {
     EXPECT_FALSE(file.LoadFile("", &byte, IXMLFileIO::kMaxTextSize + 1, "R"));
 }
 
-TEST_F(XML, ReadsRegularFilesOnly) {
+TEST_F(XMLFileIOTinyXml, ReadsRegularFilesOnly) {
     ASSERT_EQ(::mkfifo(Path("pipe").c_str(), 0600), 0);
     std::filesystem::create_symlink(Path("file"), Path("link"));
     std::ofstream(Path("huge"));

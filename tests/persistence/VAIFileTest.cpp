@@ -1,6 +1,7 @@
 #include "foundation/persistence/VAIFile.h"
 
 #include "tests/persistence/ChunkBytes.h"
+#include "tests/support/LineLog.h"
 #include "tests/support/ScratchFile.h"
 
 #include <cfloat>
@@ -233,9 +234,9 @@ TEST_F(AIFile, ReportsBytesThatWereLost) {
     EXPECT_EQ(m_file.GetLastError(), VAIFile::eWriteFailed);
     ASSERT_TRUE(m_file.Open("/dev/full", kWrite));
     EXPECT_FALSE(m_file.OpenChunk("TEST") || m_file.Write("a", 1) || m_file.Seek(0, VFile::kFromStart));
-    testing::internal::CaptureStderr();
+    LineLogScope const log;
     m_file << "text";
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "VAIFile::<< ARGH!");
+    EXPECT_EQ(log.Lines(), std::vector<std::string>{"VAIFile::<< ARGH!"});
 }
 
 TEST_F(AIFile, EndsAtFourGiB) {

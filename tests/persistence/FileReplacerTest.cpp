@@ -14,6 +14,8 @@ namespace {
 
 using namespace testing_support;
 
+using FileReplacer = XMLTest;
+
 bool Save(std::string const& path, int items, char fill) {
     VXMLFile file;
     file.OpenFileForWrite(path.c_str(), "R");
@@ -41,7 +43,7 @@ bool SucceedsAsNobody(std::function<bool()> const& work) {
     return status == 0;
 }
 
-TEST_F(XML, SavingKeepsWhatTheFileIs) {
+TEST_F(FileReplacer, SavingKeepsWhatTheFileIs) {
     ::mode_t const mask = ::umask(027);
     EXPECT_TRUE(Save(Path("file"), 1, 'a'));
     ::umask(mask);
@@ -58,7 +60,7 @@ TEST_F(XML, SavingKeepsWhatTheFileIs) {
         << "no temporary file stays";
 }
 
-TEST_F(XML, SavingFailsWhereItCannotWrite) {
+TEST_F(FileReplacer, SavingFailsWhereItCannotWrite) {
     ASSERT_EQ(::mkfifo(Path("pipe").c_str(), 0600), 0);
     for (char const* const name : {"pipe", ".", "no/such/folder", "/dev/full"}) { // nobody reads the pipe
         EXPECT_FALSE(Save((m_folder / name).string(), 1, 'a')) << name;
@@ -74,7 +76,7 @@ TEST_F(XML, SavingFailsWhereItCannotWrite) {
     EXPECT_EQ(Contents(Path("small")), before);
 }
 
-TEST_F(XML, SavingRespectsPermissions) {
+TEST_F(FileReplacer, SavingRespectsPermissions) {
     ASSERT_TRUE(Save(Path("readOnly"), 1, 'a') && Save(Path("writable"), 1, 'a'));
     std::string const before = Contents(Path("readOnly"));
     EXPECT_EQ(::chmod(Path("readOnly").c_str(), 0444) | ::chmod(Path("writable").c_str(), 0222), 0);
@@ -88,7 +90,7 @@ TEST_F(XML, SavingRespectsPermissions) {
     EXPECT_FALSE(SucceedsAsNobody([&] { return Save(Path("another"), 1, 'b'); }));
 }
 
-TEST_F(XML, AKilledSaveLeavesAWholeDocument) {
+TEST_F(FileReplacer, AKilledSaveLeavesAWholeDocument) {
     constexpr int kItems = 2000;
     std::string const path = Path("document");
     ASSERT_TRUE(Save(path, kItems, 'a'));
@@ -115,7 +117,7 @@ TEST_F(XML, AKilledSaveLeavesAWholeDocument) {
     EXPECT_GT(kills, 5);
 }
 
-TEST_F(XML, ADocumentIsSavedAtItsEndUnlessItWasDropped) {
+TEST_F(FileReplacer, ADocumentIsSavedAtItsEndUnlessItWasDropped) {
     {
         VXMLFile file;
         VString text("before");

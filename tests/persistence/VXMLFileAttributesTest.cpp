@@ -16,12 +16,14 @@ namespace {
 
 using namespace testing_support;
 
-template <class T>
-class XMLTyped : public XML {};
-using Types = testing::Types<long, int, unsigned short, short, char, unsigned char, float, double, long long>;
-TYPED_TEST_SUITE(XMLTyped, Types);
+using XMLFileAttributes = XMLTest;
 
-TYPED_TEST(XMLTyped, KeepsItsExtremes) {
+template <class T>
+class XMLFileTypedAttributes : public XMLTest {};
+using Types = testing::Types<long, int, unsigned short, short, char, unsigned char, float, double, long long>;
+TYPED_TEST_SUITE(XMLFileTypedAttributes, Types);
+
+TYPED_TEST(XMLFileTypedAttributes, KeepsItsExtremes) {
     using T = TypeParam;
     using Limits =
         std::conditional_t<std::is_same_v<T, long>, std::numeric_limits<int>, std::numeric_limits<T>>;
@@ -39,7 +41,7 @@ TYPED_TEST(XMLTyped, KeepsItsExtremes) {
     }
 }
 
-TEST_F(XML, WritesAttributesInFixedFormsWhateverTheLocale) {
+TEST_F(XMLFileAttributes, WritesAttributesInFixedFormsWhateverTheLocale) {
     // What localedef makes of LC_NUMERIC for German, so that no locale has to be installed.
     constexpr std::string_view kGerman{"\x14\x11\x03\x20\6\0\0\0 \0\0\0\"\0\0\0$\0\0\0(\0\0\0,\0\0\0"
                                        "0\0\0\0,\0.\0\3\3\0\0,\0\0\0.\0\0\0ISO-8859-1",
@@ -66,7 +68,7 @@ TEST_F(XML, WritesAttributesInFixedFormsWhateverTheLocale) {
     ::unsetenv("LOCPATH");
 }
 
-TEST_F(XML, ReadsNumbersHoweverTheyAreWritten) {
+TEST_F(XMLFileAttributes, ReadsNumbersHoweverTheyAreWritten) {
     std::istringstream cases(Contents(PERSISTENCE_TEST_DATA "/numbers.txt")); // text, long, long long, double
     std::string text;
     for (std::string expected; std::getline(cases, text, '|') && std::getline(cases, expected);) {
@@ -90,7 +92,7 @@ TEST_F(XML, ReadsNumbersHoweverTheyAreWritten) {
     EXPECT_TRUE(file.ReadAttribute("s", narrowed) && narrowed == 4464) << "keeps the low bits";
 }
 
-TEST_F(XML, DefaultsAreNotWritten) {
+TEST_F(XMLFileAttributes, DefaultsAreNotWritten) {
     char const* const names[] = {"zero", "one", "two"};
     VString text("d");
     int index = 1;
@@ -120,7 +122,7 @@ TEST_F(XML, DefaultsAreNotWritten) {
     EXPECT_TRUE(!file.SerializeBoolFlagAttribute("i", flags, 4, false) && flags == 2);
 }
 
-TEST_F(XML, KeepsGeometry) {
+TEST_F(XMLFileAttributes, KeepsGeometry) {
     SPoint point{std::numeric_limits<int>::min(), 7};
     SRect rect{1, 2, 3, point.x};
     Document file(Saved([&](VXMLFile& saving) {
@@ -133,7 +135,7 @@ TEST_F(XML, KeepsGeometry) {
     EXPECT_FALSE(file.ReadPointAttribute("r", readPoint) || file.ReadRectAttribute("p", readRect));
 }
 
-TEST_F(XML, KeepsColoursInAttributesAndChildren) {
+TEST_F(XMLFileAttributes, KeepsColoursInAttributesAndChildren) {
     SColour colour(1, 2, 3, 4);
     SColour const fallback(9, 8, 7, 6);
     EXPECT_EQ(Saved([&](VXMLFile& file) {
@@ -157,7 +159,7 @@ TEST_F(XML, KeepsColoursInAttributesAndChildren) {
     }
 }
 
-TEST_F(XML, NamesImagesByTheirFile) {
+TEST_F(XMLFileAttributes, NamesImagesByTheirFile) {
     std::string const picture = PERSISTENCE_TEST_DATA "/../image/saved.tga";
     Document file("<R a='" + picture + "' b='missing.tga' c=''/>");
     VImage* image = VImage::New();

@@ -7,6 +7,8 @@ namespace {
 
 using namespace testing_support;
 
+using XMLFile = XMLTest;
+
 constexpr char kDocument[] =
     "<R><A n='1' name='x'/>text<B><C/></B><a n='2' name='Y'/><!-- c --><A n='3'/>more</R>";
 
@@ -15,7 +17,7 @@ std::string Attribute(VXMLFile& file) {
     return file.ReadAttribute("n", value) ? value : "-";
 }
 
-TEST_F(XML, MovesOverElementsByNameWithoutRegardToCase) {
+TEST_F(XMLFile, MovesOverElementsByNameWithoutRegardToCase) {
     Document file(kDocument);
     EXPECT_FALSE(file.OpenFirstChildElement("Z"));
     EXPECT_STREQ(file.GetNodeName(), "R") << "the cursor stays where nothing is found";
@@ -33,7 +35,7 @@ TEST_F(XML, MovesOverElementsByNameWithoutRegardToCase) {
     EXPECT_STREQ(file.GetNodeName(), "R") << "back at the parent";
 }
 
-TEST_F(XML, MovesOverEveryKindOfNode) {
+TEST_F(XMLFile, MovesOverEveryKindOfNode) {
     Document file(kDocument);
     std::string kinds;
     EXPECT_TRUE(file.OpenChildren());
@@ -53,7 +55,7 @@ TEST_F(XML, MovesOverEveryKindOfNode) {
     EXPECT_TRUE(file.CloseChild() && file.GetNodeType() == IXMLFileIO::kDocument && !file.CloseChild());
 }
 
-TEST_F(XML, BuildsWhatTheCursorIsToldTo) {
+TEST_F(XMLFile, BuildsWhatTheCursorIsToldTo) {
     auto const write = [](VXMLFile& file) {
         EXPECT_TRUE(file.OpenChildren() && file.OpenNextSiblingElement("A", "x"));
         EXPECT_TRUE(file.WriteAttribute("n", "1") && file.WriteAttribute("n", "2"));
@@ -72,7 +74,7 @@ TEST_F(XML, BuildsWhatTheCursorIsToldTo) {
     EXPECT_FALSE(file.IsValid() || file.CloseFile() || file.GetMode() != IXMLFileIO::kNoDocument);
 }
 
-TEST_F(XML, SavesNothingOfADocumentThatLostSomething) {
+TEST_F(XMLFile, SavesNothingOfADocumentThatLostSomething) {
     auto const nest = [](VXMLFile& file, int levels) {
         while (file.GetLevel() < levels && file.OpenFirstChildElement("e")) {
         }
@@ -100,7 +102,7 @@ TEST_F(XML, SavesNothingOfADocumentThatLostSomething) {
     }
 }
 
-TEST_F(XML, WorksWithoutABackEnd) {
+TEST_F(XMLFile, WorksWithoutABackEnd) {
     struct NoBackEnds : IXMLFileIOFactory {
         IXMLFileIO* New() override { return nullptr; }
     };

@@ -33,9 +33,9 @@ class AnAbstract : public Registered<AnAbstract, APlace> {
     static constexpr bool kIsAbstract = true;
 };
 
-class ObjectXML : public XML {
+class XMLFileObjects : public XMLTest {
   protected:
-    ObjectXML() {
+    XMLFileObjects() {
         AnAbstract::TheClass();
         APlace::TheClass()->SetVersion(1);
         ACounted::TheClass();
@@ -46,7 +46,7 @@ VObjectRef<VObjectArray> NewArray() {
     return VObjectRef<VObjectArray>::Adopt(VObjectArray::NewObjectArray());
 }
 
-TEST_F(ObjectXML, HasAFixedForm) {
+TEST_F(XMLFileObjects, HasAFixedForm) {
     APlace place(nullptr, 10);
     VString const hello("hello");
     VString const sentence("more than ten characters");
@@ -75,7 +75,7 @@ TEST_F(ObjectXML, HasAFixedForm) {
     EXPECT_EQ(Log(), "");
 }
 
-TEST_F(ObjectXML, IsFoundByClassAndName) {
+TEST_F(XMLFileObjects, IsFoundByClassAndName) {
     Document file(
         "<R><Unknown name='a'/><APlace name='a' x='1'/><APlace x='2' name='B'/><Old name='c' x='3'/>"
         "<any class='APlace' name='d' x='4'/><APlace class='Unknown' name='e' x='5'/>"
@@ -104,7 +104,7 @@ TEST_F(ObjectXML, IsFoundByClassAndName) {
     EXPECT_TRUE(Document("<R><VXMLFile/></R>").ReadObject(nullptr, file));
 }
 
-TEST_F(ObjectXML, ArraysSkipWhatTheyDoNotKnow) {
+TEST_F(XMLFileObjects, ArraysSkipWhatTheyDoNotKnow) {
     Document file("<R><VObjectArray><VString string='a'/>text<Unknown/><AnAbstract/>"
                   "<X class='VString' string='b'/></VObjectArray></R>");
     auto const array = NewArray();
@@ -120,7 +120,7 @@ TEST_F(ObjectXML, ArraysSkipWhatTheyDoNotKnow) {
     EXPECT_EQ(ACounted::ms_alive, 0);
 }
 
-TEST_F(ObjectXML, NestsAsDeepAsDocumentsMay) {
+TEST_F(XMLFileObjects, NestsAsDeepAsDocumentsMay) {
     auto const array = NewArray();
     array->AddObject(array.Get());
     array->AddObject(array.Get());
@@ -136,7 +136,7 @@ TEST_F(ObjectXML, NestsAsDeepAsDocumentsMay) {
     EXPECT_TRUE(file.ReadObject(nullptr, array.Get()) && array->Count() == 1);
 }
 
-TEST_F(ObjectXML, MayNameAnyRegisteredClass) {
+TEST_F(XMLFileObjects, MayNameAnyRegisteredClass) {
     InitializeLibrary(false);
     auto const classes = VObjectRef<VPtrArray>::Adopt(VObject::TheClass()->SubClassesArray());
     std::string elements;
@@ -149,7 +149,7 @@ TEST_F(ObjectXML, MayNameAnyRegisteredClass) {
     EXPECT_TRUE(file.ReadObject(nullptr, array.Get()) && array->Count() > 30);
 }
 
-TEST_F(ObjectXML, DocumentsOfSeveralThreadsDoNotMeet) {
+TEST_F(XMLFileObjects, DocumentsOfSeveralThreadsDoNotMeet) {
     std::vector<std::thread> threads;
     for (int red = 0; red < 4; ++red) {
         threads.emplace_back([red] {
@@ -166,7 +166,7 @@ TEST_F(ObjectXML, DocumentsOfSeveralThreadsDoNotMeet) {
     }
 }
 
-class OlderDocument : public ObjectXML {
+class XMLFileObjectsOfOlderFiles : public XMLFileObjects {
   protected:
     static bool Read(std::string const& text, VDictionary& prefs) {
         VXMLFile file;
@@ -179,7 +179,7 @@ class OlderDocument : public ObjectXML {
     std::string const m_document = Contents(PERSISTENCE_TEST_DATA "/older-dictionary.xml");
 };
 
-TEST_F(OlderDocument, IsRead) {
+TEST_F(XMLFileObjectsOfOlderFiles, IsRead) {
     VDictionary prefs;
     ASSERT_TRUE(Read(m_document, prefs) && prefs.Count() == 3);
     EXPECT_EQ(Log(), "");
@@ -194,7 +194,7 @@ TEST_F(OlderDocument, IsRead) {
     EXPECT_TRUE(Read(Save(prefs), again) && Save(again) == Save(prefs));
 }
 
-TEST_F(OlderDocument, LeavesUsableObjectsWhenDamaged) {
+TEST_F(XMLFileObjectsOfOlderFiles, LeavesUsableObjectsWhenDamaged) {
     VDictionary prefs;
     ASSERT_TRUE(Read(m_document, prefs));
     int loaded = 0;

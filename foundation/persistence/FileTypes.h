@@ -6,30 +6,28 @@
 
 namespace VFoundation {
 
-/// What the stream operators of chunked files need to know of each basic type: which types there are, how
-/// many bytes each takes in a file, and how careful its reading is. Everything else about values in files
-/// follows from these few lines.
+/// The basic types that chunked files store: how many bytes each takes in a file, and when it may be read.
 
 template <class T, class... Ts>
 inline constexpr bool kIsOneOf = (std::is_same_v<T, Ts> || ...);
 
-/// The types that stand in files.
+/// A type that has a stream operator.
 template <class T>
-concept FileValue = kIsOneOf<T, bool, char, unsigned char, short, unsigned short, int, unsigned int, long,
-                             unsigned long, long long, unsigned long long, float, double>;
+concept FileType = kIsOneOf<T, bool, char, unsigned char, short, unsigned short, int, unsigned int, long,
+                            unsigned long, long long, unsigned long long, float, double>;
 
-/// Bytes in the file: those of the type, but 4 for a `long`.
-template <FileValue T>
+/// Bytes in the file: the size of the type, but 4 for `long` and `unsigned long`.
+template <FileType T>
 inline constexpr unsigned long kFileSize = kIsOneOf<T, long, unsigned long> ? 4 : sizeof(T);
 
-/// The unsigned integer of that many bytes, which carries the value's bits.
-template <FileValue T>
+/// The unsigned integer of that size, which holds the value's bits.
+template <FileType T>
 using FileBits = std::conditional_t<
     kFileSize<T> == 1, std::uint8_t,
     std::conditional_t<kFileSize<T> == 2, std::uint16_t,
                        std::conditional_t<kFileSize<T> == 4, std::uint32_t, std::uint64_t>>>;
 
-template <FileValue T>
+template <FileType T>
 constexpr FileBits<T> FileBitsOf(T value) noexcept {
     if constexpr (std::is_floating_point_v<T>) {
         return std::bit_cast<FileBits<T>>(value);
@@ -38,8 +36,8 @@ constexpr FileBits<T> FileBitsOf(T value) noexcept {
     }
 }
 
-template <FileValue T>
-constexpr T FileValueOf(FileBits<T> bits) noexcept {
+template <FileType T>
+constexpr T ValueOfFileBits(FileBits<T> bits) noexcept {
     if constexpr (std::is_same_v<T, bool>) {
         return bits != 0;
     } else if constexpr (std::is_floating_point_v<T>) {
@@ -51,17 +49,17 @@ constexpr T FileValueOf(FileBits<T> bits) noexcept {
     }
 }
 
-/// How a stream operator treats the end of a chunk, in a chunk-safe file unless it says otherwise.
+/// What a stream operator does at the end of a chunk in a chunk-safe file.
 enum class eReadRule {
-    /// A value that the chunk does not hold is 0 and nothing is read.
+    /// 0, with nothing read, when the chunk has fewer bytes left than the value takes.
     eWithinChunk,
-    /// The same, and outside any chunk 0 whether the file is chunk-safe or not.
+    /// The same, and 0 outside any chunk whether the file is chunk-safe or not.
     eOnlyInChunk,
-    /// Reads whatever the chunk holds.
+    /// Reads the value however few bytes the chunk has left.
     eAlways
 };
 
-template <FileValue T>
+template <FileType T>
 inline constexpr eReadRule kReadRule = std::is_same_v<T, short>                     ? eReadRule::eOnlyInChunk
                                        : kIsOneOf<T, long long, unsigned long long> ? eReadRule::eAlways
                                                                                     : eReadRule::eWithinChunk;
