@@ -1,8 +1,8 @@
 #include "foundation/graph/VGraphNode.h"
 
+#include "foundation/containers/internal/ClassString.h"
 #include "foundation/containers/internal/VObjectCast.h"
 #include "foundation/graph/VGraph.h"
-#include "foundation/graph/internal/SharedKey.h"
 #include "foundation/persistence/VXMLFile.h"
 
 namespace VFoundation {
