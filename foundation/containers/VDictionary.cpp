@@ -2,6 +2,7 @@
 
 #include "foundation/containers/VDictionaryPair.h"
 #include "foundation/containers/VObjectArray.h"
+#include "foundation/containers/internal/ClassString.h"
 #include "foundation/core/VException.h"
 #include "foundation/log/VLog.h"
 #include "foundation/persistence/VXMLFile.h"
@@ -22,12 +23,6 @@ constexpr long kVersion = 2;
 constexpr char const* kKeyArray = "keyArray";
 constexpr char const* kValueArray = "valueArray";
 
-void ReleaseName(VString*& name) {
-    if (VString* const released = std::exchange(name, nullptr)) {
-        released->Release();
-    }
-}
-
 void Describe(VString& out, VString const* title, char const* fallback, VObjectArray const* array) {
     out << (title ? title->CString() : fallback) << ":\n";
     if (array) {
@@ -47,15 +42,13 @@ VDictionary::VDictionary(VClass* cls)
 VDictionary::~VDictionary() = default;
 
 void VDictionary::InitializeClass() {
-    if (!ms_memberName_keyArray) {
-        ms_memberName_keyArray = VString::NewString(kKeyArray);
-        ms_memberName_valueArray = VString::NewString(kValueArray);
-    }
+    MakeClassString(ms_memberName_keyArray, kKeyArray);
+    MakeClassString(ms_memberName_valueArray, kValueArray);
 }
 
 void VDictionary::UninitializeClass() {
-    ReleaseName(ms_memberName_keyArray);
-    ReleaseName(ms_memberName_valueArray);
+    ReleaseClassString(ms_memberName_keyArray);
+    ReleaseClassString(ms_memberName_valueArray);
 }
 
 VDictionary* VDictionary::Copy() const {

@@ -46,13 +46,13 @@ VGraph* VGraph::New() {
 }
 
 void VGraph::InitializeClass() {
-    MakeSharedKey(ms_keySliderX, "sliderX");
-    MakeSharedKey(ms_keySliderY, "sliderY");
+    MakeClassString(ms_keySliderX, "sliderX");
+    MakeClassString(ms_keySliderY, "sliderY");
 }
 
 void VGraph::UninitializeClass() {
-    ReleaseSharedKey(ms_keySliderX);
-    ReleaseSharedKey(ms_keySliderY);
+    ReleaseClassString(ms_keySliderX);
+    ReleaseClassString(ms_keySliderY);
 }
 
 // Editing

@@ -24,16 +24,16 @@ VGraphNode* VGraphNode::New() {
 }
 
 void VGraphNode::InitializeClass() {
-    MakeSharedKey(ms_keyNodeID, "nodeID");
-    MakeSharedKey(ms_keyScreenXY, "screen_XY");
-    MakeSharedKey(ms_keyScreenMinimised, "screen_minimised");
+    MakeClassString(ms_keyNodeID, "nodeID");
+    MakeClassString(ms_keyScreenXY, "screen_XY");
+    MakeClassString(ms_keyScreenMinimised, "screen_minimised");
     ms_masterGraphNodeID = 1;
 }
 
 void VGraphNode::UninitializeClass() {
-    ReleaseSharedKey(ms_keyNodeID);
-    ReleaseSharedKey(ms_keyScreenXY);
-    ReleaseSharedKey(ms_keyScreenMinimised);
+    ReleaseClassString(ms_keyNodeID);
+    ReleaseClassString(ms_keyScreenXY);
+    ReleaseClassString(ms_keyScreenMinimised);
 }
 
 VGraphNode* VGraphNode::Copy() const {

@@ -6,15 +6,16 @@
 
 namespace VFoundation {
 
-/// A string that a class owns from its `InitializeClass` to its `UninitializeClass`. Not for clients.
-inline void MakeSharedKey(VString*& key, char const* text) {
-    if (!key) {
-        key = VString::NewString(text);
+/// A string that a class owns from its `InitializeClass` to its `UninitializeClass`, such as the key of a property.
+/// Either may be called again.
+inline void MakeClassString(VString*& string, char const* text) {
+    if (!string) {
+        string = VString::NewString(text);
     }
 }
 
-inline void ReleaseSharedKey(VString*& key) {
-    if (VString* const released = std::exchange(key, nullptr)) {
+inline void ReleaseClassString(VString*& string) {
+    if (VString* const released = std::exchange(string, nullptr)) {
         released->Release();
     }
 }
