@@ -30,37 +30,27 @@ VClass*& RingBufferClassSlot(char const* elementClassName);
 VClass* MakeRingBufferClass(char const* elementClassName, VClass*& slot, VClass::Factory factory,
                             unsigned long size);
 
-/// Adds to an atomic integer; the result is the new value. Like the reference counts, a `std::atomic` is
-/// changed without the bus lock while the process has only ever had one thread: pools are rings, too.
+/// Adds to an atomic integer; the result is the new value. A `std::atomic` takes the short cut of the reference
+/// counts (`VAtomicOp`), as pools are rings too; the stand-ins that tests use have no short cut.
 template <class Word>
 std::int32_t AddAndGet(Word& word, std::int32_t delta) {
     if constexpr (std::is_same_v<Word, std::atomic<std::int32_t>>) {
-        if (VAtomicOp::ProcessIsSingleThreaded()) {
-            std::int32_t const sum = word.load(std::memory_order_relaxed) + delta;
-            word.store(sum, std::memory_order_relaxed);
-            return sum;
-        }
+        return VAtomicOp::AddToCount(word, delta);
+    } else {
+        return word += delta;
     }
-    return word += delta;
 }
 
-/// Compare-and-swap, with the same short cut; `expected` gets what was found when it differs.
+/// Compare-and-swap likewise; `expected` gets what was found when it differs.
 template <class Pointer, class Word>
 bool CompareAndSwap(Word&& word, Pointer& expected, Pointer desired) {
     using Plain = std::remove_reference_t<Word>;
     if constexpr (std::is_same_v<Plain, std::atomic<Pointer>> ||
                   std::is_same_v<Plain, std::atomic_ref<Pointer>>) {
-        if (VAtomicOp::ProcessIsSingleThreaded()) {
-            Pointer const found = word.load(std::memory_order_relaxed);
-            if (found != expected) {
-                expected = found;
-                return false;
-            }
-            word.store(desired, std::memory_order_relaxed);
-            return true;
-        }
+        return VAtomicOp::CompareAndSwap(word, expected, desired);
+    } else {
+        return word.compare_exchange_strong(expected, desired);
     }
-    return word.compare_exchange_strong(expected, desired);
 }
 
 } // namespace detail

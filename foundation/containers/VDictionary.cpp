@@ -4,6 +4,7 @@
 #include "foundation/containers/VObjectArray.h"
 #include "foundation/containers/internal/ClassString.h"
 #include "foundation/core/VException.h"
+#include "foundation/core/internal/ClassOwned.h"
 #include "foundation/log/VLog.h"
 #include "foundation/persistence/VXMLFile.h"
 #include "foundation/strings/VString.h"
@@ -19,7 +20,6 @@ VString* VDictionary::ms_memberName_valueArray = nullptr;
 
 namespace {
 
-constexpr long kVersion = 2;
 constexpr char const* kKeyArray = "keyArray";
 constexpr char const* kValueArray = "valueArray";
 
@@ -47,8 +47,8 @@ void VDictionary::InitializeClass() {
 }
 
 void VDictionary::UninitializeClass() {
-    ReleaseClassString(ms_memberName_keyArray);
-    ReleaseClassString(ms_memberName_valueArray);
+    detail::ReleaseAndClear(ms_memberName_keyArray);
+    detail::ReleaseAndClear(ms_memberName_valueArray);
 }
 
 VDictionary* VDictionary::Copy() const {

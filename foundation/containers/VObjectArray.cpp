@@ -13,7 +13,7 @@
 namespace VFoundation {
 
 VClass* VObjectArray::ms_theClass = nullptr;
-VObjectRingBufferTmpl<VObjectArray>* VObjectArray::ms_recycledArrays = nullptr;
+std::atomic<VObjectRingBufferTmpl<VObjectArray>*> VObjectArray::ms_recycledArrays{nullptr};
 std::atomic<bool> VObjectArray::ms_bRecyclingEnabled{true};
 
 using ArrayPool = TRecyclePool<VObjectArray>;

@@ -2,6 +2,8 @@
 
 #include "foundation/containers/internal/ClassString.h"
 #include "foundation/containers/internal/VObjectCast.h"
+#include "foundation/core/internal/ClassOwned.h"
+#include "foundation/core/internal/CopyByAssignment.h"
 #include "foundation/graph/internal/NodeIndex.h"
 #include "foundation/log/VLog.h"
 #include "foundation/persistence/VXMLFile.h"
@@ -51,8 +53,8 @@ void VGraph::InitializeClass() {
 }
 
 void VGraph::UninitializeClass() {
-    ReleaseClassString(ms_keySliderX);
-    ReleaseClassString(ms_keySliderY);
+    detail::ReleaseAndClear(ms_keySliderX);
+    detail::ReleaseAndClear(ms_keySliderY);
 }
 
 // Editing
@@ -220,11 +222,7 @@ void VGraph::UpdateEdgesFromIDs() {
 // Graphs of graphs
 
 VGraph* VGraph::Copy() const {
-    auto* const copy = static_cast<VGraph*>(Class()->NewInstance());
-    if (copy) {
-        *copy = *this;
-    }
-    return copy;
+    return detail::CopyByAssignment(*this);
 }
 
 VGraph* VGraph::CopyGraph() {

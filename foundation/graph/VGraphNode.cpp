@@ -2,6 +2,8 @@
 
 #include "foundation/containers/internal/ClassString.h"
 #include "foundation/containers/internal/VObjectCast.h"
+#include "foundation/core/internal/ClassOwned.h"
+#include "foundation/core/internal/CopyByAssignment.h"
 #include "foundation/graph/VGraph.h"
 #include "foundation/persistence/VXMLFile.h"
 
@@ -31,17 +33,13 @@ void VGraphNode::InitializeClass() {
 }
 
 void VGraphNode::UninitializeClass() {
-    ReleaseClassString(ms_keyNodeID);
-    ReleaseClassString(ms_keyScreenXY);
-    ReleaseClassString(ms_keyScreenMinimised);
+    detail::ReleaseAndClear(ms_keyNodeID);
+    detail::ReleaseAndClear(ms_keyScreenXY);
+    detail::ReleaseAndClear(ms_keyScreenMinimised);
 }
 
 VGraphNode* VGraphNode::Copy() const {
-    auto* const copy = static_cast<VGraphNode*>(Class()->NewInstance());
-    if (copy) {
-        *copy = *this;
-    }
-    return copy;
+    return detail::CopyByAssignment(*this);
 }
 
 VGraphNode& VGraphNode::operator=(VGraphNode const& other) {

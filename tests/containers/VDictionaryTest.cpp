@@ -5,7 +5,7 @@ namespace {
 
 using namespace testing_support;
 
-class VDictionaryTest : public XML {
+class VDictionaryTest : public VXMLFileTest {
   protected:
     VObject* ValueOf(VString const& key) const { return m_dictionary.ObjectForKey(&key); }
     void Set(VObject* value, VString const& key) { m_dictionary.SetObjectForKey(value, &key); }
