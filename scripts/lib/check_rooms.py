@@ -29,6 +29,7 @@ MOST_EXCEPTIONS = 4
 
 # internal header, reason
 SHARED = {
+    "containers/internal/ClassString.h": "the strings of classes, in dictionaries and graphs",
     "core/internal/ClassOwned.h": "a class's own objects: made once, released and cleared, in every room",
     "core/internal/CopyByAssignment.h": "Copy() of every class whose assignment copies the state",
     "containers/internal/TRecyclePool.h": "every recycled class has its pool through it",

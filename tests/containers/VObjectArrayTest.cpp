@@ -5,6 +5,12 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <memory>
+#include <random>
+#include <string>
+#include <vector>
+
 namespace {
 
 using namespace VFoundation;
@@ -16,12 +22,12 @@ VObjectRef<VString> Text(char const* text) {
     return VObjectRef<VString>::Adopt(VString::NewString(text));
 }
 
-TEST(ObjectArray, StandsBelowObjectInTheRegistry) {
+TEST(VObjectArray, StandsBelowObjectInTheRegistry) {
     EXPECT_EQ(VObjectArray::TheClass()->SuperClass(), VObject::TheClass());
     EXPECT_TRUE(Strings().IsMemberOfClass(VObjectArray::TheClass()));
 }
 
-TEST(ObjectArray, DescribesItsElements) {
+TEST(VObjectArray, DescribesItsElements) {
     VObjectArray array;
     auto const inner = ArrayRef::Adopt(VObjectArray::NewObjectArray());
     array.AddObject(nullptr);
@@ -33,7 +39,7 @@ TEST(ObjectArray, DescribesItsElements) {
     inner->RemoveAllObjects();
 }
 
-TEST(ObjectArray, LooksForEqualElementsAndTheirClass) {
+TEST(VObjectArray, LooksForEqualElementsAndTheirClass) {
     Strings array(4);
     array.AddObjectTyped(Text("two").Get());
     EXPECT_TRUE(array.InsertObjectAtIndexTyped(Text("one").Get(), 0));
@@ -44,7 +50,7 @@ TEST(ObjectArray, LooksForEqualElementsAndTheirClass) {
     EXPECT_EQ(array.IndexOfEquivalentObjectTyped(Text("two").Get()), 2);
 }
 
-TEST(ObjectArray, OnlyTheTypedAddKeepsElementsUnique) {
+TEST(VObjectArray, OnlyTheTypedAddKeepsElementsUnique) {
     Strings array;
     auto const one = Text("one");
     EXPECT_TRUE(array.AddObjectTyped(one.Get()));
@@ -56,20 +62,75 @@ TEST(ObjectArray, OnlyTheTypedAddKeepsElementsUnique) {
     EXPECT_EQ(one->RetainCount(), 4);
 }
 
-TEST(ObjectArray, Sorts) {
-    Strings array;
-    for (char const* const text : {"m", "c", "z", "a"}) {
-        array.AddObject(Text(text).Get());
-    }
-    array.SortWithComparisonFn([](VObject const** a, VObject const** b) {
-        return static_cast<VString const&>(**a) < static_cast<VString const&>(**b) ? -1 : 1;
-    });
-    EXPECT_STREQ(array.ObjectAtIndexTyped(0)->CString(), "a");
-    EXPECT_STREQ(array.ObjectAtIndexTyped(2)->CString(), "m");
-    array.SortWithComparisonFn([](VObject const**, VObject const**) { return 1; }); // no order at all
+/// The array that a comparison changes; comparisons are plain functions.
+VObjectArray* s_sorted = nullptr;
+long s_comparisons = 0;
+
+int ByLength(VObject const** a, VObject const** b) {
+    ++s_comparisons;
+    return static_cast<int>(static_cast<VString const*>(*a)->Length()) -
+           static_cast<int>(static_cast<VString const*>(*b)->Length());
 }
 
-TEST(ObjectArray, CopiesContentsFromItselfAndFromItsElements) {
+TEST(VObjectArray, SortsStablyWithFewComparisons) {
+    Strings array;
+    std::minstd_rand random(1);
+    std::vector<VObject*> expected;
+    for (int i = 0; i < 1000; ++i) {
+        array.AddObject(Text(std::string(random() % 50, 'x').c_str()).Get());
+        expected.push_back(array.ObjectAtIndex(i));
+    }
+    std::stable_sort(expected.begin(), expected.end(), [](VObject const* a, VObject const* b) {
+        return static_cast<VString const*>(a)->Length() < static_cast<VString const*>(b)->Length();
+    });
+    s_comparisons = 0;
+    array.SortWithComparisonFn(&ByLength);
+    EXPECT_EQ(std::vector<VObject*>(array.GetObjects(), array.GetObjects() + 1000), expected);
+    EXPECT_LT(s_comparisons, 15000);
+    array.SortWithComparisonFn(nullptr);
+}
+
+TEST(VObjectArray, KeepsItsElementsWhateverAComparisonDoes) {
+    using Compare = int (*)(VObject const**, VObject const**);
+    for (Compare const compare : {
+             +[](VObject const**, VObject const**) { return 1; },
+             +[](VObject const**, VObject const**) { return -1; },
+             +[](VObject const**, VObject const**) { return static_cast<int>(++s_comparisons % 3) - 1; },
+             +[](VObject const**, VObject const**) -> int { throw 1; },
+             +[](VObject const**, VObject const**) {
+                 s_sorted->FreeMem(); // the slots are gone
+                 return 1;
+             },
+             +[](VObject const**a, VObject const**b) {
+                 s_sorted->RemoveObject(*b);
+                 return *a < *b ? -1 : 1;
+             },
+             +[](VObject const**a, VObject const**b) {
+                 auto const last = VObjectRef<VObject>(s_sorted->ObjectAtIndex(s_sorted->Count() - 1));
+                 s_sorted->Release(); // which was the last reference to the array
+                 s_sorted = VObjectArray::NewObjectArray();
+                 s_sorted->AddObject(last.Get());
+                 return *a < *b ? -1 : 1;
+             },
+         }) {
+        std::vector<std::unique_ptr<ACounted>> objects(100);
+        s_sorted = VObjectArray::NewObjectArray();
+        for (auto& object : objects) {
+            object = std::make_unique<ACounted>();
+            s_sorted->AddObject(object.get());
+        }
+        try {
+            s_sorted->SortWithComparisonFn(compare);
+        } catch (int) {
+        }
+        for (auto const& object : objects) {
+            EXPECT_EQ(object->RetainCount(), s_sorted->ContainsObject(object.get()) ? 2 : 1);
+        }
+        s_sorted->Release();
+    }
+}
+
+TEST(VObjectArray, CopiesContentsFromItselfAndFromItsElements) {
     ACounted object;
     VObjectArray array;
     array.AddObject(&object);
@@ -87,7 +148,7 @@ TEST(ObjectArray, CopiesContentsFromItselfAndFromItsElements) {
 
 class AArray : public VObjectArray {}; // not registered
 
-TEST(ObjectArray, ReleasedArraysComeBackEmptiedFromThePool) {
+TEST(VObjectArray, ReleasedArraysComeBackEmptiedFromThePool) {
     VObjectArray::UninitializeClass();
     VObjectArray::UninitializeClass(); // harmless
     VObjectArray::InitializeClass();

@@ -8,7 +8,7 @@ namespace {
 
 using namespace VFoundation;
 
-TEST(PtrArray, KeepsOrderAndRemovesTheFirstOccurrence) {
+TEST(VPtrArray, KeepsOrderAndRemovesTheFirstOccurrence) {
     int values[100] = {};
     VPtrArrayTmpl<int> array;
     for (int& value : values) {
@@ -27,7 +27,7 @@ TEST(PtrArray, KeepsOrderAndRemovesTheFirstOccurrence) {
 }
 
 // The leak and mismatch checks of the sanitizers see which block was freed, and how.
-TEST(PtrArray, FreesSinglePointeesAsObjectsAndTheRestAsArrays) {
+TEST(VPtrArray, FreesSinglePointeesAsObjectsAndTheRestAsArrays) {
     VPtrArray array(true);
     void* const second = ::operator new(8);
     for (void* const block : {::operator new(8), second, static_cast<void*>(nullptr), ::operator new[](8)}) {

@@ -17,9 +17,9 @@ using Objects = std::vector<VObject*>;
 
 enum Kind { kPlain, kLocked, kArray };
 
-class ObjectContainer : public testing::TestWithParam<Kind> {
+class VObjectContainerTest : public testing::TestWithParam<Kind> {
   protected:
-    ~ObjectContainer() override {
+    ~VObjectContainerTest() override {
         m_box.Exchange(nullptr);
         EXPECT_EQ(a.RetainCount() + b.RetainCount() + c.RetainCount(), 3);
     }
@@ -43,9 +43,9 @@ class ObjectContainer : public testing::TestWithParam<Kind> {
     VObjectRef<VObjectContainer> m_box = VObjectRef<VObjectContainer>::Adopt(NewOne());
 };
 
-INSTANTIATE_TEST_SUITE_P(Kinds, ObjectContainer, testing::Values(kPlain, kLocked, kArray));
+INSTANTIATE_TEST_SUITE_P(Kinds, VObjectContainerTest, testing::Values(kPlain, kLocked, kArray));
 
-TEST_P(ObjectContainer, ReportsFixedStepsOfGrowth) {
+TEST_P(VObjectContainerTest, ReportsFixedStepsOfGrowth) {
     std::set<long> steps;
     for (long i = 0; i < 117; ++i) {
         steps.insert(m_box->AllocatedCapacity());
@@ -62,7 +62,7 @@ TEST_P(ObjectContainer, ReportsFixedStepsOfGrowth) {
     }
 }
 
-TEST_P(ObjectContainer, ChecksIndexesAndMovesElements) {
+TEST_P(VObjectContainerTest, ChecksIndexesAndMovesElements) {
     Fill({&a, &b});
     for (long const index : {-1L, 2L, 3L, -0x80000000L, 0x100000000L}) {
         EXPECT_EQ(m_box->ObjectAtIndex(index), nullptr);
@@ -81,7 +81,7 @@ TEST_P(ObjectContainer, ChecksIndexesAndMovesElements) {
     EXPECT_EQ(Contents(), (Objects{&c, &b, &a}));
 }
 
-TEST_P(ObjectContainer, RemovesTheLastOccurrenceAndFindsTheFirst) {
+TEST_P(VObjectContainerTest, RemovesTheLastOccurrenceAndFindsTheFirst) {
     Fill({&a, &b, &a, nullptr, &b, nullptr});
     EXPECT_EQ(m_box->IndexOfObject(&a), 0);
     EXPECT_TRUE(m_box->RemoveObject(&a));
@@ -91,7 +91,7 @@ TEST_P(ObjectContainer, RemovesTheLastOccurrenceAndFindsTheFirst) {
     EXPECT_FALSE(m_box->ContainsObject(nullptr) || m_box->RemoveObject(&c));
 }
 
-TEST_P(ObjectContainer, ReplacingReleasesTheOldBeforeItRetainsTheNew) {
+TEST_P(VObjectContainerTest, ReplacingReleasesTheOldBeforeItRetainsTheNew) {
     Fill({&a});
     std::string log;
     a.LogTo(&log);
@@ -100,7 +100,7 @@ TEST_P(ObjectContainer, ReplacingReleasesTheOldBeforeItRetainsTheNew) {
     a.LogTo(nullptr);
 }
 
-TEST_P(ObjectContainer, EqualityAsksForASubset) {
+TEST_P(VObjectContainerTest, EqualityAsksForASubset) {
     auto const other = VObjectRef<VObjectContainer>::Adopt(NewOne());
     Fill({&a, &b});
     other->AddObject(&a);
@@ -110,7 +110,7 @@ TEST_P(ObjectContainer, EqualityAsksForASubset) {
     EXPECT_TRUE(*m_box != *other && *other == *other);
 }
 
-TEST_P(ObjectContainer, CopiesAndWorksOnItself) {
+TEST_P(VObjectContainerTest, CopiesAndWorksOnItself) {
     Fill({&a, nullptr});
     EXPECT_TRUE(m_box->AddObjects(m_box.Get()));
     EXPECT_EQ(Contents(), (Objects{&a, nullptr, &a, nullptr}));
@@ -139,7 +139,7 @@ void AddDying(VObjectContainer& container, std::function<void()> act) {
     container.AddObject(VObjectRef<ALast>::Adopt(new ALast(std::move(act))).Get());
 }
 
-TEST_P(ObjectContainer, MayBeUsedByDestructorsOfItsElements) {
+TEST_P(VObjectContainerTest, MayBeUsedByDestructorsOfItsElements) {
     Fill({&a});
     AddDying(*m_box, [this] { m_box->RemoveObject(&a); });
     EXPECT_TRUE(m_box->RemoveObjectAtIndex(1));
@@ -151,7 +151,7 @@ TEST_P(ObjectContainer, MayBeUsedByDestructorsOfItsElements) {
     EXPECT_FALSE(m_box->ReplaceObjectAtIndex(&c, 0));
 }
 
-TEST(ObjectArrayPool, DoesNotTakeAnArrayThatAnElementRetained) {
+TEST(VObjectArray, DoesNotTakeAnArrayThatAnElementRetained) {
     auto* const array = VObjectArray::NewObjectArray();
     AddDying(*array, [array] { array->Retain(); });
     array->Release();
@@ -160,7 +160,7 @@ TEST(ObjectArrayPool, DoesNotTakeAnArrayThatAnElementRetained) {
     array->Release();
 }
 
-TEST(ObjectContainerLock, IsHeldAsLongAsTheCallersScope) {
+TEST(VObjectContainer, LockIsHeldAsLongAsTheCallersScope) {
     VObjectContainer container(nullptr, 0, true);
     auto const tryEnter = [&] { return VCriticalSectionScope().TryEnter(container.CriticalSection(), 0); };
     {
@@ -172,7 +172,7 @@ TEST(ObjectContainerLock, IsHeldAsLongAsTheCallersScope) {
     EXPECT_TRUE(std::async(std::launch::async, tryEnter).get());
 }
 
-TEST(ObjectContainerLock, LetsThreadsChangeAndCompareBothWaysRound) {
+TEST(VObjectContainer, LockLetsThreadsChangeAndCompareBothWaysRound) {
     ACounted const object; // outlives the containers
     VObjectContainer full(nullptr, 0, true);
     VObjectContainer empty(nullptr, 0, true);

@@ -1,8 +1,8 @@
 // Graphs: editing, ids, copies, parts and unions, and what XML brings back.
 
+#include "foundation/graph/VGraph.h"
 #include "foundation/core/VObjectRef.h"
 #include "foundation/core/lifecycle/VLibrary.h"
-#include "foundation/graph/VGraph.h"
 #include "foundation/persistence/VXMLFile.h"
 #include "foundation/strings/VString.h"
 #include "tests/support/Counted.h"
@@ -84,13 +84,13 @@ bool Read(std::string const& text, GraphRef const& graph) {
 }
 
 /// The library runs, and its lines are kept.
-class Graph : public testing::Test {
+class VGraphTest : public testing::Test {
   protected:
-    Graph() {
+    VGraphTest() {
         InitializeLibrary(false);
         m_lines.emplace();
     }
-    ~Graph() override {
+    ~VGraphTest() override {
         m_lines.reset();
         UninitializeLibrary(true, false, true);
     }
@@ -99,7 +99,7 @@ class Graph : public testing::Test {
     VString const m_key = "key";
 };
 
-TEST_F(Graph, TakesNodesAndEdges) {
+TEST_F(VGraphTest, TakesNodesAndEdges) {
     GraphRef const graph = GraphOf(2, {{0, 1}});
     VGraphNode* const a = NodeAt(graph, 0);
     VGraphEdge* const edge = EdgeAt(graph, 0);
@@ -118,7 +118,7 @@ TEST_F(Graph, TakesNodesAndEdges) {
     EXPECT_STREQ(VGraphNode::ms_keyScreenXY->CString(), "screen_XY");
 }
 
-TEST_F(Graph, RemovesANodeWithAllItsEdges) {
+TEST_F(VGraphTest, RemovesANodeWithAllItsEdges) {
     GraphRef const graph = GraphOf(4, {{0, 1}, {1, 2}, {2, 1}, {1, 1}, {2, 3}, {3, 1}, {3, 0}});
     NodeRef const node(NodeAt(graph, 1));
     EXPECT_EQ(graph->CountNeighboursOfNode(node.Get()), 4); // the loop is none
@@ -129,7 +129,7 @@ TEST_F(Graph, RemovesANodeWithAllItsEdges) {
     EXPECT_FALSE(graph->RemoveNode(node.Get()));
 }
 
-TEST_F(Graph, ReplacesANodeButLeavesTheSecondEndOfALoop) {
+TEST_F(VGraphTest, ReplacesANodeButLeavesTheSecondEndOfALoop) {
     GraphRef const graph = GraphOf(3, {{0, 1}, {1, 2}, {1, 1}, {2, 0}});
     NodeRef const oldNode(NodeAt(graph, 1));
     NodeRef const newNode = NodeRef::Adopt(VGraphNode::New());
@@ -142,11 +142,11 @@ TEST_F(Graph, ReplacesANodeButLeavesTheSecondEndOfALoop) {
     EXPECT_FALSE(graph->ReplaceNode(oldNode.Get(), newNode.Get()));
     EXPECT_TRUE(graph->ReplaceNode(NodeAt(graph, 0), NodeAt(graph, 0))); // by itself
     EXPECT_EQ(NodeAt(graph, 0)->Graph(), graph.Get());
-    EXPECT_TRUE(graph->ReplaceNode(NodeAt(graph, 2), oldNode.Get())); // which nobody else holds
+    EXPECT_TRUE(graph->ReplaceNode(NodeAt(graph, 2), oldNode.Get())); // held by nothing else
     EXPECT_EQ(EndsOf(graph), (Ends{{0, 1}, {1, 2}, {1, 2}, {2, 0}}));
 }
 
-TEST_F(Graph, NumbersNodesAndEdgesByPlace) {
+TEST_F(VGraphTest, NumbersNodesAndEdgesByPlace) {
     GraphRef const graph = GraphOf(3, {{2, 0}, {1, 1}, {-1, 2}});
     graph->AssignUniqueIDs();
     EXPECT_EQ(IDsOf(graph), (IDs{0, 1, 2}));
@@ -166,7 +166,7 @@ TEST_F(Graph, NumbersNodesAndEdgesByPlace) {
     EXPECT_EQ(EndsOf(graph), (Ends{{-1, 1}, {2, 2}, {-1, -1}}));
 }
 
-TEST_F(Graph, CopiesNodesAndEdgesButNotTheRest) {
+TEST_F(VGraphTest, CopiesNodesAndEdgesButNotTheRest) {
     GraphRef const graph = GraphOf(2, {{1, 0}, {0, -1}}, AnotherGraph::New());
     auto const value = VObjectRef<VString>::Adopt(VString::NewString("first"));
     NodeAt(graph, 0)->Properties().SetObjectForKey(value.Get(), &m_key);
@@ -194,7 +194,7 @@ TEST_F(Graph, CopiesNodesAndEdgesButNotTheRest) {
     EXPECT_EQ(EndsOf(GraphRef::Adopt(mixed->CopyGraph())), (Ends{{1, 2}, {0, 1}}));
 }
 
-TEST_F(Graph, MakesAPartOfChosenNodes) {
+TEST_F(VGraphTest, MakesAPartOfChosenNodes) {
     GraphRef const graph = GraphOf(5, {{0, 1}, {1, 3}, {3, 3}, {3, 1}, {4, 0}, {2, 3}, {1, -1}});
     VGraph::NodeArray chosen;
     for (long const place : {3L, 0L, 1L}) {
@@ -209,7 +209,7 @@ TEST_F(Graph, MakesAPartOfChosenNodes) {
     EXPECT_EQ(graph->CreateSubGraphWithNodes(nullptr), nullptr);
 }
 
-TEST_F(Graph, MergesAndDetachesItsNodesWhenItDies) {
+TEST_F(VGraphTest, MergesAndDetachesItsNodesWhenItDies) {
     GraphRef const graph = GraphOf(2, {{0, 1}});
     GraphRef other = GraphOf(2, {{1, 0}, {1, 1}});
     VGraphNode* const shared = NodeAt(other, 1);
@@ -228,7 +228,7 @@ TEST_F(Graph, MergesAndDetachesItsNodesWhenItDies) {
     EXPECT_EQ(shared->NodeID(), 8); // the last place counts
 }
 
-TEST_F(Graph, ComesBackFromXMLButForTheIds) {
+TEST_F(VGraphTest, ComesBackFromXMLButForTheIds) {
     GraphRef const graph = GraphOf(2, {{1, 0}, {0, 0}, {-1, 1}});
     auto const value = VObjectRef<VString>::Adopt(VString::NewString("10, 20"));
     graph->Properties().SetObjectForKey(value.Get(), &m_key);
@@ -257,7 +257,7 @@ TEST_F(Graph, ComesBackFromXMLButForTheIds) {
     EXPECT_EQ(XMLOf(read), text);
 }
 
-TEST_F(Graph, PassesOverEntriesThatAreNoNodesOrEdges) {
+TEST_F(VGraphTest, PassesOverEntriesThatAreNoNodesOrEdges) {
     GraphRef const graph = GraphRef::Adopt(VGraph::New());
     EXPECT_FALSE(Read("<Root><VGraph><VObjectArray name='nodes'><VGraphNode/><VString string='x'/><VNoClass/>"
                       "<VGraphNode/></VObjectArray><VObjectArray name='edges'><VGraphNode/>"
@@ -282,8 +282,8 @@ TEST_F(Graph, PassesOverEntriesThatAreNoNodesOrEdges) {
     EXPECT_EQ(copy->EdgeCount(), 7);
 }
 
-// Whatever looks at every node for every edge takes minutes here.
-TEST_F(Graph, TakesTimeInProportionToItsSize) {
+// An algorithm that looks at every node for every edge takes minutes here.
+TEST_F(VGraphTest, TakesTimeInProportionToItsSize) {
     Ends edges;
     for (long i = 0; i < 300000; ++i) {
         edges.emplace_back(i % 100000, i % 3 == 0 ? 0 : i * 7919 % 100000);

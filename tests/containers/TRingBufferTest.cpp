@@ -35,7 +35,7 @@ struct Ring : TRingBuffer<ACounted, TRefCounted<ACounted>, std::atomic, WatchedR
     using TRingBuffer::UsedWord;
 };
 
-TEST(RingBuffer, TakesAsManyAsItHasRoomForAndReleasesTheRest) {
+TEST(TRingBuffer, TakesAsManyAsItHasRoomForAndReleasesTheRest) {
     ACounted object;
     {
         Ring ring(1);
@@ -56,15 +56,15 @@ TEST(RingBuffer, TakesAsManyAsItHasRoomForAndReleasesTheRest) {
     EXPECT_EQ(object.RetainCount(), 1);
 }
 
-TEST(RingBuffer, CountsInThirtyTwoBits) {
+TEST(TRingBuffer, CountsInThirtyTwoBits) {
     EXPECT_EQ(Ring::UsableCapacity(static_cast<unsigned long>(-1L)), 2147483647U);
     EXPECT_EQ(Ring::UsableCapacity(2147483646UL), 2147483646U);
     Ring ring(2);
     ring.UsedWord() = 1;
-    EXPECT_FALSE(ring.RemoveAllObjects()); // nothing is behind the count: the pop gives up
+    EXPECT_FALSE(ring.RemoveAllObjects()); // the count is wrong: the pop gives up
 }
 
-TEST(RingBuffer, APushThatGivesUpLosesItsUnit) {
+TEST(TRingBuffer, APushThatGivesUpLosesItsUnit) {
     ACounted object;
     ACounted other;
     Ring ring(2);
@@ -85,7 +85,7 @@ TEST(RingBuffer, APushThatGivesUpLosesItsUnit) {
     EXPECT_EQ(ring.FreeWord(), 0); // a slot is empty, but its unit is gone
 }
 
-TEST(RingBuffer, APopThatGivesUpLosesItsUnit) {
+TEST(TRingBuffer, APopThatGivesUpLosesItsUnit) {
     ACounted object;
     {
         Ring ring(2);
@@ -115,7 +115,7 @@ class AnElement : public Registered<AnElement, VObject> {
     static AnElement* New() { return new AnElement; }
 };
 
-TEST(RingBuffer, HasOneRecordForEachElementClass) {
+TEST(TRingBuffer, HasOneRecordForEachElementClass) {
     VClass* const cls = VObjectRingBufferTmpl<AnElement>::TheClass();
     EXPECT_EQ(VClass::FindRegistered("TRingBuffer_AnElement"), cls);
     auto const placeholder = VObjectRef<VObject>::Adopt(cls->NewInstance());

@@ -8,7 +8,7 @@ namespace {
 using namespace VFoundation;
 using testing_support::ACounted;
 
-TEST(ObjectStack, LeavesANullOnTop) {
+TEST(VObjectStack, LeavesANullOnTop) {
     VObjectStack stack;
     EXPECT_EQ(stack.Pop(), nullptr);
     stack.Array().AddObject(nullptr);
