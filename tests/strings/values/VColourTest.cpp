@@ -1,6 +1,6 @@
 #include "foundation/strings/VStringTokenizer.h"
 #include "foundation/strings/values/VColour.h"
-#include "tests/strings/SavedForms.h"
+#include "tests/support/SavedForms.h"
 
 #include <algorithm>
 #include <sstream>

@@ -9,7 +9,7 @@
 #include "foundation/strings/values/VTimeRange.h"
 #include "foundation/strings/values/VURL.h"
 #include "foundation/strings/values/VValue.h"
-#include "tests/strings/SavedForms.h"
+#include "tests/support/SavedForms.h"
 #include "tests/support/Counted.h"
 
 #include <cfloat>
