@@ -1,9 +1,9 @@
 #include "foundation/strings/values/VBitString.h"
 
+#include "foundation/core/internal/CopyByAssignment.h"
 #include "foundation/persistence/IAIFile.h"
 #include "foundation/persistence/VXMLFile.h"
 #include "foundation/strings/VString.h"
-#include "foundation/strings/values/internal/CopyByAssignment.h"
 
 #include <algorithm>
 #include <bit>
@@ -139,7 +139,7 @@ bool VBitString::IsEqual(VObject const& other) const {
 }
 
 VObject* VBitString::Copy() const {
-    return CopyByAssignment(*this);
+    return detail::CopyByAssignment(*this);
 }
 
 void VBitString::GetDescription(VString& out) const {

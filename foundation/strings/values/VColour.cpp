@@ -1,8 +1,9 @@
 #include "foundation/strings/values/VColour.h"
 
 #include "foundation/core/Mutex.h"
+#include "foundation/core/internal/ClassOwned.h"
+#include "foundation/core/internal/CopyByAssignment.h"
 #include "foundation/persistence/VXMLFile.h"
-#include "foundation/strings/values/internal/CopyByAssignment.h"
 
 #include <utility>
 
@@ -63,7 +64,7 @@ VColour& VColour::operator=(VColour const& other) {
 }
 
 VColour* VColour::Copy() const {
-    return CopyByAssignment(*this);
+    return detail::CopyByAssignment(*this);
 }
 
 void VColour::SetName(char const* name) {
@@ -144,9 +145,7 @@ void VColour::InitAllNamedColours() {
 void VColour::ReleaseAllStaticColours() {
     detail::MutexLock const lock(s_lock);
     for (auto& slot : ms_namedColours) {
-        if (VColour* const colour = slot.exchange(nullptr)) {
-            colour->Release();
-        }
+        detail::ReleaseAndClear(slot);
     }
 }
 

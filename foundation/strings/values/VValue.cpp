@@ -1,10 +1,10 @@
 #include "foundation/strings/values/VValue.h"
 
 #include "foundation/core/VObjectRef.h"
+#include "foundation/core/internal/CopyByAssignment.h"
 #include "foundation/persistence/IAIFile.h"
 #include "foundation/persistence/VXMLFile.h"
 #include "foundation/strings/VString.h"
-#include "foundation/strings/values/internal/CopyByAssignment.h"
 
 #include <algorithm>
 #include <cstring>
@@ -64,7 +64,7 @@ VValue& VValue::operator=(VValue const& other) {
 }
 
 VObject* VValue::Copy() const {
-    return CopyByAssignment(*this);
+    return detail::CopyByAssignment(*this);
 }
 
 bool VValue::IsEqual(VObject const& other) const {

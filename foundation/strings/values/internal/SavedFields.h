@@ -1,11 +1,11 @@
 #pragma once
 
+#include "foundation/core/internal/CopyByAssignment.h"
 #include "foundation/persistence/IAIFile.h"
 #include "foundation/persistence/VXMLFile.h"
 #include "foundation/strings/VString.h"
 #include "foundation/strings/internal/NumberText.h"
 #include "foundation/strings/values/TSavedObject.h"
-#include "foundation/strings/values/internal/CopyByAssignment.h"
 
 #include <tuple>
 #include <type_traits>
@@ -57,7 +57,7 @@ inline bool SerializeMember(VXMLFile& file, char const* name, VString& member) {
 
 template <class Derived>
 VObject* TSavedObject<Derived>::Copy() const {
-    return CopyByAssignment(static_cast<Derived const&>(*this));
+    return detail::CopyByAssignment(static_cast<Derived const&>(*this));
 }
 
 template <class Derived>
