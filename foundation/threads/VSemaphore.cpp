@@ -4,7 +4,7 @@
 #include "foundation/log/VLog.h"
 #include "foundation/strings/VString.h"
 #include "foundation/threads/VThread.h"
-#include "foundation/threads/internal/OpenSemaphore.h"
+#include "foundation/threads/internal/SharedSemaphore.h"
 
 #include <cerrno>
 #include <cstdio>

@@ -1,4 +1,4 @@
-#include "foundation/threads/internal/OpenSemaphore.h"
+#include "foundation/threads/internal/SharedSemaphore.h"
 
 #include <cerrno>
 #include <fcntl.h>
