@@ -8,6 +8,7 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <new>
 
 namespace VFoundation {
 
@@ -59,17 +60,20 @@ VSemaphore* VSemaphore::New() {
 }
 
 bool VSemaphore::Init(long maxSignals, char const* name) {
-    if (!m_name) {
-        m_name = VObjectRef<VString>::Adopt(VString::NewString(nullptr));
-    }
-    *m_name = name;
     Close();
     m_signalCount.store(0, std::memory_order_relaxed);
     m_maxSignals = narrow_cast<std::int32_t>(maxSignals);
-    int error = 0;
-    m_handle = OpenSemaphore::Open(m_name->CString(), error);
+    int error = ENOMEM;
+    try {
+        if (!m_name) {
+            m_name = VObjectRef<VString>::Adopt(VString::NewString(nullptr));
+        }
+        *m_name = name;
+        m_handle = SharedSemaphore::Open(m_name->CString(), error);
+    } catch (std::bad_alloc const&) { // reported below
+    }
     if (!m_handle) {
-        ReportFailure(m_name->CString(), maxSignals, error);
+        ReportFailure(name ? name : "", maxSignals, error);
     }
     return m_handle != nullptr;
 }
