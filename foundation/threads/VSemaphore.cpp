@@ -124,7 +124,7 @@ bool VSemaphore::WaitInSteps(long milliseconds) {
         if (m_handle->TryWait()) {
             return true;
         }
-        MonotonicTime const end = std::chrono::steady_clock::now() + std::chrono::milliseconds(step);
+        MonotonicTime const end = MillisecondsFromNow(step);
         while (m_handle->SleepUntilPosted(end)) {
             if (remaining == 0) {
                 return false; // the unit is left for the next wait
