@@ -98,7 +98,7 @@ TEST(MessageCenterStress, MakesAndBreaksMoreConnectionsThanThePoolHolds) {
     constexpr int kConnections = 9000;
     static_assert(kConnections > VConnectionTuple::kPoolCapacity);
     VConnectionTuple::TheClass();
-    long const pooled = VConnectionTuple::ms_recycledConnections->UsedCount();
+    long const pooled = VConnectionTuple::ms_recycledConnections.load()->UsedCount();
     auto const center = NewCenter(3 * kConnections);
     auto const source = NewMessenger();
     auto const target = NewMessenger();
@@ -123,7 +123,7 @@ TEST(MessageCenterStress, MakesAndBreaksMoreConnectionsThanThePoolHolds) {
             WaitUntil([&] { return center->CommandCountMin() == 0 && delivered == posted; });
             long const made = connect ? kConnections : 0;
             WaitUntil([&] { return source->RetainCount() == 1 + made && target->RetainCount() == 1 + made; });
-            EXPECT_EQ(VConnectionTuple::ms_recycledConnections->UsedCount(), connect ? 0 : pooled);
+            EXPECT_EQ(VConnectionTuple::ms_recycledConnections.load()->UsedCount(), connect ? 0 : pooled);
         }
     }
     center->StopCenter();
