@@ -19,7 +19,7 @@ def polkit_rule_decides(world, desktop):
     run.guide_ran()
     Run(world, USERS["no"]).ends(1)
     for user, status in (("yes", "0\nexecuted 0"), ("no", -60005), ("admin", -60005)):  # no display to ask on
-        Probe(world, USERS[user]).gets(status)
+        Probe(world, USERS[user], "portable").gets(status)
 
 
 @case
@@ -147,7 +147,7 @@ def odd_names(world, desktop):
         run = Run(world, "vftest two words")
         run.ends(0, "Status is valid 0\n", "Uname = vftest two words\n")
         run.guide_ran()
-    run = Run(world, USERS["yes"], launcher="QuillmarkLauncher.app/Contents/MacOS/QuillmarkLauncher")
+    run = Run(world, USERS["yes"], launcher=["QuillmarkLauncher.app/Contents/MacOS/QuillmarkLauncher"])
     run.ends(1, "invalid -60031\n")  # four removals leave the launcher's own name of a short path
 
 

@@ -15,8 +15,13 @@ import sys
 import time
 import traceback
 
+sys.dont_write_bytecode = True  # root's files have no place in the tree
+import guarding  # first: the last case of the other leaves nothing to ask with
 import cases
 from rig import CASES, NAMESPACE, POLKITD, Desktop, Run, World
+
+
+PRIVATE_ONLY = {**cases.PRIVATE_ONLY, guarding.sudo_that_logs_input: "pkexec can be hidden"}
 
 
 def main():
@@ -51,8 +56,8 @@ def main():
         for function in CASES:
             if options.only and function.__name__ not in options.only:
                 continue
-            if plain and function in cases.PRIVATE_ONLY:
-                print(f"not run  {function.__name__}: only in namespaces {cases.PRIVATE_ONLY[function]}")
+            if plain and function in PRIVATE_ONLY:
+                print(f"not run  {function.__name__}: only in namespaces {PRIVATE_ONLY[function]}")
                 continue
             begin = time.monotonic()
             try:

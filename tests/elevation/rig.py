@@ -73,13 +73,15 @@ class World:
         else:
             self.undo.append(lambda: call("rm", "-rf", self.home))
         os.makedirs(self.home, exist_ok=True)
-        call("cp", probe, self.stage("plain", bundles) + MACOS + "StatusProbe")
+        self.stage("plain", bundles)
+        call("cp", probe, self.home + "/plain" + MACOS + "StatusProbe")
         if self.private:
             self.hide_machine()
         for user in USERS.values():
             self.undo.append(lambda user=user: call("userdel", "--remove", user, check=False))
             call("useradd", "--create-home", "--shell", "/bin/bash", user)
         call("chpasswd", input="".join(f"{user}:{PASSWORD}\n" for user in USERS.values()))
+        self.stage("portable", self.home + "/plain", USERS["yes"])
         for path, text, mode in ((RULES, RULES_TEXT, 0o644), (SUDOERS, "vftest-admin ALL=(ALL) ALL\n", 0o440)):
             self.undo.append(lambda path=path: os.unlink(path))
             write(path, text, mode)
@@ -125,11 +127,12 @@ class World:
         self.polkitd.wait()
         wait_for("the end of polkitd", lambda: not self.has_polkit())
 
-    def stage(self, name, bundles):
+    def stage(self, name, bundles, owner="root"):
+        """A copy of the bundles below a folder of the user: root's is a protected one, all others are portable."""
         folder = os.path.join(self.home, name)
         os.makedirs(folder)
         call("cp", "-a", bundles + "/QuillmarkLauncher.app", bundles + "/ZephGuide.app", folder)
-        call("chown", "-R", "root:root", folder)
+        call("chown", "-R", f"{owner}:", folder)
         call("chmod", "-R", "u+w,a+rX", folder)
         return folder
 
@@ -199,21 +202,24 @@ class Run:
 
     count, last = 0, None
 
-    def __init__(self, world, user, folder="plain", environment=None, launcher=None):
+    def __init__(self, world, user, folder="plain", environment=None, launcher=None, through=(),
+                 bounding=None, **options):
+        """`launcher` with its arguments; `through` are words before it, such as a program that changes limits."""
         Run.count += 1
         self.user, self.folder = user, os.path.join(world.home, folder)
         base = os.path.join(world.home, f"run{Run.count}")
         self.files = [base + ".out", base + ".err"]
         streams = [open(path, "a") for path in self.files]
         record = pwd.getpwnam(user)
-        identity = ["setpriv", f"--reuid={record.pw_uid}", f"--regid={record.pw_gid}", "--init-groups"]
+        identity = ["setpriv", f"--reuid={record.pw_uid}", f"--regid={record.pw_gid}", "--init-groups",
+                    *([f"--bounding-set={bounding}"] if bounding else [])]
         variables = {"PATH": "/usr/bin:/bin", "HOME": "/tmp", "LD_LIBRARY_PATH": "/nowhere", "IFS": "x",
                      **(environment or {})}
         spare = os.open("/etc/hostname", os.O_RDONLY)
         self.process = subprocess.Popen(
             identity + ["env", "-i"] + [f"{name}={value}" for name, value in variables.items()] +
-            [launcher or self.folder + MACOS + "QuillmarkLauncher"],
-            stdin=subprocess.DEVNULL, stdout=streams[0], stderr=streams[1], pass_fds=[spare], cwd=self.folder)
+            [*through, *(launcher or [self.folder + MACOS + "QuillmarkLauncher"])], pass_fds=[spare],
+            **{"stdin": subprocess.DEVNULL, "stdout": streams[0], "stderr": streams[1], "cwd": self.folder, **options})
         Run.last = self.process
         os.close(spare)
 
@@ -254,8 +260,9 @@ class Run:
 class Probe(Run):
     """The same for the program that prints what the service answered."""
 
-    def __init__(self, world, user, folder="plain", environment=None):
-        super().__init__(world, user, folder, environment, os.path.join(world.home, folder) + MACOS + "StatusProbe")
+    def __init__(self, world, user, folder="plain", environment=None, asks_for=(), **options):
+        super().__init__(world, user, folder, environment,
+                         [os.path.join(world.home, folder) + MACOS + "StatusProbe", *asks_for], **options)
 
     def gets(self, acquired):
         self.ends(0, f"acquired {acquired}\n")
