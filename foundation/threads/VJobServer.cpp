@@ -202,9 +202,17 @@ VObjectRef<VJob> VJobServer::WaitingJob(long index) const {
     return VObjectRef<VJob>(m_waiting->At(index >= 0 ? index : m_waiting->Count() - 1));
 }
 
+/// A job that finds no memory goes back to the queue, whose place it has just left.
 void VJobServer::InsertBefore(long index, VJob* job) {
-    detail::MutexLock const lock(m_jobsLock);
-    m_waiting->Insert(job, index);
+    try {
+        detail::MutexLock const lock(m_jobsLock);
+        if (!m_waiting->Insert(job, index)) {
+            throw std::bad_alloc();
+        }
+    } catch (...) {
+        m_queue.Push(job);
+        throw;
+    }
 }
 
 VJob* VJobServer::MakeFirstCurrent() {
