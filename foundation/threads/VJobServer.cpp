@@ -5,9 +5,9 @@
 #include "foundation/threads/IVJobDelegate.h"
 #include "foundation/threads/VJob.h"
 #include "foundation/threads/internal/ForkHook.h"
-#include "foundation/threads/internal/Quietly.h"
 #include "foundation/threads/internal/ThreadPresence.h"
 #include "foundation/threads/internal/WaitingJobs.h"
+#include "foundation/threads/internal/WithoutThrowing.h"
 
 #include <limits>
 #include <new>
@@ -54,15 +54,15 @@ VJobServer::VJobServer(VClass* cls, char const* name, int queueSize)
 }
 
 VJobServer::~VJobServer() {
-    Quietly([this] { VLog::Trace("VJobServer [DESTRUCTOR]: %s  START\n", m_name.CString()); });
+    WithoutThrowing([this] { VLog::Trace("VJobServer [DESTRUCTOR]: %s  START\n", m_name.CString()); });
     bool const stopped = m_runningLock.TryLock(kRunningLockTry);
-    Quietly([&] {
+    WithoutThrowing([&] {
         VLog::Trace("VJobServer [DESTRUCTOR]: %s  Server running: %s\n", m_name.CString(),
                     stopped ? "no" : "yes");
     });
     m_waiting.reset();
     m_currentJob.Exchange(nullptr);
-    Quietly([this] { VLog::Trace("VJobServer [DESTRUCTOR]: %s  END\n", m_name.CString()); });
+    WithoutThrowing([this] { VLog::Trace("VJobServer [DESTRUCTOR]: %s  END\n", m_name.CString()); });
     RemoveFromServers(this);
 }
 
