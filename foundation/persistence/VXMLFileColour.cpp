@@ -1,3 +1,4 @@
+#include "foundation/core/internal/ClassOwned.h"
 #include "foundation/persistence/VXMLFile.h"
 #include "foundation/strings/VString.h"
 #include "foundation/strings/values/SColour.h"
@@ -48,9 +49,7 @@ void VXMLFile::InitializeClass() {
 }
 
 void VXMLFile::UninitializeClass() {
-    if (VColour* const colour = std::exchange(ms_tempXMLIOCol, nullptr)) {
-        colour->Release();
-    }
+    detail::ReleaseAndClear(ms_tempXMLIOCol);
 }
 
 bool VXMLFile::SerializeColourAttribute(char const* name, SColour& colour, SColour const& defaultColour) {
