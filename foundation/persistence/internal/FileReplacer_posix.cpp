@@ -38,7 +38,7 @@ std::string EndOfDanglingLink(std::string path) {
     return path;
 }
 
-/// The path with its symbolic links followed, whether the file exists or not; empty when it cannot be told.
+/// The path with its symbolic links followed, whether the file exists or not; empty when that fails.
 std::string Resolved(char const* path) {
     struct Free {
         void operator()(char* text) const noexcept { std::free(text); }
@@ -47,7 +47,12 @@ std::string Resolved(char const* path) {
     if (resolved) {
         return resolved.get();
     }
-    return errno == ENOENT ? EndOfDanglingLink(path) : "";
+    if (errno != ENOENT) {
+        return "";
+    }
+    struct stat status {};
+    bool const isThere = ::stat(path, &status) == 0; // by a link like /dev/stdout, which leads to no path
+    return isThere ? path : EndOfDanglingLink(path);
 }
 
 std::FILE* StreamOn(int descriptor) noexcept {
@@ -163,7 +168,7 @@ void FileReplacer::OpenTemporary(unsigned mode) noexcept {
 
 /// Does not wait for the reader of a pipe; there has to be one.
 void FileReplacer::OpenInPlace() noexcept {
-    m_inPlace = ::openat(m_directory, m_name, O_WRONLY | O_NONBLOCK | O_NOCTTY | O_NOFOLLOW | O_CLOEXEC);
+    m_inPlace = ::openat(m_directory, m_name, O_WRONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
     if (m_inPlace >= 0) {
         ::fcntl(m_inPlace, F_SETFL, ::fcntl(m_inPlace, F_GETFL) & ~O_NONBLOCK);
         m_stream = ::open_memstream(&m_text, &m_length);
