@@ -38,9 +38,9 @@ bool VFileInfo::Serialize(IAIFile& file) {
         std::unique_ptr<char[]> const owned(path);
         file >> m_flags[0];
         SetPath(path);
-    } else {
-        file << static_cast<char const*>(m_path) << m_flags[0];
+        return path != nullptr;
     }
+    file << static_cast<char const*>(m_path) << m_flags[0];
     return true;
 }
 

@@ -41,7 +41,7 @@ class VFileInfo : public Registered<VFileInfo, VObject> {
     bool Flag() const noexcept { return m_flags[0]; }
     void SetFlag(bool flag) noexcept { m_flags[0] = flag; }
 
-    /// Path and flag. True.
+    /// Path and flag. False when there was no memory to read the path, which is empty then.
     bool Serialize(IAIFile& file) override;
     /// Puts a dying record into the pool, if there is room. Records of derived classes just die.
     void Release() const override;
