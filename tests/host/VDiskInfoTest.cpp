@@ -1,22 +1,17 @@
-#include "foundation/containers/VObjectArray.h"
 #include "foundation/host/VDiskInfo.h"
-#include "foundation/host/VFpuMode.h"
-#include "foundation/host/VHostArchitecture.h"
+#include "foundation/containers/VObjectArray.h"
 #include "foundation/host/internal/HostServices.h"
 #include "tests/support/ScratchFile.h"
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <cstdlib>
-#include <cstring>
 #include <string>
 
 namespace {
 
 using namespace VFoundation;
 
-TEST(Volumes, AreWhatAUserWouldCallSo) {
+TEST(VDiskInfo, ListsWhatAUserWouldCallAVolume) {
     testing_support::ScratchFile const table;
     table.SetBytes("22 27 0:21 / /proc rw - proc proc rw\n"
                    "27 1 0:40 / / rw - overlay overlay rw\n"         // a kernel file system, but the root
@@ -38,7 +33,7 @@ TEST(Volumes, AreWhatAUserWouldCallSo) {
     EXPECT_TRUE(HostServices::MountedVolumes("/no/such/table").empty());
 }
 
-TEST(Volumes, AreReadOnce) {
+TEST(VDiskInfo, ReadsTheTableOnce) {
     VDiskInfo::InitializeVolumeInformation();
     VObjectArray* const names = VDiskInfo::VDISK_INFO_VOLUME_NAMES;
     VObjectArray* const infos = VDiskInfo::VDISK_INFO_VOLUME_INFO;
@@ -57,61 +52,6 @@ TEST(Volumes, AreReadOnce) {
     VDiskInfo::UninitializeClass();
     EXPECT_EQ(VDiskInfo::VDISK_INFO_VOLUME_INFO, nullptr);
     EXPECT_STREQ(VDiskInfo().Description().CString(), "VolumeName [Unknown], Size [0], Free [0]");
-}
-
-TEST(Host, SwapsBytes) {
-    unsigned char bytes[] = {1, 2, 3, 4};
-    VHostArchitecture::Swap4Bytes(bytes);
-    VHostArchitecture::Swap2Bytes(bytes);
-    EXPECT_EQ(std::memcmp(bytes, "\3\4\2\1", 4), 0);
-}
-
-TEST(Host, TellsTheUserNameIntoAnyBuffer) {
-    ::setenv("USER", "somebody else", 1);
-    char name[1024];
-    std::memset(name, '#', sizeof name);
-    VHostArchitecture::UserName(name, sizeof name);
-    EXPECT_TRUE(std::strlen(name) > 0 && std::strcmp(name, "somebody else") != 0);
-    EXPECT_EQ(std::count(std::begin(name), std::end(name), '\0'),
-              static_cast<long>(sizeof name - std::strlen(name)));
-    for (unsigned long const size : {3UL, 1UL, 0UL}) {
-        char small[] = "####";
-        VHostArchitecture::UserName(small, size);
-        EXPECT_EQ(std::string(small, 4),
-                  size == 0 ? "####" : std::string(name, size - 1) + '\0' + std::string(4 - size, '#'));
-    }
-    VHostArchitecture::UserName(nullptr, 10);
-}
-
-TEST(Host, TakesTheProcessorForGranted) {
-    using CPU = VHostArchitecture::VCPUInfo;
-    EXPECT_EQ(CPU::InitializeClass(), 0);
-    EXPECT_TRUE(CPU::ms_bHasFPU && CPU::ms_bHasMMX && CPU::ms_bHasSSE && CPU::ms_bHasSSE2 &&
-                CPU::ms_bHasSSE3);
-    EXPECT_FALSE(CPU::ms_bHasHyperThreading);
-}
-
-double Third(double one) {
-    double volatile dividend = one; // not at compile time
-    return dividend / 3.0;
-}
-
-TEST(Host, RoundsAsAskedForAScope) {
-    double const nearest = Third(1);
-    {
-        VFpuMode const up(VFpuMode::kUpward);
-        double const above = Third(1);
-        EXPECT_GT(above, nearest);
-        {
-            VFpuMode const down(VFpuMode::kDownward);
-            EXPECT_EQ(Third(1), nearest);
-            EXPECT_EQ(Third(-1), -above);
-            VFpuMode const zero(VFpuMode::kTowardZero);
-            EXPECT_EQ(Third(-1), -nearest);
-        }
-        EXPECT_EQ(Third(1), above) << "the outer mode is back";
-    }
-    EXPECT_EQ(Third(1), nearest);
 }
 
 } // namespace
