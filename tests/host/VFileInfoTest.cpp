@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstring>
 #include <string>
 
@@ -31,6 +32,19 @@ TEST(VFileInfo, TravelsThroughAFileAndCutsLongPaths) {
     EXPECT_TRUE(read->Serialize(file));
     EXPECT_FALSE(read->Flag());
     EXPECT_EQ(std::strlen(read->Path()), 259U);
+}
+
+TEST(VFileInfo, TakesAPartOfItsOwnPath) {
+    auto const info = VObjectRef<VFileInfo>::Adopt(new VFileInfo);
+    info->SetPath("folder/name");
+    info->SetPath(info->Path());
+    EXPECT_STREQ(info->Path(), "folder/name");
+    info->SetPath(info->Path() + 7);
+    EXPECT_STREQ(info->Path(), "name");
+    EXPECT_EQ(std::count(info->Path(), info->Path() + VFileInfo::kPathSize, '\0'), 256)
+        << "nothing old is left";
+    info->SetPath(nullptr);
+    EXPECT_STREQ(info->Path(), "");
 }
 
 TEST(VFileInfo, ComesBackFromThePoolAsItWas) {

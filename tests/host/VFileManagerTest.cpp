@@ -2,6 +2,7 @@
 #include "foundation/core/VException.h"
 #include "foundation/strings/VString.h"
 #include "tests/host/TestFolder.h"
+#include "tests/support/FailingReads.h"
 
 #include <gtest/gtest.h>
 
@@ -34,6 +35,20 @@ TEST(VFileManager, ReadsWholeFiles) {
     std::filesystem::resize_file(folder.Path("empty"), 5ULL << 30); // a hole
     EXPECT_THROW((void)manager.ContentsAtPath(folder.Path("empty").c_str()), VException);
     EXPECT_EQ(VData::TheClass()->Existing(), existing);
+}
+
+TEST(VFileManager, TellsAFailedReadFromAShorterFile) {
+    TestFolder const folder;
+    std::string const path = folder.Write("ten", "0123456789");
+    {
+        testing_support::FailingReads const shrinking(4, 0);
+        VObjectRef<VData> const contents = VFileManager::DefaultManager()->ContentsAtPath(path.c_str());
+        ASSERT_TRUE(contents);
+        EXPECT_EQ(std::string(contents->Bytes(), contents->Bytes() + contents->Length()),
+                  "0123" + std::string(6, '\0'));
+    }
+    testing_support::FailingReads const failing(4);
+    EXPECT_FALSE(VFileManager::DefaultManager()->ContentsAtPath(path.c_str()));
 }
 
 TEST(VFileManager, TellsWhatExists) {

@@ -2,11 +2,14 @@
 #include "foundation/host/VFileManager.h"
 #include "foundation/strings/VString.h"
 #include "tests/host/TestFolder.h"
+#include "tests/support/FailingReads.h"
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <fcntl.h>
 #include <filesystem>
+#include <iterator>
 #include <string>
 #include <sys/stat.h>
 #include <tuple>
@@ -54,6 +57,10 @@ TEST(VFile, GivesNothingUnlessOpen) {
     EXPECT_EQ(VFile::TheClass()->NewInstance(), nullptr);
 }
 
+long OpenDescriptors() {
+    return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
+}
+
 TEST(VFile, OpensOnlyRegularFiles) {
     TestFolder const folder;
     ASSERT_EQ(::mkfifo(folder.Path("pipe").c_str(), 0600), 0);
@@ -62,19 +69,48 @@ TEST(VFile, OpensOnlyRegularFiles) {
                                 folder.Path("no"), std::string("/dev/null")}) {
         EXPECT_FALSE(VFile().OpenForReading(refused.c_str())) << refused;
     }
+    std::filesystem::create_directory(folder.Path("folder"));
+    long const open = OpenDescriptors();
+    EXPECT_FALSE(VFile().OpenForReading(folder.Path("folder").c_str()));
+    EXPECT_EQ(OpenDescriptors(), open);
     std::filesystem::create_symlink(folder.Write("plain", "x"), folder.Path("link"));
     EXPECT_TRUE(VFile().OpenForReading(folder.Path("link").c_str()));
 }
 
-TEST(VFile, OpensByModeClosedOnExec) {
+TEST(VFile, OpensClosedOnExec) {
     TestFolder const folder;
-    std::FILE* const stream = VFileManager::vfc_fopen(VString(folder.Path("new").c_str()), "w+b");
+    VString const path(folder.Path("new").c_str());
+    std::string const longMode = "w+b" + std::string(100, ' ');
+    for (std::string const& mode :
+         {std::string("w+b"), std::string("w+b             "), longMode, std::string("w+b,ccs=UTF-8")}) {
+        std::FILE* const stream = VFileManager::vfc_fopen(path, mode.c_str());
+        ASSERT_NE(stream, nullptr) << mode;
+        EXPECT_TRUE(::fcntl(::fileno(stream), F_GETFD) & FD_CLOEXEC) << mode;
+        EXPECT_EQ(std::fclose(stream), 0);
+    }
+    std::FILE* const stream = VFile::OpenRegularFile(path.CString());
     ASSERT_NE(stream, nullptr);
     EXPECT_TRUE(::fcntl(::fileno(stream), F_GETFD) & FD_CLOEXEC);
-    EXPECT_EQ(std::fputs("text", stream), 1);
     std::fclose(stream);
     EXPECT_EQ(VFile::vfc_fopen(folder.Path("missing").c_str(), "r"), nullptr);
+    EXPECT_EQ(VFile::vfc_fopen(path, ""), nullptr);
     EXPECT_EQ(VFile::vfc_fopen(nullptr, "r"), nullptr);
+}
+
+TEST(VFile, TellsAFailedReadFromTheEnd) {
+    TestFolder const folder;
+    VString const path(folder.Write("ten", "0123456789").c_str());
+    char buffer[20];
+    VFile whole;
+    ASSERT_TRUE(whole.OpenForReading(path));
+    EXPECT_EQ(whole.ReadBytes(buffer, sizeof buffer), 10U);
+    EXPECT_EQ(whole.ReadError(), 0);
+    testing_support::FailingReads const failing(4);
+    VFile broken;
+    ASSERT_TRUE(broken.OpenForReading(path));
+    EXPECT_EQ(broken.ReadBytes(buffer, sizeof buffer), 4U);
+    EXPECT_EQ(broken.ReadError(), EIO);
+    EXPECT_FALSE(broken.IsEndOfFile());
 }
 
 } // namespace
