@@ -16,7 +16,11 @@ int DescriptorOf(void* cookie) {
 
 ::ssize_t Read(void* cookie, char* buffer, std::size_t size) {
     int const descriptor = DescriptorOf(cookie);
-    long const left = FailingReads::ms_readable - ::lseek(descriptor, 0, SEEK_CUR);
+    long const position = ::lseek(descriptor, 0, SEEK_CUR);
+    long const end = ::lseek(descriptor, 0, SEEK_END);
+    ::lseek(descriptor, position, SEEK_SET);
+    bool const isSpared = position >= end - FailingReads::ms_spared;
+    long const left = isSpared ? end : FailingReads::ms_readable - position;
     if (left <= 0) {
         errno = FailingReads::ms_error;
         return FailingReads::ms_error ? -1 : 0;
