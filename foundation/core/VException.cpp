@@ -1,8 +1,7 @@
 #include "foundation/core/VException.h"
 
+#include "foundation/core/internal/ClassOwned.h"
 #include "foundation/log/VLog.h"
-
-#include <utility>
 
 namespace VFoundation {
 
@@ -22,12 +21,6 @@ char const* TextOfID(long id) {
     return kTexts[known ? id : 0];
 }
 
-void ReleaseAndClear(VString*& text) {
-    if (VString* const old = std::exchange(text, nullptr)) {
-        old->Release();
-    }
-}
-
 } // namespace
 
 VException::VException(long id, VObject const* source, char const* description, int stage)
@@ -44,12 +37,12 @@ VException::VException(VException const& other)
 
 void VException::Announce() const {
     VExceptionManager::ms_bExceptionHasOccured.store(true, std::memory_order_relaxed);
-    VLog::Trace(static_cast<VObject const&>(*this));
+    VLog::TraceNoThrow(static_cast<VObject const&>(*this));
 }
 
 void VException::UninitializeClass() {
-    ReleaseAndClear(ms_productName);
-    ReleaseAndClear(ms_exceptionReportEmail);
+    detail::ReleaseAndClear(ms_productName);
+    detail::ReleaseAndClear(ms_exceptionReportEmail);
 }
 
 void VException::AppendStackTrace(char const* function, int stage) {

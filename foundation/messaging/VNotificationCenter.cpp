@@ -1,6 +1,10 @@
 #include "foundation/messaging/VNotificationCenter.h"
 
+#include "foundation/core/VException.h"
+#include "foundation/core/internal/ClassOwned.h"
 #include "foundation/messaging/VNotification.h"
+
+#include <new>
 
 namespace VFoundation {
 
@@ -21,21 +25,11 @@ void VNotificationCenter::UninitializeClass() {
 }
 
 VNotificationCenter* VNotificationCenter::DefaultCenter() {
-    VNotificationCenter* center = ms_defaultNotificationCenter.load(std::memory_order_acquire);
-    if (!center) {
-        VNotificationCenter* const made = New();
-        if (ms_defaultNotificationCenter.compare_exchange_strong(center, made)) {
-            return made;
-        }
-        made->Release(); // another thread was first
-    }
-    return center;
+    return detail::MakeOnce(ms_defaultNotificationCenter, &New);
 }
 
 void VNotificationCenter::DeleteDefaultCenter() {
-    if (VNotificationCenter* const center = ms_defaultNotificationCenter.exchange(nullptr)) {
-        center->Release();
-    }
+    detail::ReleaseAndClear(ms_defaultNotificationCenter);
 }
 
 bool VNotificationCenter::AddObserver(VObject* observer, Callback callback, VString const* name,
@@ -43,14 +37,19 @@ bool VNotificationCenter::AddObserver(VObject* observer, Callback callback, VStr
     if (!observer || !callback) {
         return false;
     }
-    auto const tuple = VObjectRef<VNotificationTuple>::Adopt(VNotificationTuple::New());
-    tuple->Set(observer, callback, name, about);
-    std::lock_guard const lock(m_lock);
-    return m_registrations.AddObject(tuple.Get());
+    try {
+        auto const tuple = VObjectRef<VNotificationTuple>::Adopt(VNotificationTuple::New());
+        tuple->Set(observer, callback, name, about);
+        detail::MutexLock const lock(m_lock);
+        return m_registrations.AddObject(tuple.Get());
+    } catch (std::bad_alloc const&) { // no memory, as below
+    } catch (VException const&) {
+    }
+    return false;
 }
 
 void VNotificationCenter::RemoveObserver(VObject* observer) {
-    std::lock_guard const lock(m_lock);
+    detail::MutexLock const lock(m_lock);
     for (long index = m_registrations.Count() - 1; index >= 0; --index) {
         VNotificationTuple* const tuple = m_registrations.ObjectAtIndexTyped(index);
         if (tuple->IsOf(observer)) {
@@ -67,7 +66,7 @@ void VNotificationCenter::PostNotification(VNotification* notification) {
     VObjectRef<VNotification> const held(notification);
     auto const concerned = VObjectRef<VObjectArray>::Adopt(VObjectArray::NewObjectArray());
     {
-        std::lock_guard const lock(m_lock);
+        detail::MutexLock const lock(m_lock);
         for (long index = 0; index < m_registrations.Count(); ++index) {
             VNotificationTuple* const tuple = m_registrations.ObjectAtIndexTyped(index);
             if (tuple->Matches(*notification)) {

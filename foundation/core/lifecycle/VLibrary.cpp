@@ -68,6 +68,7 @@
 #include "foundation/threads/VMutex.h"
 #include "foundation/threads/VSemaphore.h"
 #include "foundation/threads/VThread.h"
+#include "foundation/threads/internal/ThreadPresence.h"
 
 namespace VFoundation {
 
@@ -78,9 +79,6 @@ std::atomic<bool> ms_bInit{false};
 bool s_bWasShutDown = false;
 
 using ClassAccessor = VClass* (*)();
-
-/// The form in which dictionaries are saved to XML; version 1 was two arrays.
-constexpr long kDictionaryVersion = 2;
 
 /// The order of registration, which the statistics table shows. Superclasses come by themselves; a class that
 /// stands here twice is found the second time.
@@ -191,6 +189,7 @@ class ShutDown {
     bool m_dumpClasses;
     bool m_quiet;
     Stage m_stage = eStopping;
+    ThreadPresence::LibraryEnd m_threads;
 };
 
 void ShutDown::Run() {
@@ -200,6 +199,7 @@ void ShutDown::Run() {
     if (--ms_iInitCount > 0) {
         return;
     }
+    m_threads.Await(); // while their last lines still reach the log
     StopUsers();
     m_stage = eEmptyingPools;
     EmptyPools();
@@ -231,6 +231,7 @@ void StopLoggingThread(bool onlyIfRunning) {
 
 void ShutDown::StopUsers() {
     StopLoggingThread(false);
+    m_threads.Await();
     VObjectArray::SetRecyclingEnabled(false);
     VString::ms_bRecyclingEnabled = false;
     VFileInfo::UninitializeClass();
@@ -275,6 +276,7 @@ void ShutDown::EmptyPools() {
 
 void ShutDown::EndLog() {
     VLog::DestroyDefaultLog();
+    m_threads.Await();
     VLog::SetSafeShutdown();
 }
 
@@ -319,7 +321,7 @@ void InitializeLibrary(bool) {
     for (ClassAccessor const theClass : kClasses) {
         failures += RegisterClass(theClass) ? 0 : 1;
         if (theClass == &VDictionary::TheClass) {
-            VDictionary::TheClass()->SetVersion(kDictionaryVersion);
+            VDictionary::TheClass()->SetVersion(VDictionary::kVersion);
         }
     }
     VColour::InitAllNamedColours();

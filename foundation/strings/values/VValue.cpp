@@ -1,11 +1,13 @@
 #include "foundation/strings/values/VValue.h"
 
 #include "foundation/core/VObjectRef.h"
+#include "foundation/core/internal/CopyByAssignment.h"
 #include "foundation/persistence/IAIFile.h"
 #include "foundation/persistence/VXMLFile.h"
 #include "foundation/strings/VString.h"
 
 #include <algorithm>
+#include <cstring>
 #include <iterator>
 
 namespace VFoundation {
@@ -15,7 +17,7 @@ namespace {
 constexpr char const* kTypeKey = "type";
 constexpr char const* kValueKey = "value";
 
-/// The first row that fits, or the row of the unknown type.
+/// The first row that fits; else the row of the unknown type.
 template <class Fits>
 VValue::TypeName const& FindType(Fits fits) {
     auto const found =
@@ -23,7 +25,7 @@ VValue::TypeName const& FindType(Fits fits) {
     return found == std::end(VValue::ms_typeNameMap) ? VValue::ms_typeNameMap[0] : *found;
 }
 
-/// Reads the value as a `Stored` into the payload, or leaves it.
+/// Reads the value as a `Stored` into the payload; an absent one leaves it.
 template <class Stored, class Payload>
 bool ReadPayload(VXMLFile& file, Payload& payload) {
     Stored stored{};
@@ -62,11 +64,7 @@ VValue& VValue::operator=(VValue const& other) {
 }
 
 VObject* VValue::Copy() const {
-    auto* const copy = static_cast<VValue*>(VObject::Copy());
-    if (copy) {
-        *copy = *this;
-    }
-    return copy;
+    return detail::CopyByAssignment(*this);
 }
 
 bool VValue::IsEqual(VObject const& other) const {
@@ -121,10 +119,10 @@ bool VValue::SerializeAsXML(VXMLFile& file) {
     char const* name = nullptr;
     bool const hasType = file.ReadAttribute(kTypeKey, name);
     auto const& row =
-        FindType([&](TypeName const& known) { return hasType && VString::stricmp(known.name, name) == 0; });
+        FindType([&](TypeName const& known) { return hasType && std::strcmp(known.name, name) == 0; });
     if (row.type != m_value.m_type) {
-        m_value.SetValueToUnknown(); // the bits of another type are no value of this one
-        m_value.m_type = row.type;
+        m_value.Become(
+            static_cast<SValue::eType>(row.type)); // the bits of another type are no value of this one
     }
     return LoadValue(file) && hasType;
 }

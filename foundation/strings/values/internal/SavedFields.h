@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/internal/CopyByAssignment.h"
 #include "foundation/persistence/IAIFile.h"
 #include "foundation/persistence/VXMLFile.h"
 #include "foundation/strings/VString.h"
@@ -11,8 +12,8 @@
 
 namespace VFoundation {
 
-/// One saved member. The source file of a class on `TSavedObject` holds the list of them, in the order of the
-/// chunked file, and makes the code from it:
+/// One saved member. The source file of a class on `TSavedObject` lists them, in the order of the chunked file, and
+/// instantiates the base:
 ///
 ///     struct VDate::Fields {
 ///         static constexpr std::tuple kAll{SavedField{"seconds", &VDate::m_seconds}};
@@ -41,7 +42,7 @@ template <class T>
 bool SerializeMember(VXMLFile& file, char const* name, T& member) {
     return file.SerializeAttribute(name, member);
 }
-/// An empty string is a value, too.
+/// Reads the attribute as it is: an empty string is a value, too.
 inline bool SerializeMember(VXMLFile& file, char const* name, VString& member) {
     if (file.IsSaving()) {
         return file.WriteAttribute(name, member.CString());
@@ -56,11 +57,7 @@ inline bool SerializeMember(VXMLFile& file, char const* name, VString& member) {
 
 template <class Derived>
 VObject* TSavedObject<Derived>::Copy() const {
-    VObject* const copy = VObject::Copy();
-    if (copy) {
-        static_cast<Derived&>(*copy) = static_cast<Derived const&>(*this);
-    }
-    return copy;
+    return detail::CopyByAssignment(static_cast<Derived const&>(*this));
 }
 
 template <class Derived>
