@@ -1,9 +1,10 @@
 #include "foundation/containers/TRingBuffer.h"
 
+#include "foundation/core/Mutex.h"
+
 #include <cstdio>
 #include <cstring>
 #include <memory>
-#include <mutex>
 
 namespace VFoundation::detail {
 
@@ -16,7 +17,8 @@ struct NamedSlot {
 };
 
 /// Never freed: the slots' addresses are kept by every instantiation.
-constinit NamedSlot* s_slots = nullptr;
+constinit Mutex s_lock;
+NamedSlot* s_slots VFOUNDATION_GUARDED_BY(s_lock) = nullptr;
 
 std::unique_ptr<char[]> Duplicate(char const* prefix, char const* text) {
     std::size_t const size = std::strlen(prefix) + std::strlen(text) + 1;
@@ -28,7 +30,7 @@ std::unique_ptr<char[]> Duplicate(char const* prefix, char const* text) {
 } // namespace
 
 VClass*& RingBufferClassSlot(char const* elementClassName) {
-    std::lock_guard const lock(ClassCreationLock());
+    MutexLock const lock(s_lock);
     for (NamedSlot* slot = s_slots; slot; slot = slot->next) {
         if (std::strcmp(slot->name.get(), elementClassName) == 0) {
             return slot->record;
@@ -43,21 +45,8 @@ VClass*& RingBufferClassSlot(char const* elementClassName) {
 
 VClass* MakeRingBufferClass(char const* elementClassName, VClass*& slot, VClass::Factory factory,
                             unsigned long size) {
-    std::lock_guard const lock(ClassCreationLock());
-    VClass* const superClass = VObject::TheClass();
-    if (VClass* const record = LoadClassSlot(slot)) {
-        if (record->IsDetached()) {
-            record->Reattach(superClass);
-        }
-        return record;
-    }
     auto const name = Duplicate("TRingBuffer_", elementClassName);
-    if (VClass* const registered = VClass::FindRegistered(name.get())) {
-        return registered;
-    }
-    auto* const record = new VClass(name.get(), superClass, factory, 1, nullptr, nullptr, size, &slot);
-    record->InitializeClass();
-    return record;
+    return ReadyClass({name.get(), &VObject::TheClass, factory, nullptr, nullptr, size, &slot, true});
 }
 
 } // namespace VFoundation::detail

@@ -1,3 +1,4 @@
+#include "foundation/core/internal/ClassRegistry.h"
 #include "foundation/containers/VPtrArray.h"
 #include "foundation/core/VObjectRef.h"
 #include "foundation/core/lifecycle/VLibrary.h"
@@ -44,7 +45,7 @@ TEST_F(Registry, EveryRecordKeepsTheRulesOfTheClassRecord) {
     for (VClass* const record : AllRecords()) {
         SCOPED_TRACE(record->Name());
         EXPECT_TRUE(names.insert(record->Name()).second);
-        EXPECT_EQ(VClass::FindRegistered(record->Name()), record);
+        EXPECT_EQ(ClassRegistry::FindExactly(record->Name()), record);
         bool const isRoot = record == VClass::TheClass() || record == VObject::TheClass();
         EXPECT_EQ(record->SuperClass() == nullptr, isRoot);
         if (record != VClass::TheClass()) {
@@ -88,7 +89,7 @@ TEST_F(Registry, ANewClassMovesTheLastPlace) {
     EXPECT_EQ(slot, record);
     EXPECT_NE(VClass::ClassForClassName(formerLast.c_str()), nullptr);
     EXPECT_EQ(VClass::ClassForClassName("ZZ"), nullptr);
-    EXPECT_EQ(VClass::FindRegistered("ZZ"), record);
+    EXPECT_EQ(ClassRegistry::FindExactly("ZZ"), record);
     delete record;
     EXPECT_EQ(slot, nullptr);
     EXPECT_EQ(VClass::ClassForClassName(formerLast.c_str()), nullptr);
