@@ -2,6 +2,7 @@
 
 #include "foundation/core/internal/ClassOwned.h"
 #include "foundation/log/VLog.h"
+#include "foundation/threads/VThread.h"
 
 namespace VFoundation {
 
@@ -37,7 +38,13 @@ VException::VException(VException const& other)
 
 void VException::Announce() const {
     VExceptionManager::ms_bExceptionHasOccured.store(true, std::memory_order_relaxed);
-    VLog::Trace(static_cast<VObject const&>(*this));
+    try {
+        VLog::Trace(static_cast<VObject const&>(*this));
+    } catch (...) { // the failure to report this exception must not replace it
+        if (VThread::CaughtEndOfThread()) {
+            throw;
+        }
+    }
 }
 
 void VException::UninitializeClass() {

@@ -11,7 +11,7 @@ namespace {
 
 using namespace VFoundation;
 
-TEST(Exception, DescribesItself) {
+TEST(VException, DescribesItself) {
     VString text;
     VException(5, nullptr, "x", -1).GetDescription(text);
     EXPECT_STREQ(text.CString(), R"(VException: id: "File not found"  src:"Unknown"  descr: "x")");
@@ -29,7 +29,7 @@ TEST(Exception, DescribesItself) {
     EXPECT_NE(std::string(text.CString()).find(longText), std::string::npos);
 }
 
-TEST(Exception, EveryConstructionIsLogged) {
+TEST(VException, EveryConstructionIsLogged) {
     InitializeLibrary(false);
     testing::internal::CaptureStderr();
     {
@@ -45,7 +45,7 @@ TEST(Exception, EveryConstructionIsLogged) {
     UninitializeLibrary(true, false, true);
 }
 
-TEST(Exception, CollectsATrace) {
+TEST(VException, CollectsATrace) {
     VException exception(0, nullptr, "", -1);
     exception.AppendStackTrace("Inner", 4);
     exception.AppendStackTrace("Outer", -1);

@@ -31,7 +31,7 @@ std::vector<VClass*> AllRecords() {
     return records;
 }
 
-class Registry : public testing::Test {
+class VClassTest : public testing::Test {
   protected:
     void SetUp() override {
         InitializeLibrary(false);
@@ -40,7 +40,7 @@ class Registry : public testing::Test {
     void TearDown() override { UninitializeLibrary(true, false, true); }
 };
 
-TEST_F(Registry, EveryRecordKeepsTheRulesOfTheClassRecord) {
+TEST_F(VClassTest, EveryRecordKeepsTheRulesOfTheClassRecord) {
     std::set<std::string> names;
     for (VClass* const record : AllRecords()) {
         SCOPED_TRACE(record->Name());
@@ -70,7 +70,7 @@ TEST_F(Registry, EveryRecordKeepsTheRulesOfTheClassRecord) {
     EXPECT_GT(names.size(), 20U);
 }
 
-TEST_F(Registry, FindsEveryNameButTheLast) {
+TEST_F(VClassTest, FindsEveryNameButTheLast) {
     auto const records = AllRecords();
     EXPECT_EQ(VClass::ClassForClassName(records.back()->Name()), nullptr);
     for (std::size_t i = 0; i + 1 < records.size(); ++i) {
@@ -81,7 +81,7 @@ TEST_F(Registry, FindsEveryNameButTheLast) {
     EXPECT_EQ(VClass::ClassForClassName("vobject"), nullptr);
 }
 
-TEST_F(Registry, ANewClassMovesTheLastPlace) {
+TEST_F(VClassTest, ANewClassMovesTheLastPlace) {
     std::string const formerLast = AllRecords().back()->Name();
     ASSERT_EQ(VClass::ClassForClassName(formerLast.c_str()), nullptr);
     VClass* slot = nullptr;
@@ -95,7 +95,7 @@ TEST_F(Registry, ANewClassMovesTheLastPlace) {
     EXPECT_EQ(VClass::ClassForClassName(formerLast.c_str()), nullptr);
 }
 
-TEST_F(Registry, SubstitutesNames) {
+TEST_F(VClassTest, SubstitutesNames) {
     for (VClass* const cls : {ACounted::TheClass(), static_cast<VClass*>(nullptr)}) {
         VClass::SetClassSubstitution("OldName", cls);
         EXPECT_EQ(VClass::GetClassSubstitution("OldName"), cls);
@@ -103,7 +103,7 @@ TEST_F(Registry, SubstitutesNames) {
     EXPECT_EQ(VClass::GetClassSubstitution(nullptr), nullptr);
 }
 
-TEST_F(Registry, SortsNullsLast) {
+TEST_F(VClassTest, SortsNullsLast) {
     void const* object = VObject::TheClass();
     void const* string = VString::TheClass();
     void const* null = nullptr;
@@ -121,7 +121,7 @@ class RecordingPool : public IVInstancePool {
     static inline int initialized = 0;
 };
 
-TEST_F(Registry, APoolTakesTheFactorysAndTheHooksPlace) {
+TEST_F(VClassTest, APoolTakesTheFactorysAndTheHooksPlace) {
     VClass* slot = nullptr;
     auto* const record = new VClass("APooled", VObject::TheClass(), nullptr, 1, nullptr, nullptr, 24, &slot);
     EXPECT_EQ(record->NewInstance(), nullptr);
@@ -142,7 +142,7 @@ TEST_F(Registry, APoolTakesTheFactorysAndTheHooksPlace) {
     delete record;
 }
 
-TEST_F(Registry, LooksUpWhileOthersRegister) {
+TEST_F(VClassTest, LooksUpWhileOthersRegister) {
     std::atomic<bool> stop{false};
     std::atomic<long> wrong{0};
     std::thread reader([&] {
@@ -163,7 +163,7 @@ TEST_F(Registry, LooksUpWhileOthersRegister) {
     EXPECT_EQ(wrong, 0);
 }
 
-TEST_F(Registry, DumpPrintsRowsOfLivingClassesAndCountsAll) {
+TEST_F(VClassTest, DumpPrintsRowsOfLivingClassesAndCountsAll) {
     auto const living = VObjectRef<ACounted>::Adopt(ACounted::New());
     testing::internal::CaptureStderr();
     VClass::DumpClassDetails(true, false);

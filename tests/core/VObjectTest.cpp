@@ -17,7 +17,7 @@ class Plain : public VObject {
     Plain(Plain const&) = default;
 };
 
-TEST(Object, OnlyTheLow30BitsOfTheCountDecide) {
+TEST(VObject, OnlyTheLow30BitsOfTheCountDecide) {
     for (std::int32_t const flags : {0x40000000, INT32_MIN, INT32_MIN | 0x40000000}) {
         auto* const object = ACounted::New();
         object->CountWord() = flags | 1;
@@ -27,7 +27,7 @@ TEST(Object, OnlyTheLow30BitsOfTheCountDecide) {
     }
 }
 
-TEST(Object, CountsFromManyThreads) {
+TEST(VObject, CountsFromManyThreads) {
     ACounted const object;
     auto const count = [&] {
         for (int i = 0; i < 20000; ++i) {
@@ -41,7 +41,7 @@ TEST(Object, CountsFromManyThreads) {
     EXPECT_EQ(object.RetainCount(), 1);
 }
 
-TEST(Object, CopiesAndAssignmentsKeepClassAndCountApart) {
+TEST(VObject, CopiesAndAssignmentsKeepClassAndCountApart) {
     ACounted const original;
     auto const copy = VObjectRef<VObject>::Adopt(original.Copy());
     EXPECT_TRUE(copy->IsMemberOfClass(ACounted::TheClass()));
@@ -56,7 +56,7 @@ TEST(Object, CopiesAndAssignmentsKeepClassAndCountApart) {
     EXPECT_EQ(VObject::TheClass()->Created(), created + 1);
 }
 
-TEST(Object, TellsItsKindDescriptionAndIdentity) {
+TEST(VObject, TellsItsKindDescriptionAndIdentity) {
     ACounted const a;
     EXPECT_TRUE(a.IsKindOfClass(VObject::TheClass()) && !a.IsMemberOfClass(VObject::TheClass()));
     EXPECT_FALSE(a.IsKindOfClass(VString::TheClass()) || a.IsKindOfClass(nullptr));
@@ -65,7 +65,7 @@ TEST(Object, TellsItsKindDescriptionAndIdentity) {
     EXPECT_TRUE(a.IsEqual(a) && !a.IsEqual(ACounted()));
 }
 
-TEST(ObjectRef, RetainsTheNewBeforeItReleasesTheOld) {
+TEST(VObjectRef, RetainsTheNewBeforeItReleasesTheOld) {
     std::string log;
     auto* const first = ACounted::New();
     first->LogTo(&log);
@@ -84,7 +84,7 @@ TEST(ObjectRef, RetainsTheNewBeforeItReleasesTheOld) {
     EXPECT_EQ(log, "++---x-x");
 }
 
-TEST(ObjectRef, AdoptsAllocatesMovesAndDetaches) {
+TEST(VObjectRef, AdoptsAllocatesMovesAndDetaches) {
     VObjectRef<ACounted> ref;
     EXPECT_EQ(ref.Allocate()->RetainCount(), 1);
     VObjectRef<ACounted> copy = ref;
@@ -100,7 +100,7 @@ TEST(ObjectRef, AdoptsAllocatesMovesAndDetaches) {
     EXPECT_EQ(ACounted::ms_alive, 0);
 }
 
-TEST(AtomicOp, ReturnsTheNewValueAndTakesTheExpectedValueLast) {
+TEST(VAtomicOp, ReturnsTheNewValueAndTakesTheExpectedValueLast) {
     long value = 41;
     EXPECT_EQ(VAtomicOp::AtomicIncrement32(&value), 42);
     EXPECT_EQ(VAtomicOp::AtomicDecrement32(&value), 41);

@@ -12,7 +12,7 @@ namespace {
 using namespace VFoundation;
 using testing_support::ACounted;
 
-class RegistryEnd : public testing::Test {
+class VClassEndTest : public testing::Test {
   protected:
     void SetUp() override { InitializeLibrary(false); }
     void TearDown() override {
@@ -22,7 +22,7 @@ class RegistryEnd : public testing::Test {
     }
 };
 
-TEST_F(RegistryEnd, ClearsTheSlotsOfClassesWithoutObjects) {
+TEST_F(VClassEndTest, ClearsTheSlotsOfClassesWithoutObjects) {
     ACounted::New()->Release();
     UninitializeLibrary(true, false, true);
     EXPECT_TRUE(!ACounted::ms_theClass && !VObject::ms_theClass && VObject::ms_finalShutdown);
@@ -36,7 +36,7 @@ TEST_F(RegistryEnd, ClearsTheSlotsOfClassesWithoutObjects) {
     EXPECT_EQ(ACounted::TheClass(), fresh);
 }
 
-TEST_F(RegistryEnd, AClassWithObjectsKeepsItsRecordAndEntersTheNextRegistryOnce) {
+TEST_F(VClassEndTest, AClassWithObjectsKeepsItsRecordAndEntersTheNextRegistryOnce) {
     ACounted* const survivor = ACounted::New();
     VClass* const record = survivor->Class();
     UninitializeLibrary(true, false, true);
@@ -54,7 +54,7 @@ TEST_F(RegistryEnd, AClassWithObjectsKeepsItsRecordAndEntersTheNextRegistryOnce)
     EXPECT_EQ(record->Existing(), 0);
 }
 
-TEST_F(RegistryEnd, ObjectsMayOutliveARecordThatIsDeletedByName) {
+TEST_F(VClassEndTest, ObjectsMayOutliveARecordThatIsDeletedByName) {
     auto* const data = new VData(8); // its class's record is among those deleted last
     UninitializeLibrary(true, false, true);
     EXPECT_EQ(VData::ms_theClass, nullptr);
@@ -86,7 +86,7 @@ class AThrowing : public Registered<AThrowing, VObject> {
     static inline int ms_throws = 0;
 };
 
-TEST_F(RegistryEnd, WhatAHookThrowsLeavesARecordAsAnException) {
+TEST_F(VClassEndTest, WhatAHookThrowsLeavesARecordAsAnException) {
     for (int const kind : {1, 2}) {
         VClass* const record = AThrowing::TheClass();
         AThrowing::ms_throws = kind;
@@ -103,7 +103,7 @@ TEST_F(RegistryEnd, WhatAHookThrowsLeavesARecordAsAnException) {
     }
 }
 
-TEST_F(RegistryEnd, AHookThatThrowsEndsTheWalkAndNothingElse) {
+TEST_F(VClassEndTest, AHookThatThrowsEndsTheWalkAndNothingElse) {
     AThrowing::TheClass();
     AThrowing::ms_throws = 1;
     EXPECT_TRUE(VClass::DestroyClassRegistry());
@@ -121,7 +121,7 @@ class AFirst : public Registered<AFirst, VObject> { // "AFirst" sorts to the fir
     static AFirst* New() { return new AFirst; }
 };
 
-TEST_F(RegistryEnd, TheFirstEntryIsNotVisited) {
+TEST_F(VClassEndTest, TheFirstEntryIsNotVisited) {
     VClass* const record = AFirst::TheClass();
     VClass::SortClassArray();
     UninitializeLibrary(true, false, true);

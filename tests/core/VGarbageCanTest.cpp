@@ -8,7 +8,7 @@ namespace {
 using namespace VFoundation;
 using testing_support::ACounted;
 
-TEST(GarbageCan, KeepsObjectsAliveUntilItDies) {
+TEST(VGarbageCan, KeepsObjectsAliveUntilItDies) {
     ACounted object;
     {
         VGarbageCan can(2);
@@ -19,7 +19,7 @@ TEST(GarbageCan, KeepsObjectsAliveUntilItDies) {
     EXPECT_EQ(object.RetainCount(), 1);
 }
 
-TEST(GarbageCan, OpeningsPairUp) {
+TEST(VGarbageCan, OpeningsPairUp) {
     auto const can = VObjectRef<VGarbageCan>::Adopt(VGarbageCan::New());
     EXPECT_FALSE(can->CloseGarbageCan());
     EXPECT_EQ(can->OpenCount(), 0);
