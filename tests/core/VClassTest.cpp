@@ -1,14 +1,17 @@
-#include "foundation/core/internal/ClassRegistry.h"
 #include "foundation/containers/VPtrArray.h"
 #include "foundation/core/VObjectRef.h"
+#include "foundation/core/internal/ClassRegistry.h"
 #include "foundation/core/lifecycle/VLibrary.h"
+#include "foundation/log/VLog.h"
 #include "foundation/strings/VString.h"
 #include "tests/support/Counted.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <malloc.h>
 #include <set>
+#include <sstream>
 #include <string>
 #include <thread>
 #include <vector>
@@ -95,6 +98,21 @@ TEST_F(VClassTest, ANewClassMovesTheLastPlace) {
     EXPECT_EQ(VClass::ClassForClassName(formerLast.c_str()), nullptr);
 }
 
+TEST_F(VClassTest, LookUpKeepsOneIndex) {
+    auto const createFindDelete = [](int times) {
+        for (int i = 0; i < times; ++i) {
+            VClass* slot = nullptr;
+            auto* const record = new VClass("AShort", nullptr, nullptr, 1, nullptr, nullptr, 24, &slot);
+            EXPECT_EQ(VClass::ClassForClassName("AShort"), record);
+            delete record;
+        }
+    };
+    createFindDelete(10);
+    std::size_t const before = mallinfo2().uordblks;
+    createFindDelete(500);
+    EXPECT_LE(mallinfo2().uordblks, before + 16 * 1024);
+}
+
 TEST_F(VClassTest, SubstitutesNames) {
     for (VClass* const cls : {ACounted::TheClass(), static_cast<VClass*>(nullptr)}) {
         VClass::SetClassSubstitution("OldName", cls);
@@ -107,8 +125,10 @@ TEST_F(VClassTest, SortsNullsLast) {
     void const* object = VObject::TheClass();
     void const* string = VString::TheClass();
     void const* null = nullptr;
-    EXPECT_TRUE(VClass::SortFn_Name(&object, &string) < 0 && VClass::SortFn_Name(&string, &object) > 0);
-    EXPECT_TRUE(VClass::SortFn_Name(&object, &null) < 0 && VClass::SortFn_Name(&null, &object) > 0);
+    EXPECT_LT(VClass::SortFn_Name(&object, &string), 0);
+    EXPECT_GT(VClass::SortFn_Name(&string, &object), 0);
+    EXPECT_LT(VClass::SortFn_Name(&object, &null), 0);
+    EXPECT_GT(VClass::SortFn_Name(&null, &object), 0);
 }
 
 class RecordingPool : public IVInstancePool {
@@ -163,22 +183,147 @@ TEST_F(VClassTest, LooksUpWhileOthersRegister) {
     EXPECT_EQ(wrong, 0);
 }
 
+/// One row of the comma-separated table.
+struct Row {
+    std::string number;
+    std::string name;
+    long created = 0;
+    long existing = 0;
+};
+
+std::string Dumped(bool onlyExisting, bool commaSeparated) {
+    testing::internal::CaptureStderr();
+    VClass::DumpClassDetails(onlyExisting, commaSeparated);
+    return testing::internal::GetCapturedStderr();
+}
+
+std::vector<Row> Rows(std::string table, char separator) {
+    std::replace(table.begin(), table.end(), separator, ' ');
+    std::istringstream lines(table);
+    std::vector<Row> rows;
+    for (std::string line; std::getline(lines, line);) {
+        std::istringstream words(line);
+        Row row;
+        if (words >> row.number >> row.name >> row.created >> row.existing) {
+            rows.push_back(row);
+        }
+    }
+    return rows;
+}
+
 TEST_F(VClassTest, DumpPrintsRowsOfLivingClassesAndCountsAll) {
     auto const living = VObjectRef<ACounted>::Adopt(ACounted::New());
-    testing::internal::CaptureStderr();
-    VClass::DumpClassDetails(true, false);
-    std::string const table = testing::internal::GetCapturedStderr();
+    VLog* const log = VLog::GetDefaultLog();
+    log->SetShowContextTime(true);
+    std::string const table = Dumped(true, false);
+    EXPECT_TRUE(log->GetShowContextTime());
+    EXPECT_TRUE(log->GetAllowAnnotations());
+    log->SetShowContextTime(false);
     EXPECT_NE(table.find(" classes\n\nSRect  size: "), std::string::npos);
     EXPECT_NE(table.find("|                         ACounted | "), std::string::npos);
     EXPECT_EQ(table.find("VMutex"), std::string::npos);
-    EXPECT_NE(table.find("Total created: "), std::string::npos);
-
-    testing::internal::CaptureStderr();
-    VClass::DumpClassDetails(false, true);
-    std::string const commas = testing::internal::GetCapturedStderr();
+    std::string const commas = Dumped(false, true);
     EXPECT_NE(commas.find("  Num , Classname                        , Create , "), std::string::npos);
     EXPECT_NE(commas.find(" ,                           VMutex ,      "), std::string::npos);
     EXPECT_EQ(commas.find("Total"), std::string::npos);
+}
+
+TEST_F(VClassTest, DumpTotalsAreTakenOnceTheRowsArrayIsGone) {
+    std::string const table = Dumped(false, false);
+    auto const rows = Rows(table, '|');
+    ASSERT_GT(rows.size(), 60U);
+    EXPECT_EQ(rows[0].number, "000");
+    EXPECT_EQ(rows[12].number, "012");
+    long created = 0;
+    long existing = 0;
+    for (Row const& row : rows) {
+        created += row.created;
+        existing += row.existing;
+    }
+    std::size_t const at = table.find("Total created:");
+    ASSERT_NE(at, std::string::npos);
+    std::istringstream totals(table.substr(at + 14));
+    std::string word;
+    long total = 0;
+    totals >> total;
+    EXPECT_EQ(total, created);
+    totals >> word >> total;
+    EXPECT_EQ(total, existing - 1); // the row of the array's own class was printed while the array existed
+    // Classes without instances print no row and count all the same.
+    std::string const shorter = Dumped(true, false);
+    EXPECT_LT(Rows(shorter, '|').size(), rows.size());
+    EXPECT_NE(shorter.find("existing: " +
+                           std::string(totals.str().substr(totals.str().find("existing: ") + 10, 6))),
+              std::string::npos);
+}
+
+TEST_F(VClassTest, ClassesAreRegisteredInOrder) {
+    UninitializeLibrary(true, false, true);
+    InitializeLibrary(false);
+    std::vector<std::string> const expected = {"VString",
+                                               "VFile",
+                                               "VAIFile",
+                                               "VArchive",
+                                               "VBitString",
+                                               "VCmdEvent",
+                                               "VColour",
+                                               "VDate",
+                                               "VDev",
+                                               "VDictionaryPair",
+                                               "VDictionary",
+                                               "VDiskInfo",
+                                               "VFileInfo",
+                                               "VFileManager",
+                                               "VFloatVector",
+                                               "VFloatVectorMapXY",
+                                               "VGraph",
+                                               "VGraphEdge",
+                                               "VGraphNode",
+                                               "VHashTable",
+                                               "VImage",
+                                               "VJob",
+                                               "VJobServer",
+                                               "VJobServerPool",
+                                               "VJobPoolTicket",
+                                               "VLock",
+                                               "VLog",
+                                               "VLogContext",
+                                               "VLogFile",
+                                               "VMemoryProfiler",
+                                               "VMutex",
+                                               "VNotification",
+                                               "VNotificationCenter",
+                                               "VNotificationTuple",
+                                               "VObjectQueue",
+                                               "VObjectStack",
+                                               "VObjectUndoStack",
+                                               "VPoint",
+                                               "VRange",
+                                               "VRect",
+                                               "VSemaphore",
+                                               "VSize",
+                                               "VStringTokenizer",
+                                               "VThread",
+                                               "VTimeRange",
+                                               "VTree",
+                                               "VURL",
+                                               "VValue",
+                                               "VWindowFunction",
+                                               "VPDFConnection",
+                                               "VConnectionTuple",
+                                               "VCommandDelayer",
+                                               "VMessageCenter",
+                                               "VException",
+                                               "VSet",
+                                               "VGarbageCan",
+                                               "VXMLFile"};
+    std::vector<std::string> registered;
+    for (Row const& row : Rows(Dumped(false, false), '|')) {
+        if (std::find(expected.begin(), expected.end(), row.name) != expected.end()) {
+            registered.push_back(row.name);
+        }
+    }
+    EXPECT_EQ(registered, expected);
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "foundation/core/VException.h"
 #include "foundation/core/VObjectRef.h"
 #include "foundation/core/lifecycle/VLibrary.h"
+#include "foundation/log/VLog.h"
 #include "tests/support/Counted.h"
 
 #include <gtest/gtest.h>
@@ -42,6 +43,17 @@ TEST(VException, EveryConstructionIsLogged) {
     std::string const line = "VException: id: \"File not readable\"  src:\"Unknown\"  descr: \"logged\"\n";
     EXPECT_EQ(log, line + line + line);
     EXPECT_TRUE(VExceptionManager::ExceptionHasOccured());
+    UninitializeLibrary(true, false, true);
+}
+
+TEST(VException, DoesNotThrowWhatTheLogThrows) {
+    struct Throwing : VLog {
+        void AddString(char const*) override { throw 7; }
+    };
+    InitializeLibrary(false);
+    VLog::SetLog(VObjectRef<Throwing>::Adopt(new Throwing).Get());
+    EXPECT_THROW(throw VException(VException::eFileNotFound, nullptr, "real", -1), VException);
+    VLog::SetLog(nullptr);
     UninitializeLibrary(true, false, true);
 }
 

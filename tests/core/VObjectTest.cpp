@@ -58,11 +58,14 @@ TEST(VObject, CopiesAndAssignmentsKeepClassAndCountApart) {
 
 TEST(VObject, TellsItsKindDescriptionAndIdentity) {
     ACounted const a;
-    EXPECT_TRUE(a.IsKindOfClass(VObject::TheClass()) && !a.IsMemberOfClass(VObject::TheClass()));
-    EXPECT_FALSE(a.IsKindOfClass(VString::TheClass()) || a.IsKindOfClass(nullptr));
+    EXPECT_TRUE(a.IsKindOfClass(VObject::TheClass()));
+    EXPECT_FALSE(a.IsMemberOfClass(VObject::TheClass()));
+    EXPECT_FALSE(a.IsKindOfClass(VString::TheClass()));
+    EXPECT_FALSE(a.IsKindOfClass(nullptr));
     EXPECT_STREQ(a.Description().CString(), "[ACounted]");
     EXPECT_EQ(a.Hash(), reinterpret_cast<unsigned long>(&a));
-    EXPECT_TRUE(a.IsEqual(a) && !a.IsEqual(ACounted()));
+    EXPECT_TRUE(a.IsEqual(a));
+    EXPECT_FALSE(a.IsEqual(ACounted()));
 }
 
 TEST(VObjectRef, RetainsTheNewBeforeItReleasesTheOld) {
@@ -113,6 +116,10 @@ TEST(VAtomicOp, ReturnsTheNewValueAndTakesTheExpectedValueLast) {
     EXPECT_EQ(target, &a);
     EXPECT_TRUE(VAtomicOp::AtomicCompareAndSwapPtr(&target, &b, &a));
     EXPECT_EQ(target, &b);
+    void volatile* pointee = &a;
+    EXPECT_FALSE(VAtomicOp::AtomicCompareAndSwapPtr(&pointee, &a, &b));
+    EXPECT_TRUE(VAtomicOp::AtomicCompareAndSwapPtr(&pointee, &b, &a));
+    EXPECT_EQ(pointee, &b);
 }
 
 } // namespace
