@@ -16,9 +16,9 @@ struct NamedSlot {
     NamedSlot* next = nullptr;
 };
 
+constinit Mutex s_slotsLock;
 /// Never freed: the slots' addresses are kept by every instantiation.
-constinit Mutex s_lock;
-NamedSlot* s_slots VFOUNDATION_GUARDED_BY(s_lock) = nullptr;
+constinit NamedSlot* s_slots VFOUNDATION_GUARDED_BY(s_slotsLock) = nullptr;
 
 std::unique_ptr<char[]> Duplicate(char const* prefix, char const* text) {
     std::size_t const size = std::strlen(prefix) + std::strlen(text) + 1;
@@ -30,7 +30,7 @@ std::unique_ptr<char[]> Duplicate(char const* prefix, char const* text) {
 } // namespace
 
 VClass*& RingBufferClassSlot(char const* elementClassName) {
-    MutexLock const lock(s_lock);
+    MutexLock const lock(s_slotsLock);
     for (NamedSlot* slot = s_slots; slot; slot = slot->next) {
         if (std::strcmp(slot->name.get(), elementClassName) == 0) {
             return slot->record;

@@ -21,8 +21,8 @@ class TRecyclePool;
 
 namespace detail {
 
-/// The slot for the record of the ring buffers of one element class. Slots are kept by name and live for
-/// ever, here and not in the template, whose statics every shared object would have for itself.
+/// The slot for the record of the ring buffers of one element class. Slots are kept by name and never freed. They
+/// stand here and not in the template, whose statics each shared object would have for itself.
 VClass*& RingBufferClassSlot(char const* elementClassName);
 
 /// Fills `slot` with the record "TRingBuffer_<elementClassName>", made or entered in the registry again. A
@@ -56,7 +56,7 @@ bool CompareAndSwap(Word&& word, Pointer& expected, Pointer desired) {
 } // namespace detail
 
 /// A bounded queue of counted objects that any number of threads push to and pop from without a lock. It
-/// never grows: pushing to a full ring and popping from an empty one fail at once. Make one through
+/// never grows: pushing to a full ring and popping from an empty one fail at once. Make one as a
 /// `VObjectRingBufferTmpl<T>`.
 ///
 /// Order: first in, first out with one producer and one consumer; approximately so with more, so do not
@@ -65,7 +65,7 @@ bool CompareAndSwap(Word&& word, Pointer& expected, Pointer desired) {
 ///
 /// How it works: a thread claims a unit of a counter (`m_nFree` to push, `m_nUsed` to pop), which guarantees
 /// it a slot of the right kind; it searches for one from the shared cursor, takes it by compare-and-swap and
-/// moves the cursor one slot on from wherever that stands by then. Counters, cursors and slots are
+/// moves the cursor one slot on from wherever it stands by then. Counters, cursors and slots are
 /// sequentially consistent: the slot's swap hands over the object with all that was written to it.
 ///
 /// DELIBERATE: a search gives up after 100 wraps past the last slot and its claimed unit is not given back;
@@ -230,8 +230,7 @@ bool TRingBuffer<T, Policy, Atomic, AtomicRef>::RemoveAllObjects() {
     return true;
 }
 
-/// Zeroed memory that is not touched, so that the pages of a very large ring cost nothing until they are
-/// used.
+/// Zeroed memory that is not touched: the pages of a very large ring cost nothing until they are used.
 template <class T, class Policy, template <class> class Atomic, template <class> class AtomicRef>
 auto TRingBuffer<T, Policy, Atomic, AtomicRef>::AllocateSlots(std::uint32_t count) -> Slot* {
     if (count == 0) {

@@ -2,6 +2,7 @@
 
 #include "foundation/containers/VDictionaryPair.h"
 #include "foundation/containers/VObjectArray.h"
+#include "foundation/containers/internal/ClassString.h"
 #include "foundation/core/VException.h"
 #include "foundation/core/internal/ClassOwned.h"
 #include "foundation/log/VLog.h"
@@ -41,10 +42,8 @@ VDictionary::VDictionary(VClass* cls)
 VDictionary::~VDictionary() = default;
 
 void VDictionary::InitializeClass() {
-    if (!ms_memberName_keyArray) {
-        ms_memberName_keyArray = VString::NewString(kKeyArray);
-        ms_memberName_valueArray = VString::NewString(kValueArray);
-    }
+    MakeClassString(ms_memberName_keyArray, kKeyArray);
+    MakeClassString(ms_memberName_valueArray, kValueArray);
 }
 
 void VDictionary::UninitializeClass() {

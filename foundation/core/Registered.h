@@ -48,7 +48,7 @@ VClass* ReadyClass(ClassDefinition const& definition);
 ///     };
 ///
 /// `Registered(cls, args...)` passes the record of the most derived class and `args` to the base's
-/// constructor. The slot stands in the class and not in this template, because a template's statics are
+/// constructor. The slot is a member of the class and not of this template, because a template's statics are
 /// duplicated between shared objects. A copied object needs a copy constructor that calls
 /// `Registered(nullptr)`.
 ///

@@ -1,10 +1,10 @@
 #include "foundation/graph/VGraph.h"
 
+#include "foundation/containers/internal/ClassString.h"
 #include "foundation/containers/internal/VObjectCast.h"
 #include "foundation/core/internal/ClassOwned.h"
 #include "foundation/core/internal/CopyByAssignment.h"
 #include "foundation/graph/internal/NodeIndex.h"
-#include "foundation/graph/internal/SharedKey.h"
 #include "foundation/log/VLog.h"
 #include "foundation/persistence/VXMLFile.h"
 
@@ -48,8 +48,8 @@ VGraph* VGraph::New() {
 }
 
 void VGraph::InitializeClass() {
-    MakeSharedKey(ms_keySliderX, "sliderX");
-    MakeSharedKey(ms_keySliderY, "sliderY");
+    MakeClassString(ms_keySliderX, "sliderX");
+    MakeClassString(ms_keySliderY, "sliderY");
 }
 
 void VGraph::UninitializeClass() {

@@ -1,10 +1,10 @@
 #include "foundation/graph/VGraphNode.h"
 
+#include "foundation/containers/internal/ClassString.h"
 #include "foundation/containers/internal/VObjectCast.h"
 #include "foundation/core/internal/ClassOwned.h"
 #include "foundation/core/internal/CopyByAssignment.h"
 #include "foundation/graph/VGraph.h"
-#include "foundation/graph/internal/SharedKey.h"
 #include "foundation/persistence/VXMLFile.h"
 
 namespace VFoundation {
@@ -26,9 +26,9 @@ VGraphNode* VGraphNode::New() {
 }
 
 void VGraphNode::InitializeClass() {
-    MakeSharedKey(ms_keyNodeID, "nodeID");
-    MakeSharedKey(ms_keyScreenXY, "screen_XY");
-    MakeSharedKey(ms_keyScreenMinimised, "screen_minimised");
+    MakeClassString(ms_keyNodeID, "nodeID");
+    MakeClassString(ms_keyScreenXY, "screen_XY");
+    MakeClassString(ms_keyScreenMinimised, "screen_minimised");
     ms_masterGraphNodeID = 1;
 }
 

@@ -4,7 +4,7 @@
 #include "foundation/log/VLogContext.h"
 #include "foundation/log/internal/LogFileOutput.h"
 #include "foundation/threads/VCriticalSectionScope.h"
-#include "foundation/threads/internal/EventFlag.h"
+#include "foundation/threads/internal/ThreadPresence.h"
 
 #include <ctime>
 #include <utility>
@@ -25,18 +25,25 @@ char const* YesOrNo(bool flag) {
     return flag ? "YES" : "NO";
 }
 
-/// What a writer thread is started with.
-struct WriterStart {
+/// The writer thread's share of what it works with. However the thread ends, it leaves last.
+struct Writer {
+    std::shared_ptr<ThreadPresence> presence;
     std::shared_ptr<LogFileOutput> output;
-    std::shared_ptr<EventFlag>
-        gone; // set when the thread has let go of the output and uses the library no more
+
+    Writer(std::shared_ptr<ThreadPresence> itsPresence, std::shared_ptr<LogFileOutput> itsOutput)
+        : presence(std::move(itsPresence)), output(std::move(itsOutput)) {}
+    Writer(Writer const&) = delete;
+    Writer& operator=(Writer const&) = delete;
+    ~Writer() {
+        output.reset();
+        presence->Leave();
+    }
 };
 
 void* RunWriter(void* argument) {
-    std::unique_ptr<WriterStart> const start(static_cast<WriterStart*>(argument));
-    start->output->RunWriter();
-    start->output.reset();
-    start->gone->Set();
+    std::unique_ptr<Writer> const writer(static_cast<Writer*>(argument));
+    writer->presence->Enter();
+    writer->output->RunWriter();
     return nullptr;
 }
 
@@ -131,19 +138,19 @@ bool VLogFile::StartLoggingThread() {
     if (WritingThread() || !m_output->PrepareWriter()) {
         return false;
     }
-    auto gone = std::make_shared<EventFlag>();
-    auto start = std::make_unique<WriterStart>(WriterStart{m_output, gone});
-    auto thread = VObjectRef<VThread>::Adopt(VThread::StartThread(&RunWriter, start.get(), kClassName));
+    auto presence = std::make_shared<ThreadPresence>();
+    auto writer = std::make_unique<Writer>(presence, m_output);
+    auto thread = VObjectRef<VThread>::Adopt(VThread::StartThread(&RunWriter, writer.get(), kClassName));
     if (!thread) {
         m_output->ForgetWriter();
         return false;
     }
-    static_cast<void>(start.release()); // the thread's now
+    static_cast<void>(writer.release()); // the thread's now
     VThread::RegisterThread(thread.Get());
     {
         std::lock_guard const lock(m_threadLock);
         m_writingThread = std::move(thread);
-        m_writerGone = std::move(gone);
+        m_writer = std::move(presence);
     }
     m_output->BeginQueueing();
     return true;
@@ -224,12 +231,12 @@ void VLogFile::AwaitWriter(long outstanding) {
         }
     } while (IsLoggingThreadRunning());
     if (!IsLoggingThreadRunning()) {
-        std::shared_ptr<EventFlag> gone;
+        std::shared_ptr<ThreadPresence> writer;
         {
             std::lock_guard const lock(m_threadLock);
-            gone = m_writerGone;
+            writer = m_writer;
         }
-        gone->WaitFor(kShutdownWait);
+        writer->WaitUntilLeft(kShutdownWait);
     }
 }
 

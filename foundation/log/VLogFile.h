@@ -12,8 +12,8 @@
 
 namespace VFoundation {
 
-class EventFlag;
 class LogFileOutput;
+class ThreadPresence;
 
 /// The log that writes to a file, directly or through a writer thread, so that tracing threads do not wait
 /// for the disk:
@@ -120,7 +120,7 @@ class VLogFile : public Registered<VLogFile, VLog> {
     std::int32_t m_setting = 1;
     mutable std::mutex m_threadLock; // the two below
     VObjectRef<VThread> m_writingThread;
-    std::shared_ptr<EventFlag> m_writerGone;
+    std::shared_ptr<ThreadPresence> m_writer;
     std::shared_ptr<LogFileOutput> const m_output;
 };
 

@@ -5,8 +5,8 @@
 #include "foundation/log/VLog.h"
 #include "foundation/threads/IVJobDelegate.h"
 #include "foundation/threads/VJob.h"
-#include "foundation/threads/internal/EventFlag.h"
 #include "foundation/threads/internal/Futex.h"
+#include "foundation/threads/internal/ThreadPresence.h"
 #include "foundation/threads/internal/WaitingJobs.h"
 
 #include <algorithm>
@@ -51,30 +51,25 @@ void RemoveFromServers(VJobServer* server) {
 
 } // namespace
 
-/// What a thread of a server and those who start and end it tell each other. Both sides share it, so that it
-/// is there when the server no longer is.
-struct VJobServer::ThreadLink {
-    EventFlag published; // the starter has stored the thread's handle
-    EventFlag departed;  // the thread has let go of the server and will not use the library again
-};
-
 /// The time that a thread spends in the server, however it ends.
 class VJobServer::ThreadScope {
   public:
-    explicit ThreadScope(VJobServer* server) : m_server(server), m_link(server->CurrentLink()) {}
+    explicit ThreadScope(VJobServer* server) : m_server(server), m_presence(server->CurrentPresence()) {
+        m_presence->Enter();
+    }
     ThreadScope(ThreadScope const&) = delete;
     ThreadScope& operator=(ThreadScope const&) = delete;
     ~ThreadScope() {
-        m_server->LeaveThread(*m_link, m_holdsRunningLock);
+        m_server->LeaveThread(*m_presence, m_holdsRunningLock);
         m_server->Release();
-        m_link->departed.Set();
+        m_presence->Leave();
     }
 
     bool TakeRunningLock() { return m_holdsRunningLock = m_server->m_runningLock.TryLock(kRunningLockTry); }
 
   private:
     VJobServer* m_server;
-    std::shared_ptr<ThreadLink> m_link;
+    std::shared_ptr<ThreadPresence> m_presence;
     bool m_holdsRunningLock = false;
 };
 
@@ -299,9 +294,9 @@ bool VJobServer::IsOwnThread() const noexcept {
     return m_threadID.load(std::memory_order_relaxed) == VThread::GetCurrentThreadID();
 }
 
-std::shared_ptr<VJobServer::ThreadLink> VJobServer::CurrentLink() const {
+std::shared_ptr<ThreadPresence> VJobServer::CurrentPresence() const {
     std::lock_guard const lock(m_threadLock);
-    return m_link;
+    return m_presence;
 }
 
 bool VJobServer::StartServer() {
@@ -319,13 +314,13 @@ bool VJobServer::StartServer() {
 
 /// False when there is a thread already.
 bool VJobServer::StartThread() {
-    auto const link = std::make_shared<ThreadLink>();
+    auto const presence = std::make_shared<ThreadPresence>();
     {
         std::lock_guard const lock(m_threadLock);
-        if (IsServerRunning() || (m_link && !m_link->departed.IsSet())) {
+        if (IsServerRunning() || (m_presence && !m_presence->HasLeft())) {
             return false;
         }
-        m_link = link;
+        m_presence = presence;
     }
     m_state.store(eStarting);
     Retain(); // the thread's reference
@@ -333,7 +328,7 @@ bool VJobServer::StartThread() {
         VObjectRef<VThread>::Adopt(VThread::StartThread(&ServerThreadProxy, this, m_name.CString()));
     if (!thread) {
         m_state.store(eStopped);
-        link->departed.Set();
+        presence->Leave();
         Release();
         return true;
     }
@@ -343,7 +338,7 @@ bool VJobServer::StartThread() {
         std::lock_guard const lock(m_threadLock);
         m_thread = std::move(thread);
     }
-    link->published.Set();
+    presence->PublishHandle();
     return true;
 }
 
@@ -357,8 +352,8 @@ bool VJobServer::EndServer(bool /*wait*/) {
         m_state.store(eStopped); // also for a thread that has not come up yet
         if (stopped) {
             m_runningLock.Unlock();
-            if (auto const link = CurrentLink()) {
-                link->departed.WaitFor(kEndTry);
+            if (auto const presence = CurrentPresence()) {
+                presence->WaitUntilLeft(kEndTry);
             }
             return true;
         }
@@ -398,11 +393,11 @@ void VJobServer::ServerThread(ThreadScope& scope) {
     }
 }
 
-void VJobServer::LeaveThread(ThreadLink& link, bool holdsRunningLock) {
+void VJobServer::LeaveThread(ThreadPresence& presence, bool holdsRunningLock) {
     m_state.store(eStopped); // a job may have ended the thread itself
     DropCurrentJob();
     m_threadStart.store(-1, std::memory_order_relaxed);
-    link.published.WaitFor(kEndTry);
+    presence.WaitForHandle(kEndTry);
     VObjectRef<VThread> thread;
     {
         std::lock_guard const lock(m_threadLock);

@@ -16,6 +16,7 @@
 
 namespace VFoundation {
 
+class ThreadPresence;
 class VJob;
 class VPtrArray;
 class WaitingJobs;
@@ -117,7 +118,6 @@ class VJobServer : public Registered<VJobServer, VObject> {
 
   private:
     class ThreadScope;
-    struct ThreadLink;
 
     enum eState : std::uint32_t { eStopped, eStarting, eRunning };
     /// The steps of a pass; the numbers stand in log lines.
@@ -134,7 +134,7 @@ class VJobServer : public Registered<VJobServer, VObject> {
 
     static void* ServerThreadProxy(void* server);
     void ServerThread(ThreadScope& scope);
-    void LeaveThread(ThreadLink& link, bool holdsRunningLock);
+    void LeaveThread(ThreadPresence& presence, bool holdsRunningLock);
     bool Guarded(void (VJobServer::*step)());
     void RunPass();
     bool Work(VJob* job);
@@ -150,7 +150,7 @@ class VJobServer : public Registered<VJobServer, VObject> {
     bool StartThread();
     bool IsOwnThread() const noexcept;
     double TimeStamp() const;
-    std::shared_ptr<ThreadLink> CurrentLink() const;
+    std::shared_ptr<ThreadPresence> CurrentPresence() const;
 
     VSemaphore m_jobsSemaphore;
     VObjectRingBufferTmpl<VJob> m_queue;
@@ -166,7 +166,7 @@ class VJobServer : public Registered<VJobServer, VObject> {
     VLock m_runningLock; // held by the thread as long as it runs
     std::atomic<VThread::ThreadID> m_threadID{};
     mutable std::mutex m_threadLock; // the two below
-    std::shared_ptr<ThreadLink> m_link;
+    std::shared_ptr<ThreadPresence> m_presence;
     VObjectRef<VThread> m_thread;
     eStage m_stage = ePausing; // the thread's own
 };

@@ -29,6 +29,7 @@ MOST_EXCEPTIONS = 4
 
 # internal header, reason
 SHARED = {
+    "containers/internal/ClassString.h": "the strings of classes, in dictionaries and graphs",
     "core/internal/ClassOwned.h": "a class's own objects: made once, released and cleared, in every room",
     "core/internal/CopyByAssignment.h": "Copy() of every class whose assignment copies the state",
     "containers/internal/TRecyclePool.h": "every recycled class has its pool through it",
@@ -36,6 +37,7 @@ SHARED = {
     "host/internal/LocalTime.h": "one form of a date, in the log file and in VDate",
     "strings/internal/NumberText.h": "numbers as text whatever the locale, in XML and in the value classes",
     "threads/internal/EventFlag.h": "waiting for another thread, in the log's writer and the message centre",
+    "threads/internal/ThreadPresence.h": "whether a thread of the library is still there, servers and the log's writer",
 }
 
 

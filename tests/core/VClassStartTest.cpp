@@ -21,7 +21,7 @@ namespace {
 
 using namespace VFoundation;
 
-/// A class for every number, whose hook does once what the test says.
+/// A class for every number; its hook runs `ms_hook` once.
 template <int Number>
 class Numbered : public Registered<Numbered<Number>, VObject> {
   public:

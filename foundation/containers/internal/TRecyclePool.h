@@ -11,8 +11,7 @@ namespace VFoundation {
 /// hands them out again. This is the mechanism only; the class decides when an object may be pooled.
 ///
 ///     void VThing::Release() const {
-///         long const count = CountWord().load(std::memory_order_acquire) & kRetainCountMask;
-///         if (ms_bRecyclingEnabled && count == 1 && !m_bRecycled) {
+///         if (ms_bRecyclingEnabled && RetainCount() == 1 && !m_bRecycled) {
 ///             ... empty the object ...
 ///             if (TRecyclePool<VThing>::Push(ms_recycledThings, this, &VThing::m_bRecycled)) {
 ///                 return;                                  // the object may already be someone else's
@@ -21,7 +20,7 @@ namespace VFoundation {
 ///         VObject::Release();
 ///     }
 ///
-/// The count is read with acquire order, so that what other holders did before they released is over.
+/// Whoever reads a count of 1 sees all that former holders did before they released.
 /// The mark, a `bool` member of the object, is true while it is pooled and keeps it from being pooled twice,
 /// also while the pool itself lets go of it. It is written only by the one thread that holds the object, and
 /// the ring orders these writes.

@@ -42,7 +42,7 @@ VClass* s_kept = nullptr;
 constinit detail::Mutex s_setAsideLock;
 VClass* s_setAside VFOUNDATION_GUARDED_BY(s_setAsideLock) = nullptr;
 
-/// The search that look-up by name stands for. It covers the indexes 0 to count - 2: callers rely on which
+/// The search that look-up by name is defined by. It covers the indexes 0 to count - 2: callers rely on which
 /// name it does not find.
 VClass* HalfOpenSearch(RecordArray const& records, char const* name) {
     long low = 0;

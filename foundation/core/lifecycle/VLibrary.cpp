@@ -81,8 +81,8 @@ bool s_bWasShutDown = false;
 
 using ClassAccessor = VClass* (*)();
 
-/// The order of registration, which the statistics table shows. Superclasses come by themselves; a class that
-/// stands here twice is found the second time.
+/// The order of registration, which the statistics table shows. Superclasses register with their subclasses; a
+/// class that is listed twice is found the second time.
 constexpr ClassAccessor kClasses[] = {
     &VClass::TheClass,
     &VObject::TheClass,
@@ -163,7 +163,7 @@ bool RegisterClass(ClassAccessor theClass) {
     return cls != nullptr;
 }
 
-/// Where a shut-down has got to; the number stands in the message of an unexpected exception.
+/// How far a shut-down has got; the number is part of the message of an unexpected exception.
 enum Stage : int {
     eStopping = 0,
     eEmptyingPools = 2,
