@@ -1,4 +1,5 @@
 #include "foundation/containers/VObjectArrayTmpl.h"
+#include "foundation/containers/VObjectQueue.h"
 #include "foundation/containers/internal/TRecyclePool.h"
 #include "foundation/strings/VString.h"
 #include "tests/support/Counted.h"
@@ -56,10 +57,13 @@ TEST(VObjectArray, OnlyTheTypedAddKeepsElementsUnique) {
     EXPECT_TRUE(array.AddObjectTyped(one.Get()));
     EXPECT_FALSE(array.AddObjectTyped(one.Get()));
     EXPECT_TRUE(array.AddObject(one.Get()));
+    array.AddObject(nullptr);
     Strings other;
     other.AddObjectsTyped(&array);
-    EXPECT_EQ(other.Count(), 1);
+    EXPECT_EQ(other.Count(), 2);
     EXPECT_EQ(one->RetainCount(), 4);
+    array.AddObjectsTyped(&array); // null is never found
+    EXPECT_EQ(array.Count(), 4);
 }
 
 /// The array that a comparison changes; comparisons are plain functions.
@@ -144,6 +148,61 @@ TEST(VObjectArray, CopiesContentsFromItselfAndFromItsElements) {
     inner->Release();
     array.CopyContents(*inner); // which nothing else keeps alive
     EXPECT_EQ(array.ObjectAtIndex(0), &object);
+}
+
+/// An element that writes its number when it dies.
+struct ANumbered : ACounted {
+    ANumbered(std::vector<int>& deaths, int number) : m_deaths(deaths), m_number(number) {}
+    ~ANumbered() override { m_deaths.push_back(m_number); }
+    std::vector<int>& m_deaths;
+    int m_number;
+};
+
+/// The innermost of as many containers inside each other, after an element before it and with one after it.
+template <class Outer, class Add>
+VObjectRef<VObject> Nested(int levels, std::vector<int>& deaths, Add add) {
+    VObjectRef<VObject> inner;
+    for (int level = levels; level > 0; --level) {
+        auto outer = VObjectRef<Outer>::Adopt(Outer::New());
+        add(*outer, VObjectRef<VObject>::Adopt(new ANumbered(deaths, level)).Get());
+        if (inner) {
+            add(*outer, inner.Get());
+        }
+        add(*outer, VObjectRef<VObject>::Adopt(new ANumbered(deaths, -level)).Get());
+        inner = VObjectRef<VObject>(outer.Get());
+    }
+    return inner;
+}
+
+TEST(VObjectArray, IsReleasedInOrderAndWithoutRecursionHoweverDeep) {
+    auto const add = [](VObjectArray& array, VObject* object) { array.AddObject(object); };
+    for (int const levels : {1000, 3000, 300000}) {
+        std::vector<int> deaths;
+        std::vector<int> expected;
+        for (int level = 1; level <= 2 * levels; ++level) {
+            expected.push_back(level <= levels ? level : level - 2 * levels - 1);
+        }
+        auto nested = Nested<VObjectArray>(levels, deaths, add);
+        if (levels == 300000) {
+            EXPECT_GT(static_cast<VObjectArray&>(*nested).Description().Length(), 1000U);
+        }
+        nested.Exchange(nullptr);
+        EXPECT_EQ(deaths.size(), expected.size());
+        if (levels == 1000) {
+            EXPECT_EQ(deaths, expected);
+        } else { // the deep ones before what comes after them at depth 1000
+            EXPECT_TRUE(std::equal(deaths.begin(), deaths.begin() + 1000, expected.begin()));
+            EXPECT_TRUE(std::equal(deaths.end() - 999, deaths.end(), expected.end() - 999));
+        }
+    }
+}
+
+TEST(VObjectQueue, IsReleasedWithoutRecursion) {
+    std::vector<int> deaths;
+    Nested<VObjectQueue>(300000, deaths, [](VObjectQueue& queue, VObject* object) {
+        queue.Array().AddObject(object);
+    }).Exchange(nullptr);
+    EXPECT_EQ(deaths.size(), 600000U);
 }
 
 class AArray : public VObjectArray {}; // not registered

@@ -4,9 +4,16 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <fstream>
 #include <functional>
 #include <future>
+#include <sched.h>
 #include <set>
+#include <string>
+#include <sys/syscall.h>
+#include <unistd.h>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -129,14 +136,23 @@ TEST_P(VObjectContainerTest, CopiesAndWorksOnItself) {
     EXPECT_TRUE(m_box->RemoveObject(m_box.Get()));
 }
 
-/// An element whose destructor does what the test says.
+/// An element whose destructor does what the test says, and whose death may throw.
 struct ALast : ACounted {
-    explicit ALast(std::function<void()> act) : m_act(std::move(act)) {}
+    explicit ALast(std::function<void()> act, bool throws = false)
+        : m_act(std::move(act)), m_throws(throws) {}
     ~ALast() override { m_act(); }
+    void DeleteInstance() const override {
+        bool const throws = m_throws;
+        ACounted::DeleteInstance();
+        if (throws) {
+            throw 1;
+        }
+    }
     std::function<void()> m_act;
+    bool m_throws;
 };
-void AddDying(VObjectContainer& container, std::function<void()> act) {
-    container.AddObject(VObjectRef<ALast>::Adopt(new ALast(std::move(act))).Get());
+void AddDying(VObjectContainer& container, std::function<void()> act, bool throws = false) {
+    container.AddObject(VObjectRef<ALast>::Adopt(new ALast(std::move(act), throws)).Get());
 }
 
 TEST_P(VObjectContainerTest, MayBeUsedByDestructorsOfItsElements) {
@@ -147,8 +163,64 @@ TEST_P(VObjectContainerTest, MayBeUsedByDestructorsOfItsElements) {
     AddDying(*m_box, [this] { Fill(Objects(100, &b)); }); // moves the slots
     m_box->RemoveAllObjects();
     EXPECT_EQ(m_box->Count(), 0);
+    EXPECT_GE(m_box->AllocatedCapacity(), 100);
     AddDying(*m_box, [this] { m_box->FreeMem(); });
     EXPECT_FALSE(m_box->ReplaceObjectAtIndex(&c, 0));
+}
+
+TEST_P(VObjectContainerTest, ReleasesInOrderWhatItHasTakenOut) {
+    int const alive = ACounted::ms_alive;
+    std::string order;
+    for (char const name : {'a', 'b', 'c'}) {
+        AddDying(*m_box, [this, name, &order] {
+            order += name;
+            EXPECT_EQ(m_box->Count(), 0);
+            m_box->RemoveObjectAtIndex(0); // not one that waits for its turn
+            m_box->RemoveAllObjects();
+        });
+    }
+    long const capacity = m_box->AllocatedCapacity();
+    m_box->RemoveAllObjects();
+    EXPECT_EQ(order, "abc");
+    EXPECT_EQ(m_box->AllocatedCapacity(), capacity);
+    EXPECT_EQ(ACounted::ms_alive, alive);
+}
+
+TEST_P(VObjectContainerTest, MayEndInTheDestructorOfAnElement) {
+    auto const isOver = [this] { m_box.Exchange(nullptr); };
+    for (auto const& end : std::vector<std::function<void(VObjectContainer&)>>{
+             [](VObjectContainer& box) { box.RemoveAllObjects(); },
+             [](VObjectContainer& box) { box.RemoveObjectAtIndex(1); },
+             [](VObjectContainer& box) { box.FreeMem(); },
+             [](VObjectContainer& box) { box.Init(); },
+             [this](VObjectContainer& box) { EXPECT_TRUE(box.ReplaceObjectAtIndex(&c, 1)); },
+             [](VObjectContainer& box) { box.RemoveObjects(&box); },
+         }) {
+        m_box = VObjectRef<VObjectContainer>::Adopt(NewOne());
+        Fill({&a});
+        AddDying(*m_box, isOver);
+        Fill({&b});
+        end(*m_box);
+        EXPECT_FALSE(m_box);
+    }
+}
+
+TEST_P(VObjectContainerTest, ReleasesTheRestWhenTheDeathOfAnElementThrows) {
+    int const alive = ACounted::ms_alive;
+    for (int i = 0; i < 3; ++i) {
+        AddDying(
+            *m_box, [] {}, i > 0);
+    }
+    EXPECT_THROW(m_box->RemoveAllObjects(), int);
+    EXPECT_EQ(ACounted::ms_alive, alive);
+    EXPECT_EQ(m_box->Count(), 0);
+    AddDying(
+        *m_box, [] {}, true);
+    try {
+        m_box.Detach()->Release();
+    } catch (int) { // a recycled array's; a destructor lets nothing out
+    }
+    EXPECT_EQ(ACounted::ms_alive, alive);
 }
 
 TEST(VObjectArray, DoesNotTakeAnArrayThatAnElementRetained) {
@@ -170,6 +242,120 @@ TEST(VObjectContainer, LockIsHeldAsLongAsTheCallersScope) {
         EXPECT_FALSE(std::async(std::launch::async, tryEnter).get());
     }
     EXPECT_TRUE(std::async(std::launch::async, tryEnter).get());
+}
+
+/// Whether `operation` waits for the container's lock: it runs on a thread of its own while this one holds the lock, and
+/// has nothing else to sleep for.
+bool WaitsForLock(VObjectContainer const& container, std::function<void()> const& operation) {
+    VCriticalSectionScope scope(container.CriticalSection());
+    std::atomic<pid_t> id{0};
+    std::atomic<bool> isOver{false};
+    auto const thread = std::async(std::launch::async, [&] {
+        id = static_cast<pid_t>(::syscall(SYS_gettid));
+        operation();
+        isOver = true;
+    });
+    while (id == 0) {
+        ::sched_yield();
+    }
+    std::string const path = "/proc/self/task/" + std::to_string(id) + "/stat";
+    for (;;) {
+        std::string state;
+        std::getline(std::ifstream(path), state);
+        std::size_t const name = state.rfind(')');
+        bool const sleeps = name != state.npos && state[name + 2] == 'S';
+        if (isOver || sleeps) {
+            bool const waits = !isOver;
+            scope.SetAndEnter(nullptr);
+            return waits;
+        }
+        ::sched_yield();
+    }
+}
+
+TEST(VObjectContainer, LocksInAllOperationsButTheUnsafeOnes) {
+    ACounted object;
+    auto const box = VObjectRef<VObjectContainer>::Adopt(new VObjectContainer(nullptr, 0, true));
+    VObjectContainer other(nullptr, 0, true);
+    other.AddObject(&object);
+    using Operation = std::function<void()>;
+    for (auto const& [name, operation] : std::vector<std::pair<char const*, Operation>>{
+             {"AddObject", [&] { box->AddObject(&object); }},
+             {"AddObjects", [&] { box->AddObjects(&other); }},
+             {"AddObjects to another", [&] { other.AddObjects(box.Get()); }},
+             {"InsertObjectAtIndex", [&] { box->InsertObjectAtIndex(&object, 0); }},
+             {"ReplaceObjectAtIndex", [&] { box->ReplaceObjectAtIndex(nullptr, 0); }},
+             {"SwapObjectsAtIndexes", [&] { box->SwapObjectsAtIndexes(0, 1); }},
+             {"IndexOfObject", [&] { box->IndexOfObject(&object); }},
+             {"ContainsObject", [&] { box->ContainsObject(&object); }},
+             {"GetObjects",
+              [&] {
+                  VCriticalSectionScope scope;
+                  box->GetObjects(scope);
+              }},
+             {"GetObjectsMutable",
+              [&] {
+                  VCriticalSectionScope scope;
+                  box->GetObjectsMutable(scope);
+              }},
+             {"operator==", [&] { EXPECT_TRUE(*box == other); }},
+             {"operator== of another", [&] { EXPECT_TRUE(other != *box); }},
+             {"RemoveObject", [&] { box->RemoveObject(&object); }},
+             {"RemoveObjects", [&] { box->RemoveObjects(&other); }},
+             {"RemoveObjects from another", [&] { other.RemoveObjects(box.Get()); }},
+             {"RemoveObjectAtIndex", [&] { box->RemoveObjectAtIndex(0); }},
+             {"RemoveAllObjects", [&] { box->RemoveAllObjects(); }},
+             {"FreeMem", [&] { box->FreeMem(); }},
+         }) {
+        box->AddObjectNonThreadSafe(&object);
+        box->AddObjectNonThreadSafe(&object);
+        EXPECT_TRUE(WaitsForLock(*box, operation)) << name;
+    }
+    for (auto const& [name, operation] : std::vector<std::pair<char const*, Operation>>{
+             {"AddObjectNonThreadSafe", [&] { box->AddObjectNonThreadSafe(&object); }},
+             {"GetObjects", [&] { box->GetObjects(); }},
+             {"Count", [&] { EXPECT_EQ(box->Count(), 1); }},
+             {"RemoveObjectUnsafe", [&] { box->RemoveObjectUnsafe(&object); }},
+             {"RemoveAllObjects of none", [&] { box->RemoveAllObjects(); }},
+             {"RemoveObjectAtIndexUnsafe",
+              [&] {
+                  box->AddObjectNonThreadSafe(&object);
+                  box->RemoveObjectAtIndexUnsafe(0);
+              }},
+             {"RemoveAllObjectsUnsafe",
+              [&] {
+                  box->AddObjectNonThreadSafe(&object);
+                  box->RemoveAllObjectsUnsafe();
+              }},
+         }) {
+        EXPECT_FALSE(WaitsForLock(*box, operation)) << name;
+    }
+}
+
+TEST(VObjectContainer, LockLetsThreadsEmptyEachOthersContainers) {
+    int const alive = ACounted::ms_alive;
+    {
+        VObjectContainer boxes[] = {VObjectContainer(nullptr, 0, true), VObjectContainer(nullptr, 0, true)};
+        auto const use = [&boxes](std::size_t own) {
+            VObjectContainer& box = boxes[own];
+            VObjectContainer& other = boxes[1 - own];
+            for (int i = 0; i < 2000; ++i) {
+                for (int k = 0; k < 5; ++k) {
+                    box.AddObject(VObjectRef<ACounted>::Adopt(new ACounted).Get());
+                }
+                VObjectContainer copy;
+                copy.AddObjects(&other);
+                EXPECT_FALSE(copy.RemoveObject(nullptr)); // a null that was never added
+                box.RemoveObjects(&other);
+                other.RemoveObjects(&copy);
+                i % 3 ? other.RemoveAllObjects() : other.FreeMem();
+            }
+        };
+        auto const second = std::async(std::launch::async, use, 1);
+        use(0);
+        second.wait();
+    }
+    EXPECT_EQ(ACounted::ms_alive, alive);
 }
 
 TEST(VObjectContainer, LockLetsThreadsChangeAndCompareBothWaysRound) {
