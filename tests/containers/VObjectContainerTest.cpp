@@ -130,6 +130,13 @@ TEST_P(VObjectContainerTest, CopiesAndWorksOnItself) {
         EXPECT_NE(deep->ObjectAtIndex(0), &a);
         EXPECT_EQ(deep->ObjectAtIndex(0)->RetainCount(), 1);
     }
+    m_box->SetGrowSize(0);
+    {
+        auto const copy = VObjectRef<VObjectContainer>::Adopt(m_box->Copy());
+        EXPECT_EQ(copy->Count(), 4);
+        EXPECT_EQ(copy->GetGrowSize(), GetParam() == kArray ? 32 : 0);
+    }
+    m_box->SetGrowSize(1);
     m_box->RemoveObjects(m_box.Get());
     EXPECT_EQ(m_box->Count(), 0);
     m_box->AddObject(m_box.Get());
