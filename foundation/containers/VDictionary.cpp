@@ -5,6 +5,7 @@
 #include "foundation/containers/internal/ClassString.h"
 #include "foundation/containers/internal/ContainerAccess.h"
 #include "foundation/containers/internal/KeepAlive.h"
+#include "foundation/core/VException.h"
 #include "foundation/core/internal/ClassOwned.h"
 #include "foundation/log/VLog.h"
 #include "foundation/persistence/VXMLFile.h"
@@ -23,6 +24,24 @@ namespace {
 
 constexpr char const* kKeyArray = "keyArray";
 constexpr char const* kValueArray = "valueArray";
+
+/// The copies of dictionaries that run inside each other on this thread, which the stack limits.
+class CopyNesting {
+  public:
+    CopyNesting() {
+        if (s_depth == VDictionary::kMaxCopiedNesting) {
+            throw VException(VException::eObjectCreation, nullptr,
+                             "Dictionaries nested too deep to be copied", -1);
+        }
+        ++s_depth;
+    }
+    CopyNesting(CopyNesting const&) = delete;
+    CopyNesting& operator=(CopyNesting const&) = delete;
+    ~CopyNesting() { --s_depth; }
+
+  private:
+    static inline constinit thread_local int s_depth = 0;
+};
 
 void Describe(VString& out, VString const* title, char const* fallback, VObjectArray const* array) {
     out << (title ? title->CString() : fallback) << ":\n";
@@ -141,6 +160,7 @@ void VDictionary::SwapEntries(VObjectArray& keys, VObjectArray& values) {
 }
 
 void VDictionary::DeepCopyContents(VDictionary const& other) {
+    CopyNesting const nesting;
     auto const keys = VObjectRef<VObjectArray>::Adopt(VObjectArray::NewObjectArray());
     auto const values = VObjectRef<VObjectArray>::Adopt(VObjectArray::NewObjectArray());
     auto const alive = KeepAlive(*this);

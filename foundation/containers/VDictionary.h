@@ -31,6 +31,9 @@ class VDictionary : public Registered<VDictionary, VObject> {
     /// The version of the class, and of the form in which dictionaries are saved to XML.
     static constexpr long kVersion = 2;
 
+    /// How many dictionaries inside each other can be copied.
+    static constexpr int kMaxCopiedNesting = 1000;
+
     explicit VDictionary(VClass* cls = nullptr);
     VDictionary(VDictionary const&) = delete;
     VDictionary& operator=(VDictionary const&) = delete;
@@ -59,6 +62,7 @@ class VDictionary : public Registered<VDictionary, VObject> {
     long Count() const;
 
     /// Copies all keys and values of `other` in place of its own. When a copy throws, nothing has changed.
+    /// `VException` of id 3 when dictionaries are nested deeper than `kMaxCopiedNesting`.
     void DeepCopyContents(VDictionary const& other);
 
     /// Keys and values at equal indexes, for the life of the dictionary. A caller that changes the arrays keeps them

@@ -10,15 +10,14 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <random>
-#include <utility>
 #include <vector>
 
 namespace {
 
 using namespace VFoundation;
 using testing_support::ACounted;
+using testing_support::ALast;
 using TreeRef = VObjectRef<VTree>;
 using Rows = std::vector<VObject*>;
 
@@ -164,14 +163,6 @@ TEST(VTree, HasNoRowForANodeBelowItself) {
         node->ClearTree();
     }
 }
-
-/// A node, and data, whose destructor does what the test says.
-template <class Base>
-struct ALast : Base {
-    explicit ALast(std::function<void()> act) : m_act(std::move(act)) {}
-    ~ALast() override { m_act(); }
-    std::function<void()> m_act;
-};
 
 TEST(VTree, MayBeUsedByDestructorsOfItsDataAndChildren) {
     TreeRef root = TreeRef::Adopt(VTree::New());

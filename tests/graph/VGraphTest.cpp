@@ -178,13 +178,7 @@ TEST_F(VGraphTest, DetachesNodesThatLeaveItsArray) {
     }
 }
 
-/// A node whose destructor does what the test says, and which cannot be copied.
-struct ALastNode : VGraphNode {
-    explicit ALastNode(std::function<void()> act) : m_act(std::move(act)) {}
-    ~ALastNode() override { m_act(); }
-    VGraphNode* Copy() const override { throw 1; }
-    std::function<void()> m_act;
-};
+using ALastNode = testing_support::ALast<VGraphNode>;
 
 TEST_F(VGraphTest, MayBeUsedByDestructorsOfItsNodes) {
     GraphRef graph = GraphOf(2, {{0, 1}});
