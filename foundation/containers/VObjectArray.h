@@ -12,7 +12,7 @@ class VObjectRingBufferTmpl;
 
 namespace detail {
 
-/// Puts the class record of what derives from it directly below `VObject`'s, whatever the C++ base is.
+/// Puts the class record of what derives from it directly below `VObject`'s, not below that of the C++ base.
 template <class Base>
 class RecordBelowVObject : public Base {
   public:
@@ -91,7 +91,7 @@ class VObjectArray : public Registered<VObjectArray, detail::RecordBelowVObject<
     static std::atomic<bool> ms_bRecyclingEnabled;
 
   protected:
-    /// The C++ type whose objects may be pooled; whatever derives from it further is not.
+    /// The C++ type whose objects may be pooled; types derived from it are not.
     virtual std::type_info const& PooledType() const noexcept;
     /// `AddObject` unless the array already holds the object.
     bool AddObjectIfAbsent(VObject const* object);
