@@ -99,7 +99,6 @@ class VObjectArray : public Registered<VObjectArray, detail::RecordBelowVObject<
 
   private:
     bool MayBeRecycled() const noexcept;
-    bool IsLastReference() const noexcept;
 
     bool m_bRecycled = false; // true while in the pool
 };
