@@ -61,17 +61,17 @@ bool VObjectContainer::AllocateArrayUnsafe(long slots) {
 }
 
 void VObjectContainer::SetStorage(long slots) {
-    if (!m_pStorage) {
-        m_pStorage = VObjectRef<SlotBlock>::Adopt(new SlotBlock);
+    if (m_pStorage) {
+        m_pStorage->SetCapacity(slots);
+    } else {
+        m_pStorage = SlotBlock::OfCapacity(slots);
     }
-    m_pStorage->SetCapacity(slots);
     m_pObjects = m_pStorage->Slots();
     m_nAllocated = narrow_cast<std::int32_t>(slots);
 }
 
 void VObjectContainer::Shrink(long slots) {
-    auto kept = VObjectRef<SlotBlock>::Adopt(new SlotBlock);
-    kept->SetCapacity(slots);
+    auto kept = SlotBlock::OfCapacity(slots);
     std::copy(m_pObjects, m_pObjects + slots, kept->Slots());
     long const count = m_nCount;
     auto former = ExchangeStorage(std::move(kept), slots);

@@ -37,7 +37,7 @@ class VString;
 /// DELIBERATE: an entry that is no node takes a place but no number; in a file, edges that end after it come back
 /// one node earlier for each.
 /// DELIBERATE: `RemoveNode` and `ReplaceNode` do not ask whether the node is in the graph; the edges that touch it are
-/// changed, the node is detached from whatever graph it names, and the result is true.
+/// changed, the node is detached from the graph that it names, and the result is true.
 ///
 /// `Nodes()` and `Edges()` may be changed directly: a node that is removed from the array is detached. Destructors of
 /// nodes and edges may use the graph. Copies are built aside: when a `Copy()` or an assignment throws, the graph is as

@@ -41,16 +41,19 @@ TEST(TRingBuffer, TakesAsManyAsItHasRoomForAndReleasesTheRest) {
     {
         Ring ring(1);
         ACounted* out = nullptr;
-        EXPECT_FALSE(ring.Push(nullptr) || ring.Pop(&out));
+        EXPECT_FALSE(ring.Push(nullptr));
+        EXPECT_FALSE(ring.Pop(&out));
         for (int i = 0; i < 3; ++i) {
             EXPECT_TRUE(ring.Push(&object));
-            EXPECT_FALSE(ring.Push(&object) || ring.Pop(nullptr));
+            EXPECT_FALSE(ring.Push(&object));
+            EXPECT_FALSE(ring.Pop(nullptr));
             EXPECT_TRUE(ring.Pop(&out));
             EXPECT_EQ(out, &object);
             EXPECT_EQ(object.RetainCount(), 2); // the ring's reference, now ours
             out->Release();
         }
-        EXPECT_TRUE(ring.Push(&object) && ring.RemoveAllObjects());
+        EXPECT_TRUE(ring.Push(&object));
+        EXPECT_TRUE(ring.RemoveAllObjects());
         EXPECT_EQ(object.RetainCount(), 1);
         EXPECT_TRUE(ring.Push(&object)); // left to the destructor
     }
@@ -98,7 +101,8 @@ TEST(TRingBuffer, APopThatGivesUpLosesItsUnit) {
         EXPECT_TRUE(ring.Push(&object));
         s_onLook = [&] {
             ++looks;
-            ASSERT_TRUE(ring.Push(&object) && ring.Pop(&out));
+            ASSERT_TRUE(ring.Push(&object));
+            ASSERT_TRUE(ring.Pop(&out));
             out->Release();
         };
         EXPECT_FALSE(ring.Pop(&out));

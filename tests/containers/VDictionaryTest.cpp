@@ -21,12 +21,15 @@ TEST_F(VDictionaryTest, KeepsCopiesOfItsKeys) {
     VString key("key");
     m_dictionary.SetObjectForKey(value.Get(), &key);
     key = "changed";
-    EXPECT_TRUE(ValueOf("changed") == nullptr && ValueOf("key") == value.Get());
+    EXPECT_TRUE(ValueOf("changed") == nullptr);
+    EXPECT_EQ(ValueOf("key"), value.Get());
     VObject const* const stored = m_dictionary.Keys()->ObjectAtIndex(0);
-    EXPECT_TRUE(stored->RetainCount() == 1 && value->RetainCount() == 2);
+    EXPECT_EQ(stored->RetainCount(), 1);
+    EXPECT_EQ(value->RetainCount(), 2);
     Set(VString::EmptyString(), "key");
     EXPECT_EQ(m_dictionary.Keys()->ObjectAtIndex(0), stored) << "an equal key stays the object it was";
-    EXPECT_TRUE(m_dictionary.Count() == 1 && ValueOf("key") == VString::EmptyString());
+    EXPECT_EQ(m_dictionary.Count(), 1);
+    EXPECT_TRUE(ValueOf("key") == VString::EmptyString());
     EXPECT_EQ(value->RetainCount(), 1);
 }
 
@@ -39,10 +42,13 @@ TEST_F(VDictionaryTest, SurvivesUnusualEntries) {
     m_dictionary.SetObjectForKey(only, nullptr);
     m_dictionary.SetObjectForKey(&m_dictionary, &m_dictionary);
     Set(nullptr, "null");
-    EXPECT_TRUE(m_dictionary.Count() == 3 && !ValueOf("null") && !m_dictionary.ObjectForKey(nullptr));
+    EXPECT_EQ(m_dictionary.Count(), 3);
+    EXPECT_TRUE(!ValueOf("null"));
+    EXPECT_TRUE(!m_dictionary.ObjectForKey(nullptr));
     VString const key("key");
     EXPECT_TRUE(m_dictionary.RemoveObjectForKey(&key));
-    EXPECT_FALSE(m_dictionary.RemoveObjectForKey(&key) || m_dictionary.RemoveObjectForKey(nullptr));
+    EXPECT_FALSE(m_dictionary.RemoveObjectForKey(&key));
+    EXPECT_FALSE(m_dictionary.RemoveObjectForKey(nullptr));
     EXPECT_EQ(m_dictionary.Keys()->Count(), m_dictionary.Values()->Count());
 }
 
@@ -161,7 +167,8 @@ TEST_F(VDictionaryTest, IsSavedAsPairs) {
                        "<VString string=\"colour\" /><VString string=\"\" /></VDictionaryPair>"
                        "<VDictionaryPair><VString string=\"null\" /></VDictionaryPair></VDictionary></R>");
     VDictionary read;
-    EXPECT_TRUE(Document(saved()).ReadObject("d", read) && read.Count() == 1) << "a null value is lost";
+    EXPECT_TRUE(Document(saved()).ReadObject("d", read));
+    EXPECT_EQ(read.Count(), 1) << "a null value is lost";
     EXPECT_EQ(Log(), "VDictionaryPair::SerializeAsXML - Error opening second child element\n");
 }
 
@@ -174,18 +181,21 @@ TEST_F(VDictionaryTest, SkipsWhatIsNoPair) {
     EXPECT_TRUE(load("version='2' count='9'><VString/><Unknown/><VDictionaryPair/>"
                      "<VDictionaryPair><Unknown/><VString/></VDictionaryPair>"
                      "<p class='VDictionaryPair'><VString string='k'/><x class='VString' string='v'/></p>"));
-    EXPECT_TRUE(m_dictionary.Count() == 1 && ValueOf("k")->IsEqual(VString("v")));
+    EXPECT_EQ(m_dictionary.Count(), 1);
+    EXPECT_TRUE(ValueOf("k")->IsEqual(VString("v")));
     EXPECT_EQ(Log(), "VObjectArray::SerializeAsXML - Inappropriate class element in VDictionary 'VString'\n"
                      "VObjectArray::SerializeAsXML - Inappropriate class element in VDictionary 'Unknown'\n"
                      "VDictionaryPair::SerializeAsXML - Error opening first child element\n"
                      "VDictionaryPair::SerializeAsXML - No class for className 'Unknown'\n");
     EXPECT_TRUE(load("version='2' count='1'>"));
     EXPECT_EQ(Log(), "VObjectArray::SerializeAsXML - Error opening first child element\n");
-    EXPECT_TRUE(load("version='2' count='0'><VDictionaryPair/>") && Log().empty() &&
-                m_dictionary.Count() == 1);
+    EXPECT_TRUE(load("version='2' count='0'><VDictionaryPair/>"));
+    EXPECT_TRUE(Log().empty());
+    EXPECT_EQ(m_dictionary.Count(), 1);
     EXPECT_TRUE(load("version='3'><VObjectArray name='keyArray' count='2'><VString/><VString/></VObjectArray>"
                      "<VObjectArray name='valueArray' count='1'><VString/></VObjectArray>"));
-    EXPECT_TRUE(m_dictionary.Keys()->Count() == 1 && m_dictionary.Values()->Count() == 1);
+    EXPECT_EQ(m_dictionary.Keys()->Count(), 1);
+    EXPECT_EQ(m_dictionary.Values()->Count(), 1);
     EXPECT_TRUE(load("><VObjectArray name='keyArray' count='1'><VString/></VObjectArray>"));
     EXPECT_EQ(m_dictionary.Count(), 0) << "keys without values";
 }

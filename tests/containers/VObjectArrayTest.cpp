@@ -187,11 +187,11 @@ TEST(VObjectArray, IsReleasedInOrderAndWithoutRecursionHoweverDeep) {
         EXPECT_TRUE(std::equal(deaths.end() - 1000, deaths.end(), expected.end() - 1000));
     }
     auto const enqueue = [](VObjectQueue& queue, VObject* object) { queue.Array().AddObject(object); };
-    EXPECT_EQ(DeathsIn<VObjectQueue>(300000, enqueue).size(), 600000U);
+    EXPECT_EQ(DeathsIn<VObjectQueue>(50000, enqueue).size(), 100000U);
     auto const set = [](VDictionary& dictionary, VObject* object) {
         dictionary.SetObjectForKey(object, VObjectRef<VObject>::Adopt(new ACounted).Get());
     };
-    EXPECT_EQ(DeathsIn<VDictionary>(300000, set).size(), 600000U);
+    EXPECT_EQ(DeathsIn<VDictionary>(50000, set).size(), 100000U);
 }
 
 class AArray : public VObjectArray {}; // not registered

@@ -66,7 +66,8 @@ TEST_P(VObjectContainerTest, ReportsFixedStepsOfGrowth) {
     for (long const step : {0L, -5L, -0x100000000L, 0x100000000L}) { // steps that cannot be taken
         m_box->FreeMem();
         m_box->SetGrowSize(step);
-        EXPECT_FALSE(m_box->AddObject(&a) || m_box->InsertObjectAtIndex(&a, 0));
+        EXPECT_FALSE(m_box->AddObject(&a));
+        EXPECT_FALSE(m_box->InsertObjectAtIndex(&a, 0));
     }
 }
 
@@ -75,7 +76,8 @@ TEST_P(VObjectContainerTest, ChecksIndexesAndMovesElements) {
     for (long const index : {-1L, 2L, 3L, -0x80000000L, 0x100000000L}) {
         EXPECT_EQ(m_box->ObjectAtIndex(index), nullptr);
         EXPECT_FALSE(m_box->RemoveObjectAtIndex(index));
-        EXPECT_FALSE(m_box->SwapObjectsAtIndexes(index, 0) || m_box->SwapObjectsAtIndicies(0, index));
+        EXPECT_FALSE(m_box->SwapObjectsAtIndexes(index, 0));
+        EXPECT_FALSE(m_box->SwapObjectsAtIndicies(0, index));
         EXPECT_EQ(m_box->ReplaceObjectAtIndex(&c, index), index == 2); // at the count: appends
         EXPECT_FALSE(m_box->InsertObjectAtIndex(&c, index == 2 ? 4 : index));
         m_box->RemoveObject(&c);
@@ -96,7 +98,8 @@ TEST_P(VObjectContainerTest, RemovesTheLastOccurrenceAndFindsTheFirst) {
     EXPECT_TRUE(m_box->RemoveObjectUnsafe(&b));
     EXPECT_TRUE(m_box->RemoveObject(nullptr));
     EXPECT_EQ(Contents(), (Objects{&a, &b, nullptr}));
-    EXPECT_FALSE(m_box->ContainsObject(nullptr) || m_box->RemoveObject(&c));
+    EXPECT_FALSE(m_box->ContainsObject(nullptr));
+    EXPECT_FALSE(m_box->RemoveObject(&c));
 }
 
 TEST_P(VObjectContainerTest, ReplacingReleasesTheOldBeforeItRetainsTheNew) {
@@ -113,9 +116,11 @@ TEST_P(VObjectContainerTest, EqualityAsksForASubset) {
     Fill({&a, &b});
     other->AddObject(&a);
     other->AddObject(&a);
-    EXPECT_TRUE(m_box->IsEqual(*other) && *other != *m_box);
+    EXPECT_TRUE(m_box->IsEqual(*other));
+    EXPECT_TRUE(*other != *m_box);
     other->AddObject(nullptr);
-    EXPECT_TRUE(*m_box != *other && *other == *other);
+    EXPECT_TRUE(*m_box != *other);
+    EXPECT_TRUE(*other == *other);
 }
 
 TEST_P(VObjectContainerTest, CopiesAndWorksOnItself) {

@@ -52,7 +52,8 @@ Rows RowsOf(IObjectContainer const& tree) {
 TEST(VTree, ShowsRowsInOrderAndHidesWhatIsBelowOpaqueNodes) {
     TreeRef const root = TreeRef::Adopt(VTree::New());
     EXPECT_EQ(RowsOf(*root), Rows{});
-    EXPECT_FALSE(root->AddLeaf(nullptr) || root->AddLeaf(root.Get()));
+    EXPECT_FALSE(root->AddLeaf(nullptr));
+    EXPECT_FALSE(root->AddLeaf(root.Get()));
     VTree* const a = Add(root.Get());
     VTree* const aa = Add(a);
     VTree* const ab = Add(a);
@@ -128,7 +129,8 @@ TEST(VTree, RetainsDataAndChildrenWhichOutliveItWithoutIt) {
     TreeRef const kept(Add(Add(root.Get())));
     TreeRef const twice(Add(root.Get()));
     TreeRef const moved(Add(root.Get()));
-    EXPECT_TRUE(root->AddLeaf(twice.Get()) && other->AddLeaf(moved.Get()));
+    EXPECT_TRUE(root->AddLeaf(twice.Get()));
+    EXPECT_TRUE(other->AddLeaf(moved.Get()));
     Add(kept.Get());
     root = TreeRef();
     EXPECT_EQ(kept->Parent(), nullptr);

@@ -49,7 +49,8 @@ GraphRef GraphOf(long nodes, Ends const& edges, VGraph* made = VGraph::New()) {
     }
     for (auto const& [from, to] : edges) {
         auto const edge = VObjectRef<VGraphEdge>::Adopt(VGraphEdge::New());
-        EXPECT_TRUE(edge->SetNodes(NodeAt(graph, from), NodeAt(graph, to)) && graph->AddEdge(edge.Get()));
+        EXPECT_TRUE(edge->SetNodes(NodeAt(graph, from), NodeAt(graph, to)));
+        EXPECT_TRUE(graph->AddEdge(edge.Get()));
     }
     return graph;
 }
@@ -75,7 +76,9 @@ IDs IDsOf(GraphRef const& graph) {
 std::string XMLOf(GraphRef const& graph) {
     VString text;
     VXMLFile file;
-    EXPECT_TRUE(file.WriteFileToString(text, "Root") && file.WriteObject("g", *graph) && file.CloseFile());
+    EXPECT_TRUE(file.WriteFileToString(text, "Root"));
+    EXPECT_TRUE(file.WriteObject("g", *graph));
+    EXPECT_TRUE(file.CloseFile());
     return text.CString();
 }
 
@@ -112,7 +115,9 @@ TEST_F(VGraphTest, TakesNodesAndEdges) {
     EXPECT_EQ(a->RetainCount(), 2);
     EXPECT_EQ(a->Graph(), graph.Get());
     EXPECT_EQ(a->GraphCriticalSection(), graph->CriticalSection());
-    EXPECT_TRUE(graph->ContainsNode(a) && graph->ContainsEdge(edge) && graph->Changed());
+    EXPECT_TRUE(graph->ContainsNode(a));
+    EXPECT_TRUE(graph->ContainsEdge(edge));
+    EXPECT_TRUE(graph->Changed());
     graph->SetChanged(false);
     EXPECT_FALSE(graph->AddNode(nullptr));
     EXPECT_FALSE(graph->AddEdge(nullptr));
@@ -122,7 +127,8 @@ TEST_F(VGraphTest, TakesNodesAndEdges) {
     EXPECT_FALSE(graph->ReplaceNode(a, nullptr));
     EXPECT_EQ(a->Graph(), graph.Get());
     EXPECT_FALSE(graph->Changed());
-    EXPECT_TRUE(graph->RemoveEdge(edge) && graph->Changed());
+    EXPECT_TRUE(graph->RemoveEdge(edge));
+    EXPECT_TRUE(graph->Changed());
     EXPECT_STREQ(VGraphNode::ms_keyScreenXY->CString(), "screen_XY");
 }
 
@@ -288,7 +294,9 @@ TEST_F(VGraphTest, CopiesNodesAndEdgesButNotTheRest) {
     EXPECT_EQ(IDsOf(copy), IDsOf(graph));
     VObject const* const copied = NodeAt(copy, 0)->Properties().ObjectForKey(&m_key);
     EXPECT_TRUE(copied && copied != value.Get() && copied->IsEqual(*value));
-    EXPECT_TRUE(NodeAt(copy, 0)->Graph() == nullptr && copy->Properties().Count() == 0 && copy->Changed());
+    EXPECT_TRUE(NodeAt(copy, 0)->Graph() == nullptr);
+    EXPECT_EQ(copy->Properties().Count(), 0);
+    EXPECT_TRUE(copy->Changed());
     // Assignment lets go of what was there; onto itself it changes nothing.
     GraphRef const target = GraphOf(3, {{0, 1}});
     NodeRef const former(NodeAt(target, 0));
@@ -380,18 +388,21 @@ TEST_F(VGraphTest, PassesOverEntriesThatAreNoNodesOrEdges) {
     graph->Nodes().AddObject(nullptr);
     graph->AssignUniqueIDs();
     std::string const expected = "VGraph::SerializeAsXML - node expected to be VGraphNode: ";
-    EXPECT_TRUE(m_lines->Has(expected + "VString\n") && m_lines->Has(expected + "NULL\n"));
+    EXPECT_TRUE(m_lines->Has(expected + "VString\n"));
+    EXPECT_TRUE(m_lines->Has(expected + "NULL\n"));
     EXPECT_EQ(graph->NodeForID(1), NodeAt(graph, 2)); // without a gap
     EXPECT_EQ(EdgeAt(graph, 1)->Node2(), NodeAt(graph, 2));
     for (long const place : {2L, 3L}) { // ends at the string and beyond
-        EXPECT_FALSE(EdgeAt(graph, place)->Node1() || EdgeAt(graph, place)->Node2());
+        EXPECT_FALSE(EdgeAt(graph, place)->Node1());
+        EXPECT_FALSE(EdgeAt(graph, place)->Node2());
     }
     GraphRef const copy = GraphRef::Adopt(graph->CopyGraph());
     EXPECT_EQ(EdgeAt(copy, 1)->Node2(), NodeAt(copy, 2));
     // The string has a place but no number: the edge comes back one place earlier, where the string stands.
     EXPECT_TRUE(Read(XMLOf(graph), copy));
     EXPECT_EQ(EdgeAt(copy, 1)->DestinationNodeID(), -1);
-    EXPECT_TRUE(copy->MergeWithGraph(graph.Get()) && copy->RemoveNode(NodeAt(copy, 0)));
+    EXPECT_TRUE(copy->MergeWithGraph(graph.Get()));
+    EXPECT_TRUE(copy->RemoveNode(NodeAt(copy, 0)));
     EXPECT_EQ(copy->EdgeCount(), 7);
 }
 
