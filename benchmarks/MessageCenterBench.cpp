@@ -6,10 +6,8 @@
 #include <benchmark/benchmark.h>
 #include <boost/signals2.hpp>
 
-#ifdef HAS_QT
 #include <QCoreApplication>
 #include <QObject>
-#endif
 
 // One integer from a sender to a receiver: at once, beside boost::signals2 and Qt's direct connections; and
 // through a queue, beside Qt's queued connections: posted and delivered in batches, by one thread.
@@ -110,7 +108,6 @@ void Queued_MessageCenter(benchmark::State& state) {
 }
 BENCHMARK(Queued_MessageCenter);
 
-#ifdef HAS_QT
 
 class QtSender : public QObject {
     Q_OBJECT
@@ -153,10 +150,7 @@ void Queued_QtSignal(benchmark::State& state) {
 }
 BENCHMARK(Queued_QtSignal);
 
-#endif
 
 } // namespace
 
-#ifdef HAS_QT
 #include "MessageCenterBench.moc"
-#endif

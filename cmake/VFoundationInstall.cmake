@@ -19,5 +19,12 @@ install(FILES
     cmake/VFoundationDependencies.cmake
     DESTINATION "${vfoundation_cmake_dir}")
 
+# The prefix is found from the place of the .pc file, so that `cmake --install --prefix` and moved trees work.
+if(IS_ABSOLUTE "${CMAKE_INSTALL_LIBDIR}")
+    set(vfoundation_pc_prefix "${CMAKE_INSTALL_PREFIX}")
+else()
+    file(RELATIVE_PATH vfoundation_pc_prefix "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")
+    string(PREPEND vfoundation_pc_prefix "\${pcfiledir}/")
+endif()
 configure_file(cmake/vfoundation.pc.in "${CMAKE_CURRENT_BINARY_DIR}/vfoundation.pc" @ONLY)
 install(FILES "${CMAKE_CURRENT_BINARY_DIR}/vfoundation.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")

@@ -72,7 +72,7 @@
 #include "foundation/persistence/BlockFile.h"
 #include "foundation/persistence/ChunkId.h"
 #include "foundation/persistence/ChunkScope.h"
-#include "foundation/persistence/FileValue.h"
+#include "foundation/persistence/FileTypes.h"
 #include "foundation/persistence/IAIFile.h"
 #include "foundation/persistence/IXMLFileIO.h"
 #include "foundation/persistence/IXMLFileIOFactory.h"

@@ -8,6 +8,8 @@ cd "$(dirname "$0")/.."
 . scripts/lib/packages.sh
 install_missing "${PACKAGES_BUILD[@]}" "${PACKAGES_TEST[@]}" "${PACKAGES_LINT[@]}"
 
+most_lines=600
+
 cmake --preset dev >/dev/null
 build=build/dev
 mapfile -t sources < <(git ls-files 'foundation/*.cpp' 'launcher/*.cpp' 'tests/*.cpp' 'examples/*.cpp')
@@ -22,11 +24,15 @@ python3 scripts/lib/check_oddities.py
 echo "rooms"
 python3 scripts/lib/check_rooms.py
 
+echo "files of at most $most_lines lines"
+git ls-files '*.h' '*.cpp' '*.py' '*.sh' | xargs wc -l |
+    awk -v most="$most_lines" '$2 != "total" && $1 > most { print $2 " has " $1 " lines"; long = 1 } END { exit long }'
+
 echo "headers that compile alone"
 cmake --build "$build" --target all_verify_interface_header_sets
 
 echo "clang++ -fsyntax-only"
-python3 scripts/lib/each_command.py "$build" clang++
+python3 scripts/lib/each_command.py "$build" clang++ -Wthread-safety
 
 if [ "${1:-}" != --fast ]; then
     echo "clang-tidy"

@@ -1,5 +1,7 @@
 #include "foundation/containers/TRingBuffer.h"
 
+#include "foundation/core/Mutex.h"
+
 #include <cstdio>
 #include <cstring>
 #include <memory>
@@ -15,8 +17,9 @@ struct NamedSlot {
     NamedSlot* next = nullptr;
 };
 
+constinit Mutex s_slotsLock;
 /// Never freed: the slots' addresses are kept by every instantiation.
-constinit NamedSlot* s_slots = nullptr;
+constinit NamedSlot* s_slots VFOUNDATION_GUARDED_BY(s_slotsLock) = nullptr;
 
 std::unique_ptr<char[]> Duplicate(char const* prefix, char const* text) {
     std::size_t const size = std::strlen(prefix) + std::strlen(text) + 1;
@@ -28,7 +31,7 @@ std::unique_ptr<char[]> Duplicate(char const* prefix, char const* text) {
 } // namespace
 
 VClass*& RingBufferClassSlot(char const* elementClassName) {
-    std::lock_guard const lock(ClassCreationLock());
+    MutexLock const lock(s_slotsLock);
     for (NamedSlot* slot = s_slots; slot; slot = slot->next) {
         if (std::strcmp(slot->name.get(), elementClassName) == 0) {
             return slot->record;

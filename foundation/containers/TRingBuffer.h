@@ -21,8 +21,8 @@ class TRecyclePool;
 
 namespace detail {
 
-/// The slot for the record of the ring buffers of one element class. Slots are kept by name and live for
-/// ever, here and not in the template, whose statics every shared object would have for itself.
+/// The slot for the record of the ring buffers of one element class. Slots are kept by name and never freed. They
+/// stand here and not in the template, whose statics each shared object would have for itself.
 VClass*& RingBufferClassSlot(char const* elementClassName);
 
 /// Fills `slot` with the record "TRingBuffer_<elementClassName>", made or entered in the registry again. A
@@ -30,43 +30,33 @@ VClass*& RingBufferClassSlot(char const* elementClassName);
 VClass* MakeRingBufferClass(char const* elementClassName, VClass*& slot, VClass::Factory factory,
                             unsigned long size);
 
-/// Adds to an atomic integer; the result is the new value. Like the reference counts, a `std::atomic` is
-/// changed without the bus lock while the process has only ever had one thread: its pools are rings too.
+/// Adds to an atomic integer; the result is the new value. A `std::atomic` takes the short cut of the reference
+/// counts (`VAtomicOp`), as pools are rings too; the stand-ins that tests use have no short cut.
 template <class Word>
 std::int32_t AddAndGet(Word& word, std::int32_t delta) {
     if constexpr (std::is_same_v<Word, std::atomic<std::int32_t>>) {
-        if (VAtomicOp::ProcessIsSingleThreaded()) {
-            std::int32_t const sum = word.load(std::memory_order_relaxed) + delta;
-            word.store(sum, std::memory_order_relaxed);
-            return sum;
-        }
+        return VAtomicOp::AddToCount(word, delta);
+    } else {
+        return word += delta;
     }
-    return word += delta;
 }
 
-/// Compare-and-swap, with the same short cut; `expected` gets what was found when it differs.
+/// Compare-and-swap likewise; `expected` gets what was found when it differs.
 template <class Pointer, class Word>
 bool CompareAndSwap(Word&& word, Pointer& expected, Pointer desired) {
     using Plain = std::remove_reference_t<Word>;
     if constexpr (std::is_same_v<Plain, std::atomic<Pointer>> ||
                   std::is_same_v<Plain, std::atomic_ref<Pointer>>) {
-        if (VAtomicOp::ProcessIsSingleThreaded()) {
-            Pointer const found = word.load(std::memory_order_relaxed);
-            if (found != expected) {
-                expected = found;
-                return false;
-            }
-            word.store(desired, std::memory_order_relaxed);
-            return true;
-        }
+        return VAtomicOp::CompareAndSwap(word, expected, desired);
+    } else {
+        return word.compare_exchange_strong(expected, desired);
     }
-    return word.compare_exchange_strong(expected, desired);
 }
 
 } // namespace detail
 
 /// A bounded queue of counted objects that any number of threads push to and pop from without a lock. It
-/// never grows: pushing to a full ring and popping from an empty one fail at once. Make one through
+/// never grows: pushing to a full ring and popping from an empty one fail at once. Make one as a
 /// `VObjectRingBufferTmpl<T>`.
 ///
 /// Order: first in, first out with one producer and one consumer; approximately so with more, so do not
@@ -75,7 +65,7 @@ bool CompareAndSwap(Word&& word, Pointer& expected, Pointer desired) {
 ///
 /// How it works: a thread claims a unit of a counter (`m_nFree` to push, `m_nUsed` to pop), which guarantees
 /// it a slot of the right kind; it searches for one from the shared cursor, takes it by compare-and-swap and
-/// moves the cursor one slot on from wherever that stands by then. Counters, cursors and slots are
+/// moves the cursor one slot on from wherever it stands by then. Counters, cursors and slots are
 /// sequentially consistent: the slot's swap hands over the object with all that was written to it.
 ///
 /// DELIBERATE: a search gives up after 100 wraps past the last slot and its claimed unit is not given back;
@@ -240,8 +230,7 @@ bool TRingBuffer<T, Policy, Atomic, AtomicRef>::RemoveAllObjects() {
     return true;
 }
 
-/// Zeroed memory that is not touched, so that the pages of a very large ring cost nothing until they are
-/// used.
+/// Zeroed memory that is not touched: the pages of a very large ring cost nothing until they are used.
 template <class T, class Policy, template <class> class Atomic, template <class> class AtomicRef>
 auto TRingBuffer<T, Policy, Atomic, AtomicRef>::AllocateSlots(std::uint32_t count) -> Slot* {
     if (count == 0) {

@@ -2,7 +2,9 @@
 
 #include "foundation/containers/VDictionaryPair.h"
 #include "foundation/containers/VObjectArray.h"
+#include "foundation/containers/internal/ClassString.h"
 #include "foundation/core/VException.h"
+#include "foundation/core/internal/ClassOwned.h"
 #include "foundation/log/VLog.h"
 #include "foundation/persistence/VXMLFile.h"
 #include "foundation/strings/VString.h"
@@ -18,15 +20,8 @@ VString* VDictionary::ms_memberName_valueArray = nullptr;
 
 namespace {
 
-constexpr long kVersion = 2;
 constexpr char const* kKeyArray = "keyArray";
 constexpr char const* kValueArray = "valueArray";
-
-void ReleaseName(VString*& name) {
-    if (VString* const released = std::exchange(name, nullptr)) {
-        released->Release();
-    }
-}
 
 void Describe(VString& out, VString const* title, char const* fallback, VObjectArray const* array) {
     out << (title ? title->CString() : fallback) << ":\n";
@@ -47,15 +42,13 @@ VDictionary::VDictionary(VClass* cls)
 VDictionary::~VDictionary() = default;
 
 void VDictionary::InitializeClass() {
-    if (!ms_memberName_keyArray) {
-        ms_memberName_keyArray = VString::NewString(kKeyArray);
-        ms_memberName_valueArray = VString::NewString(kValueArray);
-    }
+    MakeClassString(ms_memberName_keyArray, kKeyArray);
+    MakeClassString(ms_memberName_valueArray, kValueArray);
 }
 
 void VDictionary::UninitializeClass() {
-    ReleaseName(ms_memberName_keyArray);
-    ReleaseName(ms_memberName_valueArray);
+    detail::ReleaseAndClear(ms_memberName_keyArray);
+    detail::ReleaseAndClear(ms_memberName_valueArray);
 }
 
 VDictionary* VDictionary::Copy() const {

@@ -26,6 +26,8 @@ class VDictionary : public Registered<VDictionary, VObject> {
   public:
     static constexpr char const* kClassName = "VDictionary";
     static VClass* ms_theClass;
+    /// The version of the class, and of the form in which dictionaries are saved to XML.
+    static constexpr long kVersion = 2;
 
     explicit VDictionary(VClass* cls = nullptr);
     VDictionary(VDictionary const&) = delete;
@@ -40,7 +42,7 @@ class VDictionary : public Registered<VDictionary, VObject> {
     VDictionary* Copy() const override;
     /// "[<class name>]", the number of items and both arrays.
     void GetDescription(VString& out) const override;
-    /// Version 2 is written; version 2 and the older form, two named arrays, are read. What cannot be read is
+    /// `kVersion` is written; that and the older form, two named arrays, are read. What cannot be read is
     /// traced and skipped. False when an entry could not be written.
     bool SerializeAsXML(VXMLFile& file) override;
 

@@ -6,7 +6,7 @@
 
 namespace VFoundation {
 
-/// A registered name without operations. For look-up by key use `VDictionary`.
+/// Empty on purpose: a registered name without operations. For look-up by key use `VDictionary`.
 ///
 /// Ownership: by reference count.
 /// Threads: any.

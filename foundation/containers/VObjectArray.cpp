@@ -1,5 +1,8 @@
 #include "foundation/containers/VObjectArray.h"
 
+#include "foundation/containers/internal/KeepAlive.h"
+#include "foundation/containers/internal/SlotBlock.h"
+#include "foundation/containers/internal/Snapshot.h"
 #include "foundation/containers/internal/SortSlots.h"
 #include "foundation/containers/internal/TRecyclePool.h"
 #include "foundation/core/NarrowCast.h"
@@ -10,7 +13,7 @@
 namespace VFoundation {
 
 VClass* VObjectArray::ms_theClass = nullptr;
-VObjectRingBufferTmpl<VObjectArray>* VObjectArray::ms_recycledArrays = nullptr;
+std::atomic<VObjectRingBufferTmpl<VObjectArray>*> VObjectArray::ms_recycledArrays{nullptr};
 std::atomic<bool> VObjectArray::ms_bRecyclingEnabled{true};
 
 using ArrayPool = TRecyclePool<VObjectArray>;
@@ -51,8 +54,8 @@ std::type_info const& VObjectArray::PooledType() const noexcept {
     return typeid(VObjectArray);
 }
 
-/// True for the last reference to an array that is no more than an array: one of a derived type would come
-/// out of the pool with behaviour that nobody asked for.
+/// True for the last reference to an array of exactly this type: `NewObjectArray` must not hand out one of a
+/// derived type.
 bool VObjectArray::MayBeRecycled() const noexcept {
     return !m_bRecycled && ms_recycledArrays && ms_bRecyclingEnabled.load(std::memory_order_relaxed) &&
            IsLastReference() && Class() == LoadClassSlot(ms_theClass) && typeid(*this) == PooledType();
@@ -66,7 +69,12 @@ bool VObjectArray::IsLastReference() const noexcept {
 void VObjectArray::Release() const {
     if (MayBeRecycled()) {
         auto* const array = const_cast<VObjectArray*>(this);
-        array->RemoveAllObjects();
+        try {
+            array->RemoveAllObjects();
+        } catch (...) {
+            VObject::Release(); // the exception is an element's
+            throw;
+        }
         array->SetGrowSize(kDefaultGrowSize);
         // An element's destructor may have kept a reference to the array.
         if (IsLastReference() && ArrayPool::Push(ms_recycledArrays, this, &VObjectArray::m_bRecycled)) {
@@ -94,25 +102,20 @@ void VObjectArray::CopyContents(VObjectArray const& other) {
     if (&other == this) {
         return;
     }
-    VObjectRef<VObjectArray const> const held(&other); // it may be an element of this array
+    auto const alive = KeepAlive(*this);
+    Snapshot const elements(other); // which may be an element of this array
     RemoveAllObjects();
-    for (long i = 0; i < other.Count(); ++i) {
-        AddObject(other.ObjectAtIndex(i));
+    for (VObject const* const element : elements) {
+        AddObject(element);
     }
 }
 
 void VObjectArray::DeepCopyContents(VObjectArray const& other) {
-    if (&other == this) {
-        VObjectArray copies;
-        copies.DeepCopyContents(*this);
-        CopyContents(copies);
-        return;
-    }
-    VObjectRef<VObjectArray const> const held(&other);
+    auto const alive = KeepAlive(*this);
+    Snapshot const elements(other);
     VCriticalSectionScope const scope(CriticalSection());
     RemoveAllObjects();
-    for (long i = 0; i < other.Count(); ++i) {
-        VObject const* const element = other.ObjectAtIndex(i);
+    for (VObject const* const element : elements) {
         auto const copy = VObjectRef<VObject>::Adopt(element ? element->Copy() : nullptr);
         AddObject(copy.Get());
     }
@@ -133,8 +136,9 @@ VClass* VObjectArray::ClassOfContents() const {
 }
 
 long VObjectArray::IndexOfEquivalentObject(VObject const* object) const {
+    auto const alive = KeepAlive(*this);
     for (long i = 0; object && i < Count(); ++i) {
-        VObject const* const element = ObjectAtIndex(i);
+        VObjectRef<VObject const> const element(ObjectAtIndex(i)); // over the comparison, which may remove it
         if (element && element->IsEqual(*object)) {
             return i;
         }
@@ -148,31 +152,36 @@ namespace {
 struct Described {
     VObjectArray const* array;
     Described const* outer;
+    int depth;
 };
 constinit thread_local Described const* s_described = nullptr;
 
-bool IsBeingDescribed(VObjectArray const* array) noexcept {
+/// Whether a description is to end here: the array is being described, or stands too deep for the stack.
+bool IsEndOfDescription(VObjectArray const* array) noexcept {
     Described const* entry = s_described;
+    bool const isDeep = entry && entry->depth == detail::SlotBlock::kMaxDepth;
     while (entry && entry->array != array) {
         entry = entry->outer;
     }
-    return entry != nullptr;
+    return isDeep || entry;
 }
 
 } // namespace
 
 void VObjectArray::GetDescription(VString& out) const {
     out.Format("[%s] items: %i", ClassName(), narrow_cast<int>(Count()));
-    if (IsBeingDescribed(this)) {
+    if (IsEndOfDescription(this)) {
         return;
     }
     struct Scope {
-        explicit Scope(VObjectArray const* array) : entry{array, s_described} { s_described = &entry; }
+        explicit Scope(VObjectArray const* array)
+            : entry{array, s_described, s_described ? s_described->depth + 1 : 1} {
+            s_described = &entry;
+        }
         ~Scope() { s_described = entry.outer; }
         Described const entry;
     } const scope(this);
-    for (long i = 0; i < Count(); ++i) {
-        VObject const* const element = ObjectAtIndex(i);
+    for (VObject const* const element : Snapshot(*this)) {
         out << "\n  ";
         if (element) {
             out << *element;
@@ -183,9 +192,14 @@ void VObjectArray::GetDescription(VString& out) const {
 }
 
 void VObjectArray::SortWithComparisonFn(int (*compare)(VObject const**, VObject const**)) {
+    auto const alive = KeepAlive(*this);
     VCriticalSectionScope scope;
     VObject** const objects = GetObjectsMutable(scope);
-    SortSlots(objects, Count(), compare);
+    long const count = Count();
+    auto const isThere = [this, objects, count] {
+        return GetObjectsMutable() == objects && Count() == count;
+    };
+    SortSlots(objects, count, compare, isThere);
 }
 
 // What the typed arrays add
@@ -196,8 +210,11 @@ bool VObjectArray::AddObjectIfAbsent(VObject const* object) {
 }
 
 void VObjectArray::AddObjectsIfAbsent(VObjectArray const* other) {
-    for (long i = 0; other && i < other->Count(); ++i) {
-        AddObjectIfAbsent(other->ObjectAtIndex(i));
+    if (!other) {
+        return;
+    }
+    for (VObject const* const object : Snapshot(*other)) {
+        AddObjectIfAbsent(object);
     }
 }
 

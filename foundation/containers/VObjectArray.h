@@ -85,7 +85,7 @@ class VObjectArray : public Registered<VObjectArray, detail::RecordBelowVObject<
     /// `strcmp`.
     void SortWithComparisonFn(int (*compare)(VObject const**, VObject const**));
 
-    static VObjectRingBufferTmpl<VObjectArray>* ms_recycledArrays;
+    static std::atomic<VObjectRingBufferTmpl<VObjectArray>*> ms_recycledArrays;
     static std::atomic<bool> ms_bRecyclingEnabled;
 
   protected:

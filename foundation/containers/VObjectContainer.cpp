@@ -1,24 +1,22 @@
 #include "foundation/containers/VObjectContainer.h"
 
+#include "foundation/containers/internal/KeepAlive.h"
+#include "foundation/containers/internal/SlotBlock.h"
+#include "foundation/containers/internal/Snapshot.h"
 #include "foundation/core/NarrowCast.h"
-#include "foundation/core/VException.h"
 #include "foundation/log/VLog.h"
-#include "foundation/strings/VData.h"
 #include "foundation/threads/VCriticalSection.h"
 #include "foundation/threads/VCriticalSectionScope.h"
 
 #include <algorithm>
 #include <limits>
-#include <new>
 #include <utility>
 
 namespace VFoundation {
 
 VClass* VObjectContainer::ms_theClass = nullptr;
 
-namespace {
-constexpr unsigned long kSlotSize = sizeof(void*);
-} // namespace
+using detail::SlotBlock;
 
 VObjectContainer::VObjectContainer(VClass* cls, long initialCapacity, bool threadSafe) : Registered(cls) {
     if (threadSafe) {
@@ -30,7 +28,10 @@ VObjectContainer::VObjectContainer(VClass* cls, long initialCapacity, bool threa
 }
 
 VObjectContainer::~VObjectContainer() {
-    VObjectContainer::FreeMem();
+    try {
+        VObjectContainer::FreeMem();
+    } catch (...) { // an element's; all are released
+    }
 }
 
 void VObjectContainer::EnterLock(VCriticalSectionScope& scope) const {
@@ -44,39 +45,48 @@ bool VObjectContainer::AllocateArray(long slots) {
     if (slots == m_nAllocated) {
         return true;
     }
-    if (slots <= 0 || static_cast<unsigned long>(slots) > VData::kMaxLength / kSlotSize) {
+    if (slots <= 0 || static_cast<unsigned long>(slots) > VData::kMaxLength / sizeof(VObject*)) {
         return false;
     }
-    while (m_nCount > slots) {
-        ReleaseLast();
+    if (slots < m_nCount) {
+        Shrink(slots);
+    } else {
+        SetStorage(slots);
     }
-    SetStorage(slots);
     return true;
 }
 
-void VObjectContainer::ReleaseLast() {
-    long const last = m_nCount - 1;
-    VObject const* const object = std::exchange(m_pObjects[last], nullptr);
-    SetCount(last);
-    if (object) {
-        object->Release();
+void VObjectContainer::SetStorage(long slots) {
+    if (!m_pStorage) {
+        m_pStorage = VObjectRef<SlotBlock>::Adopt(new SlotBlock);
     }
+    m_pStorage->SetCapacity(slots);
+    m_pObjects = m_pStorage->Slots();
+    m_nAllocated = narrow_cast<std::int32_t>(slots);
 }
 
-void VObjectContainer::SetStorage(long slots) {
-    try {
-        if (!m_pStorage) {
-            m_pStorage.Allocate();
-        }
-        m_pStorage->SetLength(static_cast<unsigned long>(slots) * kSlotSize, true);
-    } catch (std::bad_alloc const&) {
-        throw VException(VException::eOutOfMemory, this, "Error allocating container slots", -1);
-    }
-    m_pObjects = reinterpret_cast<VObject**>(m_pStorage->Bytes());
-    if (slots > m_nAllocated) {
-        std::fill(m_pObjects + m_nAllocated, m_pObjects + slots, nullptr);
-    }
-    m_nAllocated = narrow_cast<std::int32_t>(slots);
+void VObjectContainer::Shrink(long slots) {
+    auto kept = VObjectRef<SlotBlock>::Adopt(new SlotBlock);
+    kept->SetCapacity(slots);
+    std::copy(m_pObjects, m_pObjects + slots, kept->Slots());
+    long const count = m_nCount;
+    auto former = ExchangeStorage(std::move(kept), slots);
+    SlotBlock::ReleaseElements(former, slots, count);
+}
+
+/// Takes a block with that many elements, or none, in place of the own one, which it returns.
+VObjectRef<SlotBlock> VObjectContainer::ExchangeStorage(VObjectRef<SlotBlock> storage, long count) noexcept {
+    std::swap(m_pStorage, storage);
+    m_pObjects = m_pStorage ? m_pStorage->Slots() : nullptr;
+    m_nAllocated = m_pStorage ? narrow_cast<std::int32_t>(m_pStorage->Capacity()) : 0;
+    SetCount(count);
+    return storage;
+}
+
+void VObjectContainer::SwapSlots(VObjectContainer& other) noexcept {
+    long const count = m_nCount;
+    long const otherCount = other.m_nCount;
+    other.ExchangeStorage(ExchangeStorage(std::move(other.m_pStorage), otherCount), count);
 }
 
 bool VObjectContainer::Grow() {
@@ -88,11 +98,10 @@ void VObjectContainer::FreeMem() {
     if (!m_pStorage) {
         return;
     }
+    auto const alive = KeepAlive(*this);
     RemoveAllObjects();
     ReleaseElements(); // what an override left
-    m_pObjects = nullptr;
-    m_nAllocated = 0;
-    m_pStorage.Exchange(nullptr);
+    ExchangeStorage({}, 0);
 }
 
 void VObjectContainer::Init() {
@@ -188,15 +197,11 @@ bool VObjectContainer::AddObjectNonThreadSafe(VObject const* object) {
 }
 
 bool VObjectContainer::AddObjects(VObjectContainer const* other) {
-    long const count = other ? other->Count() : 0;
-    for (long i = 0; i < count; ++i) {
-        // Held over the addition, for another thread may remove it from `other` meanwhile.
-        VObjectRef<VObject> object;
-        {
-            VCriticalSectionScope const scope(other->CriticalSection());
-            object.Exchange(other->ObjectAtIndex(i));
-        }
-        if (!AddObject(object.Get())) {
+    if (!other) {
+        return true;
+    }
+    for (VObject const* const object : Snapshot(*other)) {
+        if (!AddObject(object)) {
             return false;
         }
     }
@@ -242,13 +247,19 @@ bool VObjectContainer::RemoveAt(long index) {
     return true;
 }
 
+/// Gives up the slots with all elements, releases these, and takes the slots back. The elements' destructors may have
+/// filled new ones.
 void VObjectContainer::ReleaseElements() {
-    for (long i = 0; i < m_nCount; ++i) {
-        if (VObject const* const object = std::exchange(m_pObjects[i], nullptr)) {
-            object->Release();
+    auto const alive = KeepAlive(*this);
+    while (m_nCount > 0) {
+        long const count = m_nCount;
+        auto leaving = ExchangeStorage({}, 0);
+        SlotBlock::ReleaseElements(leaving, 0, count);
+        if (leaving && leaving->Capacity() > m_nAllocated) {
+            std::copy(m_pObjects, m_pObjects + m_nCount, leaving->Slots());
+            ExchangeStorage(std::move(leaving), m_nCount);
         }
     }
-    SetCount(0);
 }
 
 bool VObjectContainer::RemoveObjectAtIndex(long index) {
@@ -274,14 +285,17 @@ bool VObjectContainer::RemoveObjectUnsafe(VObject const* object) {
 void VObjectContainer::RemoveObjects(VObjectContainer const* other) {
     if (other == this) {
         RemoveAllObjects();
-        return;
-    }
-    for (long i = 0; other && i < other->Count(); ++i) {
-        RemoveObject(other->ObjectAtIndex(i));
+    } else if (other) {
+        for (VObject const* const object : Snapshot(*other)) {
+            RemoveObject(object);
+        }
     }
 }
 
 void VObjectContainer::RemoveAllObjects() {
+    if (m_nCount == 0) {
+        return;
+    }
     VCriticalSectionScope const scope(m_pCriticalSection.Get());
     ReleaseElements();
 }
@@ -302,6 +316,7 @@ bool VObjectContainer::ReplaceObjectAtIndex(VObject const* object, long index) {
                          narrow_cast<int>(index), narrow_cast<int>(m_nCount.load()));
         return false;
     }
+    auto const alive = KeepAlive(*this);
     if (VObject const* const old = std::exchange(m_pObjects[index], nullptr)) {
         old->Release();
     }
@@ -360,7 +375,6 @@ bool VObjectContainer::IsEqual(VObject const& other) const {
 
 VObjectContainer* VObjectContainer::Copy() const {
     auto copy = VObjectRef<VObjectContainer>::Adopt(new VObjectContainer(nullptr, 0, false));
-    VCriticalSectionScope const scope(m_pCriticalSection.Get());
     long const growSize = GetGrowSize();
     copy->SetGrowSize(std::max(growSize, 1L));
     copy->AddObjects(this);
@@ -370,9 +384,7 @@ VObjectContainer* VObjectContainer::Copy() const {
 
 VObjectContainer* VObjectContainer::DeepCopy() const {
     auto copy = VObjectRef<VObjectContainer>::Adopt(new VObjectContainer(nullptr, 0, false));
-    VCriticalSectionScope const scope(m_pCriticalSection.Get());
-    for (long i = 0; i < Count(); ++i) {
-        VObject const* const element = ObjectAtIndex(i);
+    for (VObject const* const element : Snapshot(*this)) {
         auto const elementCopy = VObjectRef<VObject>::Adopt(element ? element->Copy() : nullptr);
         copy->AddObject(elementCopy.Get());
     }

@@ -12,7 +12,11 @@ namespace VFoundation {
 
 class VCriticalSection;
 class VCriticalSectionScope;
-class VData;
+
+namespace detail {
+struct ContainerAccess;
+class SlotBlock;
+} // namespace detail
 
 /// An ordered collection of counted objects, null elements included, with an optional lock of its own.
 /// Without a lock use `VObjectArray`, which is recycled and can do more.
@@ -32,11 +36,20 @@ class VData;
 /// DELIBERATE: `ReplaceObjectAtIndex` releases the old element before it retains the new one; replacing an
 /// element by itself while the container holds its only reference destroys it.
 ///
+/// Elements leave before they are released: a destructor that runs in an operation finds the container without them,
+/// may use it, and may release its last reference. While `RemoveAllObjects` releases elements the container has no
+/// capacity; it is back afterwards. Elements that destructors add meanwhile are removed as well. Elements are released
+/// in order of their indexes; containers nested deeper than 1 000 levels are released without recursion.
+///
+/// Operations that walk another container take its elements under its lock and work on these; it may be changed
+/// meanwhile, or be this container.
+///
 /// Ownership: retains every element once for each place it stands in.
 /// Threads: with a lock, operations may be called by any thread; those named `...Unsafe` and
-/// `...NonThreadSafe`, and `GetObjects` without a scope, never lock. A borrowed element or slot array is safe
-/// only while its holder keeps the lock: use a `GetObjects` that takes a scope. Without a lock, one thread at
-/// a time.
+/// `...NonThreadSafe`, `Count`, and `GetObjects` without a scope, never lock. A borrowed element or slot array is
+/// safe only while its holder keeps the lock: use a `GetObjects` that takes a scope. Elements are released with
+/// the lock held; two containers whose elements empty each other wait for each other. Without a lock, one thread
+/// at a time.
 class VObjectContainer : public Registered<VObjectContainer, VObject>, public IObjectContainer {
   public:
     static constexpr char const* kClassName = "VObjectContainer";
@@ -72,7 +85,7 @@ class VObjectContainer : public Registered<VObjectContainer, VObject>, public IO
 
     virtual bool RemoveObject(VObject const* object);
     virtual bool RemoveObjectUnsafe(VObject const* object);
-    /// Keeps the memory.
+    /// Keeps the memory. An empty container is left alone without entering its lock.
     virtual void RemoveAllObjects();
     virtual void RemoveAllObjectsUnsafe();
     virtual bool RemoveObjectAtIndex(long index);
@@ -80,7 +93,8 @@ class VObjectContainer : public Registered<VObjectContainer, VObject>, public IO
     /// One `RemoveObject` for each element of `other`, which may be this container; null removes nothing.
     virtual void RemoveObjects(VObjectContainer const* other);
 
-    /// Appends when `index` is the count.
+    /// Appends when `index` is the count. False, too, when the old element's destructor moved other elements to
+    /// `index`.
     virtual bool ReplaceObjectAtIndex(VObject const* object, long index);
     /// Moves the elements from `index` on one place up; `index` may be the count.
     virtual bool InsertObjectAtIndex(VObject const* object, long index);
@@ -122,6 +136,8 @@ class VObjectContainer : public Registered<VObjectContainer, VObject>, public IO
     void EnterLock(VCriticalSectionScope& scope) const;
 
   private:
+    friend struct detail::ContainerAccess;
+
     bool Append(VObject const* object);
     bool MakeRoom() {
         return static_cast<std::uint32_t>(m_nCount.load(std::memory_order_relaxed)) <
@@ -132,15 +148,17 @@ class VObjectContainer : public Registered<VObjectContainer, VObject>, public IO
     bool RemoveAt(long index);
     void ReleaseElements();
     long LastIndexOf(VObject const* object) const noexcept;
-    void ReleaseLast();
     void SetStorage(long slots);
+    void Shrink(long slots);
+    VObjectRef<detail::SlotBlock> ExchangeStorage(VObjectRef<detail::SlotBlock> storage, long count) noexcept;
+    void SwapSlots(VObjectContainer& other) noexcept;
     void SetCount(long count) noexcept {
         m_nCount.store(static_cast<std::int32_t>(count), std::memory_order_relaxed);
     }
 
     std::int32_t m_nAllocated = 0;
     std::int32_t m_nGrowSize = kDefaultGrowSize;
-    VObjectRef<VData> m_pStorage; // m_nAllocated slots
+    VObjectRef<detail::SlotBlock> m_pStorage; // m_nAllocated slots
     std::atomic<std::int32_t> m_nCount{0};
     VObject** m_pObjects = nullptr;
     VObjectRef<VCriticalSection> m_pCriticalSection;

@@ -4,10 +4,10 @@
 
 namespace VFoundation {
 
-/// The ring buffer of `T` as the library makes it; see `TRingBuffer` for everything it does.
+/// The ring buffer of `T` that the library makes. `TRingBuffer` says what it does.
 ///
-///     VObjectRef<VObjectRingBufferTmpl<VJob>> const jobs =
-///         VObjectRef<VObjectRingBufferTmpl<VJob>>::Adopt(new VObjectRingBufferTmpl<VJob>(64));
+///     using Jobs = VObjectRingBufferTmpl<VJob>;
+///     auto const jobs = VObjectRef<Jobs>::Adopt(new Jobs(64));
 ///
 /// It shares the class record of its base.
 ///

@@ -64,7 +64,10 @@ void VPtrArray::FreeMem() {
 }
 
 void VPtrArray::SortWithComparisonFn(int (*compare)(void const**, void const**)) {
-    SortSlots(m_ppPtrs, m_nCount, compare);
+    auto const isThere = [this, slots = m_ppPtrs, count = m_nCount] {
+        return m_ppPtrs == slots && m_nCount == count;
+    };
+    SortSlots(m_ppPtrs, m_nCount, compare, isThere);
 }
 
 } // namespace VFoundation

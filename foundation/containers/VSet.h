@@ -5,7 +5,7 @@
 
 namespace VFoundation {
 
-/// A registered name without operations. For a list without duplicates use `VObjectArrayTmpl::AddObjectTyped`.
+/// Empty on purpose: a registered name without operations. For a list without duplicates use `VObjectArrayTmpl::AddObjectTyped`.
 ///
 /// Ownership: by reference count.
 /// Threads: any.

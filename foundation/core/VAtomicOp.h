@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <cstdint>
+#include <type_traits>
 
 #if __has_include(<sys/single_threaded.h>)
 #include <sys/single_threaded.h>
@@ -34,25 +35,49 @@ class VAtomicOp {
 
     /// Stores `newValue` in `*target` when it holds `expected`; true when stored.
     /// DELIBERATE: the expected value comes last; callers pass target, new value, expected value.
+    static bool AtomicCompareAndSwapPtr(void volatile** target, void* newValue, void* expected) {
+        void volatile* found = expected;
+        return __atomic_compare_exchange_n(target, &found, newValue, false, __ATOMIC_SEQ_CST,
+                                           __ATOMIC_SEQ_CST);
+    }
     static bool AtomicCompareAndSwapPtr(void* volatile* target, void* newValue, void* expected) {
         return __atomic_compare_exchange_n(target, &expected, newValue, false, __ATOMIC_SEQ_CST,
                                            __ATOMIC_SEQ_CST);
     }
 
-    /// Adds `delta` to a reference count and returns the new value; wraps. While the process has only ever
-    /// had one thread no other core can see the word, so the bus lock is left out.
-    static std::int32_t AddToCount(std::atomic<std::int32_t>& count, std::int32_t delta) noexcept {
+    /// Adds `delta` to a count and returns the new value; wraps. While the process has only ever had one thread
+    /// no other core can see the word, so the bus lock is left out. Likewise the compare-and-swap below.
+    template <class Word>
+    static Word AddToCount(std::atomic<Word>& count, Word delta) noexcept {
+        using Unsigned = std::make_unsigned_t<Word>;
+        auto const sum = [delta](Word old) {
+            return static_cast<Word>(static_cast<Unsigned>(old) + static_cast<Unsigned>(delta));
+        };
         if (ProcessIsSingleThreaded()) {
-            auto const sum =
-                static_cast<std::int32_t>(static_cast<std::uint32_t>(count.load(std::memory_order_relaxed)) +
-                                          static_cast<std::uint32_t>(delta));
-            count.store(sum, std::memory_order_relaxed);
-            return sum;
+            Word const value = sum(count.load(std::memory_order_relaxed));
+            count.store(value, std::memory_order_relaxed);
+            return value;
         }
-        return static_cast<std::int32_t>(static_cast<std::uint32_t>(count.fetch_add(delta)) +
-                                         static_cast<std::uint32_t>(delta));
+        return sum(count.fetch_add(delta));
     }
 
+    /// Stores `desired` when the word (a `std::atomic` or `std::atomic_ref`) holds `expected`; otherwise
+    /// `expected` gets what it holds.
+    template <class Word, class Value>
+    static bool CompareAndSwap(Word&& word, Value& expected, Value desired) noexcept {
+        if (ProcessIsSingleThreaded()) {
+            Value const found = word.load(std::memory_order_relaxed);
+            if (found != expected) {
+                expected = found;
+                return false;
+            }
+            word.store(desired, std::memory_order_relaxed);
+            return true;
+        }
+        return word.compare_exchange_strong(expected, desired);
+    }
+
+  private:
     /// True only while no second thread was ever started; false where the system does not tell.
     static bool ProcessIsSingleThreaded() noexcept {
 #if __has_include(<sys/single_threaded.h>)

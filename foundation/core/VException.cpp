@@ -1,8 +1,7 @@
 #include "foundation/core/VException.h"
 
+#include "foundation/core/internal/ClassOwned.h"
 #include "foundation/log/VLog.h"
-
-#include <utility>
 
 namespace VFoundation {
 
@@ -20,12 +19,6 @@ char const* TextOfID(long id) {
                                              "File not readable",      "File not writeable"};
     bool const known = id >= 0 && id < static_cast<long>(std::size(kTexts));
     return kTexts[known ? id : 0];
-}
-
-void ReleaseAndClear(VString*& text) {
-    if (VString* const old = std::exchange(text, nullptr)) {
-        old->Release();
-    }
 }
 
 } // namespace
@@ -48,8 +41,8 @@ void VException::Announce() const {
 }
 
 void VException::UninitializeClass() {
-    ReleaseAndClear(ms_productName);
-    ReleaseAndClear(ms_exceptionReportEmail);
+    detail::ReleaseAndClear(ms_productName);
+    detail::ReleaseAndClear(ms_exceptionReportEmail);
 }
 
 void VException::AppendStackTrace(char const* function, int stage) {

@@ -1,11 +1,11 @@
 #include "foundation/core/VMemoryProfiler.h"
 
-#include <utility>
+#include "foundation/core/internal/ClassOwned.h"
 
 namespace VFoundation {
 
 VClass* VMemoryProfiler::ms_theClass = nullptr;
-VMemoryProfiler* VMemoryProfiler::ms_theProfiler = nullptr;
+std::atomic<VMemoryProfiler*> VMemoryProfiler::ms_theProfiler{nullptr};
 std::atomic<bool> VMemoryProfiler::ms_bIsShuttingDown{false};
 
 namespace {
@@ -19,34 +19,28 @@ class ProfilerRecord : public VObject {
 } // namespace
 
 VMemoryProfiler::VMemoryProfiler(VClass* cls)
-    : Registered(cls), m_table(new Slot[kSlots]()), m_memoryUseMap(new ProfilerRecord),
-      m_secondObject(new ProfilerRecord) {
+    : Registered(cls), m_table(std::make_unique<Slot[]>(kSlots)),
+      m_memoryUseMap(VObjectRef<VObject>::Adopt(new ProfilerRecord)),
+      m_secondObject(VObjectRef<VObject>::Adopt(new ProfilerRecord)) {
 }
 
 VMemoryProfiler::~VMemoryProfiler() {
     ms_bIsShuttingDown = true;
-    delete[] m_table;
-    DestroyMemoryUseMap();
-    m_secondObject->Release();
 }
 
 void VMemoryProfiler::InitializeClass() {
     if (!ms_theProfiler) {
         ms_bIsShuttingDown = false;
-        ms_theProfiler = New();
+        detail::MakeOnce(ms_theProfiler, &New);
     }
 }
 
 void VMemoryProfiler::UninitializeClass() {
-    if (VMemoryProfiler* const profiler = std::exchange(ms_theProfiler, nullptr)) {
-        profiler->Release();
-    }
+    detail::ReleaseAndClear(ms_theProfiler);
 }
 
 void VMemoryProfiler::DestroyMemoryUseMap() {
-    if (VObject* const map = std::exchange(m_memoryUseMap, nullptr)) {
-        map->Release();
-    }
+    m_memoryUseMap.Exchange(nullptr);
 }
 
 } // namespace VFoundation

@@ -1,10 +1,12 @@
 #pragma once
 
 #include "foundation/core/Registered.h"
+#include "foundation/core/VObjectRef.h"
 
 #include <array>
 #include <atomic>
 #include <cstdint>
+#include <memory>
 
 namespace VFoundation {
 
@@ -26,24 +28,26 @@ class VMemoryProfiler : public Registered<VMemoryProfiler, VObject> {
     static void UninitializeClass();
 
     /// Null outside the class's life.
-    static VMemoryProfiler* DefaultProfiler() noexcept { return ms_theProfiler; }
+    static VMemoryProfiler* DefaultProfiler() noexcept {
+        return ms_theProfiler.load(std::memory_order_acquire);
+    }
 
     /// Releases the memory-use map; it is not made again.
     void DestroyMemoryUseMap();
-    bool HasMemoryUseMap() const noexcept { return m_memoryUseMap != nullptr; }
+    bool HasMemoryUseMap() const noexcept { return m_memoryUseMap.Get() != nullptr; }
 
-    static VMemoryProfiler* ms_theProfiler;
+    static std::atomic<VMemoryProfiler*> ms_theProfiler;
     static std::atomic<bool> ms_bIsShuttingDown;
 
   private:
     using Slot = std::array<std::uint32_t, 8>;
     static constexpr std::size_t kSlots = 2048;
 
-    Slot* m_table;
-    VObject* m_memoryUseMap;
+    std::unique_ptr<Slot[]> m_table;
+    VObjectRef<VObject> m_memoryUseMap;
     [[maybe_unused]] std::uint32_t m_firstWord = 1;
     [[maybe_unused]] std::uint32_t m_secondWord = 0;
-    VObject* m_secondObject;
+    VObjectRef<VObject> m_secondObject;
 };
 
 } // namespace VFoundation

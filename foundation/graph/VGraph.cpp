@@ -1,8 +1,10 @@
 #include "foundation/graph/VGraph.h"
 
+#include "foundation/containers/internal/ClassString.h"
 #include "foundation/containers/internal/VObjectCast.h"
+#include "foundation/core/internal/ClassOwned.h"
+#include "foundation/core/internal/CopyByAssignment.h"
 #include "foundation/graph/internal/NodeIndex.h"
-#include "foundation/graph/internal/SharedKey.h"
 #include "foundation/log/VLog.h"
 #include "foundation/persistence/VXMLFile.h"
 
@@ -46,13 +48,13 @@ VGraph* VGraph::New() {
 }
 
 void VGraph::InitializeClass() {
-    MakeSharedKey(ms_keySliderX, "sliderX");
-    MakeSharedKey(ms_keySliderY, "sliderY");
+    MakeClassString(ms_keySliderX, "sliderX");
+    MakeClassString(ms_keySliderY, "sliderY");
 }
 
 void VGraph::UninitializeClass() {
-    ReleaseSharedKey(ms_keySliderX);
-    ReleaseSharedKey(ms_keySliderY);
+    detail::ReleaseAndClear(ms_keySliderX);
+    detail::ReleaseAndClear(ms_keySliderY);
 }
 
 // Editing
@@ -220,11 +222,7 @@ void VGraph::UpdateEdgesFromIDs() {
 // Graphs of graphs
 
 VGraph* VGraph::Copy() const {
-    auto* const copy = static_cast<VGraph*>(Class()->NewInstance());
-    if (copy) {
-        *copy = *this;
-    }
-    return copy;
+    return detail::CopyByAssignment(*this);
 }
 
 VGraph* VGraph::CopyGraph() {

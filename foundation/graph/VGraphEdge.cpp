@@ -1,6 +1,7 @@
 #include "foundation/graph/VGraphEdge.h"
 
 #include "foundation/core/NarrowCast.h"
+#include "foundation/core/internal/CopyByAssignment.h"
 #include "foundation/persistence/VXMLFile.h"
 
 namespace VFoundation {
@@ -32,11 +33,7 @@ VGraphEdge* VGraphEdge::New() {
 }
 
 VGraphEdge* VGraphEdge::Copy() const {
-    auto* const copy = static_cast<VGraphEdge*>(Class()->NewInstance());
-    if (copy) {
-        *copy = *this;
-    }
-    return copy;
+    return detail::CopyByAssignment(*this);
 }
 
 VGraphEdge& VGraphEdge::operator=(VGraphEdge const& other) {

@@ -1,8 +1,10 @@
 #include "foundation/graph/VGraphNode.h"
 
+#include "foundation/containers/internal/ClassString.h"
 #include "foundation/containers/internal/VObjectCast.h"
+#include "foundation/core/internal/ClassOwned.h"
+#include "foundation/core/internal/CopyByAssignment.h"
 #include "foundation/graph/VGraph.h"
-#include "foundation/graph/internal/SharedKey.h"
 #include "foundation/persistence/VXMLFile.h"
 
 namespace VFoundation {
@@ -24,24 +26,20 @@ VGraphNode* VGraphNode::New() {
 }
 
 void VGraphNode::InitializeClass() {
-    MakeSharedKey(ms_keyNodeID, "nodeID");
-    MakeSharedKey(ms_keyScreenXY, "screen_XY");
-    MakeSharedKey(ms_keyScreenMinimised, "screen_minimised");
+    MakeClassString(ms_keyNodeID, "nodeID");
+    MakeClassString(ms_keyScreenXY, "screen_XY");
+    MakeClassString(ms_keyScreenMinimised, "screen_minimised");
     ms_masterGraphNodeID = 1;
 }
 
 void VGraphNode::UninitializeClass() {
-    ReleaseSharedKey(ms_keyNodeID);
-    ReleaseSharedKey(ms_keyScreenXY);
-    ReleaseSharedKey(ms_keyScreenMinimised);
+    detail::ReleaseAndClear(ms_keyNodeID);
+    detail::ReleaseAndClear(ms_keyScreenXY);
+    detail::ReleaseAndClear(ms_keyScreenMinimised);
 }
 
 VGraphNode* VGraphNode::Copy() const {
-    auto* const copy = static_cast<VGraphNode*>(Class()->NewInstance());
-    if (copy) {
-        *copy = *this;
-    }
-    return copy;
+    return detail::CopyByAssignment(*this);
 }
 
 VGraphNode& VGraphNode::operator=(VGraphNode const& other) {

@@ -2,10 +2,10 @@
 
 #include "foundation/containers/VObjectArray.h"
 #include "foundation/core/VObjectRef.h"
+#include "foundation/core/internal/ClassOwned.h"
 #include "foundation/host/internal/HostServices.h"
 
 #include <algorithm>
-#include <utility>
 
 namespace VFoundation {
 
@@ -21,11 +21,8 @@ VDiskInfo* VDiskInfo::New() {
 }
 
 void VDiskInfo::UninitializeClass() {
-    for (VObjectArray** const table : {&VDISK_INFO_VOLUME_NAMES, &VDISK_INFO_VOLUME_INFO}) {
-        if (VObjectArray* const ending = std::exchange(*table, nullptr)) {
-            ending->Release();
-        }
-    }
+    detail::ReleaseAndClear(VDISK_INFO_VOLUME_NAMES);
+    detail::ReleaseAndClear(VDISK_INFO_VOLUME_INFO);
 }
 
 void VDiskInfo::InitializeVolumeInformation() {

@@ -11,7 +11,7 @@ namespace VFoundation {
 
 VClass* VFileInfo::ms_theClass = nullptr;
 std::atomic<bool> VFileInfo::ms_bRecyclingEnabled{true};
-VObjectRingBufferTmpl<VFileInfo>* VFileInfo::ms_recycledFileInfos = nullptr;
+std::atomic<VObjectRingBufferTmpl<VFileInfo>*> VFileInfo::ms_recycledFileInfos{nullptr};
 
 VFileInfo::VFileInfo(VClass* cls) : Registered(cls) {
 }

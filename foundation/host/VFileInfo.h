@@ -53,7 +53,7 @@ class VFileInfo : public Registered<VFileInfo, VObject> {
 
     /// Switches the pool. The library never does.
     static std::atomic<bool> ms_bRecyclingEnabled;
-    static VObjectRingBufferTmpl<VFileInfo>* ms_recycledFileInfos;
+    static std::atomic<VObjectRingBufferTmpl<VFileInfo>*> ms_recycledFileInfos;
 
   private:
     char m_path[kPathSize] = {};

@@ -1,5 +1,6 @@
 #include "foundation/host/VFileManager.h"
 
+#include "foundation/core/internal/ClassOwned.h"
 #include "foundation/host/VFile.h"
 #include "foundation/host/VFileInfo.h"
 #include "foundation/host/internal/HostServices.h"
@@ -23,11 +24,7 @@ std::atomic<VFileManager*> VFileManager::ms_defaultManager{nullptr};
 VFileManager::VFileManager(VClass* cls) : Registered(cls) {
 }
 
-VFileManager::~VFileManager() {
-    if (m_owned) {
-        m_owned->Release();
-    }
-}
+VFileManager::~VFileManager() = default;
 
 VFileManager* VFileManager::New() {
     return new VFileManager;
@@ -43,21 +40,11 @@ void VFileManager::UninitializeClass() {
 }
 
 VFileManager* VFileManager::DefaultManager() {
-    VFileManager* manager = ms_defaultManager.load(std::memory_order_acquire);
-    if (!manager) {
-        VFileManager* const made = New();
-        if (ms_defaultManager.compare_exchange_strong(manager, made)) {
-            return made;
-        }
-        made->Release(); // another thread was first
-    }
-    return manager;
+    return detail::MakeOnce(ms_defaultManager, &New);
 }
 
 void VFileManager::DeleteDefaultManager() {
-    if (VFileManager* const manager = ms_defaultManager.exchange(nullptr)) {
-        manager->Release();
-    }
+    detail::ReleaseAndClear(ms_defaultManager);
 }
 
 bool VFileManager::FileExistsAtPath(VString const& path, bool* isDirectory) const {

@@ -56,7 +56,7 @@ class VFileManager : public Registered<VFileManager, VObject> {
     static std::atomic<VFileManager*> ms_defaultManager;
 
   private:
-    VObject* m_owned = nullptr; // never set by this class
+    VObjectRef<VObject> m_owned; // never set by this class
 };
 
 } // namespace VFoundation

@@ -1,6 +1,7 @@
 #include "foundation/image/VImage.h"
 
 #include "foundation/containers/VObjectArray.h"
+#include "foundation/core/internal/ClassOwned.h"
 #include "foundation/host/VFileManager.h"
 #include "foundation/image/VImageIOJPEG.h"
 #include "foundation/image/VImageIOPNG.h"
@@ -13,20 +14,13 @@
 namespace VFoundation {
 
 VClass* VImage::ms_theClass = nullptr;
-VObjectArray* VImage::ms_imageCache = nullptr;
-VObjectContainer* VImage::ms_imageNames = nullptr;
+std::atomic<VObjectArray*> VImage::ms_imageCache{nullptr};
+std::atomic<VObjectContainer*> VImage::ms_imageNames{nullptr};
 std::atomic<bool> VImage::ms_cacheEnabled{false};
 std::atomic<VString*> VImage::ms_defaultImageResourcePath{nullptr};
 VObject* VImage::ms_bundleIdentifier = nullptr;
 
 namespace {
-
-template <class T>
-void ReleaseAndClear(T*& object) {
-    if (T* const released = std::exchange(object, nullptr)) {
-        released->Release();
-    }
-}
 
 /// What the codec that the path's extension asks for makes of the file (owned); null when it asks for none.
 VImage* DecodeFile(char const* path) {
@@ -50,23 +44,17 @@ VImage::VImage(VClass* cls) : Registered(cls) {
 VImage::~VImage() = default;
 
 void VImage::InitializeClass() {
-    if (!ms_imageCache) {
-        ms_imageCache = VObjectArray::NewObjectArray();
-    }
-    if (!ms_imageNames) {
-        ms_imageNames = new VObjectContainer(nullptr, 0, true);
-    }
+    detail::MakeOnce(ms_imageCache, &VObjectArray::NewObjectArray);
+    detail::MakeOnce(ms_imageNames, [] { return new VObjectContainer(nullptr, 0, true); });
     ms_cacheEnabled = true;
 }
 
 void VImage::UninitializeClass() {
     ms_cacheEnabled = false;
-    ReleaseAndClear(ms_imageCache);
-    ReleaseAndClear(ms_imageNames);
-    if (VString* const path = ms_defaultImageResourcePath.exchange(nullptr)) {
-        path->Release();
-    }
-    ReleaseAndClear(ms_bundleIdentifier);
+    detail::ReleaseAndClear(ms_imageCache);
+    detail::ReleaseAndClear(ms_imageNames);
+    detail::ReleaseAndClear(ms_defaultImageResourcePath);
+    detail::ReleaseAndClear(ms_bundleIdentifier);
 }
 
 // Loading and the cache
@@ -91,43 +79,38 @@ VImage* VImage::ImageFromFile(char const* path) {
 }
 
 VImage* VImage::FindImageInCacheWithName(char const* name) {
-    if (!name || !ms_imageNames || !ms_imageCache) {
+    VObjectContainer* const allNames = ms_imageNames;
+    VObjectArray* const cache = ms_imageCache;
+    if (!name || !allNames || !cache) {
         return nullptr;
     }
     VCriticalSectionScope scope;
-    VObject* const* const names = ms_imageNames->GetObjects(scope);
-    for (long i = 0; i < ms_imageNames->Count(); ++i) {
+    VObject* const* const names = allNames->GetObjects(scope);
+    for (long i = 0; i < allNames->Count(); ++i) {
         if (*static_cast<VString const*>(names[i]) == name) {
-            return static_cast<VImage*>(ms_imageCache->ObjectAtIndex(i));
+            return static_cast<VImage*>(cache->ObjectAtIndex(i));
         }
     }
     return nullptr;
 }
 
 bool VImage::AddNamedImageToCache(char const* name, VImage* image) {
-    if (!name || !image || !ms_imageNames || !ms_imageCache) {
+    VObjectContainer* const names = ms_imageNames;
+    VObjectArray* const cache = ms_imageCache;
+    if (!name || !image || !names || !cache) {
         return false;
     }
     auto const newName = VObjectRef<VString>::Adopt(VString::NewString(name));
-    VCriticalSectionScope const scope(ms_imageNames->CriticalSection());
+    VCriticalSectionScope const scope(names->CriticalSection());
     if (FindImageInCacheWithName(name)) {
         return true;
     }
     // An image whose name then fails to be added is in nobody's way: the next one takes its place.
-    return ms_imageCache->ReplaceObjectAtIndex(image, ms_imageNames->Count()) &&
-           ms_imageNames->AddObject(newName.Get());
+    return cache->ReplaceObjectAtIndex(image, names->Count()) && names->AddObject(newName.Get());
 }
 
 VString* VImage::DefaultImageResourcePath() {
-    VString* path = ms_defaultImageResourcePath.load(std::memory_order_acquire);
-    if (!path) {
-        VString* const made = VString::New();
-        if (ms_defaultImageResourcePath.compare_exchange_strong(path, made)) {
-            return made;
-        }
-        made->Release(); // another thread was first
-    }
-    return path;
+    return detail::MakeOnce(ms_defaultImageResourcePath, &VString::New);
 }
 
 // One image

@@ -89,8 +89,8 @@ class VImage : public Registered<VImage, VObject> {
     std::uint32_t Height() const noexcept { return m_height; }
 
     /// The cache: entry i of the names, whose lock guards both, names image i. Null before `InitializeClass`.
-    static VObjectArray* ms_imageCache;
-    static VObjectContainer* ms_imageNames;
+    static std::atomic<VObjectArray*> ms_imageCache;
+    static std::atomic<VObjectContainer*> ms_imageNames;
     static std::atomic<bool> ms_cacheEnabled;
     static std::atomic<VString*> ms_defaultImageResourcePath;
     /// For an application's own use; released with the class.

@@ -6,13 +6,14 @@
 #include "foundation/messaging/VMessage.h"
 #include "foundation/messaging/VMessenger.h"
 
+#include <new>
 #include <utility>
 
 namespace VFoundation {
 
 VClass* VConnectionTuple::ms_theClass = nullptr;
 std::atomic<bool> VConnectionTuple::ms_bRecyclingEnabled{true};
-VObjectRingBufferTmpl<VConnectionTuple>* VConnectionTuple::ms_recycledConnections = nullptr;
+std::atomic<VObjectRingBufferTmpl<VConnectionTuple>*> VConnectionTuple::ms_recycledConnections{nullptr};
 VObjectArrayTmpl<VConnectionTuple>* VConnectionTuple::ms_allConnections = nullptr;
 
 namespace {
@@ -60,19 +61,21 @@ VConnectionTuple* VConnectionTuple::NewConnectionTuple() {
 }
 
 void VConnectionTuple::InitializeClass() {
-    if (ms_recycledConnections) {
-        return;
-    }
     ConnectionPool::Create(ms_recycledConnections, kPoolCapacity);
     if (ms_allConnections) {
-        return; // making the pool made the class's record, and with it all of this
+        return; // there already, or made with the class's record while the pool was made
     }
-    ms_allConnections = new VObjectArrayTmpl<VConnectionTuple>(kPoolCapacity);
+    auto all = VObjectRef<VObjectArrayTmpl<VConnectionTuple>>::Adopt(
+        new VObjectArrayTmpl<VConnectionTuple>(kPoolCapacity));
     for (long i = 0; i < kPoolCapacity; ++i) {
-        auto* const tuple = New();
+        auto const tuple = VObjectRef<VConnectionTuple>::Adopt(New());
         tuple->m_bListed = true;
-        ms_allConnections->AddObject(tuple);
-        tuple->Release();
+        if (!all->AddObject(tuple.Get())) {
+            throw std::bad_alloc();
+        }
+    }
+    if (!ms_allConnections) {
+        ms_allConnections = all.Detach();
     }
 }
 

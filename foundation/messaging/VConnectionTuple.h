@@ -65,7 +65,7 @@ class VConnectionTuple : public Registered<VConnectionTuple, VObject> {
 
     /// Switches the pool; cleared when the library shuts down.
     static std::atomic<bool> ms_bRecyclingEnabled;
-    static VObjectRingBufferTmpl<VConnectionTuple>* ms_recycledConnections;
+    static std::atomic<VObjectRingBufferTmpl<VConnectionTuple>*> ms_recycledConnections;
     static VObjectArrayTmpl<VConnectionTuple>* ms_allConnections;
 
   private:

@@ -1,5 +1,6 @@
 #include "foundation/messaging/VNotificationCenter.h"
 
+#include "foundation/core/internal/ClassOwned.h"
 #include "foundation/messaging/VNotification.h"
 
 namespace VFoundation {
@@ -21,21 +22,11 @@ void VNotificationCenter::UninitializeClass() {
 }
 
 VNotificationCenter* VNotificationCenter::DefaultCenter() {
-    VNotificationCenter* center = ms_defaultNotificationCenter.load(std::memory_order_acquire);
-    if (!center) {
-        VNotificationCenter* const made = New();
-        if (ms_defaultNotificationCenter.compare_exchange_strong(center, made)) {
-            return made;
-        }
-        made->Release(); // another thread was first
-    }
-    return center;
+    return detail::MakeOnce(ms_defaultNotificationCenter, &New);
 }
 
 void VNotificationCenter::DeleteDefaultCenter() {
-    if (VNotificationCenter* const center = ms_defaultNotificationCenter.exchange(nullptr)) {
-        center->Release();
-    }
+    detail::ReleaseAndClear(ms_defaultNotificationCenter);
 }
 
 bool VNotificationCenter::AddObserver(VObject* observer, Callback callback, VString const* name,

@@ -6,16 +6,15 @@
 
 namespace VFoundation {
 
-/// A binary file, open for reading or for writing, that moves through one block of memory. Not for clients;
-/// `VAIFile` is.
+/// A binary file that is read or written through one block of memory: the buffer of `VAIFile`, which holds one by
+/// value so that single values cost no indirect call. Installed for that reason only; clients use `VAIFile`.
 ///
-/// Single values are taken out of the block and put into it by pointer (`Take`, `Put`): one compare each.
-/// What `Take` may give is called the window. It ends with the block, and earlier where `OpenWindow` says so;
-/// `TakenFromWindow` tells how much was taken since. Every other operation works with any amount, whatever
-/// the window, and leaves it to be opened anew.
+/// `Take` and `Put` give a pointer into the block, after one comparison. The bytes that `Take` may return are the
+/// window: it ends with the block, or earlier if `OpenWindow` set a limit. `TakenFromWindow` says how many bytes
+/// were taken since. All other operations ignore the window and close it; call `OpenWindow` again after them.
 ///
-/// A write that fails marks the file for good (`HasFailed`): from then on only `Overwrite` writes, and the
-/// position is that of the end of what really was written.
+/// After a failed write (`HasFailed`) the file stays failed until it is opened again: only `Overwrite` still
+/// writes, and the position is the end of the bytes that were written.
 ///
 /// Ownership: owns its stream and its block.
 /// Threads: one thread at a time.
@@ -30,12 +29,12 @@ class BlockFile {
     BlockFile& operator=(BlockFile const&) = delete;
     ~BlockFile() { Close(); }
 
-    /// A regular file; false for anything else.
+    /// Opens a regular file; false for anything else, and without memory for the block.
     bool OpenForReading(char const* path);
-    /// A new file, or what else `path` leads to.
+    /// Creates the file or empties the one that is there.
     bool OpenForWriting(char const* path);
     bool IsOpen() const noexcept { return m_stream != nullptr; }
-    /// Closes what is open. False when bytes were lost in writing.
+    /// False when bytes were lost in writing since the file was opened.
     bool Close();
 
     /// The next `size` bytes, which count as read; null when the window has less.
@@ -52,7 +51,7 @@ class BlockFile {
         }
         return Advance(size);
     }
-    /// Bytes of the file that the block holds from here on; 0 when writing.
+    /// Bytes after the position that are in the block; 0 when writing.
     std::size_t Buffered() const noexcept {
         return m_dataEnd > m_cursor ? static_cast<std::size_t>(m_dataEnd - m_cursor) : 0;
     }
@@ -67,14 +66,14 @@ class BlockFile {
     bool Write(void const* bytes, std::size_t size);
     /// Writes the block out.
     bool Flush();
-    /// Replaces bytes that were written before; the position stays.
+    /// Replaces bytes written earlier; the position stays.
     bool Overwrite(long position, void const* bytes, std::size_t size);
 
     long Position() const noexcept { return m_blockPosition + (m_cursor - m_block.get()); }
-    /// An origin of `SEEK_SET`, `SEEK_CUR` or `SEEK_END`; a place before the start changes nothing.
+    /// `origin` is `SEEK_SET`, `SEEK_CUR` or `SEEK_END`. False, with nothing changed, before the start.
     bool Seek(long offset, int origin);
     long Length();
-    /// True once a read met the end, until the next move; true when no file is open.
+    /// True after a read met the end, until the next seek; true when no file is open.
     bool IsAtEnd() const noexcept { return !m_stream || m_atEnd; }
     /// True once bytes were lost in writing.
     bool HasFailed() const noexcept { return m_failed; }

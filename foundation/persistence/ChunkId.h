@@ -2,8 +2,7 @@
 
 namespace VFoundation {
 
-/// The number of a four-character chunk id: `ChunkId("ARAY")`. The first character is the most significant
-/// byte.
+/// A four-character chunk id as a number, the first character in the most significant byte: `ChunkId("ARAY")`.
 constexpr unsigned long ChunkId(char const (&text)[5]) noexcept {
     unsigned long id = 0;
     for (int i = 0; i < 4; ++i) {

@@ -6,11 +6,11 @@
 
 namespace VFoundation {
 
-/// Holds a chunk open for a scope, so that it is closed on every way out, exceptions included.
+/// Keeps a chunk open for a scope and closes it at the end, also when an exception leaves the scope.
 ///
 ///     while (file.ChunkRemaining()) {
 ///         ChunkScope child(file);                     // loading: enters the next chunk
-///         if (!child.IsOpen()) { break; }             // there is none: always stop here
+///         if (!child.IsOpen()) { break; }             // none left: always stop here
 ///         if (child.Id() == ChunkId("NAME")) { file >> name; }
 ///     }                                               // skips what was not read
 ///
@@ -20,7 +20,7 @@ class ChunkScope {
   public:
     /// Enters the next chunk of a file that is loading.
     explicit ChunkScope(IAIFile& file) : m_file(file), m_isOpen(file.ReadChunkHeader(&m_id, nullptr)) {}
-    /// Starts a chunk in a file that is storing; the id is four characters or the number of `ChunkId`.
+    /// Starts a chunk in a file that is storing; the id is four characters, or a number as from `ChunkId`.
     ChunkScope(IAIFile& file, char const* id) : m_file(file), m_isOpen(file.OpenChunk(id)) {}
     ChunkScope(IAIFile& file, unsigned long id) : m_file(file), m_id(id), m_isOpen(file.OpenChunk(id)) {}
     ChunkScope(ChunkScope const&) = delete;
@@ -31,7 +31,7 @@ class ChunkScope {
     bool IsOpen() const noexcept { return m_isOpen; }
     /// The id that was read, or given as a number; else 0.
     unsigned long Id() const noexcept { return m_id; }
-    /// Closes the chunk now. False when it was not open or could not be completed.
+    /// Closes the chunk now. False when it is not open or closing fails.
     bool Close() { return std::exchange(m_isOpen, false) && m_file.CloseChunk(); }
 
   private:

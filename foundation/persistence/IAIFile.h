@@ -1,26 +1,25 @@
 #pragma once
 
-#include "foundation/persistence/FileValue.h"
+#include "foundation/persistence/FileTypes.h"
 
 namespace VFoundation {
 
 class VObject;
 
-/// A chunked binary file as classes see it that write and read themselves in `VObject::Serialize`. `VAIFile`
-/// is the one in the library.
+/// The interface through which `VObject::Serialize` reads and writes a chunked binary file. `VAIFile` implements
+/// it.
 ///
 ///     bool VPoint::Serialize(IAIFile& file) {
 ///         if (file.IsLoading()) { file >> x >> y; } else { file << x << y; }
 ///         return true;
 ///     }
 ///
-/// Widths in the file: `char` and `bool` 8 bits, `short` 16, `int` and `long` 32 (a `long` loses its high half
-/// on writing and is extended on reading), `long long` 64, `float` and `double` as their IEEE patterns. Note
-/// that `std::int64_t` is `long` on 64-bit Linux and goes in 32 bits: write 64-bit numbers as `long long`.
+/// Widths in the file: `char` and `bool` 8 bits, `short` 16, `int` and `long` 32 (writing a `long` drops its high
+/// half, reading extends its sign), `long long` 64, `float` and `double` as their IEEE 754 patterns. On 64-bit
+/// Linux `std::int64_t` is `long` and takes 32 bits: write 64-bit numbers as `long long`.
 ///
-/// How a stream operator reads: a chunk-safe file that has not the whole value left in its innermost chunk
-/// gives 0 and stays where it is. A value that the file itself does not have is left as it was, and `Eof()`
-/// says so.
+/// Reading: when the innermost chunk of a chunk-safe file has fewer bytes left than the value takes, the value is 0
+/// and nothing is read. When the file ends, the variable keeps its value and `Eof()` is true.
 /// DELIBERATE: a signed 16-bit value is not read outside chunks; it is 0 there in every mode, while an
 /// unsigned one reads.
 /// DELIBERATE: 64-bit integers do not ask whether the chunk still holds them; they read into what follows it.
@@ -31,8 +30,8 @@ class IAIFile {
   public:
     virtual ~IAIFile() = default;
 
-    // Single values in the file's byte order; the result is the number of items moved, 0 or 1. Reading does
-    // not count for `ChunkRemaining`.
+    // One value in the file's byte order; returns the number of values written or read, 0 or 1. What these read
+    // does not count for `ChunkRemaining`.
     virtual unsigned long Write8Bit(void const* value) = 0;
     virtual unsigned long Write16Bit(void const* value) = 0;
     virtual unsigned long Write32Bit(void const* value) = 0;
@@ -41,11 +40,11 @@ class IAIFile {
     virtual unsigned long Read16Bit(void* value) = 0;
     virtual unsigned long Read32Bit(void* value) = 0;
     virtual unsigned long Read64Bit(void* value) = 0;
-    /// 32 bits, most significant byte first whatever the file's order.
+    // 32 bits, most significant byte first in either order of the file.
     virtual unsigned long Write32BitBE(void const* value) = 0;
     virtual unsigned long Read32BitBE(void* value) = 0;
 
-    /// `mode` is the sum of the flags that `VAIFile` lists.
+    /// `mode` is a sum of the flags that `VAIFile` lists.
     virtual bool Open(char const* path, long mode) = 0;
     virtual bool Close() = 0;
 
@@ -58,7 +57,7 @@ class IAIFile {
     /// Origins: 0 current position, 1 start, 2 end; any other does nothing.
     virtual bool Seek(long offset, long origin) = 0;
     virtual long GetPos() = 0;
-    /// Bytes as they are. `Read` zero-fills what a chunk-safe file cannot give.
+    /// Raw bytes. In a chunk-safe file `Read` fills the bytes that are missing with zero.
     virtual bool Write(void const* bytes, unsigned long length) = 0;
     virtual bool Read(void* bytes, unsigned long length) = 0;
     virtual bool Eof() = 0;
@@ -70,44 +69,43 @@ class IAIFile {
     virtual bool CloseChunk() = 0;
     virtual bool ReadChunkHeader(unsigned long* id, unsigned long* length) = 0;
     virtual void UnreadHeader() = 0;
-    /// Bytes of the innermost open chunk that were not read yet; 0 outside any chunk.
+    /// Bytes of the innermost open chunk that are not read yet; 0 outside any chunk.
     virtual unsigned long ChunkRemaining() = 0;
     virtual unsigned long GetChunkLength() = 0;
 
-    /// Ask before memory is set aside for a length that was read. False when the file cannot be trusted with
-    /// it: it claims more than chunk and file still hold, and all such excess since `Open` is beyond a limit.
+    /// Call this before allocating a length that was read from the file. False when the length exceeds what chunk
+    /// and file still hold and the sum of all such excess since `Open` passes a limit.
     virtual bool AcceptLength(unsigned long length) = 0;
 
-    /// Writes a value of one of the types listed at `FileValue`.
-    template <FileValue T>
+    /// Writes a value of one of the types of `FileType`.
+    template <FileType T>
     IAIFile& operator<<(T value) {
         WriteBits(FileBitsOf(value));
         return *this;
     }
-    /// Reads one; see the class comment for what becomes of `value` when it is not there.
-    template <FileValue T>
+    /// Reads one; the class comment says what `value` is when it is missing.
+    template <FileType T>
     IAIFile& operator>>(T& value) {
         FileBits<T> bits{};
         if (ReadValue(&bits, sizeof bits, kReadRule<T>)) {
-            value = FileValueOf<T>(bits);
+            value = ValueOfFileBits<T>(bits);
         }
         return *this;
     }
 
-    /// A string with its 16-bit length in front; null writes an empty one, and text beyond 65 534 bytes is
-    /// cut.
+    /// A string after its 16-bit length. Null writes an empty string; text is cut after 65 534 bytes.
     virtual IAIFile& operator<<(char const* text) = 0;
-    /// Frees the string that `*text` holds (array new) and gives a new one, owned by the caller; null only
-    /// when memory runs out.
+    /// Deletes the string in `*text` (with `delete[]`) and puts a new one there, owned by the caller; null only
+    /// when memory runs out. The file is then positioned after the string all the same.
     virtual IAIFile& operator>>(char** text) = 0;
 
-    /// Lets the object write or read itself.
+    // Calls the object's `Serialize`; its result is lost.
     IAIFile& operator<<(VObject& object);
     IAIFile& operator>>(VObject& object);
 
   protected:
-    /// Reads a value of `size` bytes (1, 2, 4 or 8) into `bits`, in the machine's order, and counts it. False,
-    /// with `bits` left alone, when the file ends before.
+    /// Reads a value of `size` bytes (1, 2, 4 or 8) into `bits`, in the machine's byte order, and counts it. False,
+    /// with `bits` unchanged, when the file ends first.
     virtual bool ReadValue(void* bits, unsigned long size, eReadRule rule) = 0;
 
   private:

@@ -4,16 +4,16 @@ namespace VFoundation {
 
 class VString;
 
-/// A cursor over one XML tree, kept by a library that parses and prints XML: what `VXMLFile` stands on.
+/// The back end of `VXMLFile`: a cursor over one XML tree that a library parses and prints.
 ///
-/// A document is loading or saving. A cursor stands on one node, at first on the document itself; every
-/// operation works there. Every failure is a false result; nothing is logged or thrown.
+/// A document is loading or saving. The cursor stands on one node, at first the document itself, and every operation
+/// works there. Every failure is a false result; nothing is logged or thrown.
 ///
-/// The limits below hold in both directions: a text beyond them does not load, and what would write one is
-/// refused.
+/// The limits below hold in both directions: a text that exceeds them does not load, and a node or attribute that
+/// would exceed them is not written.
 ///
-/// Ownership: a back end is the property of the `VXMLFile` that had it made. Text results are borrowed until
-/// the node changes or the document is left.
+/// Ownership: owned by the `VXMLFile` that made it. Text results are borrowed until the node changes or the document
+/// is closed.
 /// Threads: one thread at a time.
 class IXMLFileIO {
   public:
@@ -36,17 +36,17 @@ class IXMLFileIO {
 
     virtual ~IXMLFileIO() = default;
 
-    // Opening leaves the document before it unsaved and puts the cursor on the new document's node.
+    // Opening drops the document that is open, unsaved, and puts the cursor on the new document.
 
     /// Reads a regular file. CR LF and CR in it count as LF.
     virtual bool OpenFileForRead(char const* path) = 0;
-    /// Reads `length` bytes of memory (borrowed for the call), line ends as they are; `name` stands for a path.
+    /// Reads `length` bytes of memory (borrowed for the call), line ends as they are. `name` is used as the path.
     virtual bool LoadFile(char const* name, unsigned char const* bytes, unsigned long length) = 0;
-    /// Starts an empty document; `CloseFile` writes it to `path`. The disk is not touched before.
+    /// Starts an empty document; `CloseFile` writes it to `path`. Nothing is written earlier.
     virtual bool OpenFileForWrite(char const* path) = 0;
     /// Starts an empty document; `CloseFile` puts its text into `target` (borrowed until then).
     virtual bool WriteFileToString(VString& target) = 0;
-    /// Ends the document and writes one that is saving; false when that failed.
+    /// Closes the document and writes one that is saving; false when none is open or writing failed.
     virtual bool CloseFile() = 0;
     /// Drops the document without writing it.
     virtual void Clear() = 0;
@@ -57,8 +57,8 @@ class IXMLFileIO {
     virtual bool OpenChildren() = 0;
     virtual bool CloseChildren() = 0;
 
-    // While saving, the operations for elements and texts append a new node. Element names are compared
-    // without regard to case; null is any element. Where nothing is found, the cursor stays.
+    // While saving, the operations for elements and texts append a new node. Element names are compared without
+    // regard to case; null matches any element. When no node is found, the cursor stays.
     virtual bool OpenFirstChild() = 0;
     virtual bool OpenNextSibling() = 0;
     virtual bool OpenFirstChildElement(char const* name) = 0;
@@ -70,7 +70,7 @@ class IXMLFileIO {
     /// Back to the parent; false on the document.
     virtual bool CloseChild() = 0;
 
-    // Attributes need the cursor on an element, texts on a text node.
+    // Attributes need the cursor on an element, texts need it on a text node.
     virtual bool WriteAttribute(char const* name, char const* value) = 0;
     virtual bool ReadAttribute(char const* name, char const*& value) = 0;
     virtual bool WriteText(char const* text) = 0;

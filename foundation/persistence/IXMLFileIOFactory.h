@@ -4,14 +4,14 @@ namespace VFoundation {
 
 class IXMLFileIO;
 
-/// Makes the XML back ends of the process; installed with `VXMLFile::SetIXMLFileIOFactory`.
+/// Makes the back end of each `VXMLFile`; installed with `VXMLFile::SetIXMLFileIOFactory`.
 ///
 /// Ownership: adopted by `VXMLFile` when it is installed.
 /// Threads: `New()` may be called by any thread.
 class IXMLFileIOFactory {
   public:
     virtual ~IXMLFileIOFactory() = default;
-    /// A new back end, owned by the caller (delete it).
+    /// A new back end, owned by the caller (`delete`); null when there is none.
     virtual IXMLFileIO* New() = 0;
 };
 

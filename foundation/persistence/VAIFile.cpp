@@ -28,9 +28,8 @@ constexpr bool IsOdd(unsigned long number) {
 
 } // namespace
 
-/// Bytes taken from the window are counted for the chunk only when somebody asks. This does it for one
-/// operation: it settles what was taken, closes the window, so that the operation counts by itself or not at
-/// all, and opens it anew at the end.
+/// Bytes taken from the window are counted for the chunk only when the count is needed. This counts them before one
+/// operation, which does its own counting, and opens the window again after it.
 class VAIFile::WindowPause {
   public:
     explicit WindowPause(VAIFile& file) : m_file(file) { m_file.CountRead(m_file.m_file.TakenFromWindow()); }
@@ -94,7 +93,7 @@ void VAIFile::UpdateByteOrder() noexcept {
     m_swap = VHostArchitecture::IsHostBigEndian() == ((m_mode & kLittleEndian) != 0);
 }
 
-/// What an operation that writes as a whole leaves and returns.
+/// Sets the error of an operation that writes, and returns its result.
 bool VAIFile::WriteResult() noexcept {
     m_lastError = m_file.HasFailed() ? eWriteFailed : eNone;
     return m_lastError == eNone;
@@ -210,12 +209,12 @@ unsigned long VAIFile::GetChunkLength() {
     return m_depth < kMaxDepth ? m_chunkLengths[m_depth] : 0;
 }
 
-/// What is left of the innermost chunk by what was counted so far.
+/// Bytes of the innermost chunk that were not counted as read.
 unsigned long VAIFile::Remaining() const noexcept {
     return m_depth ? m_chunkLengths[m_depth - 1] - m_chunkBytesRead[m_depth - 1] : 0;
 }
 
-/// What a bounded read may take from here.
+/// Bytes that a bounded read may take.
 std::size_t VAIFile::ReadLimit() const noexcept {
     return (m_mode & kChunkSafe) ? Remaining() : kUnlimited;
 }
@@ -233,8 +232,8 @@ void VAIFile::CountRead(unsigned long length) noexcept {
     }
 }
 
-/// A chunk has nothing left once the file has ended, whatever its length says; else a loop over what remains
-/// would turn as often as a damaged length asks for.
+/// At the end of the file nothing is left of the chunk, whatever its length says; otherwise a loop over
+/// `ChunkRemaining` would run as often as a damaged length says.
 void VAIFile::EndChunkWithFile() noexcept {
     CountRead(Remaining());
 }
@@ -320,7 +319,7 @@ void VAIFile::CopyValue(void* to, void const* from, unsigned long size) const no
 }
 
 bool VAIFile::ReadValue(void* bits, unsigned long size, eReadRule rule) {
-    // What lies in the window may be read by every rule but one.
+    // Every rule but one allows reading what is in the window.
     if (rule != eReadRule::eOnlyInChunk || m_depth) {
         if (unsigned char const* const bytes = m_file.Take(size)) {
             CopyValue(bits, bytes, size);

@@ -9,32 +9,33 @@
 
 namespace VFoundation {
 
-/// A binary file of nested chunks: a four-character id, a 32-bit length and that many bytes each.
+/// A binary file of nested chunks. A chunk is a four-character id, a 32-bit length and that many bytes.
 ///
 ///     VAIFile file;
 ///     if (file.Open("scene.bin", VAIFile::kWrite) && file.OpenChunk("SCNE")) {
 ///         file << 42 << "a name" << object;
 ///         file.CloseChunk();
 ///     }
-///     bool const saved = file.Close();        // says whether every byte arrived
+///     bool const saved = file.Close();        // false when any byte was lost
 ///
-/// Read chunk-safe (`kRead + kChunkSafe`) whatever was not written by your own process: no read leaves its
-/// chunk then, and the loop over a chunk's children is
+/// Open files that your process did not write with `kRead + kChunkSafe`: no read then leaves its chunk. The loop
+/// over a chunk's children is
 ///
 ///     while (file.ChunkRemaining() && file.ReadChunkHeader(&id, &length)) { ...; file.CloseChunk(); }
 ///
-/// A file ends at 4 GiB. Once a write has failed (disk full, 4 GiB), nothing more is written but the lengths
-/// of the open chunks, which become those of what is there; every result up to that of `Close` is false.
-/// Values are collected in a block; opening and closing a chunk, `Close` and the destructor write it out.
+/// A file has at most 4 GiB. After a failed write (disk full, 4 GiB) only the lengths of the open chunks are still
+/// written, so that they match what is there; every result up to and including that of `Close` is false, with error
+/// `eWriteFailed`. Values are collected in a block of 64 KiB, which is written when it is full, when a chunk is opened
+/// or closed, and by `Close` and the destructor; until then a value may be lost without an error.
 ///
-/// DELIBERATE: `GetChunkLength()` is that of the slot beyond the innermost open chunk; it gives the chunk last
+/// DELIBERATE: `GetChunkLength()` looks one level below the innermost open chunk; it is the length of the chunk last
 /// read at that level, or 0. Use `ChunkRemaining()`.
-/// DELIBERATE: without `kChunkSafe` nothing that is read counts; `CloseChunk` skips the chunk's whole length
-/// from wherever the reader stands.
-/// DELIBERATE: a writer pads a body that ends at an odd offset, a reader expects it after an odd length; a
-/// chunk that starts at an odd offset reads one byte off. Keep chunks at even offsets in padded files.
+/// DELIBERATE: without `kChunkSafe` reads are not counted; `CloseChunk` skips the chunk's whole length from the
+/// current position.
+/// DELIBERATE: a writer pads a body that ends at an odd offset, a reader expects the pad byte after an odd length; a
+/// chunk that starts at an odd offset is read one byte off. Keep chunks at even offsets in padded files.
 ///
-/// Ownership: owns its stream, which the destructor closes (use `Close` to learn whether it held).
+/// Ownership: owns its stream, which the destructor closes; only `Close` reports lost bytes.
 /// Threads: one thread at a time.
 class VAIFile : public IAIFile, public Registered<VAIFile, VFile> {
   public:
@@ -48,7 +49,7 @@ class VAIFile : public IAIFile, public Registered<VAIFile, VFile> {
     /// Bytes of a string's text.
     static constexpr unsigned long kMaxTextLength = 65534;
 
-    // What `Open` takes, added up.
+    // The mode of `Open` is a sum of these.
     static constexpr long kRead = 1;
     static constexpr long kWrite = 2;
     /// Reads stop at the end of the innermost chunk.
@@ -59,11 +60,11 @@ class VAIFile : public IAIFile, public Registered<VAIFile, VFile> {
 
     enum eError : long {
         eNone = 0,
-        /// Empty path, or not to be opened; only regular files open for reading.
+        /// The path is empty, the file cannot be opened (only regular files open for reading), or memory ran out.
         eCannotOpen = 1,
         eNotOpen = 6,
         eNoPath = 7,
-        /// A chunk beyond `kMaxDepth`.
+        /// More than `kMaxDepth` open chunks.
         eTooDeep = 8,
         eNoChunk = 9,
         /// Bytes were lost in writing.
@@ -74,13 +75,13 @@ class VAIFile : public IAIFile, public Registered<VAIFile, VFile> {
     ~VAIFile() override;
     static VAIFile* New() { return new VAIFile; }
 
-    /// Closes the file that is open. Reads when `mode` has `kRead`, else writes a new file over the old one
-    /// when it has `kWrite`.
+    /// Closes the file that is open. With `kRead` reads `path`; else, with `kWrite`, replaces its contents. After a
+    /// failure no file is open and position and lengths are 0.
     bool Open(char const* path, long mode) override;
-    /// False also when anything written since `Open` was lost.
+    /// False when no file is open (`eNotOpen`) or bytes written since `Open` were lost (`eWriteFailed`).
     bool Close() override;
     bool IsOpen() const noexcept { return m_file.IsOpen(); }
-    /// One of `eError`; what the last operation that sets it left.
+    /// One of `eError`, as the last operation that sets it left it.
     long GetLastError() const noexcept { return m_lastError; }
 
     bool IsLoading() override { return (m_mode & kRead) != 0; }
@@ -89,18 +90,17 @@ class VAIFile : public IAIFile, public Registered<VAIFile, VFile> {
     bool IsLE() override { return (m_mode & kLittleEndian) != 0; }
     void SetLE(bool littleEndian) override;
 
-    /// Starts a chunk: four bytes of `id`, a shorter one filled up with zero bytes.
+    /// Starts a chunk. The first four bytes of `id` count; a shorter id ends in zero bytes. False, with nothing
+    /// written, at `kMaxDepth`.
     bool OpenChunk(char const* id) override;
     /// The same with the id as a number, its first character in the most significant byte.
     bool OpenChunk(unsigned long id) override;
-    /// Writing: stores the chunk's length. Reading: skips what is left of it. False, when reading, as long as
-    /// an error stands.
+    /// Writing: stores the chunk's length. Reading: skips the rest of it; false while `GetLastError()` is not 0.
     bool CloseChunk() override;
-    /// Enters the next chunk. False, with nothing consumed, where the file is at `kMaxDepth` or a chunk-safe
-    /// one has no room for a header in the innermost chunk; false at the end of the file. The results may be
-    /// null.
+    /// Enters the next chunk. False at the end of the file; false with nothing consumed at `kMaxDepth`, and when the
+    /// innermost chunk of a chunk-safe file has no room for a header. `id` and `length` may be null.
     bool ReadChunkHeader(unsigned long* id, unsigned long* length) override;
-    /// Takes back the `ReadChunkHeader` right before it.
+    /// Undoes the `ReadChunkHeader` just made.
     void UnreadHeader() override;
     unsigned long ChunkRemaining() override;
     unsigned long GetChunkLength() override;
@@ -116,7 +116,7 @@ class VAIFile : public IAIFile, public Registered<VAIFile, VFile> {
     unsigned long Write32BitBE(void const* value) override;
     unsigned long Read32BitBE(void* value) override;
     bool Write(void const* bytes, unsigned long length) override;
-    /// False when nothing could be read, or less than chunk and `length` allow.
+    /// False when nothing could be read, or less than the chunk (of a chunk-safe file) has left.
     bool Read(void* bytes, unsigned long length) override;
 
     using IAIFile::operator<<;
@@ -128,15 +128,15 @@ class VAIFile : public IAIFile, public Registered<VAIFile, VFile> {
     bool Seek(long offset, long origin) override;
     /// -1 when no file is open.
     long GetPos() override;
-    /// True once a read met the end, and when no file is open.
+    /// True after a read met the end of the file, and when no file is open.
     bool Eof() override;
     unsigned long GetFileLength() override;
     /// Never below 0.
     unsigned long GetFileRemaining() override;
-    /// Allows `VData::kMaxUnbackedLength` bytes of excess in all.
+    /// Allows `VData::kMaxUnbackedLength` bytes of excess per file.
     bool AcceptLength(unsigned long length) override;
 
-    // As a `VFile`: the same stream and position.
+    // As a `VFile`, on the same stream and position.
     long GetLength() override;
     long GetPosition() override;
     long GetLengthRemaining() override;

@@ -6,15 +6,16 @@
 
 namespace VFoundation {
 
-/// A container of files in one chunked file: a list of descriptions and a list of contents. That the i-th
-/// description belongs to the i-th contents is the application's convention; the archive keeps two lists.
+/// A container of files in one chunked file: a list of descriptions and a list of contents. The archive does not
+/// connect the lists; that the i-th description belongs to the i-th contents is the application's convention.
 ///
 ///     VAIFile file;
 ///     file.Open(path, VAIFile::kRead | VAIFile::kChunkSafe);
 ///     archive.Serialize(file);
 ///
-/// Read archives chunk-safe. What is not an archive reads as an empty one, unknown chunks are skipped, and
-/// contents that the file lacks are zero; a length that cannot be true throws, see `VData`.
+/// Read archives chunk-safe. A file without an archive reads as an empty one, unknown chunks are skipped, and bytes
+/// that the file lacks are zero. A length far beyond the file is an out-of-memory `VException` from `VData`: the
+/// chunks are closed then, and the lists hold the elements before it.
 ///
 /// DELIBERATE: nothing is reported when an archive is read; a file that holds none gives an empty archive.
 ///

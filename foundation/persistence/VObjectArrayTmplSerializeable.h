@@ -6,11 +6,11 @@
 
 namespace VFoundation {
 
-/// A `VObjectArrayTmpl` that stores itself in a chunked file: a chunk "ARAY" of a 32-bit count and one chunk
-/// "elem" for each element, which writes its own body. `T` needs a default constructor.
+/// A `VObjectArrayTmpl` that stores itself in a chunked file: a chunk "ARAY" with a 32-bit count and one chunk "elem"
+/// for each element, whose body is the element's own `Serialize`. `T` needs a default constructor.
 ///
-/// Null elements are counted but not written. Reading does not believe the count; it takes what "elem" chunks
-/// there are and skips all others.
+/// Null elements are counted but not written. Reading ignores the count, takes the "elem" chunks that are there and
+/// skips all others.
 ///
 /// Ownership, threads: as `VObjectArray`; these arrays are not recycled.
 template <class T>
@@ -50,7 +50,7 @@ class VObjectArrayTmplSerializeable : public VObjectArrayTmpl<T> {
         ChunkScope const array(file);
         if (array.IsOpen() && array.Id() == kArrayId) {
             long count = 0;
-            file >> count; // for other readers: the elements speak for themselves
+            file >> count; // not used: the "elem" chunks decide
             while (file.ChunkRemaining()) {
                 ChunkScope const child(file);
                 if (!child.IsOpen()) {

@@ -1,3 +1,14 @@
+// The XML document, from the class down to TinyXML:
+//
+//   VXMLFile.cpp             construction, factory, opening and closing, the cursor
+//   VXMLFileAttributes.cpp   typed attributes: numbers, strings, flags, points and rectangles, enumerations
+//   VXMLFileColour.cpp       colour attributes
+//   VXMLFileImage.cpp        image attributes
+//   VXMLFileObjects.cpp      whole objects as child elements
+//   VXMLFileIOTinyXml.cpp    the back end: tree, cursor, loading and saving
+//   VXMLFileIOTinyXmlFactory.cpp
+//   internal/XMLTextCheck.cpp         checks a text before TinyXML parses it
+//   internal/FileReplacer_posix.cpp   replaces the saved file in one step
 #include "foundation/persistence/VXMLFile.h"
 
 #include "foundation/persistence/IXMLFileIO.h"
@@ -13,7 +24,7 @@ IXMLFileIOFactory* VXMLFile::ms_xml_io_factory = nullptr;
 
 namespace {
 
-/// Stands in for a back end that could not be had: there is no document, ever.
+/// Used when no back end could be made: every operation fails.
 class NoXMLFileIO final : public IXMLFileIO {
   public:
     bool OpenFileForRead(char const*) override { return false; }
@@ -94,7 +105,7 @@ char const* VXMLFile::GetErrorStr() {
 
 // Opening and closing
 
-/// Enters the root of a document that the back end opened; `name` is remembered unless it is null.
+/// Remembers the name unless it is null, and enters the root of the document that the back end opened.
 bool VXMLFile::EnterRoot(char const* name, char const* rootName) {
     if (name) {
         if (!m_pFileName) {
@@ -110,7 +121,7 @@ bool VXMLFile::EnterRoot(char const* name, char const* rootName) {
     return false;
 }
 
-/// Notes why a document did not load.
+/// Sets the error when a document did not load.
 bool VXMLFile::Loaded(bool isLoaded) {
     if (!isLoaded && m_nError != kDisabled && m_nError != kInitFailed) {
         m_nError = kParsingFailure;
@@ -204,7 +215,7 @@ bool VXMLFile::OpenNextSiblingElement(char const* elementName, char const* nameV
     return false;
 }
 
-/// Whether the element has that name; null is any, and without the attribute the name is empty.
+/// Whether the element has that name. Null matches any; without the attribute the name is empty.
 bool VXMLFile::HasName(char const* name) {
     char const* value = nullptr;
     return !name || VString::stricmp(ReadAttribute("name", value) ? value : "", name) == 0;

@@ -17,31 +17,36 @@ struct SColour;
 struct SPoint;
 struct SRect;
 
-/// One XML document: a cursor for its elements, attributes and texts, and the form in which the library's
-/// objects stand in it. A class writes and reads itself with one function, which calls `Serialize...` for
-/// each member; these write while the document is saving and read while it is loading.
+/// One XML document: a cursor over its elements, attributes and texts, and the library's form of objects in XML. A
+/// class writes and reads itself with one function, which calls `Serialize...` for each member: these write while the
+/// document is saving and read while it is loading.
 ///
 ///     VXMLFile file;
-///     if (file.OpenFileForWrite("prefs.xml", "Prefs")) {   // the cursor stands on the element Prefs
+///     if (file.OpenFileForWrite("prefs.xml", "Prefs")) {   // the cursor is on the root element
 ///         file.WriteObject("window", windowState);
-///         saved = file.CloseFile();                        // only this writes the file
+///         saved = file.CloseFile();                        // writes the file
 ///     }
 ///
-/// Saving replaces the file in one step: whatever goes wrong, the document that was there stays whole. A
-/// document that could not take in everything it was given (limits, names that XML does not allow) is not
-/// saved. The limits on size, nesting and attributes are `IXMLFileIO`'s.
+/// Saving replaces the file in one step: when it fails at any point, the old document is still there, whole. Only in
+/// a directory that does not let a file be created is the document written in place. A document that could not take
+/// everything it was given (limits, names that XML does not allow, no memory) is not saved.
 ///
-/// What XML carries: every byte of a C string as attribute value or text. Floats have 6 digits, doubles 16
-/// (which makes the very largest, above 1.797693134862315e308, infinite), `long` 32 bits. An empty attribute counts as absent for all readers of typed values, `VString` included.
-/// Loading keeps all white space in texts that hold more than that; for this it switches off TinyXML's
-/// condensing of white space for the whole process. Text of blanks only is kept when it was saved as CDATA or
-/// as character references, which this class does. A text beside child elements that holds "]]>" or a
-/// carriage return reads back from a file with the indentation of what follows it.
+/// Limits: the size, nesting and attribute counts of `IXMLFileIO`. TinyXML compares each attribute with all others of
+/// its element: a text whose elements have 1 000 attributes each takes a third of a second per megabyte to load.
 ///
-/// Errors: results are false or null; `GetErrorStr()` says a little more. Without a back end the object is
-/// safe to use and every operation fails.
+/// Every byte of a C string but 0 is kept, in attribute values and texts. Floats have 6 digits, doubles 16 (which makes
+/// those above 1.797693134862315e308 infinite), `long` 32 bits. An empty attribute counts as absent for all readers
+/// of typed values, `VString` included. Loading keeps the white space of texts, for which it switches off TinyXML's
+/// condensing of white space for the whole process. A text of blanks only is kept when it was saved as CDATA or as
+/// character references, as this class does. A text beside child elements that contains "]]>" or a carriage return
+/// reads back from a file with the indentation that follows it.
 ///
-/// Ownership: the document owns its tree; text pointers are borrowed until the document is closed or the node
+/// Errors: results are false or null; `GetErrorStr()` gives a reason. Without memory operations fail in the same way;
+/// only the constructor, `Copy` and what an object throws while it writes or reads itself let an exception pass. A
+/// document that is saving is dropped then, so that half of an object is never saved. Without a back end the object
+/// is safe to use and every operation fails.
+///
+/// Ownership: the document owns its tree; text pointers are borrowed until the document is closed or the node is
 /// written. Objects that are written or read into are borrowed.
 /// Threads: one thread at a time per document.
 class VXMLFile : public Registered<VXMLFile, VObject> {
@@ -59,21 +64,23 @@ class VXMLFile : public Registered<VXMLFile, VObject> {
     static void InitializeClass();
     static void UninitializeClass();
 
-    /// Installs the maker of back ends (adopted) and deletes the one before it. Only at start-up.
+    /// Installs the factory of back ends (adopted) and deletes the one before it. Only at start-up.
     static void SetIXMLFileIOFactory(IXMLFileIOFactory* factory);
-    /// Deletes the factory; documents made from here on have no back end. Only at shut-down.
+    /// Deletes the factory; documents made after this have no back end. Only at shut-down.
     static void ClearIXMLFileIOFactory();
 
-    /// A new file (owned) with the same error code and no document.
+    /// A new object (owned) with the same error code and no document.
     VXMLFile* Copy() const override;
 
-    // Opening and closing. An open document is dropped unsaved by opening another.
+    // Opening and closing. Opening another document drops the one that is open, unsaved.
 
+    /// Drops the document without writing it.
     virtual void Clear();
-    /// Loads a file and stands on its root element; false when that is not called `rootName`. Only regular
-    /// files are read. CR LF and CR count as LF.
+    /// Loads a regular file and enters its root element. CR LF and CR count as LF. False when the file does not load,
+    /// with no document open, and when its root is not called `rootName`: the document is open then, and
+    /// `OpenFirstChildElement` may try another name.
     virtual bool OpenFileForRead(char const* path, char const* rootName);
-    /// Loads a document from memory (borrowed for the call), line ends as they are.
+    /// The same with a document in memory (borrowed for the call), line ends as they are.
     virtual bool LoadFile(char const* name, unsigned char const* bytes, unsigned long length,
                           char const* rootName);
     /// Starts a document with an empty root element; `CloseFile` writes it to `path`.
@@ -81,12 +88,11 @@ class VXMLFile : public Registered<VXMLFile, VObject> {
     /// Starts a document with an empty root element; `CloseFile` puts its text into `target` (borrowed until
     /// then).
     virtual bool WriteFileToString(VString& target, char const* rootName);
-    /// False when the document could not be written, or none is open.
+    /// Closes the document. False when it could not be written, or none is open.
     virtual bool CloseFile();
 
-    // The cursor. Each `Open...` is closed by one `CloseChild()`. Element names are compared without regard
-    // to case, null is any element; while saving, elements and texts are created. Where nothing is found, the
-    // cursor stays.
+    // The cursor. Each `Open...` is closed by one `CloseChild()`. Element names are compared without regard to case;
+    // null matches any element. While saving, elements and texts are created. When nothing is found, the cursor stays.
 
     /// Iteration: `OpenChildren()`, `OpenNextSiblingElement(name)` until it is false, `CloseChildren()`.
     virtual bool OpenChildren();
@@ -95,11 +101,11 @@ class VXMLFile : public Registered<VXMLFile, VObject> {
     virtual bool OpenNextSibling();
     virtual bool OpenFirstChildElement(char const* name);
     virtual bool OpenNextSiblingElement(char const* name);
-    /// The first child while `first` is true, which it clears when there is one; else the next sibling.
+    /// For loops: opens the first child while `first` is true and clears it on success; else the next sibling.
     virtual bool OpenChildElement(char const* name, bool& first);
-    /// The first or next element whose attribute "name" is `nameValue`, without regard to case; a null value
-    /// is any. While saving, the attribute is written. Where no first child fits, the cursor is back at the
-    /// parent; where no sibling fits, it stands on the last of that name.
+    /// The first or next element whose attribute "name" is `nameValue`, without regard to case; null matches any.
+    /// While saving, the attribute is written. When no child matches, the cursor is on the parent again; when no
+    /// sibling matches, it is on the last one of that name.
     virtual bool OpenFirstChildElement(char const* elementName, char const* nameValue);
     virtual bool OpenNextSiblingElement(char const* elementName, char const* nameValue);
     /// The element's name; the empty string without a document.
@@ -108,7 +114,7 @@ class VXMLFile : public Registered<VXMLFile, VObject> {
     virtual bool OpenNextSiblingText();
     virtual bool CloseChild();
 
-    // Raw values: the attribute as it is, empty ones included, and the text of a text node.
+    // Raw values: attributes as they are, also empty ones, and the text of a text node.
     virtual bool ReadAttribute(char const* name, char const*& value);
     virtual bool WriteAttribute(char const* name, char const* value);
     virtual bool ReadText(char const*& text);
@@ -122,10 +128,10 @@ class VXMLFile : public Registered<VXMLFile, VObject> {
     /// One of `IXMLFileIO::eNodeType`.
     virtual int GetNodeType();
 
-    // Typed attributes. Writers are false without a document or name. Readers are also false, and leave the
-    // value alone, when the attribute is absent or empty; text that is no number reads as 0. Numbers use "."
-    // whatever the locale. `long` and the shorter integers read as 32 bits, saturating, and keep the low bits
-    // of narrower types. A `long long` out of range reads as 0 and false. True is "true" or "yes", any case.
+    // Typed attributes. Writers are false without a document or name. Readers are also false, and keep the value,
+    // when the attribute is absent or empty; text that is no number reads as 0. Numbers use "." in every locale.
+    // `long` and shorter integers are read as 32 bits, saturating; a narrower type keeps the low bits. A `long long`
+    // out of range reads as 0 and false. "true" and "yes" in any case are true, all other text is false.
 
     virtual bool WriteAttribute(char const* name, VString const& value);
     virtual bool WriteAttribute(char const* name, long value);
@@ -151,7 +157,7 @@ class VXMLFile : public Registered<VXMLFile, VObject> {
     virtual bool ReadAttribute(char const* name, bool& value);
     virtual bool ReadAttribute(char const* name, long long& value);
 
-    /// The default is not written, and stands for an absent attribute. True in both cases.
+    /// A value equal to the default is not written; an absent attribute reads as the default. True in both cases.
     virtual bool SerializeAttribute(char const* name, VString& value, VString const& defaultValue);
     virtual bool SerializeAttribute(char const* name, long& value);
     virtual bool SerializeAttribute(char const* name, int& value);
@@ -166,7 +172,7 @@ class VXMLFile : public Registered<VXMLFile, VObject> {
 
     // One bit of a word as a bool attribute, written only when it differs from the default.
 
-    /// Sets or clears `mask` in `flags`; true when the attribute was there, else the default counts.
+    /// Sets or clears `mask` in `flags` by the attribute, or by the default without one. True when it was there.
     virtual bool ReadBoolFlagAttribute(char const* name, unsigned long& flags, unsigned long mask,
                                        bool defaultValue);
     virtual bool WriteBoolFlagAttribute(char const* name, unsigned long const& flags, unsigned long mask,
@@ -175,16 +181,16 @@ class VXMLFile : public Registered<VXMLFile, VObject> {
                                             bool defaultValue);
     virtual bool SerializeBoolAttribute(char const* name, bool& value, bool defaultValue);
 
-    /// A colour, also read from a child object of that name. The default is not written, and stands for an
-    /// absent colour. DELIBERATE: false whenever saving; callers ignore the result.
+    /// A colour, also read from a child object of that name. A colour equal to the default is not written; an absent
+    /// one reads as the default.
+    /// DELIBERATE: false whenever saving; callers ignore the result.
     virtual bool SerializeColourAttribute(char const* name, SColour& colour, SColour const& defaultColour);
 
-    /// Loads the image file that the attribute names, releases the image that `image` holds and puts the new
-    /// one there (owned by the caller). True when the attribute was there, also when the file was no image,
-    /// which leaves `image` alone.
+    /// Loads the image file that the attribute names and replaces `image` (which is released) by it, owned by the
+    /// caller. True when the attribute was there, even if the file did not load; `image` is unchanged then.
     virtual bool ReadImageAttribute(char const* name, VImage*& image);
-    /// Writes the name of the file that the image came from. DELIBERATE: always false; callers ignore the
-    /// result.
+    /// Writes the name of the file that the image came from.
+    /// DELIBERATE: always false; callers ignore the result.
     virtual bool WriteImageAttribute(char const* name, VImage* image);
     virtual bool SerializeImageAttribute(char const* name, VImage*& image);
 
@@ -196,54 +202,54 @@ class VXMLFile : public Registered<VXMLFile, VObject> {
     virtual bool WritePointAttribute(char const* name, SPoint& point);
     virtual bool SerializePointAttribute(char const* name, SPoint& point);
 
-    // An index written as one of `count` names. Reading does not regard case; a text that is none of the
-    // names is false and leaves the value alone, and so is writing an index without a name.
+    // An index, written as one of `count` names and read in any case. False, with the value unchanged, when the text
+    // is none of the names, and when an index without a name is to be written.
     virtual bool SerializeEnumAttribute(char const* name, int& value, int count, char const* const* names);
-    /// The default is not written, and stands for an absent attribute. True in both cases.
+    /// A value equal to the default is not written; an absent attribute reads as the default. True in both cases.
     virtual bool SerializeEnumAttribute(char const* name, int& value, int count, char const* const* names,
                                         int defaultValue);
     virtual bool ReadEnumAttribute(char const* name, int& value, int count, char const* const* names);
     virtual bool WriteEnumAttribute(char const* name, int value, int count, char const* const* names);
 
-    // Objects. Each is a child element called like its class, with the attributes "name" (unless that is null
-    // or empty), "version" (when the class's is greater than 1) and what the class writes itself. A reader
-    // with a name takes the first child of that name and a fitting class, without a name the first that fits.
+    // Objects. Each is a child element with the name of its class, the attributes "name" (unless null or empty) and
+    // "version" (when the class's is greater than 1), and what the class writes itself. Readers take the first child
+    // of a matching class, and of that name unless it is null.
 
     virtual bool ReadObject(char const* name, VObject& object);
     virtual bool WriteObject(char const* name, VObject const& object);
     virtual bool SerializeObject(char const* name, VObject& object);
-    /// Lets the object read itself from the first child of its class or of a base of it. False for null and
-    /// when there is none. The version in the document is not handed on.
+    /// Lets the object read itself from the first child of its class or of a base class. False for null and when there
+    /// is none. The object does not learn the version in the document.
     virtual bool ReadObject(char const* name, VObject* object);
     /// Whether a child of exactly that class is there; the cursor stays.
     virtual bool CanReadObject(char const* name, VClass* cls);
     /// False for null, and when the element could not be created.
     virtual bool WriteObject(char const* name, VObject const* object);
     virtual bool SerializeObject(char const* name, VObject* object);
-    /// Makes a new object (owned) from the first child of a registered class, one derived from `base` unless
-    /// that is null. Null while saving, and when no child fits.
+    /// Makes a new object (owned) from the first child of a registered class, derived from `base` unless that is null.
+    /// Null while saving, when no child matches, and without memory.
     virtual VObject* ReadAndCreateObject(char const* name, VClass* base);
 
-    /// "None", "XML lib disabled" (no factory), "XML lib init failed" (the factory gave nothing), "Bad mode"
-    /// (an object to be made from a document that is saving) or "Parsing failure" (not loaded, or another
-    /// root). A document that opens sets it back to "None".
+    /// "None", "XML lib disabled" (no factory), "XML lib init failed" (the factory made nothing), "Bad mode" (reading
+    /// an object while saving) or "Parsing failure" (did not load, or has another root). Opening a document sets it
+    /// to "None".
     virtual char const* GetErrorStr();
 
     virtual bool IsLoading() const;
     virtual bool IsSaving() const;
 
-    // For classes that hold objects of any class; the cursor stands on the object's element.
+    // For classes that hold objects of any class. The cursor is on the object's element.
 
     /// The class the element stands for: its attribute "class", else its name.
     char const* ObjectClassName();
-    /// The class of that name in the registry, else the one that was set to replace it, else null.
+    /// The class of that name in the registry, else its substitute, else null.
     static VClass* ObjectClassNamed(char const* className);
-    /// Makes the object (owned) and lets it read itself. What goes wrong is traced, with `reporter` in front,
-    /// and gives null.
+    /// Makes the object (owned) and lets it read itself. Null, after a trace that begins with `reporter`, when its
+    /// class is unknown or makes no objects.
     VObject* CreateObjectHere(char const* reporter);
 
     static IXMLFileIOFactory* ms_xml_io_factory;
-    /// What `SerializeColourAttribute` reads child objects into.
+    /// The object that `SerializeColourAttribute` reads a child into.
     static VColour* ms_tempXMLIOCol;
 
   private:

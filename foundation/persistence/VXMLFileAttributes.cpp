@@ -10,7 +10,7 @@ namespace VFoundation {
 
 namespace {
 
-// How each type stands in an attribute's text.
+// The text form of each type.
 
 template <class T>
 NumberText ToText(T number) {

@@ -1,9 +1,11 @@
+#include "foundation/core/internal/ClassOwned.h"
 #include "foundation/persistence/VXMLFile.h"
 #include "foundation/strings/VString.h"
 #include "foundation/strings/values/SColour.h"
 #include "foundation/strings/values/VColour.h"
 
-#include <mutex>
+#include <atomic>
+#include <optional>
 #include <utility>
 
 namespace VFoundation {
@@ -12,8 +14,31 @@ VColour* VXMLFile::ms_tempXMLIOCol = nullptr;
 
 namespace {
 
-/// Every document of the process reads into the same colour object.
-constinit std::mutex s_scratchLock;
+constinit std::atomic_flag s_scratchInUse;
+
+/// The colour that a child element is read into: the shared one, or one of its own while another document has that.
+class ScratchColour {
+  public:
+    explicit ScratchColour(VColour* shared) {
+        if (shared && !s_scratchInUse.test_and_set(std::memory_order_acquire)) {
+            m_shared = shared;
+        } else {
+            m_own.emplace();
+        }
+    }
+    ScratchColour(ScratchColour const&) = delete;
+    ScratchColour& operator=(ScratchColour const&) = delete;
+    ~ScratchColour() {
+        if (m_shared) {
+            s_scratchInUse.clear(std::memory_order_release);
+        }
+    }
+    VColour& Get() noexcept { return m_shared ? *m_shared : *m_own; }
+
+  private:
+    VColour* m_shared = nullptr;
+    std::optional<VColour> m_own;
+};
 
 } // namespace
 
@@ -24,9 +49,7 @@ void VXMLFile::InitializeClass() {
 }
 
 void VXMLFile::UninitializeClass() {
-    if (VColour* const colour = std::exchange(ms_tempXMLIOCol, nullptr)) {
-        colour->Release();
-    }
+    detail::ReleaseAndClear(ms_tempXMLIOCol);
 }
 
 bool VXMLFile::SerializeColourAttribute(char const* name, SColour& colour, SColour const& defaultColour) {
@@ -42,12 +65,10 @@ bool VXMLFile::SerializeColourAttribute(char const* name, SColour& colour, SColo
     }
     SColour read = defaultColour;
     {
-        std::lock_guard const lock(s_scratchLock);
-        if (VColour* const scratch = ms_tempXMLIOCol) {
-            scratch->iSetRGBA(read.red, read.green, read.blue, read.alpha);
-            if (name && ReadObject(name, *scratch)) {
-                read = *scratch;
-            }
+        ScratchColour scratch(ms_tempXMLIOCol);
+        scratch.Get().iSetRGBA(read.red, read.green, read.blue, read.alpha);
+        if (name && ReadObject(name, scratch.Get())) {
+            read = scratch.Get();
         }
     }
     colour.iSetRGBA(read.red, read.green, read.blue, read.alpha);

@@ -1,25 +1,24 @@
 #include "foundation/persistence/VXMLFileIOTinyXml.h"
 
+#include "foundation/core/Mutex.h"
 #include "foundation/host/VFile.h"
 #include "foundation/persistence/internal/FileReplacer.h"
 #include "foundation/persistence/internal/XMLTextCheck.h"
 #include "foundation/strings/VString.h"
 
 #include <exception>
-#include <mutex>
 #include <tinyxml.h>
 
 namespace VFoundation {
 
 namespace {
 
-/// Where in a document's text a carriage return cannot stand as it is.
 constexpr char kCarriageReturn = '\r';
 constexpr std::string_view kCDataEnd = "]]>";
-/// Cannot begin anything in a document.
+/// Begins nothing in a document.
 constexpr char kEndMark = '!';
 
-/// What OpenFileForRead takes for a file's text; empty when there is none, or more than a document may have.
+/// The text of a file; empty when it cannot be read or is longer than a document may be.
 std::string ContentsOfFile(char const* path) {
     struct Close {
         void operator()(std::FILE* stream) const noexcept { std::fclose(stream); }
@@ -37,7 +36,7 @@ std::string ContentsOfFile(char const* path) {
     return text;
 }
 
-/// Makes CR LF and CR LF.
+/// Replaces CR LF and CR by LF.
 void NormalizeLineEnds(std::string& text) {
     std::size_t kept = text.find(kCarriageReturn);
     for (std::size_t i = kept; i < text.size(); ++i) {
@@ -50,10 +49,10 @@ void NormalizeLineEnds(std::string& text) {
     text.resize(std::min(kept, text.size()));
 }
 
-/// TinyXML's switch belongs to the process, and others may have moved it.
+/// The switch is TinyXML's own and holds for the process; other code may have set it. The lock protects it here.
 void KeepWhiteSpace() {
-    static constinit std::mutex s_switch;
-    std::lock_guard const lock(s_switch);
+    static constinit detail::Mutex s_switch;
+    detail::MutexLock const lock(s_switch);
     if (TiXmlBase::IsWhiteSpaceCondensed()) {
         TiXmlBase::SetCondenseWhiteSpace(false);
     }
@@ -93,7 +92,7 @@ VXMLFileIOTinyXml::VXMLFileIOTinyXml() : m_pDocument(std::make_unique<TiXmlDocum
 
 VXMLFileIOTinyXml::~VXMLFileIOTinyXml() = default;
 
-/// False when memory runs out: in the middle of saving that is a refusal, too.
+/// Runs `operation`; false when memory runs out, which makes a document that is saving incomplete.
 template <class Operation>
 bool VXMLFileIOTinyXml::Guarded(Operation operation) noexcept {
     try {
@@ -103,7 +102,7 @@ bool VXMLFileIOTinyXml::Guarded(Operation operation) noexcept {
     }
 }
 
-/// False. A document that is saving is incomplete from here on.
+/// Returns false and marks a document that is saving as incomplete.
 bool VXMLFileIOTinyXml::Refuse() noexcept {
     m_isIncomplete = m_isIncomplete || m_nMode == kSaving;
     return false;
@@ -111,7 +110,7 @@ bool VXMLFileIOTinyXml::Refuse() noexcept {
 
 // Opening and closing
 
-/// Opens what `readText` gives, or leaves no document.
+/// Opens the text that `readText` returns; after a failure no document is open.
 template <class Reader>
 bool VXMLFileIOTinyXml::Load(char const* name, Reader readText) noexcept {
     Clear();
@@ -130,7 +129,7 @@ bool VXMLFileIOTinyXml::Parse(std::string text) {
     if (!PrepareXMLText(text, isUtf8)) {
         return false;
     }
-    // TinyXML gives null at the end of the text and where it gave up; so it has to arrive at a mark behind it.
+    // TinyXML returns null both at the end of the text and where it gave up: a mark after the text tells them apart.
     text += kEndMark;
     KeepWhiteSpace();
     m_nMode = kLoading;
@@ -188,7 +187,7 @@ bool VXMLFileIOTinyXml::Save() {
     return m_pTargetString ? SaveToString() : SaveToFile();
 }
 
-/// Chooses for each text the form that reads back as it is.
+/// Chooses for each text the form that reads back unchanged.
 void VXMLFileIOTinyXml::ProtectTexts() {
     for (TiXmlText* const text : m_texts) {
         std::string_view const value = text->ValueStr();
@@ -322,7 +321,7 @@ bool VXMLFileIOTinyXml::MayAppend(TiXmlNode const* parent) const noexcept {
            (parent->ToElement() || (parent->ToDocument() && parent->NoChildren()));
 }
 
-/// The new element becomes the cursor, `levels` below where that stood.
+/// Appends an element and moves the cursor to it, `levels` deeper.
 bool VXMLFileIOTinyXml::AppendElement(TiXmlNode* parent, char const* name, int levels) {
     if (!name) {
         return false;

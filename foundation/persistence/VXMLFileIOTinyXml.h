@@ -16,18 +16,19 @@ namespace VFoundation {
 
 /// The XML back end on TinyXML.
 ///
-/// Only well-formed documents are loaded: the text is checked before TinyXML sees it. Bytes stand for
-/// themselves; only a document that is declared as UTF-8 has its character references read as UTF-8.
+/// Only well-formed documents are loaded: the text is checked before TinyXML parses it. Bytes are taken as they are;
+/// character references are read as UTF-8 only in a document that is declared as UTF-8.
 ///
-/// A document is saved as TinyXML prints it: indented into a file, without white space into a string. So that
-/// a text reads back as it was, one of blanks only becomes a CDATA section, and so does one beside other
-/// nodes, around which TinyXML would print line feeds. A saved file is replaced in one step, keeping its
-/// permissions (FileReplacer.h).
+/// A document is saved as TinyXML prints it: indented in a file, without white space in a string. A text of blanks only
+/// is written as a CDATA section, because TinyXML would drop it when it loads; so is a text beside other nodes,
+/// because TinyXML prints line feeds around it. A saved file is replaced in one step and keeps its permissions
+/// (FileReplacer.h).
 ///
-/// A saving document to which a node or attribute could not be added, because of a limit, a name that XML does
-/// not allow or a lack of memory, takes nothing more and is not written. It also holds one root element only.
+/// When a node or attribute cannot be added to a document that is saving (a limit, a name that XML does not allow, a
+/// second root, no memory), the document takes nothing more and is not written. Neither is one without a root.
 ///
-/// TinyXML's condensing of white space is switched off for the whole process when a document is loaded.
+/// Loading a document switches TinyXML's condensing of white space off for the whole process. When memory runs out
+/// inside TinyXML's parser, TinyXML itself leaks the node that it was making.
 ///
 /// Ownership, threads: as `IXMLFileIO`. Several back ends may be used by several threads.
 class VXMLFileIOTinyXml : public IXMLFileIO {
@@ -93,7 +94,7 @@ class VXMLFileIOTinyXml : public IXMLFileIO {
     std::string m_path;
     VString* m_pTargetString = nullptr;
 
-    std::vector<TiXmlText*> m_texts; // those of a saving document
+    std::vector<TiXmlText*> m_texts; // of a document that is saving
     bool m_isIncomplete = false;     // something was refused while saving
 };
 

@@ -4,7 +4,7 @@
 
 namespace VFoundation {
 
-/// Makes back ends on TinyXML; the library installs one at start-up.
+/// Makes back ends on TinyXML; the library installs it at start-up.
 ///
 /// Ownership, threads: as `IXMLFileIOFactory`.
 class VXMLFileIOTinyXmlFactory : public IXMLFileIOFactory {

@@ -8,8 +8,8 @@ namespace VFoundation {
 
 namespace {
 
-/// Puts the image of that file into `member` and releases the one before; false, and `member` as it was, when
-/// there is none.
+/// Replaces `member` by the image in that file and releases the old one. False, with `member` unchanged, when the
+/// file does not load.
 bool LoadImageFileToMember(char const* path, VImage*& member) {
     VImage* const image = VImage::ImageFromFile(path);
     if (!image) {

@@ -32,8 +32,8 @@ VObject* VXMLFile::CreateObjectHere(char const* reporter) {
     return object.Detach();
 }
 
-/// Puts the cursor on the first child of that name (null is any) whose class name `fits`. False while saving
-/// and when there is none; the cursor stays then.
+/// Moves to the first child of that name (null matches any) whose class name `fits`. False, with the cursor where it
+/// was, while saving and when there is none.
 template <class Fits>
 bool VXMLFile::OpenFittingChild(char const* name, Fits fits) {
     if (!IsLoading()) {
@@ -54,7 +54,7 @@ bool VXMLFile::OpenFittingChild(char const* name, Fits fits) {
 
 namespace {
 
-/// Whether files that say `className` mean `cls` by way of a substitution.
+/// Whether `cls` is the substitute for `className`.
 bool IsSubstitutedBy(char const* className, VClass const& cls) {
     VClass const* const substitute = VClass::GetClassSubstitution(className);
     return substitute && VString::stricmp(substitute->Name(), cls.Name()) == 0;
@@ -66,7 +66,7 @@ bool VXMLFile::ReadObject(char const* name, VObject* object) {
     auto const isBase = [object](char const* className) {
         VClass const& own = *object->Class();
         VClass const* const named = VClass::ClassForClassName(className);
-        // The registry cannot find the class that sorts last, so the object's own name is compared first.
+        // The registry does not find the class that sorts last, so the object's own name is compared first.
         return std::strcmp(className, own.Name()) == 0 || (named && own.IsSubClassOfClass(named)) ||
                IsSubstitutedBy(className, own);
     };

@@ -2,6 +2,7 @@
 
 #include "foundation/containers/internal/TRecyclePool.h"
 #include "foundation/core/VObjectRef.h"
+#include "foundation/core/internal/ClassOwned.h"
 #include "foundation/host/VFileManager.h"
 #include "foundation/persistence/IAIFile.h"
 
@@ -39,7 +40,7 @@ void FormatBounded(char* buffer, unsigned long size, char const* format, std::va
 
 VClass* VString::ms_theClass = nullptr;
 std::atomic<bool> VString::ms_bRecyclingEnabled{true};
-VObjectRingBufferTmpl<VString>* VString::ms_recycledStrings = nullptr;
+std::atomic<VObjectRingBufferTmpl<VString>*> VString::ms_recycledStrings{nullptr};
 std::atomic<VString*> VString::ms_emptyString{nullptr};
 
 VString::VString(VClass* cls, char const* text) : Registered(cls) {
@@ -77,15 +78,7 @@ VString* VString::Copy() const {
 }
 
 VString* VString::EmptyString() {
-    VString* shared = ms_emptyString.load(std::memory_order_acquire);
-    if (!shared) {
-        VString* const made = new VString;
-        if (ms_emptyString.compare_exchange_strong(shared, made)) {
-            return made;
-        }
-        made->Release(); // another thread was first
-    }
-    return shared;
+    return detail::MakeOnce(ms_emptyString, [] { return new VString; });
 }
 
 // The buffer
@@ -368,9 +361,7 @@ void VString::InitializeClass() {
 
 void VString::UninitializeClass() {
     TRecyclePool<VString>::Destroy(ms_recycledStrings);
-    if (VString* const shared = ms_emptyString.exchange(nullptr)) {
-        shared->Release();
-    }
+    detail::ReleaseAndClear(ms_emptyString);
 }
 
 long VString::GetRecycledStringsCount() {
@@ -378,8 +369,8 @@ long VString::GetRecycledStringsCount() {
 }
 
 void VString::ReleaseAllRecycledStrings() {
-    if (ms_recycledStrings) {
-        ms_recycledStrings->RemoveAllObjects();
+    if (auto* const pool = ms_recycledStrings.load(std::memory_order_acquire)) {
+        pool->RemoveAllObjects();
     }
 }
 

@@ -146,7 +146,7 @@ class VString : public Registered<VString, VObject> {
 
     /// Switches the pool; cleared when the library shuts down.
     static std::atomic<bool> ms_bRecyclingEnabled;
-    static VObjectRingBufferTmpl<VString>* ms_recycledStrings;
+    static std::atomic<VObjectRingBufferTmpl<VString>*> ms_recycledStrings;
     static std::atomic<VString*> ms_emptyString;
 
   protected:

@@ -29,6 +29,9 @@ MOST_EXCEPTIONS = 4
 
 # internal header, reason
 SHARED = {
+    "containers/internal/ClassString.h": "the strings of classes, in dictionaries and graphs",
+    "core/internal/ClassOwned.h": "a class's own objects: made once, released and cleared, in every room",
+    "core/internal/CopyByAssignment.h": "Copy() of every class whose assignment copies the state",
     "containers/internal/TRecyclePool.h": "every recycled class has its pool through it",
     "containers/internal/VObjectCast.h": "checks what a file put into an array",
     "host/internal/LocalTime.h": "one form of a date, in the log file and in VDate",

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Runs every compile command of a build as a syntax pass of another compiler, with the project's warnings as errors.
 
-Usage: each_command.py <build folder> <compiler>
+Usage: each_command.py <build folder> <compiler> [option...]
 """
 import concurrent.futures
 import json
@@ -13,7 +13,7 @@ import sys
 KEEP = ("-I", "-D", "-isystem", "-std=", "-W")
 
 
-def syntax_command(entry, compiler):
+def syntax_command(entry, compiler, options):
     words = shlex.split(entry["command"])
     kept = []
     i = 0
@@ -24,20 +24,20 @@ def syntax_command(entry, compiler):
         elif words[i].startswith(KEEP):
             kept.append(words[i])
         i += 1
-    return [compiler, *kept, "-Wthread-safety", "-Werror", "-fsyntax-only", entry["file"]]
+    return [compiler, *kept, *options, "-Werror", "-fsyntax-only", entry["file"]]
 
 
-def run(entry, compiler):
-    return subprocess.run(syntax_command(entry, compiler), cwd=entry["directory"], capture_output=True, text=True)
+def run(entry, compiler, options):
+    return subprocess.run(syntax_command(entry, compiler, options), cwd=entry["directory"], capture_output=True, text=True)
 
 
 def main():
-    build, compiler = sys.argv[1:]
+    build, compiler, *options = sys.argv[1:]
     with open(os.path.join(build, "compile_commands.json"), encoding="utf-8") as file:
         entries = [e for e in json.load(file) if not e["file"].startswith(os.path.abspath(build))]
     failed = 0
     with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
-        for result in pool.map(lambda e: run(e, compiler), entries):
+        for result in pool.map(lambda e: run(e, compiler, options), entries):
             if result.returncode:
                 failed += 1
                 sys.stderr.write(result.stderr)

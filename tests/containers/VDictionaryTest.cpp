@@ -5,7 +5,7 @@ namespace {
 
 using namespace testing_support;
 
-class Dictionary : public XML {
+class VDictionaryTest : public VXMLFileTest {
   protected:
     VObject* ValueOf(VString const& key) const { return m_dictionary.ObjectForKey(&key); }
     void Set(VObject* value, VString const& key) { m_dictionary.SetObjectForKey(value, &key); }
@@ -13,7 +13,7 @@ class Dictionary : public XML {
     VDictionary m_dictionary;
 };
 
-TEST_F(Dictionary, KeepsCopiesOfItsKeys) {
+TEST_F(VDictionaryTest, KeepsCopiesOfItsKeys) {
     auto const value = VObjectRef<ACounted>::Adopt(new ACounted);
     VString key("key");
     m_dictionary.SetObjectForKey(value.Get(), &key);
@@ -27,7 +27,7 @@ TEST_F(Dictionary, KeepsCopiesOfItsKeys) {
     EXPECT_EQ(value->RetainCount(), 1);
 }
 
-TEST_F(Dictionary, SurvivesUnusualEntries) {
+TEST_F(VDictionaryTest, SurvivesUnusualEntries) {
     ACounted* const only = new ACounted;
     Set(only, "key");
     only->Release();
@@ -43,7 +43,7 @@ TEST_F(Dictionary, SurvivesUnusualEntries) {
     EXPECT_EQ(m_dictionary.Keys()->Count(), m_dictionary.Values()->Count());
 }
 
-TEST_F(Dictionary, CopiesDeeply) {
+TEST_F(VDictionaryTest, CopiesDeeply) {
     Set(VString::EmptyString(), "a");
     auto const copy = VObjectRef<VDictionary>::Adopt(m_dictionary.Copy());
     EXPECT_NE(copy->Values()->ObjectAtIndex(0), ValueOf("a"));
@@ -52,7 +52,7 @@ TEST_F(Dictionary, CopiesDeeply) {
                  "valueArray:\n[VObjectArray] items: 1\n  [VString] ");
 }
 
-TEST_F(Dictionary, IsSavedAsPairs) {
+TEST_F(VDictionaryTest, IsSavedAsPairs) {
     auto const saved = [this] {
         return Saved([this](VXMLFile& file) { file.WriteObject("d", m_dictionary); });
     };
@@ -67,7 +67,7 @@ TEST_F(Dictionary, IsSavedAsPairs) {
     EXPECT_EQ(Log(), "VDictionaryPair::SerializeAsXML - Error opening second child element\n");
 }
 
-TEST_F(Dictionary, SkipsWhatIsNoPair) {
+TEST_F(VDictionaryTest, SkipsWhatIsNoPair) {
     auto const load = [this](std::string const& content) {
         Log();
         return Document("<R><VDictionary " + content + "</VDictionary></R>")

@@ -48,7 +48,7 @@ Rows RowsOf(IObjectContainer const& tree) {
     return rows;
 }
 
-TEST(Tree, ShowsRowsInOrderAndHidesWhatIsBelowOpaqueNodes) {
+TEST(VTree, ShowsRowsInOrderAndHidesWhatIsBelowOpaqueNodes) {
     TreeRef const root = TreeRef::Adopt(VTree::New());
     EXPECT_EQ(RowsOf(*root), Rows{});
     EXPECT_FALSE(root->AddLeaf(nullptr) || root->AddLeaf(root.Get()));
@@ -89,7 +89,7 @@ VTree* RowBelow(VTree const& node, long index, int& depth) {
     return nullptr;
 }
 
-TEST(Tree, FindsTheRowsThatRecursionFinds) {
+TEST(VTree, FindsTheRowsThatRecursionFinds) {
     std::minstd_rand random(1);
     for (int round = 0; round < 200; ++round) {
         TreeRef const root = TreeRef::Adopt(VTree::New());
@@ -109,7 +109,7 @@ TEST(Tree, FindsTheRowsThatRecursionFinds) {
     }
 }
 
-TEST(Tree, RetainsDataAndChildrenWhichOutliveItWithoutIt) {
+TEST(VTree, RetainsDataAndChildrenWhichOutliveItWithoutIt) {
     auto const data = VObjectRef<ACounted>::Adopt(ACounted::New());
     TreeRef root = TreeRef::Adopt(VTree::New());
     EXPECT_TRUE(root->AddObject(data.Get()));
@@ -136,7 +136,7 @@ TEST(Tree, RetainsDataAndChildrenWhichOutliveItWithoutIt) {
     EXPECT_EQ(moved->Parent(), other.Get());
 }
 
-TEST(Tree, MayBeWideAndDeep) {
+TEST(VTree, MayBeWideAndDeep) {
     constexpr long kNodes = 100000;
     long const existing = VTree::TheClass()->Existing();
     {
@@ -153,7 +153,7 @@ TEST(Tree, MayBeWideAndDeep) {
     EXPECT_EQ(VTree::TheClass()->Existing(), existing);
 }
 
-TEST(SetAndHashTable, AreRegisteredNames) {
+TEST(VSet, AreRegisteredNames) {
     for (VClass const* const cls : {VHashTable::TheClass(), VSet::TheClass(), VSet::VSetMember::TheClass()}) {
         EXPECT_TRUE(VObjectRef<VObject>::Adopt(cls->NewInstance())->IsMemberOfClass(cls));
     }

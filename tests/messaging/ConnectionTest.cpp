@@ -114,7 +114,7 @@ TEST(Connection, MayBeMadeAndBrokenByReceivers) {
 
 long Pooled() {
     VConnectionTuple::TheClass();
-    return VConnectionTuple::ms_recycledConnections->UsedCount();
+    return VConnectionTuple::ms_recycledConnections.load()->UsedCount();
 }
 
 TEST(ConnectionPool, TakesBackWhatItHandedOut) {

@@ -41,7 +41,7 @@ struct Mover {
     VFoundation::VAIFile& file;
     eHow how;
 
-    template <VFoundation::FileValue... Ts>
+    template <VFoundation::FileType... Ts>
     void Values(Ts... values) {
         (Value(values), ...);
     }

@@ -21,9 +21,9 @@ namespace testing_support {
 using namespace VFoundation;
 
 /// A process in which XML works, with a folder of its own and a log that can be read.
-class XML : public testing::Test {
+class XMLTest : public testing::Test {
   protected:
-    XML() {
+    XMLTest() {
         VXMLFile::SetIXMLFileIOFactory(new VXMLFileIOTinyXmlFactory);
         for (VClass* (*const theClass)() :
              {&VString::TheClass, &VObjectArray::TheClass, &VDictionary::TheClass, &VDictionaryPair::TheClass,
@@ -34,7 +34,7 @@ class XML : public testing::Test {
         EXPECT_NE(::mkdtemp(name.data()), nullptr);
         m_folder = name;
     }
-    ~XML() override {
+    ~XMLTest() override {
         std::filesystem::remove_all(m_folder);
         VXMLFile::ClearIXMLFileIOFactory();
     }

@@ -98,7 +98,7 @@ TEST(MessageCenterStress, MakesAndBreaksMoreConnectionsThanThePoolHolds) {
     constexpr int kConnections = 9000;
     static_assert(kConnections > VConnectionTuple::kPoolCapacity);
     VConnectionTuple::TheClass();
-    long const pooled = VConnectionTuple::ms_recycledConnections->UsedCount();
+    long const pooled = VConnectionTuple::ms_recycledConnections.load()->UsedCount();
     auto const center = NewCenter(3 * kConnections);
     auto const source = NewMessenger();
     auto const target = NewMessenger();
@@ -124,7 +124,7 @@ TEST(MessageCenterStress, MakesAndBreaksMoreConnectionsThanThePoolHolds) {
             long const made = connect ? kConnections : 0;
             EXPECT_TRUE(Await(
                 [&] { return source->RetainCount() == 1 + made && target->RetainCount() == 1 + made; }));
-            EXPECT_EQ(VConnectionTuple::ms_recycledConnections->UsedCount(), connect ? 0 : pooled);
+            EXPECT_EQ(VConnectionTuple::ms_recycledConnections.load()->UsedCount(), connect ? 0 : pooled);
         }
     }
     center->StopCenter();

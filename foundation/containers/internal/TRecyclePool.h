@@ -1,8 +1,9 @@
 #pragma once
 
 #include "foundation/containers/VObjectRingBufferTmpl.h"
+#include "foundation/core/internal/ClassOwned.h"
 
-#include <utility>
+#include <atomic>
 
 namespace VFoundation {
 
@@ -10,8 +11,7 @@ namespace VFoundation {
 /// hands them out again. This is the mechanism only; the class decides when an object may be pooled.
 ///
 ///     void VThing::Release() const {
-///         long const count = CountWord().load(std::memory_order_acquire) & kRetainCountMask;
-///         if (ms_bRecyclingEnabled && count == 1 && !m_bRecycled) {
+///         if (ms_bRecyclingEnabled && RetainCount() == 1 && !m_bRecycled) {
 ///             ... empty the object ...
 ///             if (TRecyclePool<VThing>::Push(ms_recycledThings, this, &VThing::m_bRecycled)) {
 ///                 return;                                  // the object may already be someone else's
@@ -20,50 +20,43 @@ namespace VFoundation {
 ///         VObject::Release();
 ///     }
 ///
-/// The count is read with acquire order, so that what other holders did before they released is over.
+/// Whoever reads a count of 1 sees all that former holders did before they released.
 /// The mark, a `bool` member of the object, is true while it is pooled and keeps it from being pooled twice,
 /// also while the pool itself lets go of it. It is written only by the one thread that holds the object, and
 /// the ring orders these writes.
 ///
 /// Ownership: the pool adopts the reference of whoever pushes and hands it to whoever pops.
-/// Threads: `Push`, `Pop` and `Count` from any thread. `Create` and `Destroy` belong to the class's
-/// `InitializeClass` and `UninitializeClass`, when no other thread uses the pool.
+/// Threads: `Create`, `Push`, `Pop` and `Count` from any thread. `Destroy` belongs to the class's
+/// `UninitializeClass`, when no other thread uses the pool.
 template <class T>
 class TRecyclePool {
   public:
     using Ring = VObjectRingBufferTmpl<T>;
+    using Slot = std::atomic<Ring*>;
     using Mark = bool T::*;
 
     TRecyclePool() = delete;
 
     /// Makes the pool if there is none.
-    static void Create(Ring*& pool, unsigned long capacity) {
-        if (pool) {
-            return;
-        }
+    static void Create(Slot& pool, unsigned long capacity) {
         // Making the ring may make the class's record, and with it this very pool.
-        Ring* const made = new Ring(capacity);
-        if (pool) {
-            made->Release();
-        } else {
-            pool = made;
-        }
+        detail::MakeOnce(pool, [capacity] { return new Ring(capacity); });
     }
 
     /// Ends the pool and every object in it; nothing when there is none.
-    static void Destroy(Ring*& pool) {
-        if (Ring* const ending = std::exchange(pool, nullptr)) {
-            ending->Release();
-        }
-    }
+    static void Destroy(Slot& pool) { detail::ReleaseAndClear(pool); }
 
     /// Objects waiting; 0 without a pool.
-    static long Count(Ring const* pool) noexcept { return pool ? pool->UsedCount() : 0; }
+    static long Count(Slot const& pool) noexcept {
+        Ring const* const ring = pool.load(std::memory_order_acquire);
+        return ring ? ring->UsedCount() : 0;
+    }
 
     /// A pooled object (owned), its mark cleared; null when there is none.
-    static T* Pop(Ring* pool, Mark mark) {
+    static T* Pop(Slot const& pool, Mark mark) {
+        Ring* const ring = pool.load(std::memory_order_acquire);
         T* object = nullptr;
-        if (Count(pool) == 0 || !pool->Pop(&object)) {
+        if (!ring || ring->UsedCount() == 0 || !ring->Pop(&object)) {
             return nullptr;
         }
         object->*mark = false;
@@ -72,13 +65,14 @@ class TRecyclePool {
 
     /// Adopts the caller's reference: do not touch the object after a true result. False, the mark cleared
     /// and the reference still the caller's, when there is no pool or it is full.
-    static bool Push(Ring* pool, T const* object, Mark mark) {
-        if (!pool) {
+    static bool Push(Slot const& pool, T const* object, Mark mark) {
+        Ring* const ring = pool.load(std::memory_order_acquire);
+        if (!ring) {
             return false;
         }
         T* const pooled = const_cast<T*>(object); // only the last holder of an object pools it
         pooled->*mark = true;
-        if (pool->PushAdopted(pooled)) {
+        if (ring->PushAdopted(pooled)) {
             return true;
         }
         pooled->*mark = false;

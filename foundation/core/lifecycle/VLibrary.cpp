@@ -79,9 +79,6 @@ bool s_bWasShutDown = false;
 
 using ClassAccessor = VClass* (*)();
 
-/// The form in which dictionaries are saved to XML; version 1 was two arrays.
-constexpr long kDictionaryVersion = 2;
-
 /// The order of registration, which the statistics table shows. Superclasses come by themselves; a class that
 /// stands here twice is found the second time.
 constexpr ClassAccessor kClasses[] = {
@@ -319,7 +316,7 @@ void InitializeLibrary(bool) {
     for (ClassAccessor const theClass : kClasses) {
         failures += RegisterClass(theClass) ? 0 : 1;
         if (theClass == &VDictionary::TheClass) {
-            VDictionary::TheClass()->SetVersion(kDictionaryVersion);
+            VDictionary::TheClass()->SetVersion(VDictionary::kVersion);
         }
     }
     VColour::InitAllNamedColours();

@@ -1,5 +1,6 @@
 #include "foundation/strings/values/VBitString.h"
 
+#include "foundation/core/internal/CopyByAssignment.h"
 #include "foundation/persistence/IAIFile.h"
 #include "foundation/persistence/VXMLFile.h"
 #include "foundation/strings/VString.h"
@@ -139,11 +140,7 @@ bool VBitString::IsEqual(VObject const& other) const {
 }
 
 VObject* VBitString::Copy() const {
-    VObject* const copy = VObject::Copy();
-    if (copy) {
-        static_cast<VBitString&>(*copy) = *this;
-    }
-    return copy;
+    return detail::CopyByAssignment(*this);
 }
 
 void VBitString::GetDescription(VString& out) const {

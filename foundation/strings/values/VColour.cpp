@@ -2,6 +2,8 @@
 
 #include "foundation/core/Mutex.h"
 #include "foundation/core/VObjectRef.h"
+#include "foundation/core/internal/ClassOwned.h"
+#include "foundation/core/internal/CopyByAssignment.h"
 #include "foundation/persistence/VXMLFile.h"
 #include "foundation/strings/VString.h"
 
@@ -66,11 +68,7 @@ VColour& VColour::operator=(VColour const& other) {
 }
 
 VColour* VColour::Copy() const {
-    auto* const copy = static_cast<VColour*>(VObject::Copy());
-    if (copy) {
-        *copy = *this;
-    }
-    return copy;
+    return detail::CopyByAssignment(*this);
 }
 
 void VColour::SetName(char const* name) {
@@ -148,9 +146,7 @@ void VColour::InitAllNamedColours() {
 void VColour::ReleaseAllStaticColours() {
     detail::MutexLock const lock(s_lock);
     for (auto& slot : ms_namedColours) {
-        if (VColour* const colour = slot.exchange(nullptr)) {
-            colour->Release();
-        }
+        detail::ReleaseAndClear(slot);
     }
 }
 

@@ -1,6 +1,7 @@
 #include "foundation/strings/values/VValue.h"
 
 #include "foundation/core/VObjectRef.h"
+#include "foundation/core/internal/CopyByAssignment.h"
 #include "foundation/persistence/IAIFile.h"
 #include "foundation/persistence/VXMLFile.h"
 #include "foundation/strings/VString.h"
@@ -62,11 +63,7 @@ VValue& VValue::operator=(VValue const& other) {
 }
 
 VObject* VValue::Copy() const {
-    auto* const copy = static_cast<VValue*>(VObject::Copy());
-    if (copy) {
-        *copy = *this;
-    }
-    return copy;
+    return detail::CopyByAssignment(*this);
 }
 
 bool VValue::IsEqual(VObject const& other) const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/internal/CopyByAssignment.h"
 #include "foundation/persistence/IAIFile.h"
 #include "foundation/persistence/VXMLFile.h"
 #include "foundation/strings/VString.h"
@@ -56,11 +57,7 @@ inline bool SerializeMember(VXMLFile& file, char const* name, VString& member) {
 
 template <class Derived>
 VObject* TSavedObject<Derived>::Copy() const {
-    VObject* const copy = VObject::Copy();
-    if (copy) {
-        static_cast<Derived&>(*copy) = static_cast<Derived const&>(*this);
-    }
-    return copy;
+    return detail::CopyByAssignment(static_cast<Derived const&>(*this));
 }
 
 template <class Derived>

@@ -1,1 +1,0 @@
-vfoundation_benchmark(AIFile)

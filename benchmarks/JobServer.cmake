@@ -1,2 +1,0 @@
-find_package(TBB REQUIRED)
-vfoundation_benchmark(JobServer LIBRARIES TBB::tbb)

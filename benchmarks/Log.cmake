@@ -1,2 +1,0 @@
-find_package(spdlog REQUIRED)
-vfoundation_benchmark(Log LIBRARIES spdlog::spdlog)

@@ -1,8 +1,0 @@
-find_package(Boost REQUIRED)
-find_package(Qt5Core QUIET)
-vfoundation_benchmark(MessageCenter LIBRARIES Boost::headers)
-if(Qt5Core_FOUND)
-    set_target_properties(bench_MessageCenter PROPERTIES AUTOMOC ON)
-    target_compile_definitions(bench_MessageCenter PRIVATE HAS_QT)
-    target_link_libraries(bench_MessageCenter PRIVATE Qt5::Core)
-endif()

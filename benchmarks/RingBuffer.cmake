@@ -1,2 +1,0 @@
-find_package(Boost REQUIRED)
-vfoundation_benchmark(RingBuffer LIBRARIES Boost::headers)

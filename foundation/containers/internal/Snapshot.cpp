@@ -1,0 +1,33 @@
+#include "foundation/containers/internal/Snapshot.h"
+
+#include "foundation/threads/VCriticalSection.h"
+#include "foundation/threads/VCriticalSectionScope.h"
+
+namespace VFoundation {
+
+Snapshot::Snapshot(VObjectContainer const& container)
+    : Snapshot() { // so that the destructor runs when this throws
+    VCriticalSectionScope const scope(container.CriticalSection());
+    long const count = container.Count();
+    if (count <= 0) {
+        return;
+    }
+    m_block = VObjectRef<detail::SlotBlock>::Adopt(new detail::SlotBlock);
+    m_block->SetCapacity(count);
+    for (VObject** slot = m_block->Slots(); m_count < count; ++m_count, ++slot) {
+        VObject* const element = container.ObjectAtIndex(m_count);
+        if (element) {
+            element->Retain();
+        }
+        *slot = element;
+    }
+}
+
+Snapshot::~Snapshot() {
+    try {
+        detail::SlotBlock::ReleaseElements(m_block, 0, m_count);
+    } catch (...) { // an element's, and no concern of the walk
+    }
+}
+
+} // namespace VFoundation

@@ -1,0 +1,127 @@
+#include "foundation/containers/VObjectRingBufferTmpl.h"
+#include "foundation/core/VObjectRef.h"
+#include "tests/support/Counted.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <utility>
+
+namespace {
+
+using namespace VFoundation;
+using testing_support::ACounted;
+
+/// What other threads do whenever a thread looks at a slot; they are not watched themselves.
+std::function<void()> s_onLook;
+
+template <class V>
+struct WatchedRef : std::atomic_ref<V> {
+    using std::atomic_ref<V>::atomic_ref;
+    V load() const {
+        if (auto const act = std::exchange(s_onLook, nullptr)) {
+            act();
+            s_onLook = act;
+        }
+        return std::atomic_ref<V>::load();
+    }
+};
+
+/// A ring whose counters show.
+struct Ring : TRingBuffer<ACounted, TRefCounted<ACounted>, std::atomic, WatchedRef> {
+    using TRingBuffer::FreeWord;
+    using TRingBuffer::TRingBuffer;
+    using TRingBuffer::UsableCapacity;
+    using TRingBuffer::UsedWord;
+};
+
+TEST(TRingBuffer, TakesAsManyAsItHasRoomForAndReleasesTheRest) {
+    ACounted object;
+    {
+        Ring ring(1);
+        ACounted* out = nullptr;
+        EXPECT_FALSE(ring.Push(nullptr) || ring.Pop(&out));
+        for (int i = 0; i < 3; ++i) {
+            EXPECT_TRUE(ring.Push(&object));
+            EXPECT_FALSE(ring.Push(&object) || ring.Pop(nullptr));
+            EXPECT_TRUE(ring.Pop(&out));
+            EXPECT_EQ(out, &object);
+            EXPECT_EQ(object.RetainCount(), 2); // the ring's reference, now ours
+            out->Release();
+        }
+        EXPECT_TRUE(ring.Push(&object) && ring.RemoveAllObjects());
+        EXPECT_EQ(object.RetainCount(), 1);
+        EXPECT_TRUE(ring.Push(&object)); // left to the destructor
+    }
+    EXPECT_EQ(object.RetainCount(), 1);
+}
+
+TEST(TRingBuffer, CountsInThirtyTwoBits) {
+    EXPECT_EQ(Ring::UsableCapacity(static_cast<unsigned long>(-1L)), 2147483647U);
+    EXPECT_EQ(Ring::UsableCapacity(2147483646UL), 2147483646U);
+    Ring ring(2);
+    ring.UsedWord() = 1;
+    EXPECT_FALSE(ring.RemoveAllObjects()); // the count is wrong: the pop gives up
+}
+
+TEST(TRingBuffer, APushThatGivesUpLosesItsUnit) {
+    ACounted object;
+    ACounted other;
+    Ring ring(2);
+    int looks = 0;
+    // Whenever the push looks at a slot, a consumer just emptied the other and a producer filled this one.
+    s_onLook = [&] {
+        ACounted* out = nullptr;
+        if (++looks > 1 && ring.Pop(&out)) {
+            out->Release();
+        }
+        EXPECT_TRUE(ring.Push(&other));
+    };
+    EXPECT_FALSE(ring.Push(&object));
+    s_onLook = nullptr;
+    EXPECT_EQ(looks, 202); // two slots: 100 wraps, and the one that is refused
+    EXPECT_EQ(object.RetainCount(), 1);
+    EXPECT_EQ(ring.UsedCount(), 1);
+    EXPECT_EQ(ring.FreeWord(), 0); // a slot is empty, but its unit is gone
+}
+
+TEST(TRingBuffer, APopThatGivesUpLosesItsUnit) {
+    ACounted object;
+    {
+        Ring ring(2);
+        ACounted* out = nullptr;
+        int looks = 0;
+        EXPECT_TRUE(ring.Push(&object));
+        s_onLook = [&] {
+            ++looks;
+            ASSERT_TRUE(ring.Push(&object) && ring.Pop(&out));
+            out->Release();
+        };
+        EXPECT_FALSE(ring.Pop(&out));
+        s_onLook = nullptr;
+        EXPECT_EQ(looks, 202);
+        EXPECT_EQ(ring.UsedCount(), 0);
+        EXPECT_EQ(object.RetainCount(), 2); // in its slot, but no longer counted
+    }
+    EXPECT_EQ(object.RetainCount(), 1);
+}
+
+/// No other ring in this program has elements of this name.
+class AnElement : public Registered<AnElement, VObject> {
+  public:
+    static constexpr char const* kClassName = "AnElement";
+    static inline VClass* ms_theClass = nullptr;
+    explicit AnElement(VClass* cls = nullptr) : Registered(cls) {}
+    static AnElement* New() { return new AnElement; }
+};
+
+TEST(TRingBuffer, HasOneRecordForEachElementClass) {
+    VClass* const cls = VObjectRingBufferTmpl<AnElement>::TheClass();
+    EXPECT_EQ(VClass::FindRegistered("TRingBuffer_AnElement"), cls);
+    auto const placeholder = VObjectRef<VObject>::Adopt(cls->NewInstance());
+    EXPECT_EQ(cls->Existing(), 1);
+    AnElement element;
+    EXPECT_FALSE(static_cast<TRingBuffer<AnElement>&>(*placeholder).Push(&element));
+}
+
+} // namespace

@@ -1,0 +1,135 @@
+#include "tests/persistence/XMLTestSupport.h"
+
+#include <chrono>
+#include <csignal>
+#include <functional>
+#include <random>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
+
+namespace {
+
+using namespace testing_support;
+
+using FileReplacer = XMLTest;
+
+bool Save(std::string const& path, int items, char fill) {
+    VXMLFile file;
+    file.OpenFileForWrite(path.c_str(), "R");
+    for (int i = 0; i < items; ++i) {
+        file.WriteObject(nullptr, VString(std::string(100, fill).c_str()));
+    }
+    return file.CloseFile();
+}
+
+unsigned ModeOf(std::string const& path) {
+    return static_cast<unsigned>(std::filesystem::status(path).permissions());
+}
+
+/// Whether `work` succeeds in a process of an ordinary user.
+bool SucceedsAsNobody(std::function<bool()> const& work) {
+    constexpr int kNobody = 65534;
+    ::pid_t const child = ::fork();
+    if (child == 0) {
+        bool const isOrdinary = ::geteuid() != 0 || (::setgid(kNobody) == 0 && ::setuid(kNobody) == 0);
+        ::_exit(isOrdinary ? (work() ? 0 : 1) : 2);
+    }
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) <= 1);
+    return status == 0;
+}
+
+TEST_F(FileReplacer, SavingKeepsWhatTheFileIs) {
+    ::mode_t const mask = ::umask(027);
+    EXPECT_TRUE(Save(Path("file"), 1, 'a'));
+    ::umask(mask);
+    EXPECT_EQ(ModeOf(Path("file")), 0640U) << "a new file as any program would make it";
+    ASSERT_EQ(::chmod(Path("file").c_str(), 04751), 0);
+    std::filesystem::create_symlink("file", Path("link"));
+    std::filesystem::create_symlink("made", Path("dangling"));
+    EXPECT_TRUE(Save(Path("link"), 1, 'b') && Save(Path("dangling"), 1, 'c'));
+    EXPECT_TRUE(std::filesystem::is_symlink(Path("link")) && std::filesystem::is_symlink(Path("dangling")));
+    EXPECT_NE(Contents(Path("file")).find("bbb"), std::string::npos);
+    EXPECT_NE(Contents(Path("made")).find("ccc"), std::string::npos);
+    EXPECT_EQ(ModeOf(Path("file")), 04751U);
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(m_folder), {}), 4)
+        << "no temporary file stays";
+}
+
+TEST_F(FileReplacer, SavingFailsWhereItCannotWrite) {
+    ASSERT_EQ(::mkfifo(Path("pipe").c_str(), 0600), 0);
+    for (char const* const name : {"pipe", ".", "no/such/folder", "/dev/full"}) { // nobody reads the pipe
+        EXPECT_FALSE(Save((m_folder / name).string(), 1, 'a')) << name;
+    }
+    EXPECT_FALSE(Save("", 1, 'a') || Save("/dev/full", 10000, 'a'));
+    ASSERT_TRUE(Save(Path("small"), 3, 'a'));
+    std::string const before = Contents(Path("small"));
+    EXPECT_FALSE(SucceedsAsNobody([&] { // files may not grow beyond 64 KiB
+        std::signal(SIGXFSZ, SIG_IGN);
+        ::rlimit const limit{1 << 16, 1 << 16};
+        return ::setrlimit(RLIMIT_FSIZE, &limit) != 0 || Save(Path("small"), 10000, 'b');
+    }));
+    EXPECT_EQ(Contents(Path("small")), before);
+}
+
+TEST_F(FileReplacer, SavingRespectsPermissions) {
+    ASSERT_TRUE(Save(Path("readOnly"), 1, 'a') && Save(Path("writable"), 1, 'a'));
+    std::string const before = Contents(Path("readOnly"));
+    EXPECT_EQ(::chmod(Path("readOnly").c_str(), 0444) | ::chmod(Path("writable").c_str(), 0222), 0);
+    EXPECT_EQ(::chmod(m_folder.c_str(), 0777), 0);
+    EXPECT_FALSE(SucceedsAsNobody([&] { return Save(Path("readOnly"), 1, 'b'); }));
+    EXPECT_EQ(Contents(Path("readOnly")), before) << "though the folder would let it be replaced";
+    EXPECT_FALSE(SucceedsAsNobody([&] { return VXMLFile().OpenFileForRead(Path("writable").c_str(), "R"); }));
+    EXPECT_EQ(::chmod(m_folder.c_str(), 0555), 0);
+    EXPECT_TRUE(SucceedsAsNobody([&] { return Save(Path("writable"), 1, 'b'); })) << "in place";
+    EXPECT_NE(Contents(Path("writable")).find("bbb"), std::string::npos);
+    EXPECT_FALSE(SucceedsAsNobody([&] { return Save(Path("another"), 1, 'b'); }));
+}
+
+TEST_F(FileReplacer, AKilledSaveLeavesAWholeDocument) {
+    constexpr int kItems = 2000;
+    std::string const path = Path("document");
+    ASSERT_TRUE(Save(path, kItems, 'a'));
+    std::string const a = Contents(path);
+    ASSERT_TRUE(Save(path, kItems, 'b'));
+    std::string const b = Contents(path);
+    std::mt19937 random(std::random_device{}());
+    int kills = 0;
+    auto const end = std::chrono::steady_clock::now() + std::chrono::milliseconds(1500);
+    for (; std::chrono::steady_clock::now() < end; ++kills) {
+        ::pid_t const child = ::fork();
+        ASSERT_GE(child, 0);
+        if (child == 0) {
+            for (bool isA = true;; isA = !isA) {
+                Save(path, kItems, isA ? 'a' : 'b');
+            }
+        }
+        std::this_thread::sleep_for(std::chrono::microseconds(random() % 40000));
+        ::kill(child, SIGKILL);
+        ::waitpid(child, nullptr, 0);
+        std::string const now = Contents(path);
+        ASSERT_TRUE(now == a || now == b) << now.size() << " bytes after " << kills << " kills";
+    }
+    EXPECT_GT(kills, 5);
+}
+
+TEST_F(FileReplacer, ADocumentIsSavedAtItsEndUnlessItWasDropped) {
+    {
+        VXMLFile file;
+        VString text("before");
+        file.OpenFileForWrite(Path("reopened").c_str(), "R");
+        file.WriteFileToString(text, "R");
+        file.Clear();
+        EXPECT_FALSE(file.CloseFile() || text != "before" ||
+                     file.OpenFileForWrite(Path("no").c_str(), "a b"));
+        file.OpenFileForWrite(Path("ended").c_str(), "R");
+    }
+    EXPECT_EQ(Contents(Path("ended")), "<R />\n");
+    EXPECT_FALSE(std::filesystem::exists(Path("reopened")) || std::filesystem::exists(Path("no")));
+}
+
+} // namespace

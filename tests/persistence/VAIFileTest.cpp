@@ -1,0 +1,291 @@
+#include "foundation/persistence/VAIFile.h"
+
+#include "tests/persistence/ChunkBytes.h"
+#include "tests/support/LineLog.h"
+#include "tests/support/ScratchFile.h"
+
+#include <cfloat>
+#include <climits>
+#include <cmath>
+#include <random>
+#include <sys/stat.h>
+
+namespace {
+
+using namespace VFoundation;
+using namespace testing_support;
+
+constexpr long kRead = VAIFile::kRead;
+constexpr long kWrite = VAIFile::kWrite;
+constexpr long kSafe = kRead | VAIFile::kChunkSafe;
+
+class AIFile : public testing::Test {
+  protected:
+    void OpenOn(std::string const& bytes, long mode = kSafe) {
+        m_scratch.SetBytes(bytes);
+        Open(mode);
+    }
+    void Open(long mode) { ASSERT_TRUE(m_file.Open(m_scratch.Path(), mode)); }
+    template <class T>
+    T Read(T before) {
+        m_file >> before;
+        return before;
+    }
+    /// Enters chunks inside each other; their ids, as far as there are chunks.
+    std::string Enter(int count = 1) {
+        std::string ids;
+        for (unsigned long id = 0; count > 0 && m_file.ReadChunkHeader(&id, nullptr); --count) {
+            ids += BE32(static_cast<std::uint32_t>(id));
+        }
+        return ids;
+    }
+    /// Position and what is left of the chunk.
+    std::string State() {
+        return std::to_string(m_file.GetPos()) + " " + std::to_string(m_file.ChunkRemaining());
+    }
+
+    ScratchFile const m_scratch;
+    VAIFile m_file;
+};
+
+TEST_F(AIFile, ChangesItsOrderWhereItStands) {
+    std::uint32_t number = 0x01020304;
+    Open(kWrite);
+    m_file << 0x01020304;
+    m_file.SetLE(true);
+    m_file << 0x5566778801020304L << std::nan("");
+    EXPECT_TRUE(m_file.Write32BitBE(&number) && m_file.Write("\x80", 1) && m_file.Close());
+    EXPECT_EQ(m_scratch.Bytes().substr(0, 8), "\1\2\3\4\4\3\2\1") << "a long keeps its low half";
+    Open(kRead | VAIFile::kLittleEndian);
+    m_file.Seek(8, VFile::kFromStart);
+    EXPECT_TRUE(std::isnan(Read(0.0)));
+    EXPECT_TRUE(m_file.Read32BitBE(&number) && number == 0x01020304);
+    EXPECT_TRUE(Read(false)) << "any byte but 0 is true";
+}
+
+TEST_F(AIFile, PadsByOffsetWhenWritingAndByLengthWhenReading) {
+    Open(kWrite | VAIFile::kPadChunks);
+    m_file << 'x'; // the chunk starts at an odd offset, so its odd body ends at an even one
+    EXPECT_TRUE(m_file.OpenChunk(0x6F646400UL));
+    EXPECT_EQ(m_scratch.Bytes().size(), 9U) << "opening a chunk writes it out";
+    EXPECT_TRUE(m_file.Write("y", 1) && m_file.CloseChunk() && m_file.Close());
+    EXPECT_EQ(m_scratch.Bytes(), std::string("xodd\0\0\0\0\1y", 10));
+    OpenOn(Chunk("ODDS", "y"), kRead | VAIFile::kPadChunks);
+    EXPECT_EQ(Enter(), "ODDS");
+    EXPECT_TRUE(m_file.CloseChunk());
+    EXPECT_EQ(m_file.GetPos(), 10);
+}
+
+TEST_F(AIFile, NestsSixteenDeep) {
+    Open(kWrite);
+    std::string expected;
+    while (m_file.OpenChunk("DEEP")) {
+        expected = Chunk("DEEP", expected);
+    }
+    EXPECT_EQ(m_file.GetLastError(), VAIFile::eTooDeep);
+    while (m_file.CloseChunk()) {
+    }
+    EXPECT_EQ(m_file.GetLastError(), VAIFile::eNoChunk);
+    EXPECT_EQ(m_scratch.Bytes(), expected);
+    OpenOn(Chunk("DEEP", expected));
+    Enter(17);
+    EXPECT_EQ(m_file.GetLastError(), VAIFile::eTooDeep);
+    EXPECT_EQ(State(), "128 8") << "a refused header consumes nothing";
+    EXPECT_EQ(m_file.GetChunkLength(), 0U);
+    EXPECT_FALSE(m_file.CloseChunk()) << "the error stands";
+    EXPECT_EQ(State(), "136 0");
+}
+
+TEST_F(AIFile, SkipsWhatIsLeftAndCountsForTheParent) {
+    OpenOn(Chunk("OUTR", Chunk("KID1", "abc") + '\0' + Chunk("KID2", "ab")) + Chunk("NEXT", ""),
+           kSafe | VAIFile::kPadChunks);
+    EXPECT_EQ(Enter(2), "OUTRKID1");
+    EXPECT_EQ(Read(' '), 'a');
+    EXPECT_EQ(State(), "17 2");
+    EXPECT_TRUE(m_file.CloseChunk());
+    EXPECT_EQ(State(), "20 10");
+    EXPECT_EQ(m_file.GetChunkLength(), 3U) << "of the chunk last read at the next level";
+    EXPECT_EQ(Enter(), "KID2");
+    m_file.UnreadHeader();
+    EXPECT_EQ(State(), "20 10");
+    EXPECT_EQ(Enter(), "KID2");
+    EXPECT_TRUE(m_file.CloseChunk() && m_file.ChunkRemaining() == 0 && m_file.CloseChunk());
+    EXPECT_EQ(Enter(), "NEXT");
+    EXPECT_TRUE(m_file.CloseChunk());
+    EXPECT_EQ(Enter(), "");
+    EXPECT_TRUE(m_file.Eof());
+}
+
+TEST_F(AIFile, StopsAtTheEndOfAChunkWhenChunkSafe) {
+    OpenOn(Chunk("TWOB", "ab") + Chunk("STRS", std::string("\0\0\0\xFFxyz", 7)) + "more");
+    Enter();
+    EXPECT_TRUE(Read(7) == 0 && Read(7.0) == 0 && ReadString(m_file).empty());
+    EXPECT_EQ(State(), "8 2") << "nothing was consumed";
+    std::string bytes = "xxxxx";
+    EXPECT_TRUE(m_file.Read(bytes.data(), 4));
+    EXPECT_EQ(bytes, std::string("ab\0\0x", 5));
+    EXPECT_FALSE(m_file.Read(bytes.data(), 1)) << "nothing was there";
+    EXPECT_TRUE(m_file.Read(bytes.data(), 0) && m_file.CloseChunk());
+    EXPECT_EQ(Enter(), "STRS");
+    EXPECT_EQ(ReadString(m_file), "");
+    EXPECT_EQ(ReadString(m_file), "xyz") << "no more than the chunk holds";
+    EXPECT_EQ(State(), "25 0");
+}
+
+TEST_F(AIFile, ReadsSixtyFourBitsWhateverTheChunkHolds) {
+    OpenOn(Chunk("TWOB", "\1\2") + "\3\4\5\6\7\x08");
+    Enter();
+    EXPECT_EQ(Read(0LL), 0x0102030405060708LL);
+    EXPECT_EQ(m_file.ChunkRemaining(), 0U);
+}
+
+TEST_F(AIFile, ReadsASignedShortOnlyInsideChunks) {
+    for (long const mode : {kSafe, kRead}) {
+        OpenOn("\1\2" + Chunk("SHRT", "\3\4"), mode);
+        EXPECT_EQ(Read(short{7}), 0);
+        EXPECT_EQ(m_file.GetPos(), 0);
+        EXPECT_EQ(Read(static_cast<unsigned short>(7)), mode == kSafe ? 0 : 0x0102);
+        m_file.Seek(2, VFile::kFromStart);
+        Enter();
+        EXPECT_EQ(Read(short{7}), 0x0304);
+    }
+}
+
+TEST_F(AIFile, CountsNothingWithoutChunkSafety) {
+    OpenOn(Chunk("OUTR", Chunk("KID1", "abcd") + "wxyz") + "0123456789", kRead);
+    Enter(2);
+    EXPECT_EQ(Read(0), 0x61626364);
+    EXPECT_EQ(State(), "20 4");
+    EXPECT_TRUE(m_file.CloseChunk());
+    EXPECT_EQ(State(), "24 4") << "skipped from behind the value; the child counts all the same";
+    m_file.Seek(-2, VFile::kFromEnd);
+    EXPECT_EQ(Read(7), 7) << "left alone where the file ends";
+    EXPECT_TRUE(m_file.Eof());
+    std::string bytes = "xxxx";
+    m_file.Seek(-1, VFile::kFromCurrent);
+    EXPECT_FALSE(m_file.Eof() || m_file.Read(bytes.data(), 4));
+    EXPECT_EQ(bytes, "9xxx");
+}
+
+TEST_F(AIFile, EndsEveryLoopOnADamagedLength) {
+    OpenOn(ChunkClaiming("HUGE", 0xFFFFFFFF, "abcd"));
+    Enter();
+    long reads = 0;
+    for (; m_file.ChunkRemaining() && reads < 100; ++reads) {
+        Read(' ');
+    }
+    EXPECT_EQ(reads, 5);
+    // A child that is longer than its parent, at the largest length with a pad byte on top.
+    OpenOn(Chunk("OUTR", ChunkClaiming("LONG", 0xFFFFFFFF, "")), kSafe | VAIFile::kPadChunks);
+    EXPECT_EQ(Enter(2), "OUTRLONG");
+    EXPECT_EQ(m_file.ChunkRemaining(), 0xFFFFFFFFUL);
+    EXPECT_TRUE(m_file.CloseChunk() && m_file.ChunkRemaining() == 0);
+    // Less than a header before the end of the parent: not a chunk.
+    OpenOn(Chunk("OUTR", "1234567") + Chunk("NEXT", ""));
+    EXPECT_EQ(Enter(2), "OUTR");
+    EXPECT_TRUE(m_file.CloseChunk());
+    EXPECT_EQ(Enter(), "NEXT");
+}
+
+TEST_F(AIFile, MovesAroundAndIsAFile) {
+    Open(kWrite);
+    VFile& asFile = m_file;
+    m_file << std::string(70'000, 's').c_str();
+    EXPECT_TRUE(m_file.Seek(2, 1) && m_file.Write("ab", 2) && m_file.Seek(0, 2) && m_file.Write("c", 1));
+    EXPECT_EQ(m_file.GetFileLength(), 2 + VAIFile::kMaxTextLength + 2) << "the text is cut";
+    Open(kRead);
+    EXPECT_EQ(ReadString(m_file), "ab" + std::string(VAIFile::kMaxTextLength - 2, 's'));
+    EXPECT_TRUE(m_file.Seek(-3, 2) && m_file.Seek(1, 0) && m_file.Seek(1, 7) && asFile.FileSeek(-70'000, 0));
+    EXPECT_EQ(asFile.GetLengthRemaining(), 2);
+    EXPECT_EQ(asFile.GetPosition(), m_file.GetPos());
+    EXPECT_TRUE(m_file.Seek(5, 2) && m_file.GetFileRemaining() == 0);
+    EXPECT_TRUE(Read('z') == 'z' && asFile.IsEndOfFile());
+}
+
+TEST_F(AIFile, SaysWhyItDoesNotOpen) {
+    std::string const fifo = (m_scratch.Folder() / "fifo").string();
+    ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
+    auto const errorOf = [&](char const* path, long mode) {
+        EXPECT_FALSE(m_file.Open(path, mode) || m_file.IsLoading() || m_file.IsStoring());
+        return m_file.GetLastError();
+    };
+    EXPECT_EQ(errorOf(nullptr, kRead), VAIFile::eNoPath);
+    for (char const* const path : {"", m_scratch.Path(), m_scratch.Folder().c_str(), fifo.c_str()}) {
+        EXPECT_EQ(errorOf(path, kRead), VAIFile::eCannotOpen) << path;
+    }
+    EXPECT_EQ(errorOf(m_scratch.Path(), VAIFile::kChunkSafe), VAIFile::eCannotOpen);
+    EXPECT_FALSE(m_file.Close());
+    EXPECT_EQ(m_file.GetLastError(), VAIFile::eNotOpen);
+    EXPECT_EQ(State() + Enter(), "-1 0");
+    EXPECT_TRUE(Read(7) == 7 && m_file.Eof());
+    EXPECT_FALSE(m_file.OpenChunk("TEST"));
+    Open(kWrite);
+    EXPECT_EQ(m_file.GetLastError(), VAIFile::eNone);
+    EXPECT_TRUE(Read(7) == 7 && m_file.Eof() && m_file.Close()) << "a file that is written gives nothing";
+    OpenOn("abcd", kRead);
+    EXPECT_FALSE(m_file.Write8Bit("x") || m_file.OpenChunk("TEST") || m_file.Close());
+}
+
+TEST_F(AIFile, ReportsBytesThatWereLost) {
+    ASSERT_TRUE(m_file.Open("/dev/full", kWrite));
+    m_file << 5;
+    EXPECT_EQ(m_file.GetLastError(), VAIFile::eNone) << "still in memory";
+    EXPECT_FALSE(m_file.Close());
+    EXPECT_EQ(m_file.GetLastError(), VAIFile::eWriteFailed);
+    ASSERT_TRUE(m_file.Open("/dev/full", kWrite));
+    EXPECT_FALSE(m_file.OpenChunk("TEST") || m_file.Write("a", 1) || m_file.Seek(0, VFile::kFromStart));
+    LineLogScope const log;
+    m_file << "text";
+    EXPECT_EQ(log.Lines(), std::vector<std::string>{"VAIFile::<< ARGH!"});
+}
+
+TEST_F(AIFile, EndsAtFourGiB) {
+    Open(kWrite);
+    ASSERT_TRUE(m_file.OpenChunk("HUGE"));
+    m_file.Seek(static_cast<long>(VAIFile::kMaxFileLength) - 6, VFile::kFromStart); // a hole, not bytes
+    EXPECT_TRUE(m_file.Write("1234", 4));
+    EXPECT_FALSE(m_file.Write("1234", 4) || m_file.CloseChunk() || m_file.Close());
+    EXPECT_EQ(m_file.GetLastError(), VAIFile::eWriteFailed);
+    Open(kSafe);
+    EXPECT_EQ(Enter(), "HUGE");
+    EXPECT_EQ(State(), "8 4294967285") << "the chunk is as long as it became";
+}
+
+/// A long, repeatable mix, so that values and chunk ends fall on every place of the block.
+void MoveMix(Mover& mover, std::mt19937& random, int depth) {
+    for (int step = 0; step < 40; ++step) {
+        auto const what = static_cast<unsigned>(random());
+        switch (what % 8) {
+        case 0:
+            if (depth < 15) {
+                mover.Chunk("MIXD", [&] { MoveMix(mover, random, depth + 3); });
+            }
+            break;
+        case 1:
+            mover.Bytes(std::string(what % 512 == 1 ? what >> 15 : what >> 24, static_cast<char>(what >> 8)));
+            break;
+        case 2:
+            mover.Text(std::to_string(what));
+            break;
+        default:
+            mover.Values(what, static_cast<unsigned char>(what), static_cast<short>(what), 0.5 * what);
+        }
+    }
+}
+
+TEST_F(AIFile, GivesBackExtremesAndALongMix) {
+    for (long const mode : {kWrite, kSafe, kWrite | VAIFile::kLittleEndian, kSafe | VAIFile::kLittleEndian}) {
+        Open(mode);
+        Mover mover{m_file, m_file.IsStoring() ? Mover::eWrite : Mover::eCheck};
+        std::mt19937 random(1);
+        mover.Chunk("ALL.", [&] {
+            mover.Values('\x80', SHRT_MIN, USHRT_MAX, INT_MIN, UINT_MAX, long{INT_MIN}, 0xFFFFFFFFUL,
+                         LLONG_MIN, LLONG_MAX, ULLONG_MAX, HUGE_VAL, DBL_TRUE_MIN, -FLT_MAX, FLT_TRUE_MIN);
+            MoveMix(mover, random, 1);
+        });
+        EXPECT_GT(m_file.GetFileLength(), 4 * BlockFile::kBlockSize);
+        EXPECT_TRUE(m_file.Close());
+    }
+}
+
+} // namespace

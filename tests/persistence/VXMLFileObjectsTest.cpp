@@ -1,0 +1,218 @@
+#include "foundation/containers/VPtrArray.h"
+#include "foundation/core/lifecycle/VLibrary.h"
+#include "foundation/persistence/IXMLFileIO.h"
+#include "foundation/strings/values/VColour.h"
+#include "tests/persistence/XMLTestSupport.h"
+#include "tests/support/Counted.h"
+
+#include <thread>
+#include <vector>
+
+namespace {
+
+using namespace testing_support;
+
+/// A class as users write them.
+class APlace : public Registered<APlace, VObject> {
+  public:
+    static constexpr char const* kClassName = "APlace";
+    static inline VClass* ms_theClass = nullptr;
+    explicit APlace(VClass* cls = nullptr, long x = 0) : Registered(cls), m_x(x) {}
+    static APlace* New() { return new APlace; }
+    bool SerializeAsXML(VXMLFile& file) override {
+        VObject::SerializeAsXML(file);
+        return file.SerializeAttribute("x", m_x);
+    }
+    long m_x;
+};
+
+class AnAbstract : public Registered<AnAbstract, APlace> {
+  public:
+    static constexpr char const* kClassName = "AnAbstract";
+    static inline VClass* ms_theClass = nullptr;
+    static constexpr bool kIsAbstract = true;
+};
+
+class XMLFileObjects : public XMLTest {
+  protected:
+    XMLFileObjects() {
+        AnAbstract::TheClass();
+        APlace::TheClass()->SetVersion(1);
+        ACounted::TheClass();
+    }
+};
+
+VObjectRef<VObjectArray> NewArray() {
+    return VObjectRef<VObjectArray>::Adopt(VObjectArray::NewObjectArray());
+}
+
+TEST_F(XMLFileObjects, HasAFixedForm) {
+    APlace place(nullptr, 10);
+    VString const hello("hello");
+    VString const sentence("more than ten characters");
+    auto const items = NewArray();
+    VObject const* const all[] = {&hello, nullptr, &place, &sentence};
+    for (VObject const* const item : all) {
+        items->AddObject(item);
+    }
+    std::string const text = Saved([&](VXMLFile& file) {
+        EXPECT_TRUE(file.WriteObject("items", items.Get()));
+        APlace::TheClass()->SetVersion(3);
+        EXPECT_TRUE(file.SerializeObject("", place) && !file.WriteObject("null", nullptr));
+        EXPECT_FALSE(file.ReadAndCreateObject(nullptr, nullptr) || file.ReadObject(nullptr, place));
+        EXPECT_STREQ(file.GetErrorStr(), "Bad mode");
+    });
+    EXPECT_EQ(
+        text,
+        "<R><VObjectArray name=\"items\" count=\"4\"><VString string=\"hello\" /><APlace x=\"10\" />"
+        "<VString>more than ten characters</VString></VObjectArray><APlace version=\"3\" x=\"10\" /></R>");
+    Document file(text);
+    auto const read = NewArray();
+    EXPECT_FALSE(file.WriteObject(nullptr, read.Get())) << "the document is loading";
+    EXPECT_TRUE(file.ReadObject("ITEMS", read.Get()) && read->Count() == 3) << "nulls are lost";
+    EXPECT_TRUE(read->ObjectAtIndex(0)->IsEqual(hello) && read->ObjectAtIndex(2)->IsEqual(sentence));
+    EXPECT_EQ(static_cast<APlace*>(read->ObjectAtIndex(1))->m_x, 10);
+    EXPECT_EQ(Log(), "");
+}
+
+TEST_F(XMLFileObjects, IsFoundByClassAndName) {
+    Document file(
+        "<R><Unknown name='a'/><APlace name='a' x='1'/><APlace x='2' name='B'/><Old name='c' x='3'/>"
+        "<any class='APlace' name='d' x='4'/><APlace class='Unknown' name='e' x='5'/>"
+        "<VObject name='f' x='6'/><AnAbstract name='g'/></R>");
+    auto const read = [&](char const* name) {
+        APlace place;
+        return file.ReadObject(name, place) ? place.m_x : -1;
+    };
+    auto const create = [&](char const* name, VClass* base) {
+        auto const object = VObjectRef<VObject>::Adopt(file.ReadAndCreateObject(name, base));
+        return object ? static_cast<APlace*>(object.Get())->m_x : -1;
+    };
+    EXPECT_TRUE(read(nullptr) == 1 && read("b") == 2 && create(nullptr, nullptr) == 1);
+    EXPECT_TRUE(read("c") == -1 && create("c", nullptr) == -1 &&
+                !file.CanReadObject("c", APlace::TheClass()));
+    VClass::SetClassSubstitution("Old", APlace::TheClass());
+    EXPECT_TRUE(read("c") == 3 && create("c", nullptr) == 3 && file.CanReadObject("c", APlace::TheClass()));
+    VClass::SetClassSubstitution("Old", nullptr);
+    EXPECT_TRUE(read("d") == 4 && create("d", APlace::TheClass()) == 4) << "whatever the element is called";
+    EXPECT_TRUE(read("e") == -1 && create("e", nullptr) == -1);
+    EXPECT_TRUE(read("f") == 6 && !file.CanReadObject("f", APlace::TheClass())) << "VObject is a base of it";
+    EXPECT_TRUE(create("g", nullptr) == -1 && create("a", VString::TheClass()) == -1);
+    EXPECT_FALSE(file.CanReadObject(nullptr, nullptr) || file.ReadObject(nullptr, nullptr));
+    EXPECT_STREQ(file.GetNodeName(), "R") << "the cursor is where it was";
+    // The class that sorts last cannot be looked up, but the object at hand knows its name.
+    EXPECT_TRUE(Document("<R><VXMLFile/></R>").ReadObject(nullptr, file));
+}
+
+TEST_F(XMLFileObjects, ArraysSkipWhatTheyDoNotKnow) {
+    Document file("<R><VObjectArray><VString string='a'/>text<Unknown/><AnAbstract/>"
+                  "<X class='VString' string='b'/></VObjectArray></R>");
+    auto const array = NewArray();
+    EXPECT_TRUE(file.ReadObject(nullptr, array.Get()) && array->Count() == 2);
+    EXPECT_EQ(Log(), "VObjectArray::SerializeAsXML - Attribute 'count' not found\n"
+                     "VObjectArray::SerializeAsXML - No class for className 'Unknown'\n"
+                     "VObjectArray::SerializeAsXML - Error allocating new object of class: AnAbstract\n");
+    for (std::string const count : {"-1", "0", "2147483648", "x"}) {
+        Document lying("<R><VObjectArray count='" + count + "'><ACounted/></VObjectArray></R>");
+        EXPECT_TRUE(lying.ReadObject(nullptr, array.Get()) && array->Count() == 1) << count;
+    }
+    array->RemoveAllObjects();
+    EXPECT_EQ(ACounted::ms_alive, 0);
+}
+
+TEST_F(XMLFileObjects, NestsAsDeepAsDocumentsMay) {
+    auto const array = NewArray();
+    array->AddObject(array.Get());
+    array->AddObject(array.Get());
+    EXPECT_EQ(Saved([&](VXMLFile& file) { file.WriteObject(nullptr, array.Get()); }), "(refused)");
+    array->RemoveAllObjects();
+    VObjectArray* innermost = array.Get();
+    for (int level = 2; level < IXMLFileIO::kMaxNesting; ++level) {
+        auto const next = NewArray();
+        innermost->AddObject(next.Get());
+        innermost = next.Get();
+    }
+    Document file(Saved([&](VXMLFile& saving) { saving.WriteObject(nullptr, array.Get()); }));
+    EXPECT_TRUE(file.ReadObject(nullptr, array.Get()) && array->Count() == 1);
+}
+
+TEST_F(XMLFileObjects, MayNameAnyRegisteredClass) {
+    InitializeLibrary(false);
+    auto const classes = VObjectRef<VPtrArray>::Adopt(VObject::TheClass()->SubClassesArray());
+    std::string elements;
+    for (long i = 0; i < classes->Count(); ++i) {
+        std::string const name = static_cast<VClass*>(classes->PtrAtIndex(i))->Name();
+        elements += name.find('<') == std::string::npos ? "<" + name + " x='1'>text</" + name + ">" : "";
+    }
+    Document file("<R><VObjectArray count='1'>" + elements + "</VObjectArray></R>");
+    auto const array = NewArray();
+    EXPECT_TRUE(file.ReadObject(nullptr, array.Get()) && array->Count() > 30);
+}
+
+TEST_F(XMLFileObjects, DocumentsOfSeveralThreadsDoNotMeet) {
+    std::vector<std::thread> threads;
+    for (int red = 0; red < 4; ++red) {
+        threads.emplace_back([red] {
+            for (int green = 0; green < 50; ++green) {
+                VColour const written(red, green, 0, 0, nullptr);
+                Document file(Saved([&](VXMLFile& saving) { saving.WriteObject("c", written); }));
+                SColour read;
+                EXPECT_TRUE(file.SerializeColourAttribute("c", read, read) && read.IsSameColour(written));
+            }
+        });
+    }
+    for (auto& thread : threads) {
+        thread.join();
+    }
+}
+
+class XMLFileObjectsOfOlderFiles : public XMLFileObjects {
+  protected:
+    static bool Read(std::string const& text, VDictionary& prefs) {
+        VXMLFile file;
+        return Load(file, text, "Settings") && file.ReadObject("prefs", prefs);
+    }
+    static std::string Save(VDictionary& prefs) {
+        std::string text = Saved([&](VXMLFile& file) { file.WriteObject("prefs", prefs); });
+        return text == "(refused)" ? text : "<Settings" + text.substr(2, text.size() - 5) + "/Settings>";
+    }
+    std::string const m_document = Contents(PERSISTENCE_TEST_DATA "/older-dictionary.xml");
+};
+
+TEST_F(XMLFileObjectsOfOlderFiles, IsRead) {
+    VDictionary prefs;
+    ASSERT_TRUE(Read(m_document, prefs) && prefs.Count() == 3);
+    EXPECT_EQ(Log(), "");
+    auto const value = [&](VString const& key) { return prefs.ObjectForKey(&key); };
+    EXPECT_TRUE(value("colour")->IsEqual(VString("d\xC3\xA9j\xC3\xA0 vu")));
+    EXPECT_TRUE(value("a key of more than ten characters")->IsEqual(VString("           ")));
+    auto const* const list = static_cast<VObjectArray*>(value("list"));
+    ASSERT_TRUE(list && list->Count() == 2) << "whatever its count says";
+    EXPECT_TRUE(list->ObjectAtIndex(0)->IsEqual(VString("<&>")));
+    EXPECT_TRUE(list->ObjectAtIndex(1)->IsEqual(VString("\r\n blanks & lines ")));
+    VDictionary again;
+    EXPECT_TRUE(Read(Save(prefs), again) && Save(again) == Save(prefs));
+}
+
+TEST_F(XMLFileObjectsOfOlderFiles, LeavesUsableObjectsWhenDamaged) {
+    VDictionary prefs;
+    ASSERT_TRUE(Read(m_document, prefs));
+    int loaded = 0;
+    auto const tryOut = [&loaded](std::string const& damaged) {
+        VDictionary read;
+        loaded += Read(damaged, read) ? 1 : 0;
+        EXPECT_EQ(read.Keys()->Count(), read.Values()->Count());
+        EXPECT_NE(Save(read), "(refused)");
+    };
+    for (std::string const& document : {m_document, Save(prefs)}) {
+        for (std::size_t i = 0; i < document.size(); ++i) {
+            tryOut(document.substr(0, i));
+            for (char const byte : {'\x00', '\x7F', '\x80', '\xFF'}) {
+                tryOut(std::string(document).replace(i, 1, 1, byte));
+            }
+        }
+    }
+    EXPECT_GT(loaded, 100) << "damage inside a text is not noticed";
+}
+
+} // namespace

@@ -1,0 +1,125 @@
+#include "foundation/persistence/IXMLFileIO.h"
+#include "tests/persistence/XMLTestSupport.h"
+
+#include <functional>
+
+namespace {
+
+using namespace testing_support;
+
+using XMLFile = XMLTest;
+
+constexpr char kDocument[] =
+    "<R><A n='1' name='x'/>text<B><C/></B><a n='2' name='Y'/><!-- c --><A n='3'/>more</R>";
+
+std::string Attribute(VXMLFile& file) {
+    char const* value = nullptr;
+    return file.ReadAttribute("n", value) ? value : "-";
+}
+
+TEST_F(XMLFile, MovesOverElementsByNameWithoutRegardToCase) {
+    Document file(kDocument);
+    EXPECT_FALSE(file.OpenFirstChildElement("Z"));
+    EXPECT_STREQ(file.GetNodeName(), "R") << "the cursor stays where nothing is found";
+    std::string found;
+    for (bool first = true; file.OpenChildElement("a", first);) {
+        found += Attribute(file);
+    }
+    EXPECT_EQ(found, "123");
+    EXPECT_EQ(file.GetLevel(), 4) << "a move counts as an opening";
+    EXPECT_TRUE(file.CloseChild() && file.OpenFirstChildElement("A", "y"));
+    EXPECT_EQ(Attribute(file), "2");
+    EXPECT_FALSE(file.OpenNextSiblingElement("A", "x"));
+    EXPECT_TRUE(file.CloseChild());
+    EXPECT_FALSE(file.OpenFirstChildElement("A", "z"));
+    EXPECT_STREQ(file.GetNodeName(), "R") << "back at the parent";
+}
+
+TEST_F(XMLFile, MovesOverEveryKindOfNode) {
+    Document file(kDocument);
+    std::string kinds;
+    EXPECT_TRUE(file.OpenChildren());
+    while (file.OpenNextSibling()) {
+        kinds += std::to_string(file.GetNodeType());
+    }
+    EXPECT_EQ(kinds, "1411214");
+    EXPECT_EQ(file.GetLevel(), 2) << "a move to any sibling does not count";
+    char const* text = nullptr;
+    EXPECT_TRUE(file.ReadText(text) && std::string(text) == "more");
+    EXPECT_FALSE(file.WriteAttribute("n", "1") || file.ReadAttribute("n", text)) << "on a text";
+    EXPECT_TRUE(file.CloseChildren() && file.OpenFirstChildText() && file.OpenNextSiblingText());
+    EXPECT_TRUE(file.ReadText(text) && std::string(text) == "more");
+    EXPECT_TRUE(file.CloseChild() && !file.ReadText(text) && !file.WriteText("x")) << "on an element";
+    EXPECT_TRUE(file.OpenChildren() && file.CloseChildren()) << "no child was opened";
+    EXPECT_STREQ(file.GetNodeName(), "R");
+    EXPECT_TRUE(file.CloseChild() && file.GetNodeType() == IXMLFileIO::kDocument && !file.CloseChild());
+}
+
+TEST_F(XMLFile, BuildsWhatTheCursorIsToldTo) {
+    auto const write = [](VXMLFile& file) {
+        EXPECT_TRUE(file.OpenChildren() && file.OpenNextSiblingElement("A", "x"));
+        EXPECT_TRUE(file.WriteAttribute("n", "1") && file.WriteAttribute("n", "2"));
+        EXPECT_TRUE(file.OpenNextSiblingElement("B") && file.OpenFirstChildText() && file.WriteText("<t>"));
+        EXPECT_FALSE(file.WriteAttribute("n", "1")) << "on a text";
+        EXPECT_TRUE(file.CloseChild() && file.CloseChildren() && file.GetLevel() == 1);
+        EXPECT_FALSE(file.OpenFirstChildElement(nullptr)) << "creates nothing";
+    };
+    EXPECT_EQ(Saved(write), R"(<R><A name="x" n="2" /><B>&lt;t&gt;</B></R>)");
+    VXMLFile file;
+    ASSERT_TRUE(file.OpenFileForWrite(Path("f").c_str(), "R"));
+    write(file);
+    EXPECT_FALSE(std::filesystem::exists(Path("f"))) << "only closing writes";
+    EXPECT_TRUE(file.CloseFile());
+    EXPECT_EQ(Contents(Path("f")), "<R>\n    <A name=\"x\" n=\"2\" />\n    <B>&lt;t&gt;</B>\n</R>\n");
+    EXPECT_FALSE(file.IsValid() || file.CloseFile() || file.GetMode() != IXMLFileIO::kNoDocument);
+}
+
+TEST_F(XMLFile, SavesNothingOfADocumentThatLostSomething) {
+    auto const nest = [](VXMLFile& file, int levels) {
+        while (file.GetLevel() < levels && file.OpenFirstChildElement("e")) {
+        }
+    };
+    auto const addAttributes = [](VXMLFile& file, int count) {
+        for (int i = 0; i < count; ++i) {
+            file.WriteAttribute(("a" + std::to_string(i)).c_str(), "v");
+        }
+    };
+    Document const limits(Saved([&](VXMLFile& file) {
+        nest(file, IXMLFileIO::kMaxNesting);
+        addAttributes(file, IXMLFileIO::kMaxAttributes);
+        EXPECT_TRUE(file.WriteAttribute("a5", "replaced"));
+    }));
+    std::function<void(VXMLFile&)> const losing[] = {
+        [](VXMLFile& file) { EXPECT_FALSE(file.OpenFirstChildElement("a b")); },
+        [](VXMLFile& file) { EXPECT_FALSE(file.WriteAttribute("1", "x")); },
+        [](VXMLFile& file) { EXPECT_FALSE(file.OpenNextSiblingElement("SecondRoot")); },
+        [](VXMLFile& file) { EXPECT_TRUE(file.OpenFirstChildText() && !file.OpenFirstChildElement("e")); },
+        [&](VXMLFile& file) { nest(file, IXMLFileIO::kMaxNesting + 1); },
+        [&](VXMLFile& file) { addAttributes(file, IXMLFileIO::kMaxAttributes + 1); },
+    };
+    for (auto const& write : losing) {
+        EXPECT_EQ(Saved(write), "(refused)");
+    }
+}
+
+TEST_F(XMLFile, WorksWithoutABackEnd) {
+    struct NoBackEnds : IXMLFileIOFactory {
+        IXMLFileIO* New() override { return nullptr; }
+    };
+    VXMLFile working;
+    EXPECT_FALSE(Load(working, "<R"));
+    EXPECT_STREQ(VObjectRef<VXMLFile>::Adopt(working.Copy())->GetErrorStr(), "Parsing failure");
+    VXMLFile::SetIXMLFileIOFactory(new NoBackEnds);
+    EXPECT_STREQ(VXMLFile().GetErrorStr(), "XML lib init failed");
+    VXMLFile::ClearIXMLFileIOFactory();
+    VXMLFile file;
+    VString text;
+    EXPECT_FALSE(Load(file, kDocument) || file.WriteFileToString(text, "R") || file.OpenFirstChild() ||
+                 file.WriteObject(nullptr, text) || file.CloseFile());
+    EXPECT_EQ(Attribute(file), "-");
+    EXPECT_STREQ(file.GetErrorStr(), "XML lib disabled");
+    EXPECT_TRUE(Load(working, kDocument)) << "keeps its own back end";
+    EXPECT_STREQ(working.GetErrorStr(), "None");
+}
+
+} // namespace
