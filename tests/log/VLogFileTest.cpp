@@ -1,16 +1,23 @@
 #include "foundation/log/VLogFile.h"
+#include "foundation/core/lifecycle/VLibrary.h"
 #include "foundation/log/VStopWatch.h"
+#include "tests/support/FailingNew.h"
+#include "tests/support/Fork.h"
+#include "tests/support/Jobs.h"
 #include "tests/support/LineLog.h"
 #include "tests/support/ScratchFile.h"
 
 #include <gtest/gtest.h>
 
+#include <csignal>
 #include <ctime>
 #include <fcntl.h>
+#include <functional>
 #include <future>
 #include <sched.h>
 #include <semaphore.h>
 #include <sys/mount.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <thread>
 
@@ -19,6 +26,7 @@ namespace {
 using namespace VFoundation;
 using testing_support::LineLogScope;
 using testing_support::ScratchFile;
+using testing_support::WaitUntil;
 using Lines = std::vector<std::string>;
 using LogFileRef = VObjectRef<VLogFile>;
 
@@ -46,14 +54,14 @@ std::string StandardErrorOf(VLogFile& log, char const* line) {
 }
 
 /// What follows the date, which is the first line and has no line feed.
-std::string BehindTheDate(std::string const& text) {
+std::string AfterTheDate(std::string const& text) {
     std::tm date{};
     char const* const end = ::strptime(text.c_str(), "%a %b %e %H:%M:%S %Y", &date);
     EXPECT_EQ(end, text.c_str() + 24) << text.substr(0, 30);
     return text.substr(24);
 }
 
-TEST(LogFile, WritesLinesAsTheyAre) {
+TEST(VLogFile, WritesLinesAsTheyAre) {
     ScratchFile const file;
     file.SetBytes("old");
     auto const log = NewLog("/");
@@ -67,40 +75,39 @@ TEST(LogFile, WritesLinesAsTheyAre) {
     log->AddString(nullptr);
     log->AddString("b%s\n");
     EXPECT_TRUE(log->Close());
-    EXPECT_EQ(BehindTheDate(file.Bytes()), "ab%s\n");
+    EXPECT_EQ(AfterTheDate(file.Bytes()), "ab%s\n");
     EXPECT_EQ(StandardErrorOf(*log, "y\n"), "y\n");
     std::string const path = file.Folder().string() + '/' + std::string(300, 'x');
     EXPECT_TRUE(log->Open(path.c_str())); // cut
     EXPECT_EQ(log->FileName(), path.substr(0, 259));
 }
 
-TEST(LogFile, QueuesLinesForItsThread) {
+TEST(VLogFile, QueuesLinesForItsThread) {
     ScratchFile const first;
     ScratchFile const second;
     auto const log = NewLog(first.Path());
     EXPECT_TRUE(log->StartLoggingThread());
     EXPECT_FALSE(log->StartLoggingThread());
     std::string const lines = Numbered(0, 500, log.Get());
-    while (first.Bytes().size() < 24 + lines.size()) { // the thread does not wait for the end
-        std::this_thread::yield();
-    }
+    // The thread does not wait for the end.
+    WaitUntil([&] { return first.Bytes().size() >= 24 + lines.size(); });
     std::string const more = lines + Numbered(500, 1500, log.Get());
     EXPECT_TRUE(log->Close());
-    EXPECT_EQ(BehindTheDate(first.Bytes()), more);
+    EXPECT_EQ(AfterTheDate(first.Bytes()), more);
     EXPECT_EQ(StandardErrorOf(*log, "closed\n"), "closed\n");
     EXPECT_TRUE(log->Open(second.Path()));
     EXPECT_TRUE(log->ShutdownLoggingThread());
     EXPECT_TRUE(log->StartLoggingThread());
     Numbered(0, 1000, log.Get());
     EXPECT_TRUE(log->ShutdownLoggingThread());
-    EXPECT_EQ(BehindTheDate(second.Bytes()), Numbered(0, 1000)); // before anything is closed
+    EXPECT_EQ(AfterTheDate(second.Bytes()), Numbered(0, 1000)); // before anything is closed
     log->AddString("direct");
     log->Close();
-    EXPECT_EQ(BehindTheDate(second.Bytes()), Numbered(0, 1000) + "direct");
+    EXPECT_EQ(AfterTheDate(second.Bytes()), Numbered(0, 1000) + "direct");
     EXPECT_EQ(log->DroppedLines(), 0);
 }
 
-TEST(LogFile, TracesEveryStepOfItsShutDown) {
+TEST(VLogFile, TracesEveryStepOfItsShutDown) {
     LineLogScope const traced;
     ScratchFile const file;
     auto const log = NewLog(file.Path());
@@ -123,7 +130,7 @@ TEST(LogFile, TracesEveryStepOfItsShutDown) {
                      " Unregistering logging thread...\n", " Releasing logging thread...\n"}));
 }
 
-TEST(LogFile, StopsItsThreadWhenItDiesAsTheDefaultLog) {
+TEST(VLogFile, StopsItsThreadWhenItDiesAsTheDefaultLog) {
     ScratchFile const file;
     VLog::SetSafeStartup();
     LogFileRef log = NewLog(file.Path());
@@ -136,10 +143,161 @@ TEST(LogFile, StopsItsThreadWhenItDiesAsTheDefaultLog) {
     EXPECT_NE(file.Bytes().find(" Logging thread has been shutdown safely\n"), std::string::npos);
 }
 
-/// A log whose file is a pipe that nobody reads, with its thread stuck and its queue full.
-class StuckLog : public testing::Test {
+/// A default log, of one test, that throws from every line.
+struct AThrowingLog : VLog {
+    void AddString(char const*) override { throw 7; }
+};
+
+TEST(VLogFile, StopsItsThreadThoughTheDefaultLogThrows) {
+    ScratchFile const file;
+    VLog::SetSafeStartup();
+    VLog::SetLog(VObjectRef<VLog>::Adopt(new AThrowingLog).Get());
+    LogFileRef log = NewLog(file.Path());
+    EXPECT_TRUE(log->StartLoggingThread());
+    std::string const lines = Numbered(0, 500, log.Get());
+    EXPECT_THROW(log->ShutdownLoggingThread(), int); // its start line
+    EXPECT_TRUE(log->IsLoggingThreadRunning());
+    log.Exchange(nullptr);
+    EXPECT_EQ(AfterTheDate(file.Bytes()), lines);
+    VLog::SetLog(nullptr);
+}
+
+TEST(VLogFile, OpensAsAWholeOrNotAtAll) {
+    struct ALogFile : VLogFile {
+        ALogFile() : VLogFile(nullptr) {}
+        void AddString(char const* line) override {
+            if (m_throws) {
+                throw 7;
+            }
+            VLogFile::AddString(line);
+        }
+        bool m_throws = true;
+    };
+    ScratchFile const file;
+    auto const log = VObjectRef<ALogFile>::Adopt(new ALogFile);
+    EXPECT_THROW(log->Open(file.Path()), int);
+    EXPECT_EQ(log->FileName(), nullptr);
+    EXPECT_FALSE(log->Close());
+    log->m_throws = false;
+    EXPECT_TRUE(log->Open(file.Path()));
+}
+
+TEST(VLogFile, StartsItsThreadAsAWholeOrNotAtAll) {
+    ScratchFile const file;
+    auto const log = NewLog(file.Path());
+    EXPECT_TRUE(log->StartLoggingThread()); // all that is made once
+    EXPECT_TRUE(log->ShutdownLoggingThread());
+    testing_support::FailEachNew([&] {
+        bool started = false;
+        try {
+            started = log->StartLoggingThread();
+        } catch (std::bad_alloc const&) {
+        }
+        bool const failed = testing_support::NewHasFailed();
+        EXPECT_EQ(log->IsLoggingThreadRunning(), started);
+        log->AddString("x");
+        EXPECT_EQ(log->StartLoggingThread(), !started);
+        EXPECT_TRUE(log->ShutdownLoggingThread());
+        return failed;
+    });
+    std::size_t const before = file.Bytes().size();
+    EXPECT_TRUE(log->StartLoggingThread());
+    VString::ms_bRecyclingEnabled = false;
+    testing_support::FailEachNew([&] {
+        log->AddString("y");
+        return testing_support::NewHasFailed();
+    });
+    VString::ms_bRecyclingEnabled = true;
+    EXPECT_TRUE(log->ShutdownLoggingThread());
+    EXPECT_EQ(log->DroppedLines(), 1); // the other one found memory
+    EXPECT_EQ(file.Bytes().size(), before + 1);
+}
+
+TEST(VLogFile, CountsTheLinesThatTheDiskRefuses) {
+    for (bool const threaded : {false, true}) {
+        auto const full = NewLog("/dev/full");
+        EXPECT_TRUE(!threaded || full->StartLoggingThread());
+        Numbered(0, 1000, full.Get());
+        EXPECT_TRUE(full->ShutdownLoggingThread());
+        EXPECT_TRUE(threaded ? full->DroppedLines() == 1001 : full->Close());
+        EXPECT_EQ(full->DroppedLines(), 1001); // with the date
+    }
+    // A disk that is full in the middle of a line, and then has space again.
+    constexpr rlim_t kSpace = 20'000;
+    rlimit before{};
+    ::getrlimit(RLIMIT_FSIZE, &before);
+    rlimit const full{kSpace, before.rlim_max};
+    auto* const handler = std::signal(SIGXFSZ, SIG_IGN);
+    ScratchFile const file;
+    auto const log = NewLog(file.Path());
+    ::setrlimit(RLIMIT_FSIZE, &full);
+    Numbered(0, 3000, log.Get());
+    log->AddString(std::string(100'000, 'x').c_str()); // longer than what gathers
+    ::setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, handler);
+    log->AddString("space\n");
+    log->Close();
+    std::string const text = AfterTheDate(file.Bytes());
+    auto const written = std::count(text.begin(), text.end(), '\n');
+    EXPECT_EQ(text, Numbered(0, static_cast<int>(written - 1)) + "space\n");
+    EXPECT_EQ(written + log->DroppedLines(), 3002);
+    EXPECT_GT(text.size(), kSpace - 50);
+}
+
+TEST(VLogFile, FlushesEachLineWhenToldTo) {
+    ScratchFile const file;
+    auto const log = NewLog(file.Path());
+    log->SetFlushEachLine(true);
+    std::string const direct = Numbered(0, 3, log.Get());
+    EXPECT_EQ(AfterTheDate(file.Bytes()), direct);
+    EXPECT_TRUE(log->StartLoggingThread());
+    log->SetFlushEachLine(false);
+    Numbered(3, 1000, log.Get());
+    log->SetFlushEachLine(true);
+    Numbered(1000, 1001, log.Get());
+    EXPECT_EQ(AfterTheDate(file.Bytes()), Numbered(0, 1001)); // after those in the queue
+    EXPECT_TRUE(log->ShutdownLoggingThread());
+}
+
+TEST(VLogFile, HasNoWriterThreadInAChildProcess) {
+    ScratchFile const file;
+    LogFileRef log = NewLog(file.Path());
+    Numbered(0, 3, log.Get()); // still in the stream's buffer
+    EXPECT_TRUE(log->StartLoggingThread());
+    Numbered(3, 6, log.Get()); // perhaps in the queue
+    testing_support::InChild([&] {
+        EXPECT_FALSE(log->IsLoggingThreadRunning());
+        log->AddString("child\n");
+        EXPECT_TRUE(log->StartLoggingThread());
+        log->AddString("child\n");
+        EXPECT_TRUE(log->ShutdownLoggingThread());
+        EXPECT_TRUE(log->Close());
+    });
+    Numbered(6, 9, log.Get());
+    EXPECT_TRUE(log->ShutdownLoggingThread());
+    std::string text = AfterTheDate(file.Bytes());
+    for (int i = 0; i < 2; ++i) {
+        std::size_t const child = text.find("child\n");
+        ASSERT_NE(child, std::string::npos) << text;
+        text.erase(child, 6);
+    }
+    EXPECT_EQ(text, Numbered(0, 9)); // each once
+
+    InitializeLibrary(false);
+    EXPECT_TRUE(log->StartLoggingThread());
+    VLog::SetLog(log.Get());
+    testing_support::InChild([&] {
+        ::alarm(20); // it does not wait 25 s for the thread
+        UninitializeLibrary(true, false, true);
+    });
+    log.Exchange(nullptr);
+    UninitializeLibrary(true, false, true);
+}
+
+/// A log whose file is a pipe that is not read, with its thread stuck and its queue full.
+class VLogFileStuck : public testing::Test {
   protected:
-    StuckLog() {
+    VLogFileStuck() {
         ::mkfifo(m_file.Path(), 0600);
         m_reader = ::open(m_file.Path(), O_RDONLY | O_NONBLOCK);
         m_log = NewLog(m_file.Path());
@@ -154,7 +312,7 @@ class StuckLog : public testing::Test {
         } while (m_added > added + 1);
         m_dropped = m_log->DroppedLines();
     }
-    ~StuckLog() override { ::close(m_reader); }
+    ~VLogFileStuck() override { ::close(m_reader); }
 
     /// What comes until the log's side is closed: no accepted line is missing.
     void ReadAll() const {
@@ -166,7 +324,7 @@ class StuckLog : public testing::Test {
         }
         EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), m_added - m_dropped);
         std::string const kept = Numbered(0, VLogFile::kQueueCapacity);
-        EXPECT_EQ(BehindTheDate(text).substr(0, kept.size()), kept);
+        EXPECT_EQ(AfterTheDate(text).substr(0, kept.size()), kept);
     }
 
     LineLogScope m_traced;
@@ -177,14 +335,14 @@ class StuckLog : public testing::Test {
     long m_dropped = 0;
 };
 
-TEST_F(StuckLog, LosesNothingThatItAccepted) {
+TEST_F(VLogFileStuck, LosesNothingThatItAccepted) {
     auto const reading = std::async(std::launch::async, [this] { ReadAll(); });
     EXPECT_TRUE(m_log->ShutdownLoggingThread());
     EXPECT_TRUE(m_log->Close());
 }
 
 // 25 rounds of a second each.
-TEST_F(StuckLog, SlowIsGivenUpAndItsThreadStillHasWhatItNeeds) {
+TEST_F(VLogFileStuck, SlowIsGivenUpAndItsThreadStillHasWhatItNeeds) {
     VStopWatch const watch(true);
     EXPECT_FALSE(m_log->ShutdownLoggingThread());
     EXPECT_GE(watch.GetElapsedTime(), 25);
@@ -233,22 +391,22 @@ void LogAbroad(bool (*prepare)()) {
     auto const log = NewLog(file.Path());
     bool whole = log->StartLoggingThread();
     std::string const lines = Numbered(0, 1000, log.Get());
-    whole = log->ShutdownLoggingThread() && BehindTheDate(file.Bytes()) == lines && whole;
+    whole = log->ShutdownLoggingThread() && AfterTheDate(file.Bytes()) == lines && whole;
     log->StartLoggingThread(); // and is left running
     std::exit(whole ? 0 : 1);
 }
 
-class LogFileAbroad : public testing::TestWithParam<bool (*)()> {
+class VLogFileAbroad : public testing::TestWithParam<bool (*)()> {
   protected:
-    LogFileAbroad() { RemoveSemaphores(); }
-    ~LogFileAbroad() override { RemoveSemaphores(); }
+    VLogFileAbroad() { RemoveSemaphores(); }
+    ~VLogFileAbroad() override { RemoveSemaphores(); }
     static void RemoveSemaphores() {
         sem_unlink("VLogFile");
         sem_unlink("VLogFileShutdown");
     }
 };
 
-TEST_P(LogFileAbroad, LosesNothing) {
+TEST_P(VLogFileAbroad, LosesNothing) {
     testing::FLAGS_gtest_death_test_style = "threadsafe";
     int result = 0;
     auto const passed = [&](int status) {
@@ -260,7 +418,7 @@ TEST_P(LogFileAbroad, LosesNothing) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Semaphores, LogFileAbroad,
+INSTANTIATE_TEST_SUITE_P(Semaphores, VLogFileAbroad,
                          testing::Values(&HasSignalsLeftOver, &BelongsToOthers, &HasNoSharedMemory));
 
 } // namespace
