@@ -20,7 +20,7 @@ namespace {
 
 using ConnectionPool = TRecyclePool<VConnectionTuple>;
 
-/// The references to a listed tuple that only its caller uses: the caller's and the list's.
+/// The count of a listed tuple in use by its caller alone: the caller's reference and the list's.
 constexpr std::int32_t kCallerAndList = 2;
 
 /// Lends a message to one target.

@@ -13,6 +13,9 @@ namespace {
 // Registering an agent takes milliseconds; a bus that does not answer must not keep the user from being asked.
 constexpr int kAgentTimeOut = 30000;
 
+// A program that has nothing more to say ends at once.
+constexpr int kEndTimeOut = 10000;
+
 AuthorizationStatus PkexecRefusal(int exitStatus) {
     switch (exitStatus) {
     case 126: // dismissed
@@ -31,8 +34,9 @@ AuthorizationStatus SudoRefusal(int exitStatus) {
 } // namespace
 
 AuthorizationStatus BrokerRightHolder::StartBroker(SProgramStart start,
-                                                   AuthorizationStatus (*refusal)(int exitStatus)) {
-    m_broker = HelperProcess::Start(std::move(start));
+                                                   AuthorizationStatus (*refusal)(int exitStatus),
+                                                   UniqueFd* listener) {
+    m_broker = HelperProcess::Start(std::move(start), listener);
     if (!m_broker) {
         return kInternalFailure;
     }
@@ -41,10 +45,11 @@ AuthorizationStatus BrokerRightHolder::StartBroker(SProgramStart start,
         return kAuthorized;
     }
     bool const isCancelled = word == EWord::eCancelled;
-    while (word) { // whatever else is said, the line closes when the program ends
+    while (word) { // whatever else is said, the socket closes when the program ends
         word = m_broker->Receive();
     }
-    std::optional<int> const status = m_broker->WaitForExit();
+    m_broker->HangUp(); // for one that does not speak as a broker does
+    std::optional<int> const status = m_broker->WaitForExit(kEndTimeOut);
     m_broker.reset();
     if (!status || !WIFEXITED(*status)) {
         return kInternalFailure;
@@ -83,13 +88,18 @@ AuthorizationStatus PolkitRightHolder::Ask(std::string const& iconPath) {
 }
 
 AuthorizationStatus SudoRightHolder::Ask(std::string const& iconPath) {
+    UniqueFd listener; // sudo may put a pipe between the broker and what it inherits
+    std::string name;
+    if (!ListenForHelper(listener, name)) {
+        return kInternalFailure;
+    }
     std::vector<std::string> environment = DialogEnvironment();
     environment.push_back("SUDO_ASKPASS=" + Paths().dialog);
     environment.push_back(std::string(kAskpassIconVariable) + "=" + iconPath);
     return StartBroker({.path = Paths().sudo,
-                        .arguments = {"-A", "-p", "Password of %p:", "--", Paths().broker},
+                        .arguments = {"-A", "-p", "Password of %p:", "--", Paths().broker, name},
                         .environment = std::move(environment)},
-                       SudoRefusal);
+                       SudoRefusal, &listener);
 }
 
 } // namespace Launcher

@@ -17,8 +17,9 @@ class BrokerRightHolder : public IRightHolder {
     SHelperPaths const& Paths() const { return m_paths; }
 
     /// Starts the program that becomes, or starts, the broker, and waits until that is ready. `refusal` turns
-    /// the exit status of a program that never got so far into a status.
-    AuthorizationStatus StartBroker(SProgramStart start, AuthorizationStatus (*refusal)(int exitStatus));
+    /// the exit status of a program that never got so far into a status. `listener` as in `HelperProcess::Start`.
+    AuthorizationStatus StartBroker(SProgramStart start, AuthorizationStatus (*refusal)(int exitStatus),
+                                    UniqueFd* listener = nullptr);
 
   private:
     SHelperPaths m_paths;

@@ -77,7 +77,7 @@ TEST_F(Image, CachesUnderTheFirstName) {
     EXPECT_TRUE(VImage::AddNamedImageToCache("icon", a.Get()));
     EXPECT_TRUE(VImage::AddNamedImageToCache("icon", b.Get())); // taken: nothing is added
     EXPECT_TRUE(VImage::AddNamedImageToCache("ICON", b.Get()));
-    EXPECT_EQ(VImage::ms_imageCache->Count(), 2);
+    EXPECT_EQ(VImage::ms_imageCache.load()->Count(), 2);
     EXPECT_EQ(VImage::FindImageInCacheWithName("icon"), a.Get());
     EXPECT_EQ(VImage::FindImageInCacheWithName(nullptr), nullptr);
     EXPECT_FALSE(VImage::AddNamedImageToCache(nullptr, a.Get()) ||
@@ -151,7 +151,7 @@ TEST_F(Image, IsTheSameForThreadsThatLoadAtOnce) {
             EXPECT_EQ(images[i][0].Get(), VImage::FindImageInCacheWithName(paths[0].c_str()));
             EXPECT_EQ(images[i][1].Get(), VImage::FindImageInCacheWithName(paths[1].c_str()));
         }
-        EXPECT_EQ(VImage::ms_imageCache->Count(), 2);
+        EXPECT_EQ(VImage::ms_imageCache.load()->Count(), 2);
     }
 }
 

@@ -1,4 +1,5 @@
 #include "foundation/strings/VData.h"
+
 #include "foundation/core/VException.h"
 #include "foundation/core/VObjectRef.h"
 #include "foundation/host/VHostArchitecture.h"
@@ -60,9 +61,13 @@ TEST(VData, ComparesAndCopiesByContent) {
     VData data(100);
     Fill(data);
     auto const copy = VObjectRef<VData>::Adopt(data.Copy());
-    EXPECT_TRUE(data == *copy && data.IsEqual(*copy));
+    EXPECT_TRUE(data == *copy);
+    EXPECT_TRUE(data.IsEqual(*copy));
     data.Bytes()[99] = 0;
-    EXPECT_TRUE(data != *copy && !data.IsEqual(*copy) && VData(3) != VData(4) && VData() == VData(0));
+    EXPECT_TRUE(data != *copy);
+    EXPECT_FALSE(data.IsEqual(*copy));
+    EXPECT_TRUE(VData(3) != VData(4));
+    EXPECT_TRUE(VData() == VData(0));
     EXPECT_FALSE(VData().IsEqual(VString()));
     data = VData();
     EXPECT_EQ(data.Bytes(), nullptr);

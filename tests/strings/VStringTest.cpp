@@ -1,10 +1,8 @@
 #include "foundation/strings/VString.h"
 
 #include "foundation/core/VObjectRef.h"
-#include "foundation/persistence/VAIFile.h"
-#include "tests/support/ScratchFile.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/FailingAllocator.h"
+#include "tests/support/SavedForms.h"
 
 #include <climits>
 #include <cstring>
@@ -14,7 +12,7 @@
 namespace {
 
 using namespace VFoundation;
-using testing_support::ScratchFile;
+using VStringTest = testing_support::SavedForms;
 
 std::string Repeated(unsigned long count, char character = 'x') {
     return std::string(count, character);
@@ -27,6 +25,7 @@ TEST(VString, ReportsTheDescribedCapacities) {
         text = Repeated(length).c_str();
         EXPECT_EQ(text.Capacity(), capacity) << length;
     }
+    EXPECT_EQ(VString(Repeated(255).c_str()).Capacity(), 384U);
     VString appended(Repeated(126).c_str());
     appended << 'y';
     EXPECT_EQ(appended.Capacity(), 128U);
@@ -36,8 +35,7 @@ TEST(VString, ReportsTheDescribedCapacities) {
     EXPECT_EQ(appended.Capacity(), 328U + 1 + 127); // not a multiple of 128
 }
 
-/// Text and reported capacity follow the rules of assigning and appending, whatever the memory behind them
-/// does.
+/// Text and reported capacity follow the rules of assigning and appending, whatever the memory block does.
 TEST(VString, AgreesWithAModelOverRandomEdits) {
     std::mt19937 random(7);
     VString text;
@@ -81,11 +79,16 @@ TEST(VString, NullTextIsEmptyText) {
     text << null;
     text.AppendPathComponent(null);
     EXPECT_STREQ(text.CString(), "abc");
-    EXPECT_FALSE(text == null || text < null);
+    EXPECT_FALSE(text == null);
+    EXPECT_FALSE(text < null);
     text = null;
     EXPECT_TRUE(text.IsEmpty());
     text = "abc";
     text.Set(null, 5);
+    EXPECT_TRUE(text.IsEmpty());
+    text = "abc";
+    char const* format = null;
+    text.Format(format, 1);
     EXPECT_TRUE(text.IsEmpty());
     EXPECT_FALSE(VString::CStringHasPathExtension(null, "a", false));
     EXPECT_FALSE(VString::CStringHasPathExtension("a.a", null, false));
@@ -103,11 +106,15 @@ TEST(VString, SetKeepsTheGivenLength) {
     EXPECT_EQ(VString(text).Length(), 5U);
     auto const visible = VObjectRef<VString>::Adopt(text.Copy());
     EXPECT_EQ(visible->Length(), 2U);
-    text << "cd"; // behind the kept length, and still there when the buffer moves
-    text.Append(Repeated(300).c_str());
-    EXPECT_STREQ(text.CString(), "ab");
-    EXPECT_EQ(text.GetCharAtIndex(5), 'c');
-    EXPECT_EQ(text.GetCharAtIndex(306), 'x');
+    text.Append(Repeated(120).c_str());
+    EXPECT_EQ(text.GetCharAtIndex(5), 'x') << "after the kept length";
+    VString grown(text);
+    grown.Append(grown.CString() + 5);
+    EXPECT_EQ(grown.Length(), 245U);
+    EXPECT_STREQ(grown.CString(), "ab");
+    EXPECT_EQ(grown.GetCharAtIndex(124), '\0') << "growing keeps what stands before the first NUL";
+    EXPECT_EQ(grown.GetCharAtIndex(125), 'x');
+    EXPECT_EQ(grown.GetCharAtIndex(244), 'x');
 
     text.Set("abcdef", 3);
     EXPECT_TRUE(text == "abc");
@@ -152,7 +159,8 @@ TEST(VString, SingleCharacters) {
     EXPECT_EQ(text.GetCharAtIndex(4), 'e');
     EXPECT_EQ(text.GetCharAtIndex(ULONG_MAX), '\0');
     EXPECT_EQ(text.Find('c'), 2);
-    EXPECT_TRUE(text.Find('x') == -1 && text.Find('\0') == -1);
+    EXPECT_EQ(text.Find('x'), -1);
+    EXPECT_EQ(text.Find('\0'), -1);
     text = 'z';
     EXPECT_STREQ(text.CString(), "z");
     text = '\0';
@@ -161,8 +169,14 @@ TEST(VString, SingleCharacters) {
 
 TEST(VString, ComparesByByte) {
     VString const text("abc");
-    EXPECT_TRUE(text == VString("abc") && text == "abc" && text != "abC" && text != VString("ab"));
-    EXPECT_TRUE(text < "abd" && text < VString("abcd") && !(text < VString("abc")) && VString("ab") < "\xC3");
+    EXPECT_TRUE(text == VString("abc"));
+    EXPECT_TRUE(text == "abc");
+    EXPECT_TRUE(text != "abC");
+    EXPECT_TRUE(text != VString("ab"));
+    EXPECT_TRUE(text < "abd");
+    EXPECT_TRUE(text < VString("abcd"));
+    EXPECT_FALSE(text < VString("abc"));
+    EXPECT_TRUE(VString("ab") < "\xC3");
     EXPECT_TRUE(text.IsEqual(VString("abc")));
     EXPECT_EQ(VString::stricmp("ABC", "abc"), 0);
     EXPECT_LT(VString::stricmp("ab", "ABC"), 0);
@@ -174,6 +188,10 @@ TEST(VString, FormatsWithinItsBounds) {
     EXPECT_STREQ(text.CString(), "<self|5>");
     text.Format("%s", Repeated(5000).c_str());
     EXPECT_EQ(text.Length(), VString::kFormatSize - 1);
+    text.Format("%*i|%.*s|%-3c|%5.1f|%#lx|%%", -4, 7, 2, "abc", 'd', -1.25, 255L);
+    EXPECT_STREQ(text.CString(), "7   |ab|d  | -1.2|0xff|%");
+    text.Format("%s%lc", "a", static_cast<wint_t>(0x7FFFFFFF));
+    EXPECT_STREQ(text.CString(), "") << "the C library refuses the character";
 
     char buffer[8];
     std::memset(buffer, '#', sizeof buffer);
@@ -231,14 +249,52 @@ TEST(VString, DescribesObjectsAndItself) {
     EXPECT_STREQ(text.CString(), "[VString] ");
 }
 
-TEST(VString, TravelsThroughAFile) {
-    ScratchFile const scratch;
-    VAIFile file;
-    VString written("with \xFF and \n");
-    VString read("old");
-    ASSERT_TRUE(file.Open(scratch.Path(), VAIFile::kWrite) && written.Serialize(file));
-    ASSERT_TRUE(file.Open(scratch.Path(), VAIFile::kRead) && read.Serialize(file));
-    EXPECT_TRUE(read == written);
+TEST_F(VStringTest, TravelsThroughBothForms) {
+    ExpectRoundTrips(VString(), VString("old"), R"(<VString string="" />)");
+    ExpectRoundTrips(VString("0123456789"), VString(), R"(<VString string="0123456789" />)");
+    ExpectRoundTrips(VString(" 0123456789<"), VString(), R"(<VString> 0123456789&lt;</VString>)");
+    VString text("old");
+    EXPECT_TRUE(ReadXML(text, "<VString/>"));
+    EXPECT_STREQ(text.CString(), "");
+    VString bytes("with \xFF and \n");
+    SaveChunk(bytes);
+    EXPECT_TRUE(ReadChunk(text));
+    EXPECT_TRUE(text == bytes);
+}
+
+TEST_F(VStringTest, StaysUsableWhenMemoryRunsOut) {
+    VString saved(Repeated(1000).c_str());
+    SaveChunk(saved);
+    OpenChunk(0);
+    VString survivor;
+    for (bool const isRecycling : {true, false}) {
+        VString::ms_bRecyclingEnabled = isRecycling;
+        testing_support::FailEachAllocation([&] {
+            survivor = "short";
+            for (int i = 0; i < 100; ++i) {
+                survivor << "0123456789" << i;
+            }
+            survivor.AppendPathComponent("component");
+            survivor.AppendPathComponent(survivor.CString() + 1);
+            survivor.Set("a longer text than before, to be cut", 300);
+            VString copy(survivor);
+            copy.Format("%0500i", 7);
+            copy << copy.CString();
+            auto const made = VObjectRef<VString>::Adopt(VString::NewString(copy.CString()));
+            made->DeleteLastPathComponent();
+            made->operator<<(copy);
+            EXPECT_EQ(made->Find('#'), -1);
+            EXPECT_TRUE(made->Length() < made->Capacity() || made->Capacity() == 0);
+            EXPECT_EQ(made->GetCharAtIndex(made->Length()), '\0');
+            VString read;
+            m_file.Seek(8, VFile::kFromStart);
+            bool const isRead = read.Serialize(m_file);
+            EXPECT_EQ(isRead, read == saved);
+        });
+    }
+    VString::ms_bRecyclingEnabled = true;
+    survivor = "still works";
+    EXPECT_STREQ(survivor.CString(), "still works");
 }
 
 } // namespace

@@ -8,7 +8,7 @@ void WaitingJobs::Insert(VJob* job, long index) {
     if (m_jobs.Count() == m_jobs.AllocatedCapacity() && m_taken >= Count()) {
         CloseGap(); // instead of growing; as long as half the slots are free this is cheap over time
     }
-    if (index == Count()) {
+    if (index >= Count()) {
         m_jobs.AddObject(job);
     } else {
         m_jobs.InsertObjectAtIndex(job, m_taken + index);

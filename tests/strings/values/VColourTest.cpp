@@ -1,9 +1,8 @@
-#include "foundation/strings/VStringTokenizer.h"
 #include "foundation/strings/values/VColour.h"
-#include "tests/strings/SavedForms.h"
+
+#include "tests/support/SavedForms.h"
 
 #include <algorithm>
-#include <sstream>
 #include <string>
 #include <thread>
 #include <vector>
@@ -12,70 +11,30 @@ namespace {
 
 using namespace VFoundation;
 
-/// The count of tokens and each of them in angle brackets.
-std::string Tokens(char const* text, char const* delimiters, char const* quotes, bool keepQuotes = false) {
-    VStringTokenizer tokens;
-    tokens.SetStringToTokenize(VString(text));
-    tokens.SetTokenizationCharacters(delimiters);
-    tokens.SetQuoteCharacters(quotes);
-    std::string all = std::to_string(tokens.GetNumberOfTokens());
-    VString token;
-    while (tokens.HasMoreTokens() && tokens.GetNextToken(token, keepQuotes)) {
-        all += std::string("<") + token.CString() + ">";
-    }
-    EXPECT_EQ(tokens.GetNextToken(false), nullptr);
-    return all;
-}
-
-TEST(StringTokenizer, SplitsAtDelimitersAndQuotes) {
-    // A text, the count of its tokens and the tokens.
-    std::istringstream rows(R"( a,,b 3<a><><b>  a, 1<a>  ,a 2<><a>  , 1<>  a;b,c 3<a><b><c>  "x,y",z 2<x,y><z>
-        'a"b',c 0  a"b 0  "ab"c 0  "ab 0  x,"ab 1<x>  "",a 2<><a>  "a' 0  "a""b" 0 )");
-    for (std::string text, expected; rows >> text >> expected;) {
-        EXPECT_EQ(Tokens(text.c_str(), ",;", "\"'"), expected) << text;
-    }
-    EXPECT_EQ(Tokens("", ",", ""), "0");
-    EXPECT_EQ(Tokens("a\"b,c", ",", ""), "2<a\"b><c>") << "no quotes";
-    EXPECT_EQ(Tokens("a,b", "", ""), "1<a,b>") << "no delimiters";
-    EXPECT_EQ(Tokens("'a,b',c", ",", "'", true), "2<'a,b'><c>");
-    EXPECT_FALSE(VStringTokenizer().HasMoreTokens());
-}
-
-TEST(StringTokenizer, CountsOnlyWhenAsked) {
-    VStringTokenizer tokens("a,b,c", ',');
-    tokens.SetStringToTokenize("x y");
-    tokens.SetTokenizationCharacter(' ');
-    auto const first = VObjectRef<VString>::Adopt(tokens.GetNextToken(false));
-    EXPECT_EQ(tokens.LastCount(), 3);
-    EXPECT_EQ(tokens.GetNumberOfTokens(), 2);
-    VString token;
-    EXPECT_TRUE(tokens.GetNextToken(token, false)) << "counting does not move";
-    EXPECT_FALSE(tokens.GetNextToken(token, false));
-    EXPECT_TRUE(*first == "x" && token == "y");
-}
-
-class Colours : public testing_support::SavedForms {
+class VColourTest : public testing_support::SavedForms {
   protected:
-    Colours() {
+    VColourTest() {
         VColour::TheClass();
         VColour::UninitializeClass();
         VColour::InitializeClass();
         VColour::InitAllNamedColours();
     }
-    ~Colours() override { VColour::UninitializeClass(); }
+    ~VColourTest() override { VColour::UninitializeClass(); }
 
     static std::string Text(SColour const& colour) { return colour.GetColourAsString(0).CString(); }
 };
 
-TEST_F(Colours, ClampAndKeepSixteenBitCopies) {
+TEST_F(VColourTest, ClampsAndKeepsSixteenBitCopies) {
     SColour const colour(300, -4, 128, 255);
     EXPECT_EQ(Text(colour), "255, 0, 128, 255");
-    EXPECT_TRUE(colour.red16 == 65280 && colour.green16 == 0 && colour.blue16 == 32768);
+    EXPECT_EQ(colour.red16, 65280);
+    EXPECT_EQ(colour.green16, 0);
+    EXPECT_EQ(colour.blue16, 32768);
     EXPECT_STREQ(SColour(0xFF102030UL).GetColourAsString(1).CString(), "[r:48 g:32 b:16 a:255]");
     EXPECT_STREQ(colour.GetColourAsString(2).CString(), "");
 }
 
-TEST_F(Colours, AreReadFromText) {
+TEST_F(VColourTest, IsReadFromText) {
     char const* const cases[][2] = {{"10, 20, 30", "10, 20, 30, 255"},
                                     {"[r:1 g:2 b:3 a:4]", "1, 2, 3, 4"},
                                     {"1,2,3,4,5", "1, 2, 3, 4"},
@@ -95,21 +54,38 @@ TEST_F(Colours, AreReadFromText) {
     SColour colour(1, 2, 3, 4);
     colour.SetColourFromString("White");
     EXPECT_EQ(colour.red16, 0x100) << "a name leaves the copies";
+    EXPECT_EQ(Text(colour), "255, 255, 255, 255");
 }
 
-TEST_F(Colours, HaveNamesInTheirOrder) {
+/// When every token measured the whole text, this took minutes.
+TEST_F(VColourTest, IsReadFromLongTextInLinearTime) {
+    SColour colour(9, 8, 7, 6);
+    colour.SetColourFromString(VString(std::string(4'000'000, ',').c_str()));
+    EXPECT_EQ(Text(colour), "0, 0, 0, 0");
+}
+
+TEST_F(VColourTest, HasNamedColoursInTheirOrder) {
     auto const& named = *VColour::ms_namedColoursArray;
     ASSERT_EQ(named.Count(), 35);
     EXPECT_EQ(named.ObjectAtIndexTyped(0), VColour::Aqua());
     EXPECT_EQ(named.ObjectAtIndexTyped(34), VColour::CarrawayViolet());
     EXPECT_EQ(VColour::GetColourNamed("LIGHT GREY"), VColour::LightGrey());
-    EXPECT_FALSE(VColour::GetColourNamed("LightGrey") || VColour::GetColourNamed(nullptr));
+    EXPECT_EQ(VColour::GetColourNamed("LightGrey"), nullptr);
+    EXPECT_EQ(VColour::GetColourNamed(nullptr), nullptr);
+    for (int const number : {-1, 35, INT32_MAX}) {
+        EXPECT_EQ(VColour::Named(static_cast<VColour::eNamed>(number)), nullptr);
+    }
     EXPECT_EQ(Text(*VColour::LightBlue()) + " " + Text(*VColour::Orange()),
               "128, 128, 255, 255 255, 128, 0, 255");
     EXPECT_TRUE(VColour::Cyan()->IsEqual(*VColour::Aqua())) << "names do not count";
+    auto const unnamed = VObjectRef<VColour>::Adopt(new VColour(1, 2, 3, 4, ""));
+    VColour::ms_namedColoursArray->InsertObjectAtIndex(unnamed.Get(), 0);
+    VColour::ms_namedColoursArray->InsertObjectAtIndex(nullptr, 0); // the array is public
+    EXPECT_EQ(VColour::GetColourNamed(""), nullptr) << "an empty name is none";
+    EXPECT_EQ(VColour::GetColourNamed("aqua"), VColour::Aqua());
 }
 
-TEST_F(Colours, AreMadeAgainAfterAnEnd) {
+TEST_F(VColourTest, MakesNamedColoursAgainAfterAnEnd) {
     VObjectRef<VColour> const kept(VColour::Gold());
     VColour::UninitializeClass();
     VColour::UninitializeClass();
@@ -121,7 +97,7 @@ TEST_F(Colours, AreMadeAgainAfterAnEnd) {
     EXPECT_EQ(VColour::GetColourNamed("red"), red);
 }
 
-TEST_F(Colours, AreTheSameForEveryThread) {
+TEST_F(VColourTest, GivesTheSameNamedColoursToEveryThread) {
     VColour::ReleaseAllStaticColours();
     VColour::InitializeClass();
     std::vector<VColour*> seen(4);
@@ -137,17 +113,20 @@ TEST_F(Colours, AreTheSameForEveryThread) {
     EXPECT_EQ(VColour::ms_namedColoursArray->Count(), 35);
 }
 
-TEST_F(Colours, TravelThroughXMLAndCopy) {
+TEST_F(VColourTest, TravelsThroughXMLAndCopy) {
     VColour const written(1, 2, 3, 4, "mine");
-    EXPECT_NE(XMLOf(written).find("colour=\"[r:1 g:2 b:3 a:4]\""), std::string::npos);
+    EXPECT_EQ(XMLOf(written), R"(<VColour colour="[r:1 g:2 b:3 a:4]" />)");
     VColour read;
-    ReadXML(read, XMLOf(written));
+    EXPECT_TRUE(ReadXML(read, XMLOf(written)));
     EXPECT_TRUE(read.IsEqual(written));
     EXPECT_STREQ(read.GetName(), "") << "a name is not saved";
-    ReadXML(read, "<R><VColour red='300' alpha='-1'/></R>");
+    EXPECT_TRUE(ReadXML(read, "<VColour red='300' alpha='-1'/>"));
     EXPECT_EQ(Text(read), "255, 2, 3, 0");
     EXPECT_EQ(read.red16, 65280);
-    ReadXML(read, "<R><VColour red='7' colour='navy'/></R>");
+    EXPECT_TRUE(ReadXML(read, "<VColour green='7' blue='8'/>"));
+    EXPECT_EQ(Text(read), "255, 7, 8, 0");
+    EXPECT_FALSE(ReadXML(read, "<VColour/>"));
+    EXPECT_TRUE(ReadXML(read, "<VColour red='7' colour='navy'/>"));
     EXPECT_EQ(Text(read), "0, 0, 128, 255");
     auto const copy = VObjectRef<VColour>::Adopt(written.Copy());
     EXPECT_TRUE(copy->IsEqual(written));

@@ -1,11 +1,13 @@
-#include "foundation/threads/internal/OpenSemaphore.h"
+#include "foundation/threads/internal/SharedSemaphore.h"
 
 #include <cerrno>
 #include <fcntl.h>
-#include <mutex>
 #include <new>
 
 namespace VFoundation {
+
+constinit detail::Mutex SharedSemaphore::ms_lock;
+constinit SharedSemaphore* SharedSemaphore::ms_first = nullptr;
 
 namespace {
 
@@ -13,13 +15,10 @@ constexpr std::uint32_t kSleeperBit = 1;
 constexpr std::uint32_t kOnePost = 2;
 constexpr mode_t kEveryUser = 0777;
 
-constinit std::mutex s_tableLock;
-constinit OpenSemaphore* s_table = nullptr;
-
 } // namespace
 
-OpenSemaphore* OpenSemaphore::Open(char const* name, int& error) {
-    std::lock_guard const lock(s_tableLock);
+SharedSemaphore* SharedSemaphore::Open(char const* name, int& error) {
+    detail::MutexLock const lock(ms_lock);
     sem_t* const handle = sem_open(name, O_CREAT, kEveryUser, 0);
     if (handle == SEM_FAILED) {
         error = errno;
@@ -27,31 +26,31 @@ OpenSemaphore* OpenSemaphore::Open(char const* name, int& error) {
     }
     // The system gives out the same address for as long as this process has the semaphore open, and another
     // one for a name that was removed and made again.
-    OpenSemaphore* semaphore = s_table;
+    SharedSemaphore* semaphore = ms_first;
     while (semaphore && semaphore->m_handle != handle) {
         semaphore = semaphore->m_next;
     }
     if (!semaphore) {
-        semaphore = new (std::nothrow) OpenSemaphore(handle);
+        semaphore = new (std::nothrow) SharedSemaphore(handle);
         if (!semaphore) {
             sem_close(handle);
             error = ENOMEM;
             return nullptr;
         }
-        semaphore->m_next = s_table;
-        s_table = semaphore;
+        semaphore->m_next = ms_first;
+        ms_first = semaphore;
     }
     ++semaphore->m_references;
     return semaphore;
 }
 
-void OpenSemaphore::Close() {
-    std::lock_guard const lock(s_tableLock);
-    sem_close(m_handle); // the system counts how often it was opened, as we do
+void SharedSemaphore::Close() {
+    detail::MutexLock const lock(ms_lock);
+    sem_close(m_handle); // the system counts its opens, as `m_references` does
     if (--m_references > 0) {
         return;
     }
-    OpenSemaphore** link = &s_table;
+    SharedSemaphore** link = &ms_first;
     while (*link != this) {
         link = &(*link)->m_next;
     }
@@ -59,41 +58,37 @@ void OpenSemaphore::Close() {
     delete this;
 }
 
-bool OpenSemaphore::Post() {
+bool SharedSemaphore::Post() {
     if (sem_post(m_handle) != 0) {
         return false;
     }
-    if (m_bell.fetch_add(kOnePost) & kSleeperBit) {
-        m_bell.fetch_and(~kSleeperBit);
-        FutexWakeAll(m_bell);
+    if (m_posts.fetch_add(kOnePost) & kSleeperBit) {
+        m_posts.fetch_and(~kSleeperBit);
+        FutexWakeAll(m_posts);
     }
     return true;
 }
 
-bool OpenSemaphore::TryWait() {
+bool SharedSemaphore::TryWait() {
     return sem_trywait(m_handle) == 0;
 }
 
-bool OpenSemaphore::Wait() {
-    int result = sem_wait(m_handle);
-    while (result != 0 && errno == EINTR) {
-        result = sem_wait(m_handle);
-    }
-    return result == 0;
+bool SharedSemaphore::Wait() {
+    return sem_wait(m_handle) == 0;
 }
 
-bool OpenSemaphore::HasUnits() {
+bool SharedSemaphore::HasUnits() {
     int units = 0;
     return sem_getvalue(m_handle, &units) == 0 && units > 0;
 }
 
-bool OpenSemaphore::SleepUntilPosted(MonotonicTime deadline) {
+bool SharedSemaphore::SleepUntilPosted(MonotonicTime deadline) {
     for (;;) {
-        std::uint32_t const seen = m_bell.fetch_or(kSleeperBit) | kSleeperBit;
+        std::uint32_t const seen = m_posts.fetch_or(kSleeperBit) | kSleeperBit;
         if (HasUnits()) {
             return true;
         }
-        if (!FutexWait(m_bell, seen, &deadline)) {
+        if (!FutexWait(m_posts, seen, &deadline)) {
             return false;
         }
     }
