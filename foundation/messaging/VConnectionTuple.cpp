@@ -133,7 +133,7 @@ bool VConnectionTuple::Matches(VMessenger const* source, int sourceId, VMessenge
     return m_source.Get() == source && m_sourceId == sourceId && Matches(target, targetId);
 }
 
-/// Drops the caller's reference unless the list's is the only other one. Two holders who let go at once must
+/// Drops the caller's reference unless the list's is the only other one. Two holders that let go at once must
 /// not both take the other for the last: the tuple would never come back, nor its messengers.
 bool VConnectionTuple::DropSharedReference() const {
     auto& word = CountWord();

@@ -6,7 +6,7 @@
 #include "foundation/threads/VCriticalSectionScope.h"
 #include "foundation/threads/internal/EventFlag.h"
 #include "foundation/threads/internal/ForkHook.h"
-#include "foundation/threads/internal/Quietly.h"
+#include "foundation/threads/internal/WithoutThrowing.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -83,7 +83,7 @@ void VMessageCenterJob::Poll(VCriticalSection* section) {
         if (VThread::CaughtEndOfThread()) {
             throw;
         }
-        Quietly([] { VLog::Trace("VMessageCenterJob::DoJob - An exception occured!\n"); });
+        WithoutThrowing([] { VLog::Trace("VMessageCenterJob::DoJob - An exception occured!\n"); });
     }
 }
 

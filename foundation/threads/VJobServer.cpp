@@ -5,9 +5,9 @@
 #include "foundation/threads/IVJobDelegate.h"
 #include "foundation/threads/VJob.h"
 #include "foundation/threads/internal/ForkHook.h"
-#include "foundation/threads/internal/Quietly.h"
 #include "foundation/threads/internal/ThreadPresence.h"
 #include "foundation/threads/internal/WaitingJobs.h"
+#include "foundation/threads/internal/WithoutThrowing.h"
 
 #include <limits>
 #include <new>
@@ -54,15 +54,15 @@ VJobServer::VJobServer(VClass* cls, char const* name, int queueSize)
 }
 
 VJobServer::~VJobServer() {
-    Quietly([this] { VLog::Trace("VJobServer [DESTRUCTOR]: %s  START\n", m_name.CString()); });
+    WithoutThrowing([this] { VLog::Trace("VJobServer [DESTRUCTOR]: %s  START\n", m_name.CString()); });
     bool const stopped = m_runningLock.TryLock(kRunningLockTry);
-    Quietly([&] {
+    WithoutThrowing([&] {
         VLog::Trace("VJobServer [DESTRUCTOR]: %s  Server running: %s\n", m_name.CString(),
                     stopped ? "no" : "yes");
     });
     m_waiting.reset();
     m_currentJob.Exchange(nullptr);
-    Quietly([this] { VLog::Trace("VJobServer [DESTRUCTOR]: %s  END\n", m_name.CString()); });
+    WithoutThrowing([this] { VLog::Trace("VJobServer [DESTRUCTOR]: %s  END\n", m_name.CString()); });
     RemoveFromServers(this);
 }
 
@@ -202,9 +202,17 @@ VObjectRef<VJob> VJobServer::WaitingJob(long index) const {
     return VObjectRef<VJob>(m_waiting->At(index >= 0 ? index : m_waiting->Count() - 1));
 }
 
+/// A job that finds no memory goes back to the queue, whose place it has just left.
 void VJobServer::InsertBefore(long index, VJob* job) {
-    detail::MutexLock const lock(m_jobsLock);
-    m_waiting->Insert(job, index);
+    try {
+        detail::MutexLock const lock(m_jobsLock);
+        if (!m_waiting->Insert(job, index)) {
+            throw std::bad_alloc();
+        }
+    } catch (...) {
+        m_queue.Push(job);
+        throw;
+    }
 }
 
 VJob* VJobServer::MakeFirstCurrent() {

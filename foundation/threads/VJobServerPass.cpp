@@ -3,7 +3,7 @@
 #include "foundation/threads/IVJobDelegate.h"
 #include "foundation/threads/VJob.h"
 #include "foundation/threads/VJobServer.h"
-#include "foundation/threads/internal/Quietly.h"
+#include "foundation/threads/internal/WithoutThrowing.h"
 
 // One pass of a server's thread: it waits for a job, runs it, and tells the delegate and the log.
 
@@ -29,7 +29,7 @@ bool VJobServer::Guarded(void (VJobServer::*step)()) {
         (this->*step)();
         return true;
     } catch (VException const&) {
-        Quietly([this] {
+        WithoutThrowing([this] {
             VLog::Trace("VException in server: %s (stage:%i)\n", m_name.CString(), m_stage);
             VLog::Trace("VJobServer::ServerThread - A VException occured! (stage:%i)\n", m_stage);
         });
@@ -37,7 +37,7 @@ bool VJobServer::Guarded(void (VJobServer::*step)()) {
         if (VThread::CaughtEndOfThread()) {
             throw;
         }
-        Quietly([this] {
+        WithoutThrowing([this] {
             VLog::Trace("Exception in server: %s (stage:%li)\n", m_name.CString(), long{m_stage});
             VLog::Trace("VJobServer::ServerThread - An unrecognised exception occured! (stage:%i)\n",
                         m_stage);

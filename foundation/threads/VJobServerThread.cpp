@@ -3,9 +3,9 @@
 #include "foundation/log/VLog.h"
 #include "foundation/threads/VJob.h"
 #include "foundation/threads/internal/Futex.h"
-#include "foundation/threads/internal/Quietly.h"
 #include "foundation/threads/internal/ThreadPresence.h"
 #include "foundation/threads/internal/WaitingJobs.h"
+#include "foundation/threads/internal/WithoutThrowing.h"
 
 #include <cstdio>
 #include <new>
@@ -196,10 +196,10 @@ void VJobServer::ServerThread(ThreadScope& scope) {
     if (m_state.compare_exchange_strong(expected, eRunning)) {
         FutexWakeAll(m_state);
     }
-    Quietly([this] { VLog::Trace("[%s] thread STARTED\n", m_name.CString()); });
+    WithoutThrowing([this] { VLog::Trace("[%s] thread STARTED\n", m_name.CString()); });
     m_threadStart.store(m_clock.GetElapsedTime(), std::memory_order_relaxed);
     if (!scope.TakeRunningLock()) {
-        Quietly([this] {
+        WithoutThrowing([this] {
             VLog::Trace("[%s] (server thread) ERROR: did not obtain server running lock! Aborting.\n",
                         m_name.CString());
         });
@@ -222,7 +222,7 @@ void VJobServer::LeaveThread(ThreadPresence& presence, bool holdsRunningLock) {
     VObjectRef<VThread> thread = TakeThread();
     VThread::UnregisterThread(thread.Get());
     thread.Exchange(nullptr);
-    Quietly([this] { VLog::Trace("[%s] thread ENDED\n", m_name.CString()); });
+    WithoutThrowing([this] { VLog::Trace("[%s] thread ENDED\n", m_name.CString()); });
     m_threadID.store(VThread::ThreadID{}, std::memory_order_relaxed);
     if (holdsRunningLock) {
         m_runningLock.Unlock();

@@ -39,7 +39,7 @@ class VSemaphore : public Registered<VSemaphore, VObject> {
     ~VSemaphore() override;
     static VSemaphore* New();
 
-    /// Opens the semaphore of that name; makes it, with a count of 0 and for every user, if there is none.
+    /// Opens the semaphore of that name; makes it, with a count of 0 and for every user, if it does not exist.
     /// What was open before is closed and the tally starts again. False when it cannot be opened, also for
     /// want of memory, with the reason on the standard error stream; every operation fails then.
     bool Init(long maxSignals, char const* name);

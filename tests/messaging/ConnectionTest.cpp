@@ -81,6 +81,9 @@ TEST(Connection, DeliversInOrderAndRemovesTheLatest) {
     EXPECT_EQ(message.MessageID(), 42);
     EXPECT_EQ(target->TakeNotes(), "m5 ");
     EXPECT_EQ(first->MessageSend(nullptr), -1);
+    auto const full = NewCenter(0);
+    first->Set(source.Get(), 1, target.Get(), 5, full.Get());
+    EXPECT_EQ(first->MessageSend(&message), 42) << "although it is lost";
     EXPECT_TRUE(source->RemoveConnection(1, target.Get(), 6, nullptr));
 }
 

@@ -178,6 +178,8 @@ struct ADelayer : VCommandDelayer {
         SetServiced(false); // a post in the middle of the service
         return 0;
     }
+    VCriticalSection* GetCriticalSection() override { return ++m_asked, nullptr; }
+    int m_asked = 0;
     std::atomic<int> m_services{0};
 };
 
@@ -202,6 +204,7 @@ TEST(MessageCenter, NoServiceForgetsAPostBesideIt) {
     WaitUntil([&] { return polled->m_services >= 2; }); // a poll sets the flag before its service
     job->AbortJob();
     runner.join();
+    EXPECT_EQ(polled->m_asked, 1) << "asked once for the critical section";
 }
 
 /// Stops a centre while a command for it is filled.
@@ -311,7 +314,7 @@ TEST(StartedCenter, ServicesEveryPostAndRoundsDownward) {
     EXPECT_EQ(center->RetainCount(), 1);
 }
 
-TEST(StartedCenter, LeavesTheCommandsToWhoeverHoldsItsCriticalSection) {
+TEST(StartedCenter, ServicesNothingWhileItsCriticalSectionIsHeld) {
     auto const center = NewCenter(4);
     auto const section = VObjectRef<VCriticalSection>::Adopt(VCriticalSection::New());
     center->SetCriticalSection(section.Get());

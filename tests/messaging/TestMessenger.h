@@ -50,7 +50,7 @@ class ATestMessenger : public VFoundation::Registered<ATestMessenger, VFoundatio
   private:
     bool Note(char what, int id) {
         m_notes += what + std::to_string(id) + ' ';
-        return false; // nobody may care
+        return false; // the result means nothing
     }
     Handler m_handler;
     std::string m_notes;

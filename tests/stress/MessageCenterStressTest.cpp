@@ -16,8 +16,7 @@ using namespace testing_support;
 
 constexpr int kPosters = 4;
 
-// While messages are posted the centre is serviced by hand as fast as it goes; what is left then is the
-// job's.
+// While messages are posted the centre is serviced by hand without a pause; what is left then is the job's.
 TEST(MessageCenterStress, LosesNoMessageAndForgetsNone) {
     int const messages = 250000 * StressFactor();
     auto const center = NewCenter(64);

@@ -10,6 +10,7 @@
 #include <mutex>
 #include <semaphore.h>
 #include <string_view>
+#include <sys/stat.h>
 #include <unistd.h>
 
 // Stands before the system's functions in every test program. The semaphores that a program opens by name are its
@@ -25,6 +26,8 @@ constexpr std::size_t kLongestName = 250; // of the system
 struct Known {
     Known* next;
     sem_t* semaphore;
+    uid_t owner;
+    mode_t mode;
     char name[kLongestName + 1];
 };
 std::mutex s_lock;
@@ -56,6 +59,10 @@ extern "C" sem_t* sem_open(char const* name, int flags, ...) noexcept {
     std::lock_guard const lock(s_lock);
     Known** const link = Find(name);
     if (*link) {
+        if (geteuid() != (*link)->owner && ((*link)->mode & S_IRWXO) == 0) {
+            errno = EACCES;
+            return SEM_FAILED;
+        }
         ++testing_support::s_openSemaphores;
         return (*link)->semaphore;
     }
@@ -67,6 +74,8 @@ extern "C" sem_t* sem_open(char const* name, int flags, ...) noexcept {
         Original<decltype(sem_unlink)>("sem_unlink")(own);
         *link = static_cast<Known*>(std::calloc(1, sizeof(Known)));
         (*link)->semaphore = semaphore;
+        (*link)->owner = geteuid();
+        (*link)->mode = mode;
         std::strncpy((*link)->name, name + (*name == '/' ? 1 : 0), kLongestName);
         ++testing_support::s_openSemaphores;
     }

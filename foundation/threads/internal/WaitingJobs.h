@@ -21,7 +21,8 @@ class WaitingJobs {
     /// The job (borrowed); null out of range.
     VJob* At(long index) const { return static_cast<VJob*>(m_jobs.ObjectAtIndex(m_taken + index)); }
     /// Moves the jobs from `index` on one place back; an index beyond the end appends.
-    void Insert(VJob* job, long index);
+    /// False, or an exception, when memory runs out.
+    bool Insert(VJob* job, long index);
     /// Empty when no job waits.
     VObjectRef<VJob> TakeFirst();
     void Sort(int (*compare)(VObject const**, VObject const**));
