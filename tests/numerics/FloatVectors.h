@@ -18,8 +18,4 @@ inline VFoundation::VFloatVector VectorOf(std::initializer_list<float> elements)
     return vector;
 }
 
-inline bool Same(VFoundation::VObject const& a, VFoundation::VObject const& b) {
-    return a.IsEqual(b);
-}
-
 } // namespace testing_support

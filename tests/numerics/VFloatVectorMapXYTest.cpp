@@ -19,12 +19,12 @@ TEST(VFloatVectorMapXY, IsStraightBetweenItsPointsAndLevelBeyond) {
         EXPECT_TRUE(curve.AddPoint(x, x * 10));
     }
     EXPECT_TRUE(curve.AddPoint(2, -20)); // takes the place of the point there
-    EXPECT_TRUE(Same(curve.X(), VectorOf({0, 2, 4, 8})));
-    EXPECT_TRUE(Same(curve.Y(), VectorOf({0, -20, 40, 80})));
+    EXPECT_TRUE(curve.X().IsEqual(VectorOf({0, 2, 4, 8})));
+    EXPECT_TRUE(curve.Y().IsEqual(VectorOf({0, -20, 40, 80})));
     EXPECT_TRUE(curve.SetPoints(VectorOf({-kLargest, 0, 2, 4}), VectorOf({-kLargest, 1, 2, 0})));
     VFloatVector values = VectorOf({-kInfinity, -kLargest, -kLargest / 2, 0, 1, 2, 2.5F, 4, kInfinity});
     curve.Apply(values);
-    EXPECT_TRUE(Same(values, VectorOf({-kLargest, -kLargest, -kLargest / 2, 1, 1.5F, 2, 1.5F, 0, 0})));
+    EXPECT_TRUE(values.IsEqual(VectorOf({-kLargest, -kLargest, -kLargest / 2, 1, 1.5F, 2, 1.5F, 0, 0})));
     EXPECT_TRUE(std::isnan(curve.ValueAt(kNaN)));
 }
 
@@ -39,10 +39,10 @@ TEST(VFloatVectorMapXY, RefusesWhatIsNoCurve) {
     }
     EXPECT_FALSE(curve.SetPoints(VectorOf({1, 1}), VectorOf({0, 1})));
     EXPECT_FALSE(curve.SetPoints(VectorOf({1, 2}), VectorOf({0})));
-    EXPECT_TRUE(Same(curve.X(), VectorOf({1, 2})));
+    EXPECT_TRUE(curve.X().IsEqual(VectorOf({1, 2})));
     EXPECT_TRUE(curve.SetPoints(curve.Y(), curve.X())) << "its own vectors";
-    EXPECT_TRUE(Same(curve.X(), VectorOf({3, 4})));
-    EXPECT_TRUE(Same(curve.Y(), VectorOf({1, 2})));
+    EXPECT_TRUE(curve.X().IsEqual(VectorOf({3, 4})));
+    EXPECT_TRUE(curve.Y().IsEqual(VectorOf({1, 2})));
 }
 
 TEST(VFloatVectorMapXY, KeepsItsPointsWhenMemoryRunsOut) {
@@ -63,7 +63,7 @@ TEST(VFloatVectorMapXY, KeepsItsPointsWhenMemoryRunsOut) {
             try {
                 change(curve);
             } catch (...) {
-                EXPECT_TRUE(Same(curve, before));
+                EXPECT_TRUE(curve.IsEqual(before));
                 throw;
             }
         });

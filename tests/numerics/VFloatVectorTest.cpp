@@ -19,11 +19,11 @@ TEST(VFloatVector, HoldsZerosUntilTheyAreSet) {
         EXPECT_EQ(vector.ElementAtIndex(index), 0.0F);
     }
     vector.SetCount(5);
-    EXPECT_TRUE(Same(vector, VectorOf({0, 0, 2.5F, 0, 0})));
-    EXPECT_FALSE(Same(VectorOf({0}), VectorOf({-0.0F}))) << "bit for bit";
+    EXPECT_TRUE(vector.IsEqual(VectorOf({0, 0, 2.5F, 0, 0})));
+    EXPECT_FALSE(VectorOf({0}).IsEqual(VectorOf({-0.0F}))) << "bit for bit";
     vector.SetCount(2);
     vector.SetCount(3);
-    EXPECT_TRUE(Same(vector, VFloatVector(3))) << "what was cut off is forgotten";
+    EXPECT_TRUE(vector.IsEqual(VFloatVector(3))) << "what was cut off is forgotten";
     EXPECT_THROW(vector.SetCount(VFloatVector::kMaxCount + 1), VException);
     EXPECT_EQ(vector.Count(), 3);
     vector.SetCount(-4);
@@ -74,7 +74,7 @@ TEST_F(VFloatVectorTest, TravelsThroughBothForms) {
 TEST_F(VFloatVectorTest, IsEmptyAfterDamagedFiles) {
     VFloatVector vector;
     EXPECT_TRUE(ReadXML(vector, "<VFloatVector count='2'>\n 1\t\n2\n</VFloatVector>"));
-    EXPECT_TRUE(Same(vector, VectorOf({1, 2})));
+    EXPECT_TRUE(vector.IsEqual(VectorOf({1, 2})));
     for (std::string const body :
          {">", " count='2'>1", " count='1'>1 2", " count='2'>1 x", " count='2'>1,2", " count='2'>1-2",
           " count='1'>1e99", " count='-1'>", " count='1'>0x1", ">1"}) {
