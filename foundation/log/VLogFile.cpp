@@ -27,15 +27,15 @@ char const* YesOrNo(bool flag) {
 }
 
 /// The writer thread's share of what it works with. However the thread ends, it leaves last.
-struct Writer {
+struct WriterShare {
     std::shared_ptr<ThreadPresence> presence;
     std::shared_ptr<LogFileOutput> output;
 
-    Writer(std::shared_ptr<ThreadPresence> itsPresence, std::shared_ptr<LogFileOutput> itsOutput)
+    WriterShare(std::shared_ptr<ThreadPresence> itsPresence, std::shared_ptr<LogFileOutput> itsOutput)
         : presence(std::move(itsPresence)), output(std::move(itsOutput)) {}
-    Writer(Writer const&) = delete;
-    Writer& operator=(Writer const&) = delete;
-    ~Writer() {
+    WriterShare(WriterShare const&) = delete;
+    WriterShare& operator=(WriterShare const&) = delete;
+    ~WriterShare() {
         presence->BeginLeaving();
         output.reset();
         presence->Leave();
@@ -43,7 +43,7 @@ struct Writer {
 };
 
 void* RunWriter(void* argument) {
-    std::unique_ptr<Writer> const writer(static_cast<Writer*>(argument));
+    std::unique_ptr<WriterShare> const writer(static_cast<WriterShare*>(argument));
     writer->presence->Enter();
     writer->output->RunWriter();
     return nullptr;
@@ -59,7 +59,7 @@ VLogFile::VLogFile(char const* path, VClass* cls)
 }
 
 VLogFile::~VLogFile() {
-    if (WritingThread()) {
+    if (CurrentWriter().thread) {
         WithoutThrowing([this] { VLogFile::ShutdownLoggingThread(); });
         StopWriterQuietly(); // if the default log stopped that
     }
@@ -147,27 +147,31 @@ long VLogFile::DroppedLines() const noexcept {
 
 // The writer thread
 
-/// Null when the thread has left, also because this is a child process.
-VObjectRef<VThread> VLogFile::WritingThread() {
-    VObjectRef<VThread> thread;
+/// Empty when the thread has left, also because this is a child process.
+VLogFile::WriterHandle VLogFile::CurrentWriter() {
+    WriterHandle writer;
     {
         detail::MutexLock const lock(m_threadLock);
-        thread = m_writingThread;
-        if (!m_writer || !m_writer->HasLeft()) {
-            return thread;
-        }
+        writer = m_writer;
     }
-    ForgetWritingThread(thread.Get());
-    return VObjectRef<VThread>();
+    if (writer.presence && writer.presence->HasLeft()) {
+        Forget(writer);
+        return WriterHandle();
+    }
+    return writer;
 }
 
-void VLogFile::ForgetWritingThread(VThread* thread) {
-    VThread::UnregisterThread(thread);
+void VLogFile::Forget(WriterHandle const& writer) {
+    VThread::UnregisterThread(writer.thread.Get());
     detail::MutexLock const lock(m_threadLock);
-    if (m_writingThread.Get() == thread) {
-        m_writingThread = VObjectRef<VThread>();
-        m_writer.reset();
+    if (m_writer.presence == writer.presence) { // or another thread has started the next one
+        m_writer = WriterHandle();
     }
+}
+
+/// Of another one that was started meanwhile the log says nothing here.
+bool VLogFile::IsRunning(WriterHandle const& writer) const noexcept {
+    return IsLoggingThreadRunning() && !writer.presence->HasLeft();
 }
 
 bool VLogFile::IsLoggingThreadRunning() const noexcept {
@@ -175,11 +179,11 @@ bool VLogFile::IsLoggingThreadRunning() const noexcept {
 }
 
 bool VLogFile::StartLoggingThread() {
-    if (WritingThread()) {
+    if (CurrentWriter().thread) {
         return false;
     }
     auto presence = std::make_shared<ThreadPresence>();
-    auto writer = std::make_unique<Writer>(presence, m_output);
+    auto writer = std::make_unique<WriterShare>(presence, m_output);
     if (!m_output->PrepareWriter()) {
         return false;
     }
@@ -197,8 +201,7 @@ bool VLogFile::StartLoggingThread() {
     static_cast<void>(writer.release()); // the thread's now
     {
         detail::MutexLock const lock(m_threadLock);
-        m_writingThread = thread;
-        m_writer = std::move(presence);
+        m_writer = {thread, std::move(presence)};
     }
     try {
         VThread::RegisterThread(thread.Get());
@@ -224,14 +227,14 @@ bool VLogFile::ShutdownLoggingThread() {
 }
 
 bool VLogFile::StopWriter(eStage& stage) {
-    VObjectRef<VThread> thread = WritingThread();
-    if (thread) {
+    WriterHandle writer = CurrentWriter();
+    if (writer.thread) {
         m_output->StopQueueing();
     }
-    VLog::Trace("Writing thread handle exists?: %s\n", YesOrNo(thread.Get() != nullptr));
+    VLog::Trace("Writing thread handle exists?: %s\n", YesOrNo(writer.thread.Get() != nullptr));
     VLog::Trace("Writing thread is running?     %s\n", YesOrNo(IsLoggingThreadRunning()));
     VLog::Trace("Writing thread can continue?   %s\n", YesOrNo(m_output->MayWriterContinue()));
-    if (!thread) {
+    if (!writer.thread) {
         bool const running = IsLoggingThreadRunning();
         if (running) {
             VLog::Trace("m_writingThread has already been set to zero, but thread is still running according "
@@ -242,37 +245,36 @@ bool VLogFile::StopWriter(eStage& stage) {
     stage = eThreadHeld;
     VLog::Trace("Signalling logging thread to die...\n");
     m_output->TellWriterToEnd();
-    if (auto const writer = WriterPresence()) {
-        writer->Dismiss(); // also one that is given up below is kept off the end of the library
-    }
+    writer.presence->Dismiss(); // also one that is given up below is kept off the end of the library
     stage = eToldToEnd;
     VLog::Trace("Semaphoring logging thread to die...\n");
     m_output->WakeWriter();
     stage = eRaising;
     VLog::Trace("Setting logging thread priority to high...\n");
-    thread->SetPriority(VThread::eHigh);
+    writer.thread->SetPriority(VThread::eHigh);
     VLog::Trace("Checking outstanding lines...\n");
     long const outstanding = m_output->WaitingLines();
     stage = eCounting;
     VLog::Trace("Outstanding lines are: %i\n", narrow_cast<int>(outstanding));
-    AwaitWriter(outstanding);
+    AwaitWriter(writer, outstanding);
     stage = eWaited;
-    VLog::Trace(IsLoggingThreadRunning()
+    bool const running = IsRunning(writer);
+    VLog::Trace(running
                     ? "WARNING! Logging thread is still running after being told to shutdown! Bad Thread!\n"
                     : "Logging thread has been shutdown safely\n");
     stage = eUnregistering;
     VLog::Trace("Unregistering logging thread...\n");
-    VThread::UnregisterThread(thread.Get());
+    VThread::UnregisterThread(writer.thread.Get());
     stage = eReleasing;
     VLog::Trace("Releasing logging thread...\n");
-    ForgetWritingThread(thread.Get());
+    Forget(writer);
     stage = eLetGo;
-    thread.Exchange(nullptr);
+    writer.thread.Exchange(nullptr);
     m_output->Flush();
-    return !IsLoggingThreadRunning();
+    return !running;
 }
 
-void VLogFile::AwaitWriter(long outstanding) {
+void VLogFile::AwaitWriter(WriterHandle const& writer, long outstanding) {
     int round = 0;
     do {
         VLog::Trace("waiting for shutdown semaphore...(%i/25)\n", round);
@@ -284,32 +286,25 @@ void VLogFile::AwaitWriter(long outstanding) {
         } else if (round > kMostRounds) {
             break;
         }
-    } while (IsLoggingThreadRunning());
-    if (auto const writer = WriterPresence(); writer && !IsLoggingThreadRunning()) {
-        while (!writer->WaitUntilLeft(kShutdownWait)) { // it has nothing left to wait for
-        }
+    } while (IsRunning(writer));
+    while (!IsRunning(writer) &&
+           !writer.presence->WaitUntilLeft(kShutdownWait)) { // it does not wait any more
     }
-}
-
-std::shared_ptr<ThreadPresence> VLogFile::WriterPresence() {
-    detail::MutexLock const lock(m_threadLock);
-    return m_writer;
 }
 
 /// Without a line, for where the default log must not be used. Nothing when there is no thread.
 void VLogFile::StopWriterQuietly() {
-    VObjectRef<VThread> const thread = WritingThread();
-    auto const writer = WriterPresence();
-    if (!thread || !writer) {
+    WriterHandle const writer = CurrentWriter();
+    if (!writer.thread) {
         return;
     }
     m_output->StopQueueing();
     m_output->TellWriterToEnd();
-    writer->Dismiss();
+    writer.presence->Dismiss();
     m_output->WakeWriter();
-    for (int round = 0; round <= kMostRounds && !writer->WaitUntilLeft(kShutdownWait); ++round) {
+    for (int round = 0; round <= kMostRounds && !writer.presence->WaitUntilLeft(kShutdownWait); ++round) {
     }
-    ForgetWritingThread(thread.Get());
+    Forget(writer);
 }
 
 } // namespace VFoundation

@@ -123,14 +123,20 @@ class VLogFile : public Registered<VLogFile, VLog> {
     };
     enum eFileState : std::uint32_t { eClosed, eOpening, eOpen, eClosing };
 
+    /// Empty, or one writer thread.
+    struct WriterHandle {
+        VObjectRef<VThread> thread;
+        std::shared_ptr<ThreadPresence> presence;
+    };
+
     bool IsOpenForThisThread() const noexcept;
     bool StopWriter(eStage& stage);
-    void AwaitWriter(long outstanding);
+    void AwaitWriter(WriterHandle const& writer, long outstanding);
     void EndFile();
-    std::shared_ptr<ThreadPresence> WriterPresence();
     void StopWriterQuietly();
-    VObjectRef<VThread> WritingThread();
-    void ForgetWritingThread(VThread* thread);
+    WriterHandle CurrentWriter();
+    void Forget(WriterHandle const& writer);
+    bool IsRunning(WriterHandle const& writer) const noexcept;
 
     std::unique_ptr<char[]> m_name;
     std::atomic<std::uint32_t> m_fileState{eClosed};
@@ -138,8 +144,7 @@ class VLogFile : public Registered<VLogFile, VLog> {
     std::int32_t m_setting = 1;
     std::atomic<bool> m_flushEachLine{false};
     detail::Mutex m_threadLock;
-    VObjectRef<VThread> m_writingThread VFOUNDATION_GUARDED_BY(m_threadLock);
-    std::shared_ptr<ThreadPresence> m_writer VFOUNDATION_GUARDED_BY(m_threadLock);
+    WriterHandle m_writer VFOUNDATION_GUARDED_BY(m_threadLock);
     std::shared_ptr<LogFileOutput> const m_output;
 };
 

@@ -4,7 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
+#include <atomic>
 #include <chrono>
 #include <cstdio>
 
@@ -16,7 +18,6 @@ using namespace VFoundation;
 // order; the log may drop lines, and says how many. Two threads leave the writer time, two do not.
 TEST(LogFileStress, LosesNoAcceptedLine) {
     constexpr std::size_t kThreads = 4;
-    ms_bVerbose = false;
     int const each = 50'000 * testing_support::StressFactor();
     testing_support::ScratchFile const file;
     auto const log = VObjectRef<VLogFile>::Adopt(new VLogFile(file.Path()));
@@ -49,6 +50,41 @@ TEST(LogFileStress, LosesNoAcceptedLine) {
     std::fclose(written);
     EXPECT_EQ(lines + dropped, long{kThreads} * each);
     EXPECT_GE(lines, VLogFile::kQueueCapacity);
+}
+
+// Two threads trace while two open and close files and start and stop the writer. Each line is in a file, on the
+// standard error stream or counted.
+TEST(LogFileStress, LosesNoLineWhileFilesAndWritersComeAndGo) {
+    int const each = 20'000 * testing_support::StressFactor();
+    testing_support::ScratchFile const folder;
+    auto const log = VObjectRef<VLogFile>::Adopt(new VLogFile(nullptr));
+    std::atomic<int> tracing{2};
+    ms_bVerbose = true;
+    testing::internal::CaptureStderr();
+    testing_support::OnThreads(4, [&](int thread) {
+        for (int i = 0; thread < 2 && i < each; ++i) {
+            log->AddString("<line>\n");
+            if (i % 64 == 63) {
+                std::this_thread::sleep_for(std::chrono::microseconds(100));
+            }
+        }
+        tracing -= thread < 2 ? 1 : 0;
+        for (int i = 0; tracing > 0; ++i) {
+            log->Open((folder.Path() + std::to_string(thread) + "." + std::to_string(i)).c_str());
+            log->StartLoggingThread();
+            std::this_thread::sleep_for(std::chrono::microseconds(100 * (i % 8)));
+            if (thread == 2 || i % 4 == 0) {
+                log->ShutdownLoggingThread();
+            }
+            log->Close();
+        }
+    });
+    EXPECT_TRUE(log->ShutdownLoggingThread());
+    std::string all = testing::internal::GetCapturedStderr();
+    for (auto const& file : std::filesystem::directory_iterator(folder.Folder())) {
+        all += testing_support::BytesOf(file.path());
+    }
+    EXPECT_EQ(std::count(all.begin(), all.end(), '<') + log->DroppedLines(), 2L * each);
 }
 
 } // namespace

@@ -1,16 +1,21 @@
-#include "foundation/core/VObjectRef.h"
 #include "foundation/log/VLog.h"
+#include "foundation/core/VException.h"
+#include "foundation/core/VObjectRef.h"
+#include "foundation/core/lifecycle/VLibrary.h"
 #include "foundation/log/VLogContext.h"
 #include "foundation/threads/VCriticalSection.h"
 #include "foundation/threads/VLock.h"
 
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
+#include <functional>
 #include <future>
 #include <regex>
 #include <sstream>
 #include <string>
 #include <thread>
+#include <unistd.h>
 #include <vector>
 
 namespace {
@@ -18,7 +23,7 @@ namespace {
 using namespace VFoundation;
 using Lines = std::vector<std::string>;
 
-/// Keeps its lines in a list outside, so that they outlive it.
+/// Keeps its lines in a list outside, so that they outlive it, and then does what it is told.
 class ARecordingLog : public Registered<ARecordingLog, VLog> {
   public:
     static constexpr char const* kClassName = "ARecordingLog";
@@ -28,25 +33,43 @@ class ARecordingLog : public Registered<ARecordingLog, VLog> {
     ~ARecordingLog() override { VLog::Trace("destroyed\n"); }
     static ARecordingLog* New() { return new ARecordingLog; }
 
-    void AddString(char const* line) override { m_lines->emplace_back(line); }
+    void AddString(char const* line) override {
+        m_lines->emplace_back(line);
+        if (m_hook) {
+            m_hook(line);
+        }
+    }
     using VLog::ms_bHeaderFooter;
 
     Lines* const m_lines;
+    std::function<void(std::string const&)> m_hook;
 };
 
 using LogRef = VObjectRef<VLog>;
 
-void UseLog(Lines& lines) {
+/// Makes a new default log (borrowed).
+ARecordingLog* UseLog(Lines& lines) {
     VLog::SetSafeStartup();
-    VLog::SetLog(LogRef::Adopt(new ARecordingLog(&lines)).Get());
+    auto const log = VObjectRef<ARecordingLog>::Adopt(new ARecordingLog(&lines));
+    VLog::SetLog(log.Get());
+    return log.Get();
 }
 
-class Log : public testing::Test {
+/// A hook that throws from lines that contain `text`.
+auto ThrowFrom(char const* text) {
+    return [text](std::string const& line) {
+        if (line.find(text) != std::string::npos) {
+            throw 7;
+        }
+    };
+}
+
+class VLogTest : public testing::Test {
   protected:
-    Log() { UseLog(m_lines); }
-    ~Log() override { VLog::DestroyDefaultLog(); }
+    ~VLogTest() override { VLog::SetLog(nullptr); }
 
     Lines m_lines;
+    ARecordingLog* m_log = UseLog(m_lines);
 };
 
 /// What `action` writes to the standard error stream.
@@ -65,7 +88,7 @@ Lines WithoutTimes(Lines lines) {
     return lines;
 }
 
-TEST_F(Log, EchoesTheTextOfTheFormatWhileSwitchedOff) {
+TEST_F(VLogTest, EchoesTheTextOfTheFormatWhileSwitchedOff) {
     VLog::SetSafeShutdown();
     long const logs = VLog::TheClass()->Created();
     EXPECT_EQ(StandardError([] {
@@ -86,7 +109,7 @@ TEST_F(Log, EchoesTheTextOfTheFormatWhileSwitchedOff) {
     EXPECT_EQ(VLog::TheClass()->Created(), logs);
 }
 
-TEST_F(Log, IndentsByOneALevelUpToTen) {
+TEST_F(VLogTest, IndentsByOneALevelUpToTen) {
     for (int i = 0; i < 11; ++i) {
         VLog::StartIndent();
     }
@@ -97,7 +120,7 @@ TEST_F(Log, IndentsByOneALevelUpToTen) {
     EXPECT_EQ(m_lines, (Lines{"          b 2\n", "[VLock]\n", "          " + std::string(78, '-') + "\n"}));
 }
 
-TEST_F(Log, ContextBracketsItsLinesAndRestoresTheIndent) {
+TEST_F(VLogTest, ContextBracketsItsLinesAndRestoresTheIndent) {
     VLog::StartIndent();
     VLog::StartLoggingContext("outer");
     VLog::Trace("inside\n");
@@ -111,7 +134,7 @@ TEST_F(Log, ContextBracketsItsLinesAndRestoresTheIndent) {
                                             "   [  - END ] T\n", "   deeper\n", " [ outer - END ] T\n"}));
 }
 
-TEST_F(Log, ShowsTheTimeOfTheInnermostContextButNotInTheLinesOfContexts) {
+TEST_F(VLogTest, ShowsTheTimeOfTheInnermostContextButNotInTheLinesOfContexts) {
     VLog::GetDefaultLog()->SetShowContextTime(true);
     VLog::Trace("outside\n");
     VLog::StartLoggingContext("a");
@@ -126,7 +149,7 @@ TEST_F(Log, ShowsTheTimeOfTheInnermostContextButNotInTheLinesOfContexts) {
                                             " [ b - END ] T\n", " beside\n", "[ a - END ] T\n"}));
 }
 
-TEST_F(Log, LinesUpToTheBufferComeOutWholeAndLongerOnesKeepTheirLineFeed) {
+TEST_F(VLogTest, LinesUpToTheBufferComeOutWholeAndLongerOnesKeepTheirLineFeed) {
     std::string const longest(1022, 'x');
     for (char const* const end : {"\n", "y\n", "yyy\n", "yyy"}) {
         VLog::Trace("%s", (longest + end).c_str());
@@ -138,7 +161,7 @@ TEST_F(Log, LinesUpToTheBufferComeOutWholeAndLongerOnesKeepTheirLineFeed) {
                               " " + longest.substr(1) + "\n"}));
 }
 
-TEST_F(Log, SetLogRetainsReleasesAndIgnoresTheSameLog) {
+TEST_F(VLogTest, SetLogRetainsReleasesAndIgnoresTheSameLog) {
     Lines lines;
     auto const log = LogRef::Adopt(new ARecordingLog(&lines));
     VLog::SetLog(log.Get());
@@ -150,7 +173,7 @@ TEST_F(Log, SetLogRetainsReleasesAndIgnoresTheSameLog) {
     EXPECT_TRUE(VLog::GetDefaultLog()->IsMemberOfClass(VLog::TheClass())) << "made on demand";
 }
 
-TEST_F(Log, ClosesItsContextsWhenItDiesAndMakesNoNewLogMeanwhile) {
+TEST_F(VLogTest, ClosesItsContextsWhenItDiesAndMakesNoNewLogMeanwhile) {
     for (auto* const end : {&VLog::DestroyDefaultLog, &VLog::SetSafeShutdown}) {
         Lines lines;
         UseLog(lines);
@@ -170,7 +193,7 @@ TEST_F(Log, ClosesItsContextsWhenItDiesAndMakesNoNewLogMeanwhile) {
     }
 }
 
-TEST_F(Log, ContextOfAnotherLogWritesToTheDefaultLog) {
+TEST_F(VLogTest, ContextOfAnotherLogWritesToTheDefaultLog) {
     Lines lines;
     auto const other = LogRef::Adopt(new ARecordingLog(&lines));
     { VLog::VLogContext const context("c", other.Get()); }
@@ -179,7 +202,7 @@ TEST_F(Log, ContextOfAnotherLogWritesToTheDefaultLog) {
     EXPECT_TRUE(lines.empty());
 }
 
-TEST_F(Log, PlainLogEndsLinesAndDropsThemWhenBusyOrSilent) {
+TEST_F(VLogTest, PlainLogEndsLinesAndDropsThemWhenBusyOrSilent) {
     struct APlainLog : VLog {
         using VLog::CriticalSection;
     };
@@ -198,10 +221,149 @@ TEST_F(Log, PlainLogEndsLinesAndDropsThemWhenBusyOrSilent) {
                   log->CriticalSection()->LeaveCriticalSection();
               }),
               "fed\nbare\n");
-    VLog::SetLog(nullptr);
+    EXPECT_EQ(log->DroppedLines(), 1); // the busy one; the silent one was not wanted
+    int const saved = ::dup(STDERR_FILENO);
+    int const full = ::open("/dev/full", O_WRONLY);
+    ::dup2(full, STDERR_FILENO);
+    ::close(full);
+    VLog::Trace("no room\n");
+    ::dup2(saved, STDERR_FILENO);
+    ::close(saved);
+    EXPECT_EQ(log->DroppedLines(), 2);
 }
 
-TEST_F(Log, ManyThreadsWriteWholeLinesWhileTheLogIsReplaced) {
+TEST_F(VLogTest, ForgetsAContextWhoseStartLineThrows) {
+    m_log->m_hook = ThrowFrom("START");
+    EXPECT_THROW(VLog::StartLoggingContext("stack"), int);
+    EXPECT_THROW(VLog::VLogContext("local"), int);
+    EXPECT_EQ(m_log->GetIndentLevel(), 0);
+    EXPECT_FALSE(ARecordingLog::ms_bHeaderFooter);
+    VLog::EndLoggingContext(); // none is open
+    EXPECT_EQ(m_lines, (Lines{"[ stack - START ]\n", "[ local - START ]\n"}));
+    EXPECT_EQ(m_log->DroppedLines(), 2);
+    VLog::SetLog(nullptr); // and would find the context of a log that is gone
+}
+
+TEST_F(VLogTest, ClosesAContextWhoseEndLineThrows) {
+    m_log->m_hook = ThrowFrom("END");
+    VLog::StartIndent();
+    VLog::StartLoggingContext("thrown");
+    EXPECT_THROW(VLog::EndLoggingContext(), int);
+    { VLog::VLogContext const swallowed("swallowed"); }
+    EXPECT_EQ(m_log->GetIndentLevel(), 1);
+    EXPECT_FALSE(ARecordingLog::ms_bHeaderFooter);
+    VLog::EndLoggingContext();
+    EXPECT_EQ(m_lines.size(), 4U);
+}
+
+TEST_F(VLogTest, PassesOnWhatItsOwnEndThrowsOnceItIsGone) {
+    for (auto* const end : {&VLog::DestroyDefaultLog, &VLog::SetSafeShutdown}) {
+        Lines lines;
+        UseLog(lines)->m_hook = ThrowFrom("");
+        for (int i = 0; i < 2; ++i) {
+            EXPECT_THROW(VLog::StartLoggingContext("not open"), int);
+        }
+        auto* const log = UseLog(lines);
+        VLog::StartLoggingContext("outer");
+        VLog::StartLoggingContext("inner");
+        log->m_hook = ThrowFrom("");
+        EXPECT_THROW(end(), int);
+        EXPECT_EQ(lines.back(), "destroyed\n"); // what that throws stays in the destructor
+        EXPECT_EQ(WithoutTimes(Lines(lines.end() - 3, lines.end() - 1)),
+                  (Lines{" [ inner - END ] T\n", "[ outer - END ] T\n"}));
+    }
+}
+
+TEST_F(VLogTest, TellsTheStageWhenALineOfTheShutDownThrows) {
+    struct {
+        char const* line;
+        char const* stage;
+    } const kCases[] = {{"UninitializeLibrary - START", "stage:0"},
+                        {"UninitializeLibrary - END", "stage:2"},
+                        {"left open - END", "stage:3"}};
+    for (auto const& [line, stage] : kCases) {
+        InitializeLibrary(false);
+        auto* const log = UseLog(m_lines);
+        VLog::StartLoggingContext("left open");
+        log->m_hook = ThrowFrom(line);
+        try {
+            UninitializeLibrary(true, false, false);
+            ADD_FAILURE() << line << " was not thrown";
+        } catch (VException const& exception) {
+            EXPECT_STREQ(exception.DescriptionText().CString(),
+                         (std::string("Unknown exception in UninitializeLibrary, ") + stage).c_str());
+        }
+        m_lines.clear();
+        VLog::SetLog(nullptr);
+        UninitializeLibrary(true, false, true);
+        if (std::string(stage) != "stage:0") { // the count had been taken down already
+            InitializeLibrary(false);
+            InitializeLibrary(false);
+            UninitializeLibrary(true, false, true);
+        }
+        VLog::SetSafeStartup();
+    }
+}
+
+TEST_F(VLogTest, ThrowsNeitherFromTraceNoThrowNorWhenAnExceptionIsMade) {
+    m_log->m_hook = ThrowFrom("");
+    EXPECT_THROW(VLog::Trace("%i\n", 1), int);
+    EXPECT_NO_THROW(VLog::TraceNoThrow("%i\n", 2));
+    EXPECT_NO_THROW(VException(0, nullptr, "made", -1));
+    EXPECT_EQ(m_lines.size(), 3U);
+    EXPECT_EQ(m_log->DroppedLines(), 3);
+    // An exception of the library's own is traced in its turn.
+    m_log->m_hook = [](std::string const&) { throw VException(0, nullptr, "again", -1); };
+    EXPECT_THROW(VLog::Trace("first\n"), VException);
+    EXPECT_EQ(m_lines.size(), 3U + 1 + VLog::kMaxNesting);
+}
+
+TEST_F(VLogTest, BoundsTheLinesThatItTracesItself) {
+    m_log->m_hook = [](std::string const&) {
+        VLog::StartLoggingContext("c");
+        VLog::EndLoggingContext();
+    };
+    VLog::Trace("first\n");
+    EXPECT_EQ(m_lines.size(), 1U + 2 + 4 + 8 + 16); // a nesting deeper each, `kMaxNesting` times
+    EXPECT_EQ(m_log->DroppedLines(), 32);
+    EXPECT_EQ(m_log->GetIndentLevel(), 0);
+}
+
+TEST_F(VLogTest, MayBeReplacedAndDestroyedByItsOwnLine) {
+    m_log->m_hook = [this](std::string const& line) {
+        if (line == "go\n" || line.find("START") != std::string::npos) {
+            VLog::DestroyDefaultLog();
+        } else {
+            VLog::StartLoggingContext("not opened by a log that dies");
+            VLog::SetLog(m_log); // and not taken
+        }
+    };
+    VLog::Trace("go\n");
+    EXPECT_EQ(m_lines, (Lines{"go\n", "destroyed\n"}));
+    EXPECT_STREQ(VLog::GetDefaultLog()->ClassName(), "VLog");
+    m_lines.clear();
+    UseLog(m_lines)->m_hook = [](std::string const& line) {
+        if (line.find("START") != std::string::npos) {
+            VLog::DestroyDefaultLog();
+        }
+    };
+    VLog::StartLoggingContext("c");
+    EXPECT_EQ(WithoutTimes(m_lines), (Lines{"[ c - START ]\n", "[ c - END ] T\n", "destroyed\n"}));
+}
+
+TEST_F(VLogTest, WritesTheLinesOfItsEndToTheDefaultLogUnlessItIsThat) {
+    Lines lines;
+    auto log = VObjectRef<ARecordingLog>(UseLog(lines));
+    VLog::StartLoggingContext("c");
+    UseLog(m_lines);
+    m_lines.clear();
+    lines.clear();
+    log.Exchange(nullptr);
+    EXPECT_TRUE(lines.empty());
+    EXPECT_EQ(WithoutTimes(m_lines), (Lines{"[ c - END ] T\n", "destroyed\n"}));
+}
+
+TEST_F(VLogTest, ManyThreadsWriteWholeLinesWhileTheLogIsReplaced) {
     constexpr int kLines = 400;
     VLog::SetLog(nullptr);
     std::string const output = StandardError([] {

@@ -7,7 +7,7 @@ namespace {
 
 using namespace VFoundation;
 
-TEST(StopWatch, CountsSecondsFromTheLastStartAndHasNoStop) {
+TEST(VStopWatch, CountsSecondsFromTheLastStartAndHasNoStop) {
     VStopWatch watch;
     EXPECT_GT(watch.GetElapsedTime(), 0.1) << "never started: from the clock's own start";
     watch.StartTimer();
