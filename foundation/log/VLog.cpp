@@ -1,5 +1,6 @@
 #include "foundation/log/VLog.h"
 
+#include "foundation/containers/VObjectStack.h"
 #include "foundation/core/NarrowCast.h"
 #include "foundation/log/VLogContext.h"
 #include "foundation/log/internal/DefaultLogRef.h"
@@ -138,7 +139,8 @@ class VLog::LineScope {
 };
 
 VLog::VLog(VClass* cls)
-    : Registered(cls), m_criticalSection(VObjectRef<VCriticalSection>::Adopt(VCriticalSection::New())) {
+    : Registered(cls), m_criticalSection(VObjectRef<VCriticalSection>::Adopt(VCriticalSection::New())),
+      m_contexts(VObjectRef<VObjectStack>::Adopt(VObjectStack::New())) {
 }
 
 VLog::~VLog() {
@@ -163,19 +165,41 @@ void VLog::DeleteInstance() const {
 
 // Contexts
 
+/// An empty stack with room for so many contexts.
+VObjectRef<VObjectStack> VLog::NewContextStack(long room, VLogContext const& any) {
+    auto stack = VObjectRef<VObjectStack>::Adopt(VObjectStack::New());
+    stack->Array().SetGrowSize(room);
+    stack->Array().AddObject(&any); // takes the room
+    stack->Array().RemoveAllObjects();
+    return stack;
+}
+
 void VLog::PushContext(VObjectRef<VLogContext> context) {
-    detail::MutexLock const lock(ms_lock);
-    context->m_outer = m_innermost;
-    m_innermost = context.Detach();
+    VObjectRef<VObjectStack> larger;
+    detail::MutexLock lock(ms_lock);
+    for (;;) {
+        VObjectArray& open = m_contexts->Array();
+        long const count = open.Count();
+        if (count < open.AllocatedCapacity()) {
+            open.AddObject(context.Get());
+            return;
+        }
+        if (larger && count < larger->Array().AllocatedCapacity()) {
+            for (long i = 0; i < count; ++i) {
+                larger->Array().AddObject(open.ObjectAtIndex(i));
+            }
+            std::swap(m_contexts, larger);
+            continue;
+        }
+        lock.Unlock(); // an allocation that fails traces, and tracing takes the lock
+        larger = NewContextStack(count + VObjectContainer::kDefaultGrowSize, *context);
+        lock.Lock();
+    }
 }
 
 VObjectRef<VLog::VLogContext> VLog::PopContext() {
     detail::MutexLock const lock(ms_lock);
-    VLogContext* const innermost = m_innermost;
-    if (innermost) {
-        m_innermost = std::exchange(innermost->m_outer, nullptr);
-    }
-    return VObjectRef<VLogContext>::Adopt(innermost);
+    return VObjectRef<VLogContext>::Adopt(static_cast<VLogContext*>(m_contexts->Pop()));
 }
 
 void VLog::CloseContexts() {
@@ -240,10 +264,11 @@ std::size_t VLog::WritePrefix(char* line) const {
         return indent;
     }
     detail::MutexLock const lock(ms_lock);
-    if (!m_innermost) {
+    auto const* const innermost = static_cast<VLogContext const*>(m_contexts->ObjectAtTopOfStack());
+    if (!innermost) {
         return indent;
     }
-    SecondsText const seconds(m_innermost->GetElapsedTime());
+    SecondsText const seconds(innermost->GetElapsedTime());
     std::memcpy(line + indent, seconds.Text(), seconds.Length());
     line[indent + seconds.Length()] = ' ';
     return indent + seconds.Length() + 1;

@@ -11,6 +11,7 @@
 namespace VFoundation {
 
 class VCriticalSection;
+class VObjectStack;
 
 /// While false, a plain `VLog` writes nothing. True at first.
 extern std::atomic<bool> ms_bVerbose;
@@ -156,6 +157,7 @@ class VLog : public Registered<VLog, VObject> {
     void AddLine(char const* line);
     /// Writes indent and time; the number of characters.
     std::size_t WritePrefix(char* line) const;
+    static VObjectRef<VObjectStack> NewContextStack(long room, VLogContext const& any);
     void PushContext(VObjectRef<VLogContext> context);
     VObjectRef<VLogContext> PopContext();
     /// Throws what an end line throws, with the other contexts still open.
@@ -174,8 +176,8 @@ class VLog : public Registered<VLog, VObject> {
     std::atomic<std::uint32_t> m_life{eAlive};
     std::atomic<long> m_dropped{0};
     VObjectRef<VCriticalSection> m_criticalSection;
-    /// The innermost open context, with the one reference to it.
-    VLogContext* m_innermost VFOUNDATION_GUARDED_BY(ms_lock) = nullptr;
+    /// The open contexts, the innermost on top, with the one reference to each.
+    VObjectRef<VObjectStack> m_contexts VFOUNDATION_GUARDED_BY(ms_lock);
     VLogContext* m_attached VFOUNDATION_GUARDED_BY(ms_lock) = nullptr;
 };
 

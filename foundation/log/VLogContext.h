@@ -62,8 +62,6 @@ class VLog::VLogContext : public Registered<VLog::VLogContext, VObject> {
     bool m_hasEnded = false;
     VLog* m_log VFOUNDATION_GUARDED_BY(ms_lock) = nullptr;
     VLogContext* m_nextAttached VFOUNDATION_GUARDED_BY(ms_lock) = nullptr;
-    /// The next one outwards on the log's stack, with the reference to it.
-    VLogContext* m_outer VFOUNDATION_GUARDED_BY(ms_lock) = nullptr;
 };
 
 } // namespace VFoundation

@@ -53,6 +53,7 @@ TEST_F(TSavedObjectTest, AbsentMembersStayAndOthersAreBroughtIntoRange) {
 }
 
 TEST(TSavedObject, CopiesAreWholeOrThrow) {
+    VString::ms_bRecyclingEnabled = false; // a pooled string takes no memory
     VPDFConnection connection;
     connection.SetName("a name");
     VColour const colour(1, 2, 3, 4, "mine");
@@ -73,6 +74,7 @@ TEST(TSavedObject, CopiesAreWholeOrThrow) {
             throw;
         }
     });
+    VString::ms_bRecyclingEnabled = true;
 }
 
 } // namespace
