@@ -51,7 +51,7 @@ std::string TextOf(VFloatVector const& vector) {
 }
 
 /// Appends the numbers. False when the text is anything but numbers with blanks between.
-bool ReadNumbers(std::string_view text, VFloatVector& numbers) {
+bool AppendNumbers(std::string_view text, VFloatVector& numbers) {
     constexpr char kBlanks[] = " \t\r\n";
     char const* const end = text.data() + text.size();
     for (std::size_t at = text.find_first_not_of(kBlanks); at != text.npos;) {
@@ -212,7 +212,7 @@ bool VFloatVector::Load(VXMLFile& file) {
     bool isText = true;
     if (file.OpenFirstChildText()) {
         char const* text = nullptr;
-        isText = file.ReadText(text) && ReadNumbers(text, numbers);
+        isText = file.ReadText(text) && AppendNumbers(text, numbers);
         file.CloseChild();
     }
     bool const isWhole = isText && numbers.Count() == expected;

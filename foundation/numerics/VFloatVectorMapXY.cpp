@@ -22,8 +22,8 @@ bool Ascends(VFloatVector const& vector) noexcept {
     return std::adjacent_find(vector.Elements(), end, std::greater_equal<>()) == end;
 }
 
-/// Moves the elements from `index` on up by one, over the last element.
-void InsertBeforeLast(VFloatVector& vector, float value, long index) {
+/// Inserts into a vector whose last element is free.
+void Insert(VFloatVector& vector, float value, long index) {
     float* const elements = vector.Elements();
     float* const last = elements + vector.Count() - 1;
     std::copy_backward(elements + index, last, last + 1);
@@ -88,8 +88,8 @@ bool VFloatVectorMapXY::AddPoint(float x, float y) {
         m_y.SetCount(count);
         throw;
     }
-    InsertBeforeLast(m_x, x, index);
-    InsertBeforeLast(m_y, y, index);
+    Insert(m_x, x, index);
+    Insert(m_y, y, index);
     return true;
 }
 

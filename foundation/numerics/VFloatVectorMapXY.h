@@ -44,8 +44,8 @@ class VFloatVectorMapXY : public Registered<VFloatVectorMapXY, VObject> {
     VFloatVector const& X() const noexcept { return m_x; }
     VFloatVector const& Y() const noexcept { return m_y; }
 
-    /// Adds a point, or gives the point at `x` another `y`. False for a coordinate that is not finite. Costs the number
-    /// of points after it.
+    /// Adds a point, or gives the point at `x` another `y`. False for a coordinate that is not finite. Points after it
+    /// are moved, so adding in order of x is cheapest.
     bool AddPoint(float x, float y);
     /// Replaces all points. False, nothing changed, when the counts differ, a coordinate is not finite or the x do not
     /// ascend. The vectors may be the curve's own.

@@ -62,8 +62,9 @@ class VData : public Registered<VData, VObject> {
     /// "[<class name>] Length: <bytes>  Ptr: <address>  Owned: yes" (or "no").
     void GetDescription(VString& out) const override;
 
-    /// A 64-bit length and the bytes; the result is that of moving the bytes. A length beyond `kMaxUnbackedLength`
-    /// throws as `SetLength` does and leaves the contents; bytes that the file does not have are zero.
+    /// A 64-bit length and the bytes; the result is that of moving the bytes. A length that the file cannot back
+    /// (`kMaxUnbackedLength`) throws as `SetLength` does and leaves the contents; bytes that the file does not have are
+    /// zero.
     /// DELIBERATE: only the low 32 bits of a saved length count; a longer one reads as a shorter buffer.
     bool Serialize(IAIFile& file) override;
     /// The older form, without a length: moves as many bytes as the buffer has. Set the length before loading.

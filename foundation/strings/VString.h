@@ -12,7 +12,7 @@ template <class T>
 class VObjectRingBufferTmpl;
 
 /// The library's string: owned, NUL-terminated 8-bit text with a length and a capacity, also used for paths.
-/// Bytes have no encoding: comparison is byte-wise.
+/// No encoding is assumed: comparison is byte-wise.
 ///
 ///     VString path("/opt/app");
 ///     path.AppendPathComponent("icons");      // "/opt/app/icons"

@@ -46,10 +46,6 @@ SValue& SValue::operator=(SValue const& other) {
     return *this;
 }
 
-SValue::~SValue() {
-    Become(kUnknown);
-}
-
 VObject* SValue::HeldObject() const noexcept {
     switch (m_type) {
     case kString:

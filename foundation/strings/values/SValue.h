@@ -33,7 +33,11 @@ struct SValue {
 
     SValue() noexcept = default;
     SValue(SValue const& other) { *this = other; }
-    ~SValue();
+    ~SValue() {
+        if (m_type == kString || m_type == kObject) {
+            SetValueToUnknown();
+        }
+    }
     /// Nothing happens when `other` has a type that this library does not know.
     SValue& operator=(SValue const& other);
 
