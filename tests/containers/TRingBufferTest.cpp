@@ -1,5 +1,6 @@
 #include "foundation/containers/VObjectRingBufferTmpl.h"
 #include "foundation/core/VObjectRef.h"
+#include "foundation/core/internal/ClassRegistry.h"
 #include "tests/support/Counted.h"
 
 #include <gtest/gtest.h>
@@ -124,7 +125,7 @@ class AnElement : public Registered<AnElement, VObject> {
 
 TEST(TRingBuffer, HasOneRecordForEachElementClass) {
     VClass* const cls = VObjectRingBufferTmpl<AnElement>::TheClass();
-    EXPECT_EQ(VClass::FindRegistered("TRingBuffer_AnElement"), cls);
+    EXPECT_EQ(ClassRegistry::FindExactly("TRingBuffer_AnElement"), cls);
     auto const placeholder = VObjectRef<VObject>::Adopt(cls->NewInstance());
     EXPECT_EQ(cls->Existing(), 1);
     AnElement element;
