@@ -64,14 +64,14 @@ void VObjectContainer::SetStorage(long slots) {
     if (m_pStorage) {
         m_pStorage->SetCapacity(slots);
     } else {
-        m_pStorage = SlotBlock::OfCapacity(slots);
+        m_pStorage = SlotBlock::OfCapacity(slots, *this);
     }
     m_pObjects = m_pStorage->Slots();
     m_nAllocated = narrow_cast<std::int32_t>(slots);
 }
 
 void VObjectContainer::Shrink(long slots) {
-    auto kept = SlotBlock::OfCapacity(slots);
+    auto kept = SlotBlock::OfCapacity(slots, *this);
     std::copy(m_pObjects, m_pObjects + slots, kept->Slots());
     long const count = m_nCount;
     auto former = ExchangeStorage(std::move(kept), slots);

@@ -19,13 +19,13 @@ constinit thread_local Nesting s_nesting;
 
 } // namespace
 
-VObjectRef<SlotBlock> SlotBlock::OfCapacity(long slots) {
+VObjectRef<SlotBlock> SlotBlock::OfCapacity(long slots, VObject const& owner) {
     try {
         auto block = VObjectRef<SlotBlock>::Adopt(new SlotBlock);
         block->SetCapacity(slots);
         return block;
     } catch (std::bad_alloc const&) {
-        throw VException(VException::eOutOfMemory, nullptr, "Error allocating container slots", -1);
+        throw VException(VException::eOutOfMemory, &owner, "Error allocating container slots", -1);
     }
 }
 

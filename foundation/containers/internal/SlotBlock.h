@@ -16,8 +16,8 @@ class SlotBlock final : public VData {
     /// released one after the other, so that the depth of a structure is not limited by the stack.
     static constexpr int kMaxDepth = 1000;
 
-    /// A block of null slots. Throws `VException` with id 1 when memory runs out.
-    static VObjectRef<SlotBlock> OfCapacity(long slots);
+    /// A block of null slots for `owner`. Throws `VException` with id 1 when memory runs out.
+    static VObjectRef<SlotBlock> OfCapacity(long slots, VObject const& owner);
 
     VObject** Slots() noexcept { return reinterpret_cast<VObject**>(Bytes()); }
     long Capacity() const noexcept { return static_cast<long>(Length() / sizeof(VObject*)); }
