@@ -50,6 +50,7 @@ class OurLog {
         std::remove(TargetPath().c_str());
     }
     void Line(int number) { VLog::Trace("%s: file %i of %li copied\n", kName, number, 100000L); }
+    void FlushEachLine() { m_log->SetFlushEachLine(true); }
     double Dropped() const { return static_cast<double>(m_log->DroppedLines()); }
 
   private:
@@ -76,6 +77,7 @@ class Spdlog {
         std::remove(TargetPath().c_str());
     }
     void Line(int number) { m_log->info("{}: file {} of {} copied", kName, number, 100000L); }
+    void FlushEachLine() { m_log->flush_on(spdlog::level::trace); }
     double Dropped() const { return 0; }
 
   private:
@@ -118,8 +120,22 @@ void Queued(benchmark::State& state) {
     state.counters["dropped"] = log.Dropped();
 }
 
+/// Each line handed to the system, as logs do that have to survive a crash.
+template <class Log>
+void Flushed(benchmark::State& state) {
+    Log log(false);
+    log.FlushEachLine();
+    int number = 0;
+    for (auto _ : state) {
+        log.Line(++number);
+    }
+    state.SetItemsProcessed(state.iterations());
+}
+
 BENCHMARK(Direct<OurLog>);
 BENCHMARK(Direct<Spdlog>);
+BENCHMARK(Flushed<OurLog>);
+BENCHMARK(Flushed<Spdlog>);
 BENCHMARK(Queued<OurLog>)->Arg(1)->Arg(100)->UseManualTime()->Iterations(500);
 BENCHMARK(Queued<Spdlog>)->Arg(1)->Arg(100)->UseManualTime()->Iterations(500);
 BENCHMARK(Queued<OurLog>)->Arg(100'000)->UseManualTime()->Iterations(3);

@@ -251,7 +251,10 @@ bool VLogFile::StopWriter(eStage& stage) {
     m_output->WakeWriter();
     stage = eRaising;
     VLog::Trace("Setting logging thread priority to high...\n");
-    writer.thread->SetPriority(VThread::eHigh);
+    {
+        detail::MutexLock const lock(m_threadLock); // another thread may be stopping the same writer
+        writer.thread->SetPriority(VThread::eHigh);
+    }
     VLog::Trace("Checking outstanding lines...\n");
     long const outstanding = m_output->WaitingLines();
     stage = eCounting;

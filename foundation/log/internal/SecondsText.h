@@ -5,7 +5,7 @@
 
 namespace VFoundation {
 
-/// Seconds with four decimals behind a point, whatever the locale.
+/// Seconds with four decimals after a point, whatever the locale.
 class SecondsText {
   public:
     explicit SecondsText(double seconds) noexcept {
