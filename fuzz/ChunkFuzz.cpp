@@ -102,7 +102,7 @@ void ReadByScript(VAIFile& file, Script script) {
     }
 }
 
-/// Ends for every file: each round consumes a header or stops.
+/// Visits every chunk by its header. It ends for every file: each round consumes a header or stops.
 void Wander(VAIFile& file, int depth) {
     Require(depth <= static_cast<int>(VAIFile::kMaxDepth), "chunks nest as deep as allowed");
     while (file.ChunkRemaining() || depth == 0) {

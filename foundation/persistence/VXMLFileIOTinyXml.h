@@ -28,7 +28,7 @@ namespace VFoundation {
 /// second root, no memory), the document takes nothing more and is not written.
 ///
 /// Loading a document switches TinyXML's condensing of white space off for the whole process. When memory runs out
-/// inside TinyXML's parser, TinyXML itself leaks the node that it was making.
+/// inside TinyXML's parser, TinyXML leaks the elements that it had not finished.
 ///
 /// Ownership, threads: as `IXMLFileIO`. Several back ends may be used by several threads.
 class VXMLFileIOTinyXml : public IXMLFileIO {

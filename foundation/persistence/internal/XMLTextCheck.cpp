@@ -188,7 +188,7 @@ bool Scanner::SkipBlanks() noexcept {
     return count > 0;
 }
 
-/// What stands in quotes of either kind.
+/// A text in quotes of either kind.
 bool Scanner::SkipLiteral(std::string_view& literal) noexcept {
     std::string_view const quote = m_rest.substr(0, 1);
     if (!Skip("\""sv) && !Skip("'"sv)) {
