@@ -56,15 +56,8 @@ TEST_F(Codec, ReadsEveryKindOfPicture) {
     EXPECT_EQ(count, 32U);
 }
 
-/// What a picture that decodes looks like; damage may not make up colours brighter than their alpha.
-void ExpectPremultiplied(Pixels const& pixels, std::string const& path) {
-    for (std::uint32_t const pixel : pixels) {
-        std::uint32_t const most = std::max({pixel & 0xFF, pixel >> 8 & 0xFF, pixel >> 16 & 0xFF});
-        ASSERT_LE(most, pixel >> 24) << path;
-    }
-}
-
-TEST_F(Codec, RefusesCutFilesAndSurvivesDamagedOnes) {
+// Damaged files are for fuzz.image.
+TEST_F(Codec, RefusesCutFiles) {
     for (bool const isPng : {false, true}) {
         for (std::string const& path : PicturesOf(isPng ? ".png" : ".jpg")) {
             Bytes const whole = BytesOf(path);
@@ -72,13 +65,8 @@ TEST_F(Codec, RefusesCutFilesAndSurvivesDamagedOnes) {
             bool const mayLackMark =
                 !isPng && path.find("progressive") == path.npos && path.find("arithmetic") == path.npos;
             EXPECT_EQ(Load(isPng, whole.substr(0, whole.size() - 2)).empty(), !mayLackMark) << path;
-            for (std::size_t i = 0; i < whole.size() - (mayLackMark ? 2 : 0); i += 1 + i / 64) {
+            for (std::size_t i = 0; i < whole.size() - (mayLackMark ? 2 : 0); i += 1 + i / 256) {
                 EXPECT_TRUE(Load(isPng, whole.substr(0, i)).empty()) << path << i;
-                for (char const byte : {'\x00', '\x7F', '\x80', '\xFF'}) {
-                    Bytes damaged = whole;
-                    damaged[i] = byte;
-                    ExpectPremultiplied(Load(isPng, damaged), path);
-                }
             }
         }
     }
