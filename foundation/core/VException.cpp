@@ -2,7 +2,6 @@
 
 #include "foundation/core/internal/ClassOwned.h"
 #include "foundation/log/VLog.h"
-#include "foundation/threads/VThread.h"
 
 namespace VFoundation {
 
@@ -38,13 +37,7 @@ VException::VException(VException const& other)
 
 void VException::Announce() const {
     VExceptionManager::ms_bExceptionHasOccured.store(true, std::memory_order_relaxed);
-    try {
-        VLog::Trace(static_cast<VObject const&>(*this));
-    } catch (...) { // the failure to report this exception must not replace it
-        if (VThread::CaughtEndOfThread()) {
-            throw;
-        }
-    }
+    VLog::TraceNoThrow(static_cast<VObject const&>(*this));
 }
 
 void VException::UninitializeClass() {
