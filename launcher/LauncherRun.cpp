@@ -4,6 +4,7 @@
 #include "foundation/host/VFileManager.h"
 #include "foundation/host/VHostArchitecture.h"
 #include "foundation/strings/VString.h"
+#include "launcher/BundleLayout.h"
 #include "launcher/IElevationService.h"
 #include "launcher/VApplication.h"
 
@@ -15,9 +16,6 @@ namespace Launcher {
 namespace {
 
 using namespace VFoundation;
-
-constexpr int kBundleFolderDepth = 4; // <Bundle>.app/Contents/MacOS/<launcher>
-constexpr int kContentsDepth = 2;     // MacOS/<launcher>
 
 constexpr int kExitSuccess = 0;
 constexpr int kExitFailure = 1;
@@ -49,19 +47,17 @@ AuthorizationStatus AcquireAdministratorRight(IElevationService& elevation,
                                    kInteractionAllowed | kExtendRights | kPreAuthorize);
 }
 
-void ChooseProgram(VString& path, char const* launcherPath) {
+void ChooseProgram(VString& path, char const* launcherPath) { // `path` becomes the chosen one
     std::fputs("Constructing path 1\n", stderr);
-    BuildPath(path, launcherPath, kBundleFolderDepth, "ZephGuide.app/Contents/MacOS/ZephGuide");
+    BuildPath(path, launcherPath, kBundleFolderDepth, kGuideBesideBundle);
     std::fprintf(stderr, "About to check default exe path %s\n", path.CString());
     if (!FileExists(path)) {
         std::fputs("File doesnt exist, looking for install system", stderr);
-        BuildPath(path, launcherPath, kContentsDepth,
-                  "Resources/QuillmarkInstallSystem.app/Contents/MacOS/QuillmarkInstallSystem");
+        BuildPath(path, launcherPath, kContentsDepth, kInstallerInContents);
         std::fprintf(stderr, " on path %s\n", path.CString());
         if (!FileExists(path)) {
             std::fputs("File doesnt exist, looking for uninstall system", stderr);
-            BuildPath(path, launcherPath, kContentsDepth,
-                      "Resources/QuillmarkUninstallSystem.app/Contents/MacOS/QuillmarkUninstallSystem");
+            BuildPath(path, launcherPath, kContentsDepth, kUninstallerInContents);
             std::fprintf(stderr, " on path %s\n", path.CString());
         }
     }
@@ -97,10 +93,10 @@ int RunLauncher(char const* const* argv, IElevationService& elevation) {
     }
     char const* const launcherPath = argv[0];
 
-    VString path(launcherPath);
-    std::fprintf(stderr, "CWD = %s\n", path.CString());
-    DeletePathComponents(path, kBundleFolderDepth);
-    std::fprintf(stderr, "CWD Actual = %s\n", path.CString());
+    VString workingFolder(launcherPath);
+    std::fprintf(stderr, "CWD = %s\n", workingFolder.CString());
+    DeletePathComponents(workingFolder, kBundleFolderDepth);
+    std::fprintf(stderr, "CWD Actual = %s\n", workingFolder.CString());
 
     char userName[1024];
     VHostArchitecture::UserName(userName, sizeof(userName));
@@ -125,9 +121,10 @@ int RunLauncher(char const* const* argv, IElevationService& elevation) {
         return kExitFailure;
     }
 
-    ChooseProgram(path, launcherPath);
-    char const* const arguments[] = {"-uname", userName, nullptr};
-    status = elevation.Execute(authorisation, path.CString(), kDefaultFlags, arguments);
+    VString program;
+    ChooseProgram(program, launcherPath);
+    char const* const arguments[] = {kUserNameOption, userName, nullptr};
+    status = elevation.Execute(authorisation, program.CString(), kDefaultFlags, arguments);
     std::puts("Called auth exe priv");
     std::printf("Status is ");
     int const exitStatus = ReportLaunch(status);

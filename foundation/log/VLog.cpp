@@ -4,10 +4,10 @@
 #include "foundation/log/VLogContext.h"
 #include "foundation/log/internal/DefaultLogRef.h"
 #include "foundation/log/internal/SecondsText.h"
-#include "foundation/log/internal/WithoutThrowing.h"
 #include "foundation/strings/VString.h"
 #include "foundation/threads/VCriticalSection.h"
 #include "foundation/threads/VCriticalSectionScope.h"
+#include "foundation/threads/internal/WithoutThrowing.h"
 
 #include <algorithm>
 #include <cstdarg>

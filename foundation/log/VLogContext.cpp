@@ -3,8 +3,8 @@
 #include "foundation/core/NarrowCast.h"
 #include "foundation/log/internal/DefaultLogRef.h"
 #include "foundation/log/internal/SecondsText.h"
-#include "foundation/log/internal/WithoutThrowing.h"
 #include "foundation/strings/VString.h"
+#include "foundation/threads/internal/WithoutThrowing.h"
 
 #include <utility>
 

@@ -3,9 +3,9 @@
 #include "foundation/host/internal/LocalTime.h"
 #include "foundation/log/VLogContext.h"
 #include "foundation/log/internal/LogFileOutput.h"
-#include "foundation/log/internal/WithoutThrowing.h"
 #include "foundation/threads/VCriticalSectionScope.h"
 #include "foundation/threads/internal/ThreadPresence.h"
+#include "foundation/threads/internal/WithoutThrowing.h"
 
 #include <ctime>
 #include <utility>
@@ -36,6 +36,7 @@ struct Writer {
     Writer(Writer const&) = delete;
     Writer& operator=(Writer const&) = delete;
     ~Writer() {
+        presence->BeginLeaving();
         output.reset();
         presence->Leave();
     }
@@ -241,6 +242,9 @@ bool VLogFile::StopWriter(eStage& stage) {
     stage = eThreadHeld;
     VLog::Trace("Signalling logging thread to die...\n");
     m_output->TellWriterToEnd();
+    if (auto const writer = WriterPresence()) {
+        writer->Dismiss(); // also one that is given up below is kept off the end of the library
+    }
     stage = eToldToEnd;
     VLog::Trace("Semaphoring logging thread to die...\n");
     m_output->WakeWriter();
@@ -301,6 +305,7 @@ void VLogFile::StopWriterQuietly() {
     }
     m_output->StopQueueing();
     m_output->TellWriterToEnd();
+    writer->Dismiss();
     m_output->WakeWriter();
     for (int round = 0; round <= kMostRounds && !writer->WaitUntilLeft(kShutdownWait); ++round) {
     }

@@ -1,5 +1,7 @@
 #include "launcher/linux/BrokerProtocol.h"
 
+#include "launcher/linux/DisplayVariable.h"
+
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -13,8 +15,6 @@ namespace {
 
 constexpr std::uint32_t kRequestMagic = 0x514d5231; // "QMR1"
 constexpr std::uint32_t kWordMagic = 0x514d5731;    // "QMW1"
-constexpr std::size_t kStreamCount = 2;
-constexpr std::size_t kMaxVariableBytes = 4096;
 
 struct SWordPacket {
     std::uint32_t magic;
@@ -61,68 +61,25 @@ class Reader {
     std::string_view m_rest;
 };
 
-// Room for the two descriptors of a request, aligned as control messages want it.
-union UControl {
-    cmsghdr header;
-    char bytes[CMSG_SPACE(kStreamCount * sizeof(int))];
-};
-
-// The descriptors that arrived with a message, wrapped at once so that none is lost, whatever their number.
-std::vector<UniqueFd> ArrivedDescriptors(msghdr& message) {
-    std::vector<UniqueFd> descriptors;
-    for (cmsghdr* header = CMSG_FIRSTHDR(&message); header; header = CMSG_NXTHDR(&message, header)) {
-        if (header->cmsg_level != SOL_SOCKET || header->cmsg_type != SCM_RIGHTS) {
-            continue;
-        }
-        std::size_t const count = (header->cmsg_len - CMSG_LEN(0)) / sizeof(int);
-        for (std::size_t i = 0; i < count; ++i) {
-            int descriptor = -1;
-            std::memcpy(&descriptor, CMSG_DATA(header) + i * sizeof(int), sizeof(int));
-            descriptors.emplace_back(descriptor);
-        }
-    }
-    return descriptors;
-}
-
 } // namespace
-
-bool MakePacketPair(UniqueFd& launcherEnd, UniqueFd& helperEnd) {
-    int ends[2];
-    if (::socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends) != 0) {
-        return false;
-    }
-    launcherEnd = UniqueFd(ends[0]);
-    helperEnd = UniqueFd(ends[1]);
-    return true;
-}
-
-bool IsPacketSocket(int descriptor) {
-    auto const option = [descriptor](int name) {
-        int value = -1;
-        socklen_t length = sizeof(value);
-        return ::getsockopt(descriptor, SOL_SOCKET, name, &value, &length) == 0 ? value : -1;
-    };
-    return option(SO_DOMAIN) == AF_UNIX && option(SO_TYPE) == SOCK_SEQPACKET;
-}
 
 bool SendWord(int socket, EWord word) {
     SWordPacket const packet{kWordMagic, static_cast<std::uint32_t>(word)};
     return ::send(socket, &packet, sizeof(packet), MSG_NOSIGNAL) == static_cast<ssize_t>(sizeof(packet));
 }
 
-std::optional<EWord> ReceiveWord(int socket, bool* unread) {
-    SWordPacket packet{};
-    ssize_t received = 0;
-    do {
-        received = ::recv(socket, &packet, sizeof(packet), MSG_TRUNC);
-    } while (received < 0 && errno == EINTR);
+std::optional<SReceivedWord> ReceiveWord(int socket, bool* unread) {
+    SWordPacket word{};
+    SPacket const packet = ReceivePacket(socket, &word, sizeof(word));
     if (unread) {
-        *unread = received < 0 && errno == ECONNRESET;
+        *unread = packet.length < 0 && errno == ECONNRESET;
     }
-    bool const isWord = received == static_cast<ssize_t>(sizeof(packet)) && packet.magic == kWordMagic &&
-                        packet.word >= static_cast<std::uint32_t>(EWord::eReady) &&
-                        packet.word <= static_cast<std::uint32_t>(EWord::eFailed);
-    return isWord ? std::optional(static_cast<EWord>(packet.word)) : std::nullopt;
+    bool const isWord = packet.length == static_cast<ssize_t>(sizeof(word)) &&
+                        (packet.flags & MSG_TRUNC) == 0 && word.magic == kWordMagic &&
+                        word.word >= static_cast<std::uint32_t>(EWord::eReady) &&
+                        word.word <= static_cast<std::uint32_t>(EWord::eNoDisplay);
+    return isWord ? std::optional(SReceivedWord{static_cast<EWord>(word.word), packet.attached.sender})
+                  : std::nullopt;
 }
 
 std::optional<std::string> EncodeRequest(SLaunchRequest const& request) {
@@ -162,14 +119,14 @@ bool DecodeRequest(std::string_view bytes, SLaunchRequest& request) {
 }
 
 bool SendRequest(int socket, std::string const& bytes, int standardOutput, int standardError) {
-    std::array<int, kStreamCount> const streams = {standardOutput, standardError};
-    UControl control{};
+    std::array<int, kMaxPacketDescriptors> const streams = {standardOutput, standardError};
+    alignas(cmsghdr) std::array<char, CMSG_SPACE(sizeof(streams))> control{};
     iovec part{const_cast<char*>(bytes.data()), bytes.size()};
     msghdr message{};
     message.msg_iov = &part;
     message.msg_iovlen = 1;
-    message.msg_control = &control;
-    message.msg_controllen = sizeof(control.bytes);
+    message.msg_control = control.data();
+    message.msg_controllen = control.size();
     cmsghdr* const header = CMSG_FIRSTHDR(&message);
     header->cmsg_level = SOL_SOCKET;
     header->cmsg_type = SCM_RIGHTS;
@@ -184,49 +141,19 @@ bool SendRequest(int socket, std::string const& bytes, int standardOutput, int s
 
 EReceived ReceiveRequest(int socket, SReceivedRequest& received) {
     std::string bytes(kMaxRequestBytes, '\0');
-    UControl control{};
-    iovec part{bytes.data(), bytes.size()};
-    msghdr message{};
-    message.msg_iov = &part;
-    message.msg_iovlen = 1;
-    message.msg_control = &control;
-    message.msg_controllen = sizeof(control.bytes);
-    ssize_t length = 0;
-    do {
-        length = ::recvmsg(socket, &message, MSG_CMSG_CLOEXEC);
-    } while (length < 0 && errno == EINTR);
-    if (length <= 0) {
+    SPacket packet = ReceivePacket(socket, bytes.data(), bytes.size());
+    if (packet.length <= 0) {
         return EReceived::eClosed;
     }
-    std::vector<UniqueFd> descriptors = ArrivedDescriptors(message);
-    if ((message.msg_flags & (MSG_TRUNC | MSG_CTRUNC)) != 0 || descriptors.size() != kStreamCount) {
+    std::vector<UniqueFd>& descriptors = packet.attached.descriptors;
+    if ((packet.flags & (MSG_TRUNC | MSG_CTRUNC)) != 0 || descriptors.size() != kMaxPacketDescriptors) {
         return EReceived::eMalformed;
     }
+    received.sender = packet.attached.sender;
     received.standardOutput = std::move(descriptors[0]);
     received.standardError = std::move(descriptors[1]);
-    bytes.resize(static_cast<std::size_t>(length));
+    bytes.resize(static_cast<std::size_t>(packet.length));
     return DecodeRequest(bytes, received.request) ? EReceived::eRequest : EReceived::eMalformed;
-}
-
-bool IsDisplayVariable(std::string_view variable) {
-    std::size_t const equals = variable.find('=');
-    if (equals == std::string_view::npos || variable.size() > kMaxVariableBytes) {
-        return false;
-    }
-    std::string_view const name = variable.substr(0, equals);
-    std::string_view const value = variable.substr(equals + 1);
-    auto const isPrintable = [](char c) { return static_cast<unsigned char>(c) > 0x1f && c != 0x7f; };
-    auto const isLocaleCharacter = [](char c) {
-        return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' ||
-               c == '.' || c == '-' || c == '@';
-    };
-    if (value.empty() || !std::all_of(value.begin(), value.end(), isPrintable)) {
-        return false;
-    }
-    if (name == "LANG") {
-        return std::all_of(value.begin(), value.end(), isLocaleCharacter);
-    }
-    return name == "DISPLAY" || ((name == "XAUTHORITY" || name == "WAYLAND_DISPLAY") && value.front() == '/');
 }
 
 } // namespace Launcher

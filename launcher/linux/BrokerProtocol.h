@@ -1,12 +1,13 @@
 #pragma once
 
-#include "launcher/linux/UniqueFd.h"
+#include "launcher/linux/PacketSocket.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <sys/types.h>
 #include <vector>
 
 namespace Launcher {
@@ -21,6 +22,8 @@ namespace Launcher {
 ///
 /// The texts are the path, then the counted arguments, then the counted environment. The launcher's standard
 /// output and error travel with it as two descriptors.
+///
+/// Each side compares the sender of what it receives with whom it expects to hear.
 
 enum class EWord : std::uint32_t {
     eReady = 1,         ///< broker: I am root; agent: I am registered
@@ -28,30 +31,30 @@ enum class EWord : std::uint32_t {
     eStarted = 3,       ///< broker: the program runs
     eNotExecutable = 4, ///< broker: execve refused the program
     eFailed = 5,        ///< broker: the request was not understood, or there was no process to be had
+    eNoDisplay = 6,     ///< dialog: there is no display, or it does not answer
+};
+
+struct SReceivedWord {
+    EWord word;
+    SPeer sender;
 };
 
 struct SLaunchRequest {
     std::string path; ///< absolute
     std::vector<std::string> arguments;
-    std::vector<std::string> environment; ///< "NAME=value" of the display; see `IsDisplayVariable`
+    std::vector<std::string> environment; ///< "NAME=value"; see `IsDisplayVariable`
 };
 
 inline constexpr std::size_t kMaxRequestBytes = 65536;
 inline constexpr std::uint32_t kMaxRequestArguments = 16;
 inline constexpr std::uint32_t kMaxRequestVariables = 8;
 
-/// A connected pair of packet sockets, closed on exec. False when there is none to be had.
-bool MakePacketPair(UniqueFd& launcherEnd, UniqueFd& helperEnd);
-
-/// Whether the descriptor is a socket of the kind that `MakePacketPair` makes.
-bool IsPacketSocket(int descriptor);
-
-/// False when the other end is gone.
+/// False when the other end is gone. Safe in a signal handler.
 bool SendWord(int socket, EWord word);
 
 /// Blocks. Empty when the other end is gone or sends anything but a word. `*unread` (may be null) then tells
 /// whether the other end left without reading what it had been sent.
-std::optional<EWord> ReceiveWord(int socket, bool* unread = nullptr);
+std::optional<SReceivedWord> ReceiveWord(int socket, bool* unread = nullptr);
 
 /// The request as bytes, or empty when it exceeds a limit.
 std::optional<std::string> EncodeRequest(SLaunchRequest const& request);
@@ -66,6 +69,7 @@ bool SendRequest(int socket, std::string const& bytes, int standardOutput, int s
 /// A request as it arrived.
 struct SReceivedRequest {
     SLaunchRequest request;
+    SPeer sender;
     UniqueFd standardOutput;
     UniqueFd standardError;
 };
@@ -74,9 +78,5 @@ enum class EReceived { eRequest, eMalformed, eClosed };
 
 /// Blocks for one request.
 EReceived ReceiveRequest(int socket, SReceivedRequest& received);
-
-/// Whether "NAME=value" may reach a program that runs as root: DISPLAY, XAUTHORITY and WAYLAND_DISPLAY (both
-/// absolute paths) and LANG, each bounded and of printable characters.
-bool IsDisplayVariable(std::string_view variable);
 
 } // namespace Launcher

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <new>
 #include <string_view>
 #include <unistd.h>
 
@@ -12,10 +13,20 @@ namespace Launcher {
 class IElevationService::Reference {
   public:
     std::unique_ptr<IRightHolder> holder;
-    std::string iconPath;
+    SRightQuestion question;
 };
 
 namespace {
+
+// What an operation answers; running out of memory is a failure like any other.
+template <typename Operation>
+AuthorizationStatus WithinMemory(Operation operation) {
+    try {
+        return operation();
+    } catch (std::bad_alloc const&) {
+        return kInternalFailure;
+    }
+}
 
 std::string IconPath(AuthorizationItems environment) {
     for (SAuthorizationItem const& item : environment) {
@@ -38,13 +49,40 @@ SLaunchRequest MakeRequest(std::string path, char const* const* arguments) {
     return request;
 }
 
+AuthorizationStatus LaunchAskingAgain(IElevationService::Reference& reference, char const* path,
+                                      char const* const* arguments) {
+    std::error_code error;
+    std::filesystem::path const absolutePath = std::filesystem::absolute(path, error);
+    if (error || absolutePath.empty()) {
+        return kToolExecuteFailure;
+    }
+    SLaunchRequest const request = MakeRequest(absolutePath.string(), arguments);
+    std::optional<AuthorizationStatus> status = reference.holder->Launch(request);
+    if (!status) {
+        reference.question.program = request.path;
+        AuthorizationStatus const asked = reference.holder->Ask(reference.question);
+        if (asked != kAuthorized) {
+            return asked;
+        }
+        status = reference.holder->Launch(request);
+    }
+    return status.value_or(kInternalFailure);
+}
+
 } // namespace
 
 AuthorizationStatus ElevationService::Create(AuthorizationItems, AuthorizationItems, AuthorizationFlags,
                                              Reference** reference) {
-    std::unique_ptr<IRightHolder> holder = ChooseRightHolder(m_paths);
-    *reference = holder ? new Reference{std::move(holder), {}} : nullptr;
-    return *reference ? kAuthorized : kInternalFailure;
+    *reference = nullptr;
+    if (HasRightsOfItsFile()) {
+        return kInternalFailure;
+    }
+    return WithinMemory([&] {
+        if (std::unique_ptr<IRightHolder> holder = ChooseRightHolder(m_paths)) {
+            *reference = new Reference{std::move(holder), {}};
+        }
+        return *reference ? kAuthorized : kInternalFailure;
+    });
 }
 
 AuthorizationStatus ElevationService::AcquireRights(Reference* reference, AuthorizationItems rights,
@@ -59,8 +97,10 @@ AuthorizationStatus ElevationService::AcquireRights(Reference* reference, Author
     if ((flags & kInteractionAllowed) == 0 && ::geteuid() != 0) {
         return kInteractionNotAllowed;
     }
-    reference->iconPath = IconPath(environment);
-    return reference->holder->Ask(reference->iconPath);
+    return WithinMemory([&] {
+        reference->question.iconPath = IconPath(environment);
+        return reference->holder->Ask(reference->question);
+    });
 }
 
 AuthorizationStatus ElevationService::Execute(Reference* reference, char const* path, AuthorizationFlags,
@@ -68,21 +108,7 @@ AuthorizationStatus ElevationService::Execute(Reference* reference, char const* 
     if (!reference || !path) {
         return kInternalFailure;
     }
-    std::error_code error;
-    std::filesystem::path const absolutePath = std::filesystem::absolute(path, error);
-    if (error || absolutePath.empty()) {
-        return kToolExecuteFailure;
-    }
-    SLaunchRequest const request = MakeRequest(absolutePath.string(), arguments);
-    std::optional<AuthorizationStatus> status = reference->holder->Launch(request);
-    if (!status) {
-        AuthorizationStatus const asked = reference->holder->Ask(reference->iconPath);
-        if (asked != kAuthorized) {
-            return asked;
-        }
-        status = reference->holder->Launch(request);
-    }
-    return status.value_or(kInternalFailure);
+    return WithinMemory([&] { return LaunchAskingAgain(*reference, path, arguments); });
 }
 
 AuthorizationStatus ElevationService::Free(Reference* reference, AuthorizationFlags) {

@@ -10,5 +10,6 @@ inline constexpr int kExitBadInput = 65;   ///< its standard input is not the la
 inline constexpr int kExitNoDisplay = 69;  ///< there is no display to show a dialog on
 inline constexpr int kExitNotStarted = 70; ///< the program was not started
 inline constexpr int kExitNotRoot = 77;    ///< it is not root
+inline constexpr int kExitSetUserId = 78;  ///< its file, not its caller, gave it the rights it has
 
 } // namespace Launcher

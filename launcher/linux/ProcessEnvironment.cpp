@@ -1,12 +1,14 @@
 #include "launcher/linux/ProcessEnvironment.h"
 
-#include "launcher/linux/BrokerProtocol.h"
+#include "launcher/linux/DisplayVariable.h"
 
 #include <algorithm>
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
 #include <string_view>
+#include <sys/auxv.h>
+#include <sys/prctl.h>
 #include <unistd.h>
 
 namespace Launcher {
@@ -27,6 +29,18 @@ void PrepareProcess() {
         }
     }
     ::signal(SIGCHLD, SIG_DFL);
+    if (HasRightsOfItsFile()) {
+        uid_t const user = ::getuid();
+        gid_t const group = ::getgid();
+        if (::setresgid(group, group, group) != 0 || ::setresuid(user, user, user) != 0) {
+            ::_exit(EXIT_FAILURE);
+        }
+    }
+    ::prctl(PR_SET_DUMPABLE, 0); // after the change of user, which sets it
+}
+
+bool HasRightsOfItsFile() {
+    return ::getauxval(AT_SECURE) != 0;
 }
 
 std::vector<std::string> OwnEnvironment() {

@@ -5,6 +5,8 @@
 #include <array>
 #include <cerrno>
 #include <csignal>
+#include <cstdio>
+#include <cstring>
 #include <fcntl.h>
 #include <linux/close_range.h>
 #include <sys/syscall.h>
@@ -37,10 +39,13 @@ struct SChild {
     char* const* environment;
     std::array<int, kFirstOtherDescriptor> streams;
     char const* directory;
+    bool keepsTerminal;
     int resultPipe;
 
     [[noreturn]] void Run() const {
-        ::setsid();
+        if (!keepsTerminal) {
+            ::setsid();
+        }
         ResetSignals();
         EStartResult result = EStartResult::eNoProcess;
         if (PlaceStreams() && (!directory || ::chdir(directory) == 0)) {
@@ -90,14 +95,35 @@ struct SChild {
     }
 };
 
-// What the child reported, or `eStarted` when execve closed the pipe.
-EStartResult ReadResult(int pipe) {
+// Whether the process, running or ended but not waited for, got past execve. Unknown counts as yes: a process
+// that cannot be looked at has become another user's.
+bool HasExecuted(pid_t process) {
+    constexpr unsigned long kForkedButNotExecuted = 0x40; // the kernel's PF_FORKNOEXEC
+    std::array<char, 64> path{};
+    std::array<char, 1024> line{};
+    std::snprintf(path.data(), path.size(), "/proc/%d/stat", process);
+    UniqueFd const file(::open(path.data(), O_RDONLY | O_CLOEXEC));
+    unsigned long flags = 0;
+    if (!file.IsOpen() || ::read(file.Get(), line.data(), line.size() - 1) <= 0) {
+        return true;
+    }
+    char const* const nameEnd = std::strrchr(line.data(), ')'); // a name may hold blanks and more
+    // then state, parent, group, session, terminal and its group
+    return !nameEnd || std::sscanf(nameEnd + 1, " %*c %*d %*d %*d %*d %*d %lu", &flags) != 1 ||
+           (flags & kForkedButNotExecuted) == 0;
+}
+
+// What the child reported. It reports nothing when execve closed the pipe, or when it was killed before.
+EStartResult ReadResult(int pipe, pid_t process) {
     EStartResult result = EStartResult::eStarted;
     ssize_t received = 0;
     do {
         received = ::read(pipe, &result, sizeof(result));
     } while (received < 0 && errno == EINTR);
-    return received == static_cast<ssize_t>(sizeof(result)) ? result : EStartResult::eStarted;
+    if (received == static_cast<ssize_t>(sizeof(result))) {
+        return result;
+    }
+    return HasExecuted(process) ? EStartResult::eStarted : EStartResult::eNoProcess;
 }
 
 } // namespace
@@ -120,6 +146,7 @@ EStartResult StartProgram(SProgramStart const& start, pid_t* process) {
         environment.data(),
         {stream(start.standardInput), stream(start.standardOutput), stream(start.standardError)},
         start.directory,
+        start.keepsTerminal,
         writeEnd.Get()};
     pid_t const pid = ::fork();
     if (pid < 0) {
@@ -129,7 +156,7 @@ EStartResult StartProgram(SProgramStart const& start, pid_t* process) {
         child.Run();
     }
     writeEnd.Close();
-    EStartResult const result = ReadResult(readEnd.Get());
+    EStartResult const result = ReadResult(readEnd.Get(), pid);
     if (result != EStartResult::eStarted) {
         while (::waitpid(pid, nullptr, 0) < 0 && errno == EINTR) {
         }

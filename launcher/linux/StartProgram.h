@@ -7,7 +7,7 @@
 namespace Launcher {
 
 /// What a program is started with. Nothing else reaches it: no other descriptor, no other variable, default
-/// signal handling, a session of its own.
+/// signal handling, a session of its own unless it is to ask on the terminal.
 struct SProgramStart {
     std::string path;                          ///< absolute; never searched for, never given to a shell
     std::vector<std::string> arguments = {};   ///< those after the program's own name, which is `path`
@@ -16,15 +16,17 @@ struct SProgramStart {
     int standardOutput = -1;                   ///< borrowed; -1 is /dev/null
     int standardError = -1;                    ///< borrowed; -1 is /dev/null
     char const* directory = nullptr;           ///< working directory; null is the caller's
+    bool keepsTerminal = false;                ///< stays in the caller's session, with its terminal
 };
 
 enum class EStartResult {
     eStarted,
     eNotExecutable, ///< execve refused: missing, not permitted, ill-formed, a directory, too long
-    eNoProcess,     ///< there was no process, pipe or /dev/null to try it with
+    eNoProcess,     ///< there was no process, pipe or /dev/null to try it with, or it ended before it could
 };
 
-/// Starts a program and tells whether it really runs: the result comes after execve has succeeded or failed.
+/// Starts a program and tells whether it really runs: the result comes after execve has succeeded or failed. A
+/// program that ends at once was started.
 /// `*process` is set only for `eStarted`; the caller waits for that process or leaves it to process 1.
 ///
 /// Threads: any.

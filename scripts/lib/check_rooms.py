@@ -32,12 +32,16 @@ SHARED = {
     "containers/internal/ClassString.h": "the strings of classes, in dictionaries and graphs",
     "core/internal/ClassOwned.h": "a class's own objects: made once, released and cleared, in every room",
     "core/internal/CopyByAssignment.h": "Copy() of every class whose assignment copies the state",
+    "containers/internal/ContainerAccess.h": "what is built aside is put in place, in dictionaries and graphs",
+    "containers/internal/KeepAlive.h": "holds an object over destructors that may end it, in containers and graphs",
+    "containers/internal/Snapshot.h": "walks that run other code, in containers and graphs",
     "containers/internal/TRecyclePool.h": "every recycled class has its pool through it",
     "containers/internal/VObjectCast.h": "checks what a file put into an array",
     "host/internal/LocalTime.h": "one form of a date, in the log file and in VDate",
     "strings/internal/NumberText.h": "numbers as text whatever the locale, in XML and in the value classes",
     "threads/internal/EventFlag.h": "waiting for another thread, in the log's writer and the message centre",
-    "threads/internal/ForkHook.h": "the log's locks and queue in a child process",
+    "threads/internal/ForkHook.h": "what loses its thread in a child process: servers, the log's writer, a centre's job",
+    "threads/internal/WithoutThrowing.h": "code that may not throw: destructors, handlers and the outermost frames of threads",
     "threads/internal/ThreadPresence.h": "whether a thread of the library is still there, servers and the log's writer",
 }
 

@@ -63,6 +63,9 @@ TEST(TRingBuffer, CountsInThirtyTwoBits) {
     Ring ring(2);
     ring.UsedWord() = 1;
     EXPECT_FALSE(ring.RemoveAllObjects()); // the count is wrong: the pop gives up
+    ring.UsedWord() = -1;                  // another pop is on its way out
+    EXPECT_EQ(ring.UsedCount(), 0);
+    EXPECT_TRUE(ring.RemoveAllObjects());
 }
 
 TEST(TRingBuffer, APushThatGivesUpLosesItsUnit) {

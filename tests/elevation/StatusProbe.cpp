@@ -1,11 +1,11 @@
-// Asks for the right, launches something and prints the two statuses: the launcher itself ends alike whether the
-// user cancelled or was refused.
+// Asks for the right, launches what the arguments say (else /bin/true) and prints the two statuses: the launcher
+// itself ends alike whether the user cancelled or was refused, and chooses what it launches.
 
 #include "launcher/linux/ElevationService.h"
 
 #include <cstdio>
 
-int main() {
+int main(int argc, char** argv) {
     using namespace Launcher;
     ElevationService service;
     IElevationService::Reference* reference = nullptr;
@@ -16,8 +16,9 @@ int main() {
     }
     std::printf("acquired %d\n", status);
     if (status == kAuthorized) {
-        char const* const arguments[] = {nullptr};
-        std::printf("executed %d\n", service.Execute(reference, "/bin/true", kDefaultFlags, arguments));
+        char const* const nothing[] = {nullptr};
+        std::printf("executed %d\n", service.Execute(reference, argc > 1 ? argv[1] : "/bin/true",
+                                                     kDefaultFlags, argc > 1 ? argv + 2 : nothing));
     }
     service.Free(reference, kDefaultFlags);
     return 0;

@@ -3,8 +3,10 @@
 #include "foundation/containers/VObjectArray.h"
 #include "foundation/containers/VObjectContainer.h"
 #include "foundation/image/VImageIOJPEG.h"
+#include "foundation/image/VImageIOPNG.h"
 #include "foundation/image/VImageIOTarga.h"
 #include "tests/image/ImageTestSupport.h"
+#include "tests/support/FailingAllocator.h"
 
 #include <latch>
 #include <sys/stat.h>
@@ -90,6 +92,41 @@ TEST_F(Image, CachesUnderTheFirstName) {
     EXPECT_NE(FromFile(Path("uncached.tga")).Get(), uncached.Get());
 }
 
+TEST_F(Image, IsNullOrNotSavedWithoutMemory) {
+    VImage::ms_cacheEnabled = false;
+    VImageIOTarga const targa;
+    VImageIOJPEG const jpeg;
+    VImageIOPNG const png;
+    ImageRef const whole = FromFile(NewTarga("a.tga"));
+    testing::internal::CaptureStderr();
+    for (auto const& [codec, path] :
+         {std::pair<IImageIO const*, char const*>{&targa, IMAGE_TEST_DATA "/pillow_alpha.tga"},
+          {&jpeg, IMAGE_TEST_DATA "/colour.jpg"},
+          {&png, IMAGE_TEST_DATA "/rgba-8.png"}}) {
+        testing_support::FailEachAllocation([&codec = codec, &path = path] {
+            ImageRef image;
+            EXPECT_NO_THROW(image = ImageRef::Adopt(codec->LoadImageFromFile(path)));
+            EXPECT_TRUE(image || testing_support::AllocationHasFailed());
+        });
+        testing_support::FailEachAllocation([&path = path] {
+            VImage::UninitializeClass();
+            VImage::InitializeClass();
+            ImageRef image;
+            EXPECT_NO_THROW(image = ImageRef::Adopt(VImage::ImageFromFile(path)));
+            EXPECT_TRUE(image || testing_support::AllocationHasFailed());
+            EXPECT_LE(VImage::ms_imageNames.load()->Count(), VImage::ms_imageCache.load()->Count());
+        });
+    }
+    testing_support::FailEachAllocation([&] {
+        bool isSaved = false;
+        EXPECT_NO_THROW(isSaved = targa.SaveImageToFile(*whole, m_scratch.Path()));
+        EXPECT_TRUE(isSaved || testing_support::AllocationHasFailed());
+    });
+    std::string const errors = testing::internal::GetCapturedStderr();
+    EXPECT_NE(errors.find("Caught and unknown exception whilst loading image\nFailed to load"), errors.npos);
+    EXPECT_NE(errors.find("JPG Data providerFailed to load image: "), errors.npos);
+}
+
 TEST_F(Image, SaysWhatItCouldNotLoad) {
     NewTarga("resources/icons/a.tga");
     *VImage::DefaultImageResourcePath() = Path("resources").c_str();
@@ -130,7 +167,8 @@ TEST_F(Image, UsesTheFirst260CharactersOfAPath) {
 }
 
 TEST_F(Image, IsTheSameForThreadsThatLoadAtOnce) {
-    std::vector<std::string> const paths = {NewTarga("a.tga"), NewTarga("b.tga")};
+    std::vector<std::string> const paths = {NewTarga("a.tga"), IMAGE_TEST_DATA "/rgba-8.png",
+                                            IMAGE_TEST_DATA "/colour.jpg"};
     for (int round = 0; round < 200; ++round) {
         VImage::UninitializeClass();
         VImage::InitializeClass();
@@ -148,10 +186,12 @@ TEST_F(Image, IsTheSameForThreadsThatLoadAtOnce) {
         }
         for (std::size_t i = 0; i < threads.size(); ++i) {
             threads[i].join();
-            EXPECT_EQ(images[i][0].Get(), VImage::FindImageInCacheWithName(paths[0].c_str()));
-            EXPECT_EQ(images[i][1].Get(), VImage::FindImageInCacheWithName(paths[1].c_str()));
+            for (std::size_t j = 0; j < paths.size(); ++j) {
+                EXPECT_TRUE(images[i][j]);
+                EXPECT_EQ(images[i][j].Get(), VImage::FindImageInCacheWithName(paths[j].c_str()));
+            }
         }
-        EXPECT_EQ(VImage::ms_imageCache.load()->Count(), 2);
+        EXPECT_EQ(VImage::ms_imageCache.load()->Count(), 3);
     }
 }
 

@@ -1,149 +1,31 @@
 #include "launcher/linux/ElevationService.h"
 
-#include "launcher/linux/BrokerProtocol.h"
-#include "launcher/linux/HelperExit.h"
-#include "launcher/linux/HelperProcess.h"
-#include "launcher/linux/StartProgram.h"
-
-#include <cstdio>
-#include <fcntl.h>
+#include <cstdlib>
 #include <gtest/gtest.h>
-#include <sys/socket.h>
-#include <sys/wait.h>
+#include <new>
 #include <unistd.h>
 
 namespace {
 
 using namespace Launcher;
 
-SLaunchRequest const kRequest{.path = "/bin/true",
-                              .arguments = {"-uname", "-some body", "", "line\nfeed"},
-                              .environment = {"DISPLAY=:0", "LANG=C.UTF-8"}};
-
-std::unique_ptr<HelperProcess> StartBroker() {
-    return HelperProcess::Start({.path = QUILLMARK_BROKER, .environment = {}});
-}
-
-std::string Output(SProgramStart start) {
-    std::FILE* const file = std::tmpfile();
-    start.standardOutput = ::fileno(file);
-    pid_t process = -1;
-    EXPECT_EQ(StartProgram(start, &process), EStartResult::eStarted);
-    ::waitpid(process, nullptr, 0);
-    std::rewind(file);
-    std::string text(4096, '\0');
-    text.resize(std::fread(text.data(), 1, text.size(), file));
-    std::fclose(file);
-    return text;
-}
+long s_allocationsLeft = -1; // below 0: any number
 
 } // namespace
 
-TEST(StartProgram, PassesOnlyWhatItIsGiven) {
-    int const inherited = ::open("/dev/zero", O_RDONLY); // not closed on exec by itself
-    std::string const text = Output({.path = ZEPH_GUIDE,
-                                     .arguments = {"-a b", "", "$(id) 'x' \"y\";", "line\nfeed"},
-                                     .environment = {"ONLY=this"},
-                                     .directory = "/"});
-    ::close(inherited);
-    EXPECT_NE(text.find("folder /\nZephGuide: argument 0 = [" ZEPH_GUIDE "]\nZephGuide: argument 1 = [-a b]\n"
-                        "ZephGuide: argument 2 = []\nZephGuide: argument 3 = [$(id) 'x' \"y\";]\n"
-                        "ZephGuide: argument 4 = [line\nfeed]\nZephGuide: variable ONLY=this\n"
-                        "ZephGuide: descriptor 0 = /dev/null\nZephGuide: descriptor 1 = "),
-              std::string::npos)
-        << text;
-    EXPECT_EQ(text.find("/dev/zero"), std::string::npos) << text;
+[[gnu::noinline]] void* operator new(std::size_t size) {
+    void* const block = s_allocationsLeft == 0 ? nullptr : std::malloc(size ? size : 1);
+    if (!block) {
+        throw std::bad_alloc();
+    }
+    s_allocationsLeft -= s_allocationsLeft > 0 ? 1 : 0;
+    return block;
 }
-
-TEST(StartProgram, TellsApartWhyItDidNot) {
-    EXPECT_EQ(StartProgram({.path = "/nowhere"}), EStartResult::eNotExecutable);
-    EXPECT_EQ(StartProgram({.path = "/" + std::string(5000, 'x')}), EStartResult::eNotExecutable);
-    EXPECT_EQ(StartProgram({.path = "/bin/true", .directory = "/nowhere"}), EStartResult::eNoProcess);
+[[gnu::noinline]] void operator delete(void* block) noexcept {
+    std::free(block);
 }
-
-TEST(BrokerProtocol, TakesExactlyARequest) {
-    std::string const bytes = EncodeRequest(kRequest).value();
-    SLaunchRequest decoded;
-    ASSERT_TRUE(DecodeRequest(bytes, decoded));
-    EXPECT_EQ(decoded.path, kRequest.path);
-    EXPECT_EQ(decoded.arguments, kRequest.arguments);
-    EXPECT_EQ(decoded.environment, kRequest.environment);
-    for (std::size_t length = 0; length < bytes.size(); ++length) {
-        EXPECT_FALSE(DecodeRequest(std::string_view(bytes).substr(0, length), decoded)) << length;
-    }
-    EXPECT_FALSE(DecodeRequest(bytes + "x", decoded));
-    auto const isRefused = [&decoded](SLaunchRequest const& request) {
-        std::optional<std::string> const encoded = EncodeRequest(request);
-        return !encoded || !DecodeRequest(*encoded, decoded);
-    };
-    EXPECT_TRUE(isRefused({.path = "bin/true", .arguments = {}, .environment = {}}));
-    EXPECT_TRUE(isRefused({.path = "", .arguments = {}, .environment = {}}));
-    EXPECT_TRUE(isRefused({.path = std::string("/a\0b", 4), .arguments = {}, .environment = {}}));
-    EXPECT_TRUE(
-        isRefused({.path = "/" + std::string(kMaxRequestBytes, 'x'), .arguments = {}, .environment = {}}));
-    EXPECT_TRUE(isRefused({.path = "/a", .arguments = std::vector<std::string>(17), .environment = {}}));
-    EXPECT_TRUE(isRefused({.path = "/a", .arguments = {}, .environment = {"LD_PRELOAD=/tmp/x.so"}}));
-}
-
-TEST(BrokerProtocol, LetsOnlyTheDisplayThrough) {
-    for (char const* const good : {"DISPLAY=:0", "XAUTHORITY=/home/a b/.Xauthority", "LANG=de_DE.UTF-8@euro",
-                                   "WAYLAND_DISPLAY=/run/user/1/wayland-0"}) {
-        EXPECT_TRUE(IsDisplayVariable(good)) << good;
-    }
-    for (char const* const bad :
-         {"", "DISPLAY", "DISPLAY=", "=x", "DISPLAY=:0\n", "XAUTHORITY=a", "WAYLAND_DISPLAY=wayland-0",
-          "LANG=../../x", "LANG=%s", "PATH=/bin", "LD_PRELOAD=/x", "DISPLAYX=:0", "LC_ALL=C", "display=:0"}) {
-        EXPECT_FALSE(IsDisplayVariable(bad)) << bad;
-    }
-    EXPECT_FALSE(IsDisplayVariable("DISPLAY=" + std::string(5000, 'x')));
-}
-
-TEST(Broker, LeavesUnlessItIsRootWithALine) {
-    pid_t process = -1;
-    int status = 0;
-    ASSERT_EQ(StartProgram({.path = QUILLMARK_BROKER}, &process), EStartResult::eStarted);
-    ::waitpid(process, &status, 0);
-    EXPECT_EQ(WEXITSTATUS(status), kExitBadInput); // /dev/null is no line
-
-    std::unique_ptr<HelperProcess> const broker = StartBroker();
-    ASSERT_TRUE(broker);
-    if (::geteuid() != 0) {
-        EXPECT_EQ(WEXITSTATUS(broker->WaitForExit().value()), kExitNotRoot);
-        return;
-    }
-    EXPECT_EQ(broker->Receive(), EWord::eReady);
-    ::shutdown(broker->Socket(), SHUT_WR); // the launcher has nothing to ask
-    EXPECT_EQ(WEXITSTATUS(broker->WaitForExit().value()), kExitUnused);
-}
-
-TEST(Broker, StartsOneProgramOnRequest) {
-    if (::geteuid() != 0) {
-        GTEST_SKIP() << "a broker works for root only";
-    }
-    std::string const good = EncodeRequest(kRequest).value();
-    SLaunchRequest missing = kRequest;
-    missing.path = "/nowhere/at all";
-    struct {
-        std::string bytes;
-        EWord answer;
-    } const cases[] = {{good, EWord::eStarted},
-                       {EncodeRequest(missing).value(), EWord::eNotExecutable},
-                       {good.substr(1), EWord::eFailed},
-                       {good + std::string(2 * kMaxRequestBytes, 'x'), EWord::eFailed}};
-    for (auto const& request : cases) {
-        std::unique_ptr<HelperProcess> const broker = StartBroker();
-        ASSERT_EQ(broker->Receive(), EWord::eReady);
-        ASSERT_TRUE(SendRequest(broker->Socket(), request.bytes, STDOUT_FILENO, STDERR_FILENO));
-        EXPECT_EQ(broker->Receive(), request.answer);
-        EXPECT_EQ(WEXITSTATUS(broker->WaitForExit().value()), request.answer == EWord::eStarted ? 0
-                                                              : request.answer == EWord::eFailed
-                                                                  ? kExitBadInput
-                                                                  : kExitNotStarted);
-    }
-    std::unique_ptr<HelperProcess> const broker = StartBroker();
-    ASSERT_EQ(broker->Receive(), EWord::eReady);
-    ASSERT_EQ(::send(broker->Socket(), good.data(), good.size(), 0), static_cast<ssize_t>(good.size()));
-    EXPECT_EQ(broker->Receive(), EWord::eFailed); // the two descriptors are missing
+[[gnu::noinline]] void operator delete(void* block, std::size_t) noexcept {
+    std::free(block);
 }
 
 TEST(ElevationService, KnowsOneRight) {
@@ -168,4 +50,36 @@ TEST(ElevationService, KnowsOneRight) {
     EXPECT_EQ(service.Free(reference, kDefaultFlags), kAuthorized);
     EXPECT_EQ(service.Free(nullptr, kDefaultFlags), kAuthorized);
     EXPECT_EQ(service.Execute(nullptr, "/bin/true", kDefaultFlags, arguments), kInternalFailure);
+}
+
+TEST(ElevationService, MemoryThatRunsOutIsAFailure) {
+    if (::geteuid() != 0) {
+        GTEST_SKIP() << "another user would be asked for a password";
+    }
+    ElevationService service(
+        {.broker = "/nowhere", .dialog = "/nowhere", .pkexec = "/nowhere", .sudo = "/nowhere"});
+    SAuthorizationItem const rights[] = {{kAdministratorRight, 0, nullptr, 0}};
+    SAuthorizationItem const icon[] = {{kDialogIconItem, 40, "/a path/that is longer/than a short text", 0}};
+    char const* const arguments[] = {"-uname", "somebody with quite a long name", nullptr};
+    int failures = 0;
+    for (bool isDone = false; !isDone;) {
+        IElevationService::Reference* reference = nullptr;
+        s_allocationsLeft = failures;
+        AuthorizationStatus status = service.Create({}, {}, kDefaultFlags, &reference);
+        EXPECT_EQ(status == kAuthorized, reference != nullptr);
+        if (status == kAuthorized) {
+            status = service.AcquireRights(reference, rights, icon, kInteractionAllowed);
+        }
+        if (status == kAuthorized) {
+            status = service.Execute(reference, "/bin/true", kDefaultFlags, arguments);
+        }
+        s_allocationsLeft = -1;
+        service.Free(reference, kDefaultFlags);
+        isDone = status == kAuthorized;
+        if (!isDone) {
+            ASSERT_EQ(status, kInternalFailure) << "after " << failures << " allocations";
+            ++failures;
+        }
+    }
+    EXPECT_GT(failures, 5);
 }

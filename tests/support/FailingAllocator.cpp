@@ -1,5 +1,9 @@
 #include "tests/support/FailingAllocator.h"
 
+#include "foundation/core/VException.h"
+
+#include <gtest/gtest.h>
+
 #include <atomic>
 #include <cstdint>
 #include <cstdio>
@@ -121,6 +125,9 @@ void __wrap_free(void* block) {
     }
     throw std::bad_alloc();
 }
+[[gnu::noinline]] void* operator new(std::size_t size, std::nothrow_t const&) noexcept {
+    return __wrap_malloc(size ? size : 1);
+}
 [[gnu::noinline]] void operator delete(void* block) noexcept {
     __wrap_free(block);
 }
@@ -136,6 +143,29 @@ void __wrap_free(void* block) {
 
 namespace testing_support {
 
+void FailEachAllocation(std::function<void()> const& work) {
+    using VFoundation::VException;
+    long n = 1;
+    do {
+        ASSERT_LT(n, 10000) << "never ends";
+        SCOPED_TRACE("allocation " + std::to_string(n));
+        FailingAllocator::FailAt(n++, false);
+        try {
+            work();
+        } catch (VException const& exception) {
+            EXPECT_EQ(exception.Id(), VException::eOutOfMemory);
+        } catch (std::bad_alloc const&) { // an object could not be made
+        }
+        FailingAllocator::FailAt(0, false);
+    } while (AllocationHasFailed());
+    EXPECT_GT(n, 2) << "nothing was allocated";
+}
+
+bool AllocationHasFailed() {
+    std::lock_guard const lock(s_lock);
+    return s_failed;
+}
+
 void FailingAllocator::FailAt(long n, bool onward) {
     std::lock_guard const lock(s_lock);
     if (n > 0) {
@@ -145,11 +175,6 @@ void FailingAllocator::FailAt(long n, bool onward) {
     }
     s_failAt = n;
     s_onward = onward;
-}
-
-bool FailingAllocator::HasFailed() {
-    std::lock_guard const lock(s_lock);
-    return s_failed;
 }
 
 long FailingAllocator::LiveBlocks() {

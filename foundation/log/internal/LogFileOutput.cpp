@@ -3,8 +3,8 @@
 #include "foundation/core/VException.h"
 #include "foundation/core/VObjectRef.h"
 #include "foundation/log/VLogFile.h"
-#include "foundation/log/internal/WithoutThrowing.h"
 #include "foundation/threads/VThread.h"
+#include "foundation/threads/internal/WithoutThrowing.h"
 
 #include <cstring>
 

@@ -1,11 +1,10 @@
 #include "foundation/strings/values/VColour.h"
 
 #include "foundation/core/Mutex.h"
-#include "foundation/core/VObjectRef.h"
+#include "foundation/core/VException.h"
 #include "foundation/core/internal/ClassOwned.h"
 #include "foundation/core/internal/CopyByAssignment.h"
 #include "foundation/persistence/VXMLFile.h"
-#include "foundation/strings/VString.h"
 
 #include <utility>
 
@@ -53,16 +52,14 @@ VColour::VColour(VColour const& other) : Registered(nullptr), SColour(other) {
     }
 }
 
-VColour::~VColour() {
-    if (m_name) {
-        m_name->Release();
-    }
-}
+VColour::~VColour() = default;
 
 VColour& VColour::operator=(VColour const& other) {
-    SColour::operator=(other);
-    if (this != &other && (m_name || other.m_name)) {
-        SetName(other.GetName());
+    if (this != &other) {
+        if (m_name || other.m_name) {
+            SetName(other.GetName()); // first, because it may throw
+        }
+        SColour::operator=(other);
     }
     return *this;
 }
@@ -73,7 +70,7 @@ VColour* VColour::Copy() const {
 
 void VColour::SetName(char const* name) {
     if (!m_name) {
-        m_name = VString::New();
+        m_name.Allocate();
     }
     *m_name = name;
 }
@@ -89,7 +86,8 @@ bool VColour::IsEqual(VObject const& other) const {
 bool VColour::SerializeAsXML(VXMLFile& file) {
     constexpr char const* kColourKey = "colour";
     if (!VObject::SerializeAsXML(file)) {
-        return file.WriteAttribute(kColourKey, GetColourAsString(eTagged));
+        VString const text = GetColourAsString(eTagged);
+        return !text.IsEmpty() && file.WriteAttribute(kColourKey, text);
     }
     if (VString text; file.ReadAttribute(kColourKey, text)) {
         SetColourFromString(text);
@@ -111,7 +109,7 @@ VColour* VColour::GetColourNamed(char const* name) {
     long const count = ms_namedColoursArray ? ms_namedColoursArray->Count() : 0;
     for (long i = 0; i < count; ++i) {
         VColour* const colour = ms_namedColoursArray->ObjectAtIndexTyped(i);
-        if (*colour->GetName() && VString::stricmp(colour->GetName(), name) == 0) {
+        if (colour && *colour->GetName() && VString::stricmp(colour->GetName(), name) == 0) {
             return colour;
         }
     }
@@ -119,18 +117,23 @@ VColour* VColour::GetColourNamed(char const* name) {
 }
 
 VColour* VColour::Named(eNamed which) {
+    if (which < 0 || which >= kNamedCount) {
+        return nullptr;
+    }
     if (VColour* const colour = ms_namedColours[which].load(std::memory_order_acquire)) {
         return colour;
     }
     // Made outside the lock, because that may make class records, which takes locks of its own.
     Row const& row = kRows[which];
     auto made = VObjectRef<VColour>::Adopt(new VColour(row.red, row.green, row.blue, row.alpha, row.name));
-    detail::MutexLock const lock(s_lock);
+    detail::MutexLock lock(s_lock);
     if (VColour* const colour = ms_namedColours[which].load(std::memory_order_relaxed)) {
         return colour; // another thread was first
     }
-    if (ms_namedColoursArray) {
-        ms_namedColoursArray->AddObject(made.Get());
+    bool const hasName = *made->GetName() != '\0'; // not when memory ran out
+    if (!hasName || (ms_namedColoursArray && !ms_namedColoursArray->AddObject(made.Get()))) {
+        lock.Unlock(); // an exception is logged, by any log
+        throw VException(VException::eOutOfMemory, nullptr, "Error making a named colour", -1);
     }
     VColour* const colour = made.Detach();
     ms_namedColours[which].store(colour, std::memory_order_release);

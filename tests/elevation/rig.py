@@ -1,0 +1,278 @@
+"""A private system bus, users, a display and runs of the launcher in front of them; what the cases share."""
+import os
+import pwd
+import subprocess
+import time
+import traceback
+
+USERS = {"admin": "vftest-admin", "yes": "vftest-yes", "no": "vftest-no", "second": "vftest-second"}
+PASSWORD, SECOND_PASSWORD = "right horse 42", "other horse 43"
+NAMESPACE = "--mount --pid --fork --mount-proc --kill-child=KILL --propagation private".split()
+COPIED = ("/etc", "/usr/share/polkit-1", "/var/lib/polkit-1", "/home")
+MACOS = "/QuillmarkLauncher.app/Contents/MacOS/"
+GUIDE = "/ZephGuide.app/Contents/MacOS/ZephGuide"
+POLKITD = "/usr/lib/polkit-1/polkitd"
+RULES = "/etc/polkit-1/rules.d/00-vftest.rules"
+SUDOERS = "/etc/sudoers.d/vftest"
+RULES_TEXT = """
+polkit.addAdminRule(function(action, subject) {
+    if (subject.user == "vftest-second") { return ["unix-user:vftest-admin", "unix-user:vftest-second"]; }
+    if (subject.user.indexOf("vftest-") == 0) { return ["unix-user:vftest-admin"]; }
+});
+polkit.addRule(function(action, subject) {
+    if (action.id != "org.freedesktop.policykit.exec") { return polkit.Result.NOT_HANDLED; }
+    return { "vftest-admin": polkit.Result.AUTH_ADMIN, "vftest-yes": polkit.Result.YES, "vftest-second": polkit.Result.AUTH_ADMIN,
+             "vftest two words": polkit.Result.YES, "vftest-no": polkit.Result.NO }[subject.user];
+});
+"""
+HANG = 30  # seconds; far beyond what any step takes
+
+
+def call(*command, check=True, **options):
+    return subprocess.run(command, check=check, capture_output=True, text=True, **options).stdout
+
+
+def write(path, text, mode=0o644):
+    with open(path, "w") as file:
+        file.write(text)
+    os.chmod(path, mode)
+
+
+def wait_for(what, condition, limit=HANG):
+    end = time.monotonic() + limit
+    while not condition():
+        if time.monotonic() > end:
+            raise AssertionError("waited in vain for " + what)
+        time.sleep(0.02)
+
+
+def running(word):
+    """Processes whose command line holds the word."""
+    found = []
+    for entry in filter(str.isdigit, os.listdir("/proc")):
+        try:
+            with open(f"/proc/{entry}/cmdline", "rb") as file:
+                if word.encode() in file.read() and int(entry) != os.getpid():
+                    found.append(int(entry))
+        except OSError:
+            pass
+    return found
+
+
+class World:
+    """Users, rules, bus and polkitd; `private` in namespaces that vanish, else on the machine itself."""
+
+    def __init__(self, private):
+        self.private, self.undo, self.polkitd = private, [], None
+
+    def build(self, bundles, probe):
+        self.home = "/opt/quillmark"
+        if self.private:
+            call("mount", "-t", "tmpfs", "-o", "mode=755", "tmpfs", "/opt")
+        elif os.path.exists(self.home):
+            raise AssertionError(self.home + " exists; it is not touched")
+        else:
+            self.undo.append(lambda: call("rm", "-rf", self.home))
+        os.makedirs(self.home, exist_ok=True)
+        self.stage("plain", bundles)
+        call("cp", probe, self.home + "/plain" + MACOS + "StatusProbe")
+        if self.private:
+            self.hide_machine()
+        for user in USERS.values():
+            self.undo.append(lambda user=user: call("userdel", "--remove", user, check=False))
+            call("useradd", "--create-home", "--shell", "/bin/bash", user)
+        call("chpasswd", input="".join(f"{user}:{PASSWORD}\n" for user in USERS.values()) +
+             f"{USERS['second']}:{SECOND_PASSWORD}\n")
+        self.stage("portable", self.home + "/plain", USERS["yes"])
+        for path, text, mode in ((RULES, RULES_TEXT, 0o644), (SUDOERS, "vftest-admin ALL=(ALL) ALL\n", 0o440)):
+            self.undo.append(lambda path=path: os.unlink(path))
+            write(path, text, mode)
+        if not self.ask_bus("GetId"):
+            os.makedirs("/run/dbus", exist_ok=True)
+            self.start("dbus-daemon", "--system", "--nofork", "--nopidfile", "--nosyslog")
+            wait_for("the system bus", lambda: self.ask_bus("GetId"))
+        self.start_polkitd()
+
+    def hide_machine(self):
+        for place in ("/run", "/tmp"):
+            call("mount", "-t", "tmpfs", "-o", "mode=1777" if place == "/tmp" else "mode=755", "tmpfs", place)
+        for folder in ("dbus", "user", "lock", "sudo", "copies"):
+            os.mkdir("/run/" + folder, 0o711 if folder == "sudo" else 0o755)
+        for place in filter(os.path.isdir, COPIED):
+            copy = "/run/copies" + place.replace("/", "_")
+            call("cp", "-a", place, copy)
+            call("mount", "--bind", copy, place)
+        with open("/etc/passwd", "a") as file:
+            file.write("vftest two words:x:61234:61234::/tmp:/bin/sh\n")
+
+    def start(self, *command, **options):
+        process = subprocess.Popen(command, stderr=subprocess.DEVNULL, stdout=subprocess.DEVNULL, **options)
+        self.undo.append(lambda: (process.kill(), process.wait()))
+        return process
+
+    @staticmethod
+    def ask_bus(method, *arguments):
+        return call("dbus-send", "--system", "--print-reply", "--dest=org.freedesktop.DBus", "/",
+                    "org.freedesktop.DBus." + method, *arguments, check=False)
+
+    def has_polkit(self):
+        return "boolean true" in self.ask_bus("NameHasOwner", "string:org.freedesktop.PolicyKit1")
+
+    def start_polkitd(self):
+        if not self.has_polkit():
+            self.polkitd = self.start(POLKITD, "--no-debug")
+            wait_for("polkitd", self.has_polkit)
+
+    def stop_polkitd(self):
+        call("mount", "-t", "tmpfs", "tmpfs", "/usr/share/dbus-1/system-services")  # else the bus restarts it
+        self.polkitd.kill()
+        self.polkitd.wait()
+        wait_for("the end of polkitd", lambda: not self.has_polkit())
+
+    def stage(self, name, bundles, owner="root"):
+        """A copy of the bundles below a folder of the user: root's is a protected one, all others are portable."""
+        folder = os.path.join(self.home, name)
+        os.makedirs(folder)
+        call("cp", "-a", bundles + "/QuillmarkLauncher.app", bundles + "/ZephGuide.app", folder)
+        call("chown", "-R", f"{owner}:", folder)
+        call("chmod", "-R", "u+w,a+rX", folder)
+        return folder
+
+    def clean(self):
+        for action in reversed(self.undo):
+            try:
+                action()
+            except Exception:
+                traceback.print_exc()
+
+
+class Desktop:
+    """A display without a window manager, and somebody who sits in front of it."""
+
+    def __init__(self, world, pictures):
+        read, write_end = os.pipe()
+        world.start("Xvfb", "-displayfd", str(write_end), "-screen", "0", "1600x1200x24", "-noreset", "-nolisten", "tcp", "-ac",
+                    pass_fds=[write_end])
+        self.pictures = pictures  # a descriptor: the folder may be out of sight by now
+        self.environment = {"DISPLAY": ":" + os.read(read, 16).decode().strip()}
+
+    def tool(self, *command):
+        return call(*command, env=dict(os.environ, **self.environment), check=False, timeout=HANG)
+
+    def windows(self):
+        return self.tool("xdotool", "search", "--onlyvisible", "--name", "^Quillmark$").split()
+
+    def expect(self, picture=None):
+        wait_for("a dialog", lambda: self.windows() or Run.last.poll() is not None)
+        assert self.windows(), "the launcher ended without a dialog"
+        self.window = self.windows()[0]
+        self.tool("xdotool", "windowfocus", "--sync", self.window)
+        if picture and self.pictures is not None:
+            time.sleep(0.3)  # let it draw
+            png = subprocess.run(["import", "-window", self.window, "png:-"], check=True, capture_output=True,
+                                 env=dict(os.environ, **self.environment)).stdout
+            file = os.open(picture + ".png", os.O_WRONLY | os.O_CREAT | os.O_TRUNC, 0o644, dir_fd=self.pictures)
+            os.write(file, png)
+            os.close(file)
+
+    def key(self, name):
+        self.tool("xdotool", "key", name)
+
+    def gone(self):
+        wait_for("the dialog to close", lambda: not self.windows())
+
+    def password(self, text=PASSWORD):
+        self.tool("xdotool", "type", "--delay", "2", text)
+        self.key("Return")
+
+    def wrong_password(self):
+        """Types one and waits until polkit, after its delay, asks again."""
+        before = running("polkit-agent-helper-1")
+        self.password("wrong")
+        wait_for("the next question", lambda: set(running("polkit-agent-helper-1")) - set(before))
+        time.sleep(0.2)
+
+    def click_ok(self):
+        geometry = dict(line.split("=") for line in
+                        self.tool("xdotool", "getwindowgeometry", "--shell", self.window).split())
+        self.tool("xdotool", "mousemove", "--window", self.window, str(int(geometry["WIDTH"]) - 60),
+                  str(int(geometry["HEIGHT"]) - 36), "click", "1")
+
+
+class Run:
+    """One start of the launcher by a user."""
+
+    count, last = 0, None
+
+    def __init__(self, world, user, folder="plain", environment=None, launcher=None, through=(),
+                 bounding=None, **options):
+        """`launcher` with its arguments; `through` are words before it, such as a program that changes limits."""
+        Run.count += 1
+        self.user, self.folder = user, os.path.join(world.home, folder)
+        base = os.path.join(world.home, f"run{Run.count}")
+        self.files = [base + ".out", base + ".err"]
+        streams = [open(path, "a") for path in self.files]
+        record = pwd.getpwnam(user)
+        identity = ["setpriv", f"--reuid={record.pw_uid}", f"--regid={record.pw_gid}", "--init-groups",
+                    *([f"--bounding-set={bounding}"] if bounding else [])]
+        variables = {"PATH": "/usr/bin:/bin", "HOME": "/tmp", "LD_LIBRARY_PATH": "/nowhere", "IFS": "x",
+                     **(environment or {})}
+        spare = os.open("/etc/hostname", os.O_RDONLY)
+        self.process = subprocess.Popen(
+            identity + ["env", "-i"] + [f"{name}={value}" for name, value in variables.items()] +
+            [*through, *(launcher or [self.folder + MACOS + "QuillmarkLauncher"])],
+            **{"pass_fds": [spare], "stdin": subprocess.DEVNULL, "stdout": streams[0], "stderr": streams[1], "cwd": self.folder, **options})
+        Run.last = self.process
+        os.close(spare)
+
+    def text(self, stream=0):
+        with open(self.files[stream], errors="surrogateescape") as file:
+            return file.read()
+
+    def ends(self, status, stdout="", stderr=""):
+        """The launcher ends with the status, and its streams hold the texts."""
+        got = self.process.wait(HANG)
+        assert got == status, f"exit status {got}, not {status}: {self.text()!r} {self.text(1)!r}"
+        assert stdout in self.text(), f"{stdout!r} not in {self.text()!r}"
+        assert stdout or not self.text(), f"unexpected output {self.text()!r}"
+        assert stderr in self.text(1), f"{stderr!r} not in {self.text(1)!r}"
+        for noise in ("Gtk", "sudo", "polkit", "WARNING"):
+            assert noise not in self.text(1), self.text(1)
+
+    def guide_ran(self):
+        """The guide ran as root with one argument for the name, and with nothing that was not meant for it."""
+        wait_for("the guide", lambda: "ZephGuide: done\n" in self.text())
+        text = self.text()
+        lines = [line[len("ZephGuide: "):] for line in text.split("\n") if line.startswith("ZephGuide: ")]
+        assert "user 0, effective user 0, group 0, effective group 0" in lines, text
+        guide = self.folder + GUIDE
+        for index, argument in enumerate((guide, "-uname", self.user)):
+            assert f"ZephGuide: argument {index} = [{argument}]\n" in text, text
+        assert "argument 3" not in text, text
+        names = {line.split()[1].split("=")[0] for line in lines if line.startswith("variable")}
+        allowed = {"PATH", "HOME", "SHELL", "USER", "LOGNAME", "DISPLAY", "XAUTHORITY", "WAYLAND_DISPLAY", "LANG"}
+        assert names and names <= allowed, names
+        descriptors = [line for line in lines if line.startswith("descriptor")]
+        assert descriptors == ["descriptor 0 = /dev/null"] + \
+            [f"descriptor {i + 1} = {path}" for i, path in enumerate(self.files)], descriptors
+        process, session = [word.split()[1] for word in lines[1].split(", ")[:2]]
+        assert process == session, lines[1]
+
+
+class Probe(Run):
+    """The same for the program that prints what the service answered."""
+
+    def __init__(self, world, user, folder="plain", environment=None, asks_for=(), **options):
+        super().__init__(world, user, folder, environment,
+                         [os.path.join(world.home, folder) + MACOS + "StatusProbe", *asks_for], **options)
+
+    def gets(self, acquired):
+        self.ends(0, f"acquired {acquired}\n")
+
+
+CASES = []
+
+
+def case(function):
+    CASES.append(function)
+    return function

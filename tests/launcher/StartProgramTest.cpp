@@ -1,0 +1,89 @@
+#include "launcher/linux/StartProgram.h"
+
+#include <cstddef>
+#include <cstdio>
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <linux/filter.h>
+#include <linux/seccomp.h>
+#include <sys/prctl.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+using namespace Launcher;
+
+std::string Output(SProgramStart start) {
+    std::FILE* const file = std::tmpfile();
+    start.standardOutput = ::fileno(file);
+    pid_t process = -1;
+    EXPECT_EQ(StartProgram(start, &process), EStartResult::eStarted);
+    ::waitpid(process, nullptr, 0);
+    std::rewind(file);
+    std::string text(4096, '\0');
+    text.resize(std::fread(text.data(), 1, text.size(), file));
+    std::fclose(file);
+    return text;
+}
+
+// From here on execve kills, in this process and those it makes.
+bool DieInExecve() {
+    sock_filter rules[] = {BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
+                           BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, SYS_execve, 0, 1),
+                           BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_KILL_PROCESS),
+                           BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW)};
+    sock_fprog const program{std::size(rules), rules};
+    return ::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0 &&
+           ::prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program) == 0;
+}
+
+} // namespace
+
+TEST(StartProgram, PassesOnlyWhatItIsGiven) {
+    int const inherited = ::open("/dev/zero", O_RDONLY); // not closed on exec by itself
+    std::string const text = Output({.path = ZEPH_GUIDE,
+                                     .arguments = {"-a b", "", "$(id) 'x' \"y\";", "line\nfeed"},
+                                     .environment = {"ONLY=this"},
+                                     .directory = "/"});
+    ::close(inherited);
+    EXPECT_NE(text.find("folder /\nZephGuide: argument 0 = [" ZEPH_GUIDE "]\nZephGuide: argument 1 = [-a b]\n"
+                        "ZephGuide: argument 2 = []\nZephGuide: argument 3 = [$(id) 'x' \"y\";]\n"
+                        "ZephGuide: argument 4 = [line\nfeed]\nZephGuide: variable ONLY=this\n"
+                        "ZephGuide: descriptor 0 = /dev/null\nZephGuide: descriptor 1 = "),
+              std::string::npos)
+        << text;
+    EXPECT_EQ(text.find("/dev/zero"), std::string::npos) << text;
+}
+
+TEST(StartProgram, TellsApartWhyItDidNot) {
+    EXPECT_EQ(StartProgram({.path = "/nowhere"}), EStartResult::eNotExecutable);
+    EXPECT_EQ(StartProgram({.path = "/" + std::string(5000, 'x')}), EStartResult::eNotExecutable);
+    EXPECT_EQ(StartProgram({.path = "/bin/true", .directory = "/nowhere"}), EStartResult::eNoProcess);
+}
+
+TEST(StartProgram, AnEarlyEndIsAStartOnlyAfterExecve) {
+    EXPECT_EQ(StartProgram({.path = "/bin/true"}), EStartResult::eStarted);
+    EXPECT_EQ(StartProgram({.path = "/bin/sh", .arguments = {"-c", "kill -9 $$"}}), EStartResult::eStarted);
+    pid_t const process = ::fork();
+    if (process == 0) {
+        EStartResult const result =
+            DieInExecve() ? StartProgram({.path = "/bin/true"}) : EStartResult::eNotExecutable;
+        ::_exit(static_cast<int>(result));
+    }
+    int status = 0;
+    ::waitpid(process, &status, 0);
+    EXPECT_EQ(WEXITSTATUS(status), static_cast<int>(EStartResult::eNoProcess));
+}
+
+TEST(StartProgram, KeepsTheSessionOnlyForATerminal) {
+    std::string const session = std::to_string(::getsid(0)) + "\n";
+    char const code[] = "cut -d ' ' -f 6 /proc/self/stat";
+    EXPECT_NE(Output({.path = "/bin/sh", .arguments = {"-c", code}, .environment = {"PATH=/bin"}}), session);
+    EXPECT_EQ(Output({.path = "/bin/sh",
+                      .arguments = {"-c", code},
+                      .environment = {"PATH=/bin"},
+                      .keepsTerminal = true}),
+              session);
+}
