@@ -46,8 +46,8 @@ VClass::~VClass() noexcept(false) {
     m_name.reset();
     ClassRegistry::ClearSlot(this);
     try {
+        std::unique_ptr<IVInstancePool> const pool(m_pool); // goes with the record, whatever the hook does
         UninitializeClass();
-        delete std::exchange(m_pool, nullptr);
     } catch (VException const& exception) {
         throw VException(exception);
     } catch (...) {

@@ -5,6 +5,7 @@
 #include "foundation/containers/VPtrArray.h"
 #include "foundation/core/VObjectRef.h"
 #include "foundation/core/lifecycle/VLibrary.h"
+#include "foundation/log/VLog.h"
 #include "foundation/strings/VData.h"
 #include "foundation/strings/VString.h"
 #include "foundation/threads/VCriticalSection.h"
@@ -113,6 +114,39 @@ TEST_F(VClassStartTest, ThreadsThatWouldWaitForEachOtherGetTheClassAsItIs) {
     other.wait();
     EXPECT_TRUE(First::TheClass()->IsReady());
     EXPECT_TRUE(Second::TheClass()->IsReady());
+}
+
+/// Calls back once.
+struct ACallingLog : VLog {
+    explicit ACallingLog(std::function<void()> call) : m_call(std::move(call)) {}
+    void AddString(char const*) override {
+        if (auto const call = std::exchange(m_call, nullptr)) {
+            call();
+        }
+    }
+    std::function<void()> m_call;
+};
+
+TEST_F(VClassStartTest, ThePrintingOfTheTableWaitsForNoClassThatNeedsTheRegistry) {
+    using Slow = Numbered<7>;
+    Signal isInHook;
+    Signal isPrinting;
+    Slow::ms_hook = [&] {
+        isInHook.Send();
+        EXPECT_TRUE(isPrinting.Arrives());
+        EXPECT_TRUE(Numbered<8>::TheClass()->IsReady()); // waits for the table
+    };
+    auto const other = std::async(std::launch::async, [] { Slow::TheClass(); });
+    EXPECT_TRUE(isInHook.Arrives());
+    auto const log = VObjectRef<ACallingLog>::Adopt(new ACallingLog([&] {
+        isPrinting.Send();
+        EXPECT_FALSE(Slow::TheClass()->IsReady());
+    }));
+    VLog::SetLog(log.Get());
+    VClass::DumpClassDetails(false, false);
+    VLog::SetLog(nullptr);
+    other.wait();
+    EXPECT_TRUE(Slow::TheClass()->IsReady());
 }
 
 TEST_F(VClassStartTest, AHookThatThrowsIsRunAgainByTheNextUse) {

@@ -1,11 +1,13 @@
+#include "foundation/core/lifecycle/VLibrary.h"
+#include "foundation/containers/VDictionary.h"
 #include "foundation/containers/VObjectArray.h"
 #include "foundation/core/VException.h"
 #include "foundation/core/VMemoryProfiler.h"
 #include "foundation/core/VObjectRef.h"
-#include "foundation/core/lifecycle/VLibrary.h"
 #include "foundation/host/VFileInfo.h"
 #include "foundation/host/VFileManager.h"
 #include "foundation/log/VLog.h"
+#include "foundation/messaging/VConnectionTuple.h"
 #include "foundation/strings/VString.h"
 #include "tests/support/Counted.h"
 
@@ -98,16 +100,6 @@ TEST(VLibrary, MayBeShutDownWithoutAStartAndStartedAfterAnyEnd) {
     EXPECT_FALSE(IsLibraryInitialized());
 }
 
-class AFailing : public Registered<AFailing, VObject> {
-  public:
-    static constexpr char const* kClassName = "AFailing";
-    static inline VClass* ms_theClass = nullptr;
-    AFailing() : Registered(nullptr) {}
-    ~AFailing() override = default;
-    static AFailing* New() { return new AFailing; }
-    void GetDescription(VString&) const override { throw 7; }
-};
-
 /// A log whose lines make the shut-down fail at a chosen text.
 class AFailingLog : public VLog {
   public:
@@ -149,6 +141,102 @@ TEST(VLibrary, AnExceptionEndsTheShutDownWithItsStage) {
         InitializeLibrary(false);
         UninitializeLibrary(true, false, true);
     }
+}
+
+struct AFailingProfiler : VMemoryProfiler {
+    void Release() const override {
+        VMemoryProfiler::Release();
+        throw 7;
+    }
+};
+
+/// A default log with an open context whose end line throws.
+void SetLogThatFailsAtItsEnd() {
+    VLog::SetLog(VObjectRef<VLog>::Adopt(new AFailingLog("open - END", false)).Get());
+    VLog::StartLoggingContext("open");
+}
+
+/// Sets such a log late, so that the very last step releases it.
+struct ALoggingProfiler : VMemoryProfiler {
+    void DeleteInstance() const override {
+        VLog::SetSafeStartup();
+        SetLogThatFailsAtItsEnd();
+        VMemoryProfiler::DeleteInstance();
+    }
+};
+
+void SetProfiler(VMemoryProfiler* adopted) {
+    VMemoryProfiler::ms_theProfiler.exchange(adopted)->Release();
+}
+
+TEST(VLibrary, AnUnexpectedExceptionIsReportedAtEveryStage) {
+    auto const setLog = [](VLog* adopted) { VLog::SetLog(VObjectRef<VLog>::Adopt(adopted).Get()); };
+    for (int const stage : {0, 2, 3, 8, 10}) {
+        SCOPED_TRACE(stage);
+        InitializeLibrary(false);
+        switch (stage) {
+        case 0:
+            setLog(new AFailingLog("UninitializeLibrary - START", false));
+            break;
+        case 2:
+            setLog(new AFailingLog("Killing recycled", false));
+            break;
+        case 3:
+            SetLogThatFailsAtItsEnd();
+            break;
+        case 8:
+            SetProfiler(new AFailingProfiler);
+            break;
+        default:
+            SetProfiler(new ALoggingProfiler);
+        }
+        std::string const expected =
+            "Unknown exception in UninitializeLibrary, stage:" + std::to_string(stage);
+        try {
+            UninitializeLibrary(true, false, stage != 0);
+            ADD_FAILURE() << "nothing was thrown";
+        } catch (VException const& exception) {
+            EXPECT_EQ(exception.DescriptionText().CString(), expected);
+            EXPECT_EQ(exception.Id(), 0);
+            EXPECT_EQ(exception.Stage(), -1);
+        }
+        EXPECT_EQ(IsLibraryInitialized(), stage != 10); // cleared before the last stage
+        if (stage < 3) {
+            VLog::SetLog(nullptr);
+        }
+        if (stage == 10) {
+            continue;
+        }
+        UninitializeLibrary(true, false, true);
+        EXPECT_FALSE(IsLibraryInitialized());
+        if (stage != 0) { // the attempt that failed was counted
+            InitializeLibrary(false);
+            InitializeLibrary(false);
+            UninitializeLibrary(true, false, true);
+        }
+    }
+}
+
+TEST(VLibrary, SetsVersionsAndSwitchesOnAgainWhatItSwitchedOff) {
+    for (int life = 0; life < 2; ++life) {
+        InitializeLibrary(false);
+        EXPECT_EQ(VDictionary::TheClass()->Version(), 2);
+        EXPECT_EQ(VString::TheClass()->Version(), 1);
+        EXPECT_TRUE(VConnectionTuple::ms_bRecyclingEnabled);
+        VConnectionTuple::NewConnectionTuple()->Release();
+        EXPECT_NE(VConnectionTuple::ms_recycledConnections, nullptr);
+        UninitializeLibrary(true, false, true);
+        EXPECT_FALSE(VConnectionTuple::ms_bRecyclingEnabled);
+    }
+}
+
+TEST(VLibrary, MakesNoLogOnceItIsShutDown) {
+    InitializeLibrary(false);
+    VLog::Trace("makes the default log\n");
+    UninitializeLibrary(true, false, true);
+    VLog::Trace("only echoed\n");
+    EXPECT_EQ(VLog::GetDefaultLog(), nullptr);
+    EXPECT_EQ(VLog::ms_theClass, nullptr);
 }
 
 TEST(VLibrary, ThousandCyclesDoNotGrowTheHeap) {

@@ -1,56 +1,132 @@
-// The linker routes the C allocator of the test program, but not that of its shared libraries, through the __wrap
-// functions below.
-
 #include "tests/support/FailingAllocator.h"
 
 #include "foundation/core/VException.h"
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <cstdint>
+#include <cstdio>
 #include <cstdlib>
+#include <mutex>
 #include <new>
-
-namespace {
-
-long s_countdown = 0; // 0: nothing fails
-bool s_failed = false;
-
-bool MustFail() {
-    if (s_countdown > 0 && --s_countdown == 0) {
-        s_failed = true;
-        return true;
-    }
-    return false;
-}
-
-} // namespace
 
 extern "C" {
 void* __real_malloc(std::size_t size);
 void* __real_calloc(std::size_t count, std::size_t size);
 void* __real_realloc(void* block, std::size_t size);
 void* __real_aligned_alloc(std::size_t alignment, std::size_t size);
+void __real_free(void* block);
+}
 
+namespace {
+
+/// A block that is alive: libc's own blocks are freed through here too and must not count.
+struct Entry {
+    std::uintptr_t block; // 1: was removed
+    std::uint32_t number;
+    std::uint32_t run; // how often a failure had been ordered
+    std::size_t size;
+};
+constexpr std::size_t kEntries = std::size_t{1} << 20;
+constexpr std::uintptr_t kRemoved = 1;
+
+std::mutex s_lock;
+Entry s_entries[kEntries];
+long s_live = 0;
+long s_number = 0;
+std::uint32_t s_run = 0;
+long s_failAt = 0;
+bool s_onward = false;
+bool s_failed = false;
+std::size_t s_sizes[1 << 16];
+std::size_t s_sizeCount = 0;
+bool s_isRecording = false;
+
+std::size_t SlotOf(std::uintptr_t block) {
+    return (block * 0x9e3779b97f4a7c15U >> 40) % kEntries;
+}
+
+bool MustFail(std::size_t size) {
+    std::lock_guard const lock(s_lock);
+    ++s_number;
+    if (s_isRecording && s_sizeCount < std::size(s_sizes)) {
+        s_sizes[s_sizeCount++] = size;
+    }
+    bool const fails = s_failAt > 0 && (s_number == s_failAt || (s_onward && s_number > s_failAt));
+    s_failed = s_failed || fails;
+    return fails;
+}
+
+void* Born(void* block, std::size_t size) {
+    if (block) {
+        std::lock_guard const lock(s_lock);
+        auto const address = reinterpret_cast<std::uintptr_t>(block);
+        std::size_t slot = SlotOf(address);
+        while (s_entries[slot].block > kRemoved) {
+            slot = (slot + 1) % kEntries;
+        }
+        s_entries[slot] = {address, static_cast<std::uint32_t>(s_number), s_run, size};
+        ++s_live;
+    }
+    return block;
+}
+
+void Gone(void* block) {
+    std::lock_guard const lock(s_lock);
+    auto const address = reinterpret_cast<std::uintptr_t>(block);
+    for (std::size_t slot = SlotOf(address); s_entries[slot].block != 0; slot = (slot + 1) % kEntries) {
+        if (s_entries[slot].block == address) {
+            // A removed entry at the end of a row of entries is as good as none.
+            s_entries[slot].block = s_entries[(slot + 1) % kEntries].block == 0 ? 0 : kRemoved;
+            --s_live;
+            return;
+        }
+    }
+}
+
+} // namespace
+
+extern "C" {
 void* __wrap_malloc(std::size_t size) {
-    return MustFail() ? nullptr : __real_malloc(size);
+    return MustFail(size) ? nullptr : Born(__real_malloc(size), size);
 }
 void* __wrap_calloc(std::size_t count, std::size_t size) {
-    return MustFail() ? nullptr : __real_calloc(count, size);
+    return MustFail(count * size) ? nullptr : Born(__real_calloc(count, size), count * size);
 }
 void* __wrap_realloc(void* block, std::size_t size) {
-    return MustFail() ? nullptr : __real_realloc(block, size);
+    if (MustFail(size)) {
+        return nullptr;
+    }
+    Gone(block); // before it can be another's
+    return Born(__real_realloc(block, size), size);
 }
 void* __wrap_aligned_alloc(std::size_t alignment, std::size_t size) {
-    return MustFail() ? nullptr : __real_aligned_alloc(alignment, size);
+    return MustFail(size) ? nullptr : Born(__real_aligned_alloc(alignment, size), size);
+}
+void __wrap_free(void* block) {
+    if (block) {
+        Gone(block);
+        __real_free(block);
+    }
 }
 }
 
 [[gnu::noinline]] void* operator new(std::size_t size) {
-    void* const block = MustFail() ? nullptr : __real_malloc(size ? size : 1);
-    if (!block) {
-        throw std::bad_alloc();
+    if (void* const block = __wrap_malloc(size ? size : 1)) {
+        return block;
     }
-    return block;
+    throw std::bad_alloc();
+}
+[[gnu::noinline]] void* operator new(std::size_t size, std::align_val_t alignment) {
+    auto const step = static_cast<std::size_t>(alignment);
+    if (void* const block = __wrap_aligned_alloc(step, (size + step - 1) / step * step)) {
+        return block;
+    }
+    throw std::bad_alloc();
+}
+[[gnu::noinline]] void* operator new(std::size_t size, std::nothrow_t const&) noexcept {
+    return __wrap_malloc(size ? size : 1);
 }
 // A sanitizer's own array and nothrow forms would not come here.
 [[gnu::noinline]] void* operator new[](std::size_t size) {
@@ -63,10 +139,16 @@ void* __wrap_aligned_alloc(std::size_t alignment, std::size_t size) {
     return ::operator new(size, std::nothrow);
 }
 [[gnu::noinline]] void operator delete(void* block) noexcept {
-    std::free(block);
+    __wrap_free(block);
 }
 [[gnu::noinline]] void operator delete(void* block, std::size_t) noexcept {
-    std::free(block);
+    __wrap_free(block);
+}
+[[gnu::noinline]] void operator delete(void* block, std::align_val_t) noexcept {
+    __wrap_free(block);
+}
+[[gnu::noinline]] void operator delete(void* block, std::size_t, std::align_val_t) noexcept {
+    __wrap_free(block);
 }
 [[gnu::noinline]] void operator delete[](void* block) noexcept {
     std::free(block);
@@ -83,21 +165,66 @@ void FailEachAllocation(std::function<void()> const& work) {
     do {
         ASSERT_LT(n, 10000) << "never ends";
         SCOPED_TRACE("allocation " + std::to_string(n));
-        s_failed = false;
-        s_countdown = n++;
+        FailingAllocator::FailAt(n++, false);
         try {
             work();
         } catch (VException const& exception) {
             EXPECT_EQ(exception.Id(), VException::eOutOfMemory);
         } catch (std::bad_alloc const&) { // an object could not be made
         }
-        s_countdown = 0;
-    } while (s_failed);
+        FailingAllocator::FailAt(0, false);
+    } while (AllocationHasFailed());
     EXPECT_GT(n, 2) << "nothing was allocated";
 }
 
 bool AllocationHasFailed() {
+    std::lock_guard const lock(s_lock);
     return s_failed;
+}
+
+void FailingAllocator::FailAt(long n, bool onward) {
+    std::lock_guard const lock(s_lock);
+    if (n > 0) {
+        s_number = 0;
+        ++s_run;
+        s_failed = false;
+    }
+    s_failAt = n;
+    s_onward = onward;
+}
+
+long FailingAllocator::LiveBlocks() {
+    std::lock_guard const lock(s_lock);
+    return s_live;
+}
+
+void FailingAllocator::RecordSizes() {
+    std::lock_guard const lock(s_lock);
+    s_sizeCount = 0;
+    s_isRecording = true;
+}
+
+std::vector<std::size_t> FailingAllocator::RecordedSizes() {
+    {
+        std::lock_guard const lock(s_lock);
+        s_isRecording = false;
+    }
+    return {s_sizes, s_sizes + s_sizeCount};
+}
+
+std::string FailingAllocator::LiveSizes() {
+    char text[1000] = "";
+    std::size_t length = 0;
+    {
+        std::lock_guard const lock(s_lock); // no allocation in here
+        for (Entry const& entry : s_entries) {
+            if (entry.block > kRemoved && entry.run == s_run && length + 60 < sizeof text) {
+                length += static_cast<std::size_t>(std::snprintf(text + length, sizeof text - length,
+                                                                 " %u: %zu,", entry.number, entry.size));
+            }
+        }
+    }
+    return text;
 }
 
 } // namespace testing_support

@@ -3,8 +3,11 @@
 namespace VFoundation {
 
 /// Starts the library: registers every class in a fixed order, makes pools and tables and lets the log run.
-/// Calls nest; only the first one does the work. The argument is accepted and ignored. Classes that fail are
-/// counted and reported in the log; an exception of a class's `InitializeClass` passes to the caller.
+/// Calls nest; only the first one does the work. The argument is accepted and ignored. Classes of the library's
+/// users that outlived an earlier end are set up again too, last.
+///
+/// An exception of a class's `InitializeClass`, or `std::bad_alloc`, reaches the caller. Such a start counts: end it
+/// once. The next start sets up what this one did not.
 ///
 ///     int main() {
 ///         VFoundation::InitializeLibrary(false);
