@@ -37,7 +37,7 @@ VException::VException(VException const& other)
 
 void VException::Announce() const {
     VExceptionManager::ms_bExceptionHasOccured.store(true, std::memory_order_relaxed);
-    VLog::Trace(static_cast<VObject const&>(*this));
+    VLog::TraceNoThrow(static_cast<VObject const&>(*this));
 }
 
 void VException::UninitializeClass() {

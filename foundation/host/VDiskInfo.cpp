@@ -29,22 +29,26 @@ void VDiskInfo::InitializeVolumeInformation() {
     if (VDISK_INFO_VOLUME_NAMES) {
         return;
     }
-    VDISK_INFO_VOLUME_NAMES = VObjectArray::NewObjectArray();
-    VDISK_INFO_VOLUME_INFO = VObjectArray::NewObjectArray();
+    auto names = VObjectRef<VObjectArray>::Adopt(VObjectArray::NewObjectArray());
+    auto infos = VObjectRef<VObjectArray>::Adopt(VObjectArray::NewObjectArray());
     for (HostServices::MountedVolume const& volume : HostServices::MountedVolumes()) {
         auto const name = VObjectRef<VString>::Adopt(VString::NewString(volume.name.c_str()));
-        VDISK_INFO_VOLUME_NAMES->AddObject(name.Get());
+        bool const hasPath = volume.mountPath.size() < kMountPathSize;
         auto const info = VObjectRef<VDiskInfo>::Adopt(New());
         info->m_freeBytes = std::min(volume.freeBytes, volume.totalBytes);
         info->m_totalBytes = volume.totalBytes;
         info->m_usedBytes = info->m_totalBytes - info->m_freeBytes;
         info->m_volumeName = *name;
         info->m_kind = kMountedVolume;
-        if (volume.mountPath.size() < kMountPathSize) {
-            info->m_mountPath = volume.mountPath.c_str();
+        info->m_mountPath = hasPath ? volume.mountPath.c_str() : "";
+        bool const hasTexts = *name == volume.name.c_str() && info->m_volumeName == *name &&
+                              (!hasPath || info->m_mountPath == volume.mountPath.c_str());
+        if (!hasTexts || !names->AddObject(name.Get()) || !infos->AddObject(info.Get())) {
+            return; // both tables or none
         }
-        VDISK_INFO_VOLUME_INFO->AddObject(info.Get());
     }
+    VDISK_INFO_VOLUME_NAMES = names.Detach();
+    VDISK_INFO_VOLUME_INFO = infos.Detach();
 }
 
 void VDiskInfo::GetDescription(VString& out) const {

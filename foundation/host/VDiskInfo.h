@@ -11,10 +11,10 @@ class VObjectArray;
 
 /// One mounted volume. The table of all of them is read once, when the library starts, and never refreshed.
 ///
-/// Listed are the root and every volume with a device or server behind it, each once, in the system's
-/// mounting order; kernel file systems and single bound files are not. Network volumes and those of
-/// user-space file systems are not asked for their sizes (0), because one that does not answer would hold up
-/// the start.
+/// Listed are the root and every volume on a device or a server, each once, in the order of the system's table.
+/// Not listed are kernel file systems, single bound files and what a later mount hides, at the same folder or above it.
+/// Network volumes and user-space file systems are not asked for their sizes (0): one that does not answer would
+/// block the start.
 ///
 /// Ownership: the tables belong to the class; callers borrow them and their entries.
 /// Threads: made and removed by the thread that starts and ends the library; read by any in between.
@@ -35,7 +35,8 @@ class VDiskInfo : public Registered<VDiskInfo, VObject> {
     static VDiskInfo* New();
     static void UninitializeClass();
 
-    /// Fills both tables, unless they exist.
+    /// Fills both tables, unless they exist. Without memory neither is made, and a later call tries again; what the
+    /// failed allocation threw leaves (`std::bad_alloc` or a `VException` with id 1).
     static void InitializeVolumeInformation();
 
     /// The names (`VString`) and the records (`VDiskInfo`) in the same order; null before the scan.

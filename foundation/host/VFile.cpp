@@ -4,6 +4,7 @@
 #include "foundation/strings/VString.h"
 
 #include <algorithm>
+#include <cerrno>
 
 namespace VFoundation {
 
@@ -22,12 +23,21 @@ bool VFile::OpenForReading(VString const& path) {
     if (m_stream) {
         return false;
     }
+    m_readError = 0;
     m_stream = OpenRegularFile(path.CString());
     return m_stream != nullptr;
 }
 
 unsigned long VFile::ReadBytes(void* buffer, unsigned long count) {
-    return m_stream && buffer ? std::fread(buffer, 1, count, m_stream) : 0;
+    if (!m_stream || !buffer) {
+        return 0;
+    }
+    errno = 0;
+    unsigned long const read = std::fread(buffer, 1, count, m_stream);
+    if (read < count && std::ferror(m_stream) != 0 && m_readError == 0) {
+        m_readError = errno ? errno : EIO;
+    }
+    return read;
 }
 
 long VFile::GetLength() {

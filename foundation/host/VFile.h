@@ -13,8 +13,8 @@ class VString;
 ///     VFile file;
 ///     if (file.OpenForReading("/etc/hosts")) { got = file.ReadBytes(buffer, sizeof buffer); }
 ///
-/// Only regular files open (also through symbolic links): directories, devices and pipes are refused, and a
-/// pipe without a writer does not block. On a file that is not open every query gives zero.
+/// Only regular files open, also through symbolic links: directories, devices and pipes are refused, and a pipe without
+/// a writer does not block. On a file that is not open every query gives zero.
 ///
 /// Ownership: owns its stream, which the destructor closes.
 /// Threads: one thread at a time.
@@ -39,30 +39,34 @@ class VFile : public Registered<VFile, VObject> {
 
     /// False when the file cannot be opened, or when one is open already, which stays.
     bool OpenForReading(VString const& path);
-    /// The bytes read, fewer than `count` at the end of the file.
+    /// The bytes read, fewer than `count` at the end of the file and when reading fails (see `ReadError`).
     unsigned long ReadBytes(void* buffer, unsigned long count);
+    /// The system's error number of the first `ReadBytes` that failed since the file was opened; 0 when none did. The
+    /// end of the file is no error.
+    int ReadError() const noexcept { return m_readError; }
 
     /// The length in bytes; the position stays.
     virtual long GetLength();
     /// Bytes from the start.
     virtual long GetPosition();
-    /// Length less position; negative behind the end.
+    /// Length less position; negative past the end.
     virtual long GetLengthRemaining();
-    /// True once a read met the end, and when no file is open.
+    /// True once a read reached the end, and when no file is open.
     virtual bool IsEndOfFile();
     /// Moves the position by `offset` bytes from one of the origins above; any other origin does nothing.
     /// DELIBERATE: always true, also when nothing moved.
     virtual bool FileSeek(long offset, long origin);
 
-    /// The one place where the library opens files by mode: `fopen`, closed on exec. Null when that fails.
+    /// The one place where the library opens files by mode: `fopen`, closed on exec. Null when that fails, and for null.
     static std::FILE* vfc_fopen(char const* path, char const* mode);
     static std::FILE* vfc_fopen(VString const& path, char const* mode);
-    /// Opens a regular file for reading in binary mode, closed on exec. Null for anything else that `path` leads
-    /// to, and never waits for the other end of a pipe. Links are followed.
+    /// Opens a regular file for reading in binary mode, closed on exec. Null for anything else that `path` leads to;
+    /// never waits for the other end of a pipe. Links are followed.
     static std::FILE* OpenRegularFile(char const* path);
 
   private:
     std::FILE* m_stream = nullptr;
+    int m_readError = 0;
 };
 
 } // namespace VFoundation

@@ -4,6 +4,7 @@
 #include "foundation/persistence/IAIFile.h"
 #include "foundation/strings/VString.h"
 
+#include <cstring>
 #include <memory>
 #include <typeinfo>
 
@@ -27,8 +28,9 @@ VFileInfo* VFileInfo::NewFileInfo() {
 }
 
 void VFileInfo::SetPath(char const* path) noexcept {
-    VString::strncpy(m_path, path, kPathSize);
-    m_path[kPathSize - 1] = '\0';
+    std::size_t const length = path ? ::strnlen(path, kPathSize - 1) : 0;
+    std::memmove(m_path, path ? path : "", length); // the path may come from this record
+    std::memset(m_path + length, 0, kPathSize - length);
 }
 
 bool VFileInfo::Serialize(IAIFile& file) {
@@ -36,8 +38,13 @@ bool VFileInfo::Serialize(IAIFile& file) {
         char* path = nullptr;
         file >> &path;
         std::unique_ptr<char[]> const owned(path);
-        file >> m_flags[0];
+        bool flag = m_flags[0];
+        file >> flag;
+        if (!path) {
+            return false;
+        }
         SetPath(path);
+        m_flags[0] = flag;
     } else {
         file << static_cast<char const*>(m_path) << m_flags[0];
     }
@@ -49,7 +56,7 @@ void VFileInfo::Release() const {
     if (isLast && !m_inPool && ms_bRecyclingEnabled.load(std::memory_order_relaxed) &&
         typeid(*this) == typeid(VFileInfo) &&
         TRecyclePool<VFileInfo>::Push(ms_recycledFileInfos, this, &VFileInfo::m_inPool)) {
-        return; // it may be someone else's record already
+        return; // another thread may have taken it already
     }
     VObject::Release();
 }

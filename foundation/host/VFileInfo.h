@@ -11,8 +11,8 @@ class VObjectRingBufferTmpl;
 
 /// The record of one file in an archive: its path and a flag whose meaning is the application's.
 ///
-/// Dying records go to a pool of `kPoolCapacity` objects, and come back from it as they were: set what you
-/// read.
+/// Records that are released for the last time go to a pool of `kPoolCapacity` objects, and come back from it as they
+/// were: set what you read.
 ///
 /// Ownership: factories give an owned record.
 /// Threads: one thread at a time per record; any thread may release one or take one from the pool.
@@ -35,13 +35,13 @@ class VFileInfo : public Registered<VFileInfo, VObject> {
     static VFileInfo* New() { return NewFileInfo(); }
 
     char const* Path() const noexcept { return m_path; }
-    /// Cut to 259 bytes; null is empty.
+    /// Cut to 259 bytes; null is empty. `path` may be part of the record's own.
     void SetPath(char const* path) noexcept;
     /// The flag that is saved with the path.
     bool Flag() const noexcept { return m_flags[0]; }
     void SetFlag(bool flag) noexcept { m_flags[0] = flag; }
 
-    /// Path and flag. True.
+    /// Path and flag. False, with the record as it was, when a path that was saved finds no memory on loading.
     bool Serialize(IAIFile& file) override;
     /// Puts a dying record into the pool, if there is room. Records of derived classes just die.
     void Release() const override;

@@ -65,6 +65,10 @@ VObjectRef<VData> VFileManager::ContentsAtPath(char const* path) const {
     auto const length = static_cast<unsigned long>(file.GetLength());
     contents.Allocate()->SetLength(length, false);
     unsigned long const read = file.ReadBytes(contents->Bytes(), length);
+    if (file.ReadError() != 0) {
+        return {};
+    }
+    // A file that got shorter meanwhile: what is gone is zero.
     VData::FastZeroMemory(contents->Bytes() + read, length - read);
     return contents;
 }

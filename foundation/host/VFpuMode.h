@@ -7,15 +7,15 @@ namespace VFoundation {
 /// Sets the rounding direction of floating-point arithmetic for a scope, and restores the whole
 /// floating-point environment at its end.
 ///
-/// Code that is to feel it must be compiled with `-frounding-math`, or compute with values that the compiler
-/// does not know.
+/// It affects code compiled with `-frounding-math`, or whose values the compiler does not know.
 ///
 /// Ownership: lives on the stack.
 /// Threads: affects the calling thread; construct and destroy on the same one, innermost first.
 class VFpuMode {
   public:
-    enum RoundMode { kDownward = 0, kToNearest = 1, kUpward = 2, kTowardZero = 3 };
+    enum RoundMode : int { kDownward = 0, kToNearest = 1, kUpward = 2, kTowardZero = 3 };
 
+    /// Any other value leaves the direction as it is.
     explicit VFpuMode(RoundMode mode) noexcept;
     VFpuMode(VFpuMode const&) = delete;
     VFpuMode& operator=(VFpuMode const&) = delete;

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <new>
 
 namespace VFoundation {
 
@@ -30,7 +31,11 @@ void VHostArchitecture::Swap2Bytes(unsigned char* bytes) noexcept {
 void VHostArchitecture::UserName(char* buffer, unsigned long size) {
     if (buffer && size) {
         std::memset(buffer, 0, size);
-        VString::strncpy(buffer, HostServices::UserName().c_str(), size);
+        try {
+            VString::strncpy(buffer, HostServices::UserName().c_str(), size);
+        } catch (std::bad_alloc const&) {
+            return; // without a name
+        }
         buffer[size - 1] = '\0';
     }
 }

@@ -20,9 +20,9 @@ class VHostArchitecture {
     static void Swap4Bytes(unsigned char* bytes) noexcept;
     static void Swap2Bytes(unsigned char* bytes) noexcept;
 
-    /// Writes the short name of the user who started the process: of the real user id, or for root that of
-    /// the login session where there is one. Always fills `buffer` to its `size` with NULs and ends it with
-    /// one, so that a long name is cut; left empty when there is no name. Nothing for null or a size of 0.
+    /// Writes the short name of the user who started the process: that of the real user id, or for root that of the
+    /// login session if there is one. Fills the rest of `buffer` with NULs, at least one: a long name is cut. Empty
+    /// when there is no name, or no memory to find it. Nothing for null or a size of 0.
     static void UserName(char* buffer, unsigned long size);
 
     /// What the processor has. False until `InitializeClass`.

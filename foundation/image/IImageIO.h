@@ -12,11 +12,13 @@ class VString;
 ///
 /// Ownership: images that come out are owned by the caller; what goes in is borrowed.
 /// Threads: any number of threads may use one codec.
+/// Memory: loading, converting and saving that find none are null or false. `SupportedFileExtensions` throws
+/// `std::bad_alloc`.
 class IImageIO {
   public:
     virtual ~IImageIO() = default;
 
-    /// The image in the file (owned), or null.
+    /// The image in the file (owned), or null, after a line in the log.
     virtual VImage* LoadImageFromFile(char const* path) const = 0;
     virtual VImage* LoadImageFromFile(VString const& path) const = 0;
     /// Decodes a whole file held in memory into `image`. False, with the image as it was, when the data cannot

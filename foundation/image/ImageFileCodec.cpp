@@ -3,6 +3,7 @@
 #include "foundation/core/VObjectRef.h"
 #include "foundation/host/VFileManager.h"
 #include "foundation/image/VImage.h"
+#include "foundation/image/internal/WithinMemory.h"
 #include "foundation/log/VLog.h"
 #include "foundation/strings/VString.h"
 
@@ -34,9 +35,14 @@ bool ResolvePath(VString& path) {
 } // namespace
 
 VImage* ImageFileCodec::LoadImageFromFile(char const* path) const {
-    if (!path) {
-        return nullptr;
+    VImage* image = nullptr;
+    if (path && !DoWithinMemory([&] { image = LoadNamedFile(path); })) {
+        VLog::Trace("Failed to load image: %s\n", path);
     }
+    return image;
+}
+
+VImage* ImageFileCodec::LoadNamedFile(char const* path) const {
     VString resolved = WithHostSeparators(path);
     if (VImage::IsCacheEnabled()) {
         if (VObjectRef<VImage> cached(VImage::FindImageInCacheWithName(resolved.CString())); cached) {

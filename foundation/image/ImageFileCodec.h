@@ -15,7 +15,7 @@ class VBitmapImage;
 ///
 /// DELIBERATE: a codec does not add to the cache, it only looks there; `VImage::ImageFromFile` adds.
 ///
-/// Ownership, threads: as `IImageIO`.
+/// Ownership, threads, memory: as `IImageIO`.
 class ImageFileCodec : public IImageIO {
   public:
     VImage* LoadImageFromFile(char const* path) const final;
@@ -35,6 +35,9 @@ class ImageFileCodec : public IImageIO {
     /// after writing `failure` to the standard error stream and the path to the log.
     static VImage* ImageFromBitmap(VBitmapImage* bitmap, char const* failure, VString const& path);
     static void TraceFailure(VString const& path);
+
+  private:
+    VImage* LoadNamedFile(char const* path) const;
 };
 
 } // namespace VFoundation

@@ -1,6 +1,7 @@
 #include "foundation/image/VBitmapContext.h"
 
 #include "foundation/image/internal/PixelBuffer.h"
+#include "foundation/image/internal/WithinMemory.h"
 
 #include <bit>
 #include <cstring>
@@ -13,14 +14,17 @@ VBitmapContext::VBitmapContext(std::unique_ptr<PixelBuffer> pixels) noexcept : m
 VBitmapContext::~VBitmapContext() = default;
 
 std::unique_ptr<VBitmapContext> VBitmapContext::Create(std::uint32_t width, std::uint32_t height) {
-    auto pixels = std::make_unique<PixelBuffer>(width, height);
-    if (!pixels->IsValid()) {
-        return nullptr;
+    std::unique_ptr<VBitmapContext> context;
+    DoWithinMemory([&context, width, height] {
+        auto pixels = std::make_unique<PixelBuffer>(width, height);
+        if (pixels->IsValid()) {
+            context.reset(new VBitmapContext(std::move(pixels)));
+        }
+    });
+    for (std::uint32_t y = 0; context && y < height; ++y) {
+        std::memset(context->m_pixels->Row(y), 0, VBitmapImage::kBytesPerPixel * width);
     }
-    for (std::uint32_t y = 0; y < height; ++y) {
-        std::memset(pixels->Row(y), 0, VBitmapImage::kBytesPerPixel * width);
-    }
-    return std::unique_ptr<VBitmapContext>(new VBitmapContext(std::move(pixels)));
+    return context;
 }
 
 bool VBitmapContext::DrawImage(CGImage const& image) {

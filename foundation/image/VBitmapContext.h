@@ -11,7 +11,7 @@ class PixelBuffer;
 
 /// Memory to draw bitmaps into, for codecs that want the channels in a fixed order: each pixel is the four bytes
 /// alpha, red, green, blue, its colours multiplied by its alpha, whatever the machine's byte order. The first row
-/// is the top one. Nothing is drawn at first.
+/// is the top one. It starts transparent.
 ///
 /// Ownership: owns its memory.
 /// Threads: one thread at a time.

@@ -1,5 +1,7 @@
 #include "foundation/image/VBitmapImage.h"
 
+#include "foundation/image/internal/WithinMemory.h"
+
 namespace VFoundation {
 
 VClass* VBitmapImage::ms_theClass = nullptr;
@@ -13,7 +15,10 @@ VBitmapImage* VBitmapImage::Create(std::uint32_t width, std::uint32_t height, un
         bytesPerRow < kBytesPerPixel * width || bytesPerRow > size / height) {
         return nullptr;
     }
-    auto* const bitmap = new VBitmapImage;
+    VBitmapImage* bitmap = nullptr;
+    if (!DoWithinMemory([&bitmap] { bitmap = new VBitmapImage; })) {
+        return nullptr;
+    }
     bitmap->m_width = width;
     bitmap->m_height = height;
     bitmap->m_bytesPerRow = bytesPerRow;

@@ -7,7 +7,7 @@
 namespace VFoundation {
 
 /// A rectangle of pixels, shared by reference and never changed once it is made: what a codec decodes a file
-/// into and what a `VImage` shows.
+/// into and a `VImage` shows.
 ///
 /// Each pixel is one 32-bit word 0xAARRGGBB in the machine's byte order, its colours already multiplied by
 /// its alpha. Rows go from the top to the bottom of the picture.
@@ -34,7 +34,8 @@ class VBitmapImage : public Registered<VBitmapImage, VObject> {
 
     /// A bitmap (owned) over `size` bytes at `data`, which stay valid until `release` is called; null for no
     /// callback. Null, with nothing released, when a side is 0, `data` is null or not aligned to 4,
-    /// `bytesPerRow` is no multiple of 4 or less than a row needs, or `size` is less than all rows need.
+    /// `bytesPerRow` is no multiple of 4 or less than a row needs, `size` is less than all rows need, or there is no
+    /// memory for the object.
     static VBitmapImage* Create(std::uint32_t width, std::uint32_t height, unsigned long bytesPerRow,
                                 void* info, void const* data, unsigned long size, ReleaseCallback release);
 

@@ -6,6 +6,7 @@
 #include "foundation/image/VImageIOJPEG.h"
 #include "foundation/image/VImageIOPNG.h"
 #include "foundation/image/VImageIOTarga.h"
+#include "foundation/image/internal/WithinMemory.h"
 #include "foundation/strings/VString.h"
 #include "foundation/threads/VCriticalSectionScope.h"
 
@@ -17,6 +18,7 @@ VClass* VImage::ms_theClass = nullptr;
 std::atomic<VObjectArray*> VImage::ms_imageCache{nullptr};
 std::atomic<VObjectContainer*> VImage::ms_imageNames{nullptr};
 std::atomic<bool> VImage::ms_cacheEnabled{false};
+std::atomic<std::uint64_t> VImage::ms_pixelBudget{kNoPixelBudget};
 std::atomic<VString*> VImage::ms_defaultImageResourcePath{nullptr};
 VObject* VImage::ms_bundleIdentifier = nullptr;
 
@@ -100,13 +102,16 @@ bool VImage::AddNamedImageToCache(char const* name, VImage* image) {
     if (!name || !image || !names || !cache) {
         return false;
     }
-    auto const newName = VObjectRef<VString>::Adopt(VString::NewString(name));
-    VCriticalSectionScope const scope(names->CriticalSection());
-    if (FindImageInCacheWithName(name)) {
-        return true;
-    }
-    // An image whose name then fails to be added is in nobody's way: the next one takes its place.
-    return cache->ReplaceObjectAtIndex(image, names->Count()) && names->AddObject(newName.Get());
+    bool isCached = false;
+    DoWithinMemory([&isCached, name, image, names, cache] {
+        auto const newName = VObjectRef<VString>::Adopt(VString::NewString(name));
+        VCriticalSectionScope const scope(names->CriticalSection());
+        // An image whose name then fails to be added is not found; the next one takes its place.
+        isCached = FindImageInCacheWithName(name) ||
+                   (*newName == name && cache->ReplaceObjectAtIndex(image, names->Count()) &&
+                    names->AddObject(newName.Get()));
+    });
+    return isCached;
 }
 
 VString* VImage::DefaultImageResourcePath() {
@@ -116,16 +121,18 @@ VString* VImage::DefaultImageResourcePath() {
 // One image
 
 VString VImage::GetName() const {
-    std::lock_guard const lock(m_nameLock);
-    return m_name ? *m_name : VString();
+    VObjectRef<VString> name;
+    {
+        detail::MutexLock const lock(m_nameLock);
+        name = m_name;
+    }
+    return name ? *name : VString();
 }
 
 void VImage::SetName(char const* name) {
-    std::lock_guard const lock(m_nameLock);
-    if (!m_name) {
-        m_name = VObjectRef<VString>::Adopt(VString::New());
-    }
-    *m_name = name;
+    auto changed = VObjectRef<VString>::Adopt(VString::NewString(name));
+    detail::MutexLock const lock(m_nameLock);
+    std::swap(m_name, changed); // the old name is released after the lock
 }
 
 void VImage::SetImageRef(CGImage* image) {

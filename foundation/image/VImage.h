@@ -1,12 +1,12 @@
 #pragma once
 
+#include "foundation/core/Mutex.h"
 #include "foundation/core/Registered.h"
 #include "foundation/core/VObjectRef.h"
 #include "foundation/image/VBitmapImage.h"
 
 #include <atomic>
 #include <cstdint>
-#include <mutex>
 
 namespace VFoundation {
 
@@ -32,6 +32,9 @@ class VString;
 /// Ownership: owns its bitmap; the cache retains the images in it. `ImageFromFile` gives an owned image.
 /// Threads: loading, the cache and the name are safe from any thread; two threads that load the same file at
 /// once get the same image. Bitmap, size and alpha flag are set by one thread before others see the image.
+/// `InitializeClass` and `UninitializeClass` while no other thread loads.
+/// Memory: `ImageFromFile` is null without it. `New`, `SetName` and the first `DefaultImageResourcePath` throw
+/// `std::bad_alloc`, and leave things as they were.
 class VImage : public Registered<VImage, VObject> {
   public:
     static constexpr char const* kClassName = "VImage";
@@ -39,6 +42,8 @@ class VImage : public Registered<VImage, VObject> {
 
     /// What `ImageFromFile` uses of a path, in characters.
     static constexpr unsigned long kMaxPathLength = 260;
+    /// The pixel budget at first.
+    static constexpr std::uint64_t kNoPixelBudget = ~0ULL;
 
     explicit VImage(VClass* cls = nullptr);
     VImage(VImage const&) = delete;
@@ -52,14 +57,15 @@ class VImage : public Registered<VImage, VObject> {
     static void UninitializeClass();
 
     /// The image in the file (owned), from the cache if it is there. '\' counts as '/'. The extensions are
-    /// "tga", "jpeg", "jpg" and "png", any case. Null when the path is null or has another extension, and
-    /// when the file is missing or damaged, which the codec reports.
+    /// "tga", "jpeg", "jpg" and "png", any case. Null when the path is null or has another extension, and when the
+    /// file is missing, damaged or too large, which the codec reports. Without memory for the cache the image is not
+    /// cached.
     static VImage* ImageFromFile(char const* path);
 
     /// The first image cached under exactly this name (borrowed), or null.
     static VImage* FindImageInCacheWithName(char const* name);
     /// Caches `image` (retained) under `name`. True as well when that name is taken, and then nothing is added;
-    /// false without a cache and for null arguments.
+    /// false without a cache or memory, and for null arguments.
     static bool AddNamedImageToCache(char const* name, VImage* image);
     static bool IsCacheEnabled() noexcept { return ms_cacheEnabled.load(std::memory_order_relaxed); }
 
@@ -67,6 +73,13 @@ class VImage : public Registered<VImage, VObject> {
     /// Empty at first; the application sets it before it loads images from several threads. Never null;
     /// borrowed.
     static VString* DefaultImageResourcePath();
+
+    /// The most pixels that a picture may have to be loaded, for all codecs and threads from now on. At first the limits
+    /// of each codec hold alone; a budget only lowers them.
+    static void SetPixelBudget(std::uint64_t pixels) noexcept {
+        ms_pixelBudget.store(pixels, std::memory_order_relaxed);
+    }
+    static std::uint64_t PixelBudget() noexcept { return ms_pixelBudget.load(std::memory_order_relaxed); }
 
     /// The file that the image came from, as its loader was given it; empty when none was set. A copy, as a
     /// cached image takes another name when it is asked for by another spelling of its path.
@@ -97,11 +110,14 @@ class VImage : public Registered<VImage, VObject> {
     static VObject* ms_bundleIdentifier;
 
   private:
+    static std::atomic<std::uint64_t> ms_pixelBudget;
+
     VObjectRef<CGImage> m_image;
     VObjectRef<VObject>
-        m_importer; // a decoder to be kept as long as the image; the library's codecs keep none
-    mutable std::mutex m_nameLock;
-    VObjectRef<VString> m_name; // null until a name is set
+        m_importer; // a decoder that lives as long as the image; the library's codecs keep none
+    mutable detail::Mutex m_nameLock;
+    /// Null until a name is set; the string itself never changes.
+    VObjectRef<VString> m_name VFOUNDATION_GUARDED_BY(m_nameLock);
     bool m_hasAlpha = false;
     std::uint32_t m_width = 0;
     std::uint32_t m_height = 0;

@@ -10,9 +10,9 @@ namespace VFoundation {
 /// colours are multiplied by alpha and rounded. The values are the file's, without regard to gamma and colour
 /// profiles; texts and other extras are skipped unread.
 ///
-/// A damaged or incomplete file is refused, as are pictures beyond the limits below.
+/// A damaged or incomplete file is refused, as are pictures beyond the limits below or `VImage::PixelBudget()`.
 ///
-/// Ownership, threads: as `IImageIO`.
+/// Ownership, threads, memory: as `IImageIO`.
 class VImageIOPNG : public ImageFileCodec {
   public:
     /// The longest side, in pixels.

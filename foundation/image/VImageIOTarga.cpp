@@ -10,6 +10,7 @@
 #include "foundation/image/internal/PixelBuffer.h"
 #include "foundation/image/internal/TargaDecoder.h"
 #include "foundation/image/internal/TargaFormat.h"
+#include "foundation/image/internal/WithinMemory.h"
 #include "foundation/log/VLog.h"
 #include "foundation/strings/VString.h"
 #include "foundation/threads/VThread.h"
@@ -77,7 +78,12 @@ VImage* VImageIOTarga::LoadResolvedFile(VString const& path, bool exists) const 
         try {
             auto image = VObjectRef<VImage>::Adopt(VImage::New());
             TargaFileSource source(file);
-            return DecodeTarga(source, *image) ? image.Detach() : nullptr;
+            if (DecodeTarga(source, *image)) {
+                return image.Detach();
+            }
+            if (file.ReadError() == 0) {
+                return nullptr;
+            }
         } catch (VException const&) {
             VLog::Trace("Caught out of memory exception whilst loading image\n");
         } catch (...) {
@@ -117,7 +123,10 @@ bool VImageIOTarga::SaveImageFromPixelData(VImage const& image, VString const& p
     }
     context->SetFlipped(flip);
     context->DrawImage(*bitmap);
-    std::vector<unsigned char> row(VBitmapImage::kBytesPerPixel * context->Width());
+    std::vector<unsigned char> row;
+    if (!DoWithinMemory([&] { row.resize(VBitmapImage::kBytesPerPixel * context->Width()); })) {
+        return false;
+    }
     std::FILE* const file = VFile::vfc_fopen(path, "wb");
     if (!file) {
         return false;

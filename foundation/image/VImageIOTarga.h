@@ -14,7 +14,8 @@ class VBitmapContext;
 /// What it reads: files with the footer of version 2 ("TRUEVISION-XFILE"), 8, 24 or 32 bits deep. Every file is
 /// taken as uncompressed true colour with its bottom row first; image type, colour-map entries and origin bits
 /// are not looked at, so that run-length-encoded and colour-mapped files give garbage or fail. 32 bits have
-/// alpha; 8 bits become greys. Files of any size are read row by row, if their bytes are really there.
+/// alpha; 8 bits become greys. Pictures of any size within `VImage::PixelBudget()` are read row by row, if their bytes
+/// are really there.
 ///
 /// What it writes: 32 bits, uncompressed, colours multiplied by alpha as bitmaps hold them, with the footer.
 ///
@@ -22,12 +23,12 @@ class VBitmapContext;
 /// as 254, and a picture saved and loaded gets darker each time.
 /// DELIBERATE: with a colour map the pixels are expected at the ID length, without one 18 bytes later; a
 /// colour-mapped file's header is read as pixels.
-/// DELIBERATE: the ID length counts as a signed byte; 128 to 255 move the pixels towards the header, and a
+/// DELIBERATE: the ID length counts as a signed byte; 128 to 255 move the pixels into the header, and a
 /// start before the file fails.
 /// DELIBERATE: without the flip flag, rows are written from the top although the header says the bottom comes
 /// first; such a file shows, and loads, upside down. Set the flag to write upright files.
 ///
-/// Ownership, threads: as `IImageIO`.
+/// Ownership, threads, memory: as `IImageIO`.
 class VImageIOTarga : public ImageFileCodec {
   public:
     /// The shortest file: a header and a footer.
@@ -45,10 +46,10 @@ class VImageIOTarga : public ImageFileCodec {
     VObjectArray* SupportedFileExtensions() const override;
 
     /// Writes the image's pixels, upside down with `flip`. False for an image without bitmap or with a side
-    /// beyond `kMaxSide`, and when the file could not be made or written to its end.
+    /// beyond `kMaxSide`, and when the file could not be made or written whole.
     bool SaveImageFromPixelData(VImage const& image, VString const& path, bool flip) const;
 
-    /// A context of the image's size with nothing drawn yet; null for null and without memory.
+    /// A transparent context of the size of the image; null for null and without memory.
     static std::unique_ptr<VBitmapContext> CreateARGBBitmapContext(CGImage const* image);
 
     /// Frees the pixels of a loaded file; the release callback of their bitmap.

@@ -3,12 +3,13 @@
 #include "foundation/core/NarrowCast.h"
 #include "foundation/log/VLogContext.h"
 #include "foundation/log/internal/DefaultLogRef.h"
-#include "foundation/log/internal/LogLock.h"
 #include "foundation/log/internal/SecondsText.h"
 #include "foundation/strings/VString.h"
 #include "foundation/threads/VCriticalSection.h"
 #include "foundation/threads/VCriticalSectionScope.h"
+#include "foundation/threads/internal/WithoutThrowing.h"
 
+#include <algorithm>
 #include <cstdarg>
 #include <cstdio>
 #include <cstring>
@@ -21,6 +22,7 @@ namespace VFoundation {
 constinit std::atomic<bool> ms_bVerbose{true};
 
 VClass* VLog::ms_theClass = nullptr;
+constinit detail::Mutex VLog::ms_lock;
 constinit VLog* VLog::ms_theLog = nullptr;
 constinit std::atomic<bool> VLog::ms_bInStartup{true};
 constinit std::atomic<bool> VLog::ms_bInShutdown{false};
@@ -32,22 +34,8 @@ constexpr long kBusyLimit = 100; // ms
 constexpr char kDivider[] =
     "------------------------------------------------------------------------------\n";
 
-constinit std::recursive_mutex s_logLock;
-
-/// The log that this thread is destroying, if any. What its destruction traces goes to it, and makes no new
-/// log.
-constinit thread_local VLog* t_dyingLog = nullptr;
-
-class DyingLogScope {
-  public:
-    explicit DyingLogScope(VLog* log) noexcept : m_before(std::exchange(t_dyingLog, log)) {}
-    DyingLogScope(DyingLogScope const&) = delete;
-    DyingLogScope& operator=(DyingLogScope const&) = delete;
-    ~DyingLogScope() { t_dyingLog = m_before; }
-
-  private:
-    VLog* m_before;
-};
+/// How many lines of this thread are under way, each nested in the one before.
+constinit thread_local int t_linesUnderWay = 0;
 
 /// Whether the text that `format` and `arguments` make, `length` characters, ends with a line feed.
 [[gnu::format(printf, 2, 0)]] bool EndsWithLineFeed(int length, char const* format, va_list arguments) {
@@ -60,9 +48,24 @@ class DyingLogScope {
     return whole[size - 2] == '\n';
 }
 
-/// Formats into `size` bytes; a text that does not fit is cut, but keeps its line feed.
+/// Copies into `size` bytes; a text that does not fit is cut, but keeps its line feed.
+void CopyBounded(char* out, std::size_t size, char const* text) {
+    std::size_t const length = std::strlen(text);
+    std::size_t const kept = std::min(length, size - 1);
+    std::memcpy(out, text, kept);
+    out[kept] = '\0';
+    if (kept < length && text[length - 1] == '\n') {
+        out[kept - 1] = '\n';
+    }
+}
+
+/// Formats into `size` bytes; a text that does not fit is cut, but keeps its line feed. Nothing for null.
 [[gnu::format(printf, 3, 0)]] void FormatBounded(char* out, std::size_t size, char const* format,
                                                  va_list arguments) {
+    out[0] = '\0';
+    if (!format) {
+        return;
+    }
     va_list again;
     va_copy(again, arguments);
     int const length = std::vsnprintf(out, size, format, arguments);
@@ -76,31 +79,35 @@ class DyingLogScope {
 
 } // namespace
 
-std::recursive_mutex& LogLock() noexcept {
-    return s_logLock;
-}
+constinit thread_local VLog* VLog::DyingLogScope::t_log = nullptr;
 
-VLog::DefaultLogRef::DefaultLogRef() : m_log(t_dyingLog) {
-    if (m_log || Settle()) {
+VLog::DefaultLogRef::DefaultLogRef() : m_log(DyingLogScope::Current()) {
+    if (m_log) {
         return;
+    }
+    {
+        detail::MutexLock const lock(ms_lock);
+        if (TakeDefaultLog()) {
+            return;
+        }
     }
     // Made outside the lock, as it takes class records; another thread may have been faster.
     VObjectRef<VLog> made = VObjectRef<VLog>::Adopt(VLog::New());
-    std::lock_guard const lock(s_logLock);
+    detail::MutexLock const lock(ms_lock);
     if (!IsSwitchedOff() && !ms_theLog) {
         ms_theLog = made.Detach();
     }
-    Settle();
+    TakeDefaultLog();
 }
 
 VLog::DefaultLogRef::~DefaultLogRef() {
     if (m_retained) {
+        DyingLogScope const dying(m_log); // another thread may have replaced it meanwhile
         m_log->Release();
     }
 }
 
-bool VLog::DefaultLogRef::Settle() {
-    std::lock_guard const lock(s_logLock);
+bool VLog::DefaultLogRef::TakeDefaultLog() {
     if (IsSwitchedOff()) {
         return true;
     }
@@ -112,12 +119,32 @@ bool VLog::DefaultLogRef::Settle() {
     return m_retained;
 }
 
+/// The time that a line takes, from the call of the client to the return of `AddString`.
+class VLog::LineScope {
+  public:
+    LineScope() noexcept { ++t_linesUnderWay; }
+    LineScope(LineScope const&) = delete;
+    LineScope& operator=(LineScope const&) = delete;
+    ~LineScope() { --t_linesUnderWay; }
+
+    /// True, and the line counted as lost, when it is nested too deep.
+    static bool Drop(VLog& log) noexcept {
+        bool const drop = t_linesUnderWay > 1 + kMaxNesting;
+        if (drop) {
+            log.CountDroppedLine();
+        }
+        return drop;
+    }
+};
+
 VLog::VLog(VClass* cls)
     : Registered(cls), m_criticalSection(VObjectRef<VCriticalSection>::Adopt(VCriticalSection::New())) {
 }
 
 VLog::~VLog() {
-    CloseContexts();
+    m_life.store(eBeingDestroyed, std::memory_order_relaxed);
+    while (!WithoutThrowing([this] { CloseContexts(); })) {
+    }
     DetachContexts();
 }
 
@@ -127,34 +154,63 @@ VLog* VLog::New() {
 
 void VLog::DeleteInstance() const {
     VLog* const self = const_cast<VLog*>(this);
-    DyingLogScope const dying(self);
-    self->CloseContexts(); // while the object is whole, so that a subclass gets the lines
+    self->m_life.store(eBeingDestroyed, std::memory_order_relaxed);
+    // While the object is whole, so that a subclass gets the lines.
+    while (!WithoutThrowing([self] { self->CloseContexts(); })) {
+    }
     VObject::DeleteInstance();
 }
 
+// Contexts
+
+void VLog::PushContext(VObjectRef<VLogContext> context) {
+    detail::MutexLock const lock(ms_lock);
+    context->m_outer = m_innermost;
+    m_innermost = context.Detach();
+}
+
+VObjectRef<VLog::VLogContext> VLog::PopContext() {
+    detail::MutexLock const lock(ms_lock);
+    VLogContext* const innermost = m_innermost;
+    if (innermost) {
+        m_innermost = std::exchange(innermost->m_outer, nullptr);
+    }
+    return VObjectRef<VLogContext>::Adopt(innermost);
+}
+
 void VLog::CloseContexts() {
-    for (;;) {
-        VObjectRef<VObject> innermost;
-        {
-            std::lock_guard const lock(s_logLock);
-            innermost = VObjectRef<VObject>::Adopt(m_contexts.Pop());
-        }
-        if (!innermost) {
-            return;
-        }
+    while (auto const innermost = PopContext()) {
+        innermost->WriteEnd();
     }
 }
 
 void VLog::DetachContexts() {
-    std::lock_guard const lock(s_logLock);
+    detail::MutexLock const lock(ms_lock);
     while (m_attached) {
         m_attached->m_log = nullptr;
         m_attached = std::exchange(m_attached->m_nextAttached, nullptr);
     }
 }
 
+void VLog::StartLoggingContext(char const* name) {
+    DefaultLogRef const log;
+    if (log && !log->IsDying()) {
+        log->PushContext(VObjectRef<VLogContext>::Adopt(new VLogContext(name, log.Get())));
+    }
+}
+
+void VLog::EndLoggingContext() {
+    if (DefaultLogRef const log; log) {
+        if (auto const innermost = log->PopContext()) {
+            innermost->WriteEnd();
+        }
+    }
+}
+
+// Lines
+
 bool VLog::IsSwitchedOff() noexcept {
-    return !t_dyingLog &&
+    return !DyingLogScope::Current() &&
            (ms_bInStartup.load(std::memory_order_relaxed) || ms_bInShutdown.load(std::memory_order_relaxed));
 }
 
@@ -183,37 +239,71 @@ std::size_t VLog::WritePrefix(char* line) const {
     if (!GetShowContextTime() || ms_bHeaderFooter.load(std::memory_order_relaxed)) {
         return indent;
     }
-    std::lock_guard const lock(s_logLock);
-    auto const* const innermost = static_cast<VLogContext*>(m_contexts.ObjectAtTopOfStack());
-    if (!innermost) {
+    detail::MutexLock const lock(ms_lock);
+    if (!m_innermost) {
         return indent;
     }
-    SecondsText const seconds(innermost->GetElapsedTime());
+    SecondsText const seconds(m_innermost->GetElapsedTime());
     std::memcpy(line + indent, seconds.Text(), seconds.Length());
     line[indent + seconds.Length()] = ' ';
     return indent + seconds.Length() + 1;
+}
+
+void VLog::AddLine(char const* line) {
+    try {
+        AddString(line);
+    } catch (...) {
+        if (VThread::CaughtEndOfThread()) {
+            throw;
+        }
+        CountDroppedLine();
+        if (m_life.load(std::memory_order_relaxed) != eBeingDestroyed) {
+            throw;
+        }
+    }
+}
+
+/// `message` is null when there is none to write; the default log is made all the same.
+void VLog::WriteMessage(char const* message) {
+    LineScope const scope;
+    DefaultLogRef const log;
+    if (!log || !message || LineScope::Drop(*log.Get())) {
+        return;
+    }
+    char line[kLineSize];
+    std::size_t const used = log->WritePrefix(line);
+    CopyBounded(line + used, sizeof line - used, message);
+    log->AddLine(line);
 }
 
 void VLog::Trace(char const* format, ...) {
     if (EchoIfSwitchedOff(format)) {
         return;
     }
-    DefaultLogRef const log;
-    if (!log || !format) {
-        return;
-    }
-    char line[kLineSize];
-    std::size_t const used = log->WritePrefix(line);
+    char message[kLineSize];
     va_list arguments;
     va_start(arguments, format);
-    FormatBounded(line + used, sizeof line - used, format, arguments);
+    FormatBounded(message, sizeof message, format, arguments);
     va_end(arguments);
-    log->AddString(line);
+    WriteMessage(format ? message : nullptr);
+}
+
+void VLog::TraceNoThrow(char const* format, ...) {
+    if (EchoIfSwitchedOff(format)) {
+        return;
+    }
+    char message[kLineSize];
+    va_list arguments;
+    va_start(arguments, format);
+    FormatBounded(message, sizeof message, format, arguments);
+    va_end(arguments);
+    WithoutThrowing([&] { WriteMessage(format ? message : nullptr); });
 }
 
 void VLog::Trace(VObject const& object) {
+    LineScope const scope;
     DefaultLogRef const log;
-    if (!log) {
+    if (!log || LineScope::Drop(*log.Get())) {
         return;
     }
     VString line;
@@ -221,11 +311,19 @@ void VLog::Trace(VObject const& object) {
     if (line.IsEmpty() || line.GetCharAtIndex(line.Length() - 1) != '\n') {
         line << '\n';
     }
-    log->AddString(line.CString());
+    if (line.IsEmpty()) {
+        log->CountDroppedLine(); // no memory
+    }
+    log->AddLine(line.CString());
+}
+
+void VLog::TraceNoThrow(VObject const& object) {
+    WithoutThrowing([&] { Trace(object); });
 }
 
 void VLog::Divider() {
-    if (DefaultLogRef const log; log) {
+    LineScope const scope;
+    if (DefaultLogRef const log; log && !LineScope::Drop(*log.Get())) {
         log->DividerI();
     }
 }
@@ -243,49 +341,50 @@ void VLog::StartIndent() {
     }
 }
 
-void VLog::StartLoggingContext(char const* name) {
-    DefaultLogRef const log;
-    if (!log) {
-        return;
-    }
-    auto const context = VObjectRef<VLogContext>::Adopt(new VLogContext(name, log.Get()));
-    std::lock_guard const lock(s_logLock);
-    log->m_contexts.Array().AddObject(context.Get());
-}
-
-void VLog::EndLoggingContext() {
-    DefaultLogRef const log;
-    if (!log) {
-        return;
-    }
-    VObjectRef<VObject> innermost; // released after the lock: that writes the end line
-    std::lock_guard const lock(s_logLock);
-    innermost = VObjectRef<VObject>::Adopt(log->m_contexts.Pop());
-}
+// The default log
 
 VLog* VLog::GetDefaultLog() {
+    if (DyingLogScope::Current()) {
+        detail::MutexLock const lock(ms_lock);
+        return ms_theLog;
+    }
     return DefaultLogRef().Get();
 }
 
-VLog* VLog::ReplaceDefaultLog(VLog* log) {
-    std::lock_guard const lock(s_logLock);
-    return std::exchange(ms_theLog, log);
+void VLog::ReplaceDefaultLog(VLog* log, bool switchOff) {
+    VObjectRef<VLog> next(log);
+    VLog* before = nullptr;
+    {
+        detail::MutexLock const lock(ms_lock);
+        if (switchOff) {
+            ms_bInShutdown.store(true);
+        }
+        before = std::exchange(ms_theLog, next.Detach());
+    }
+    if (!before) {
+        return;
+    }
+    DyingLogScope const dying(before);
+    auto const last = VObjectRef<VLog>::Adopt(before);
+    if (before->RetainCount() == 1) {
+        before->m_life.store(eClosing, std::memory_order_relaxed);
+        before->CloseContexts(); // what throws leaves the rest to the destruction
+    }
 }
 
 void VLog::SetLog(VLog* log) {
-    VObjectRef<VLog> replaced(log);
     {
-        std::lock_guard const lock(s_logLock);
-        if (ms_theLog == log) {
+        detail::MutexLock const lock(ms_lock);
+        if (ms_theLog == log || (log && log->IsDying())) {
             return;
         }
-        replaced = VObjectRef<VLog>::Adopt(ReplaceDefaultLog(replaced.Detach()));
     }
     std::fflush(stderr);
+    ReplaceDefaultLog(log);
 }
 
 void VLog::DestroyDefaultLog() {
-    VObjectRef<VLog>::Adopt(ReplaceDefaultLog(nullptr));
+    ReplaceDefaultLog(nullptr);
 }
 
 void VLog::SetSafeStartup() {
@@ -294,10 +393,7 @@ void VLog::SetSafeStartup() {
 }
 
 void VLog::SetSafeShutdown() {
-    VObjectRef<VLog> old;
-    std::lock_guard const lock(s_logLock);
-    ms_bInShutdown.store(true);
-    old = VObjectRef<VLog>::Adopt(ReplaceDefaultLog(nullptr));
+    ReplaceDefaultLog(nullptr, true);
 }
 
 void VLog::SetLevel(long level) noexcept {
@@ -310,14 +406,14 @@ void VLog::AddString(char const* line) {
     }
     VCriticalSectionScope scope;
     if (!scope.TryEnter(m_criticalSection.Get(), kBusyLimit)) {
+        CountDroppedLine();
         return;
     }
     std::size_t const length = std::strlen(line);
     bool const needsLineFeed = length > 0 && line[length - 1] != '\n';
-    if (needsLineFeed) {
-        std::fprintf(stderr, "%s\n", line); // one call, so that the line reaches the stream whole
-    } else {
-        std::fputs(line, stderr);
+    // One call, so that the line reaches the stream whole.
+    if (std::fprintf(stderr, needsLineFeed ? "%s\n" : "%s", line) < 0) {
+        CountDroppedLine();
     }
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "foundation/containers/VObjectStack.h"
+#include "foundation/core/Mutex.h"
 #include "foundation/core/Registered.h"
 #include "foundation/core/VObjectRef.h"
 
@@ -22,22 +22,32 @@ extern std::atomic<bool> ms_bVerbose;
 ///     VLog::EndLoggingContext();                      // [ Import - END ] 0.0123
 ///
 /// A line is the indent (one space a level, at most 10), the elapsed time of the innermost context if that is
-/// switched on, and the message; it holds at most 1023 characters, and a longer one is cut but keeps its line
+/// switched on, and the message. It holds at most 1023 characters; a longer one is cut but keeps its line
 /// feed. A plain log writes to the standard error stream. Subclasses override `AddString`.
 ///
 /// The library switches the log on in `InitializeLibrary` and off in `UninitializeLibrary`. Outside of these
 /// there is no default log, and every operation but `SetLog` and `DestroyDefaultLog` does nothing.
 ///
+/// Failures: a log writes what it can and counts the lines it loses (`DroppedLines`). A subclass may throw in
+/// `AddString`: the exception passes to the caller of `Trace`, and a context that could not write its start
+/// line was never opened. Destructors, the outermost function of a thread and the construction of an exception
+/// use `TraceNoThrow`. The first use of the default log may throw `std::bad_alloc`.
+///
+/// A subclass may trace in `AddString`. The lines go to the default log, so back to it; those that are nested
+/// more than `kMaxNesting` deep are dropped and counted.
+///
 /// DELIBERATE: while switched off, `Trace` echoes the text of its format, uninterpreted but for "%%", to the
 /// standard error stream; the arguments are not shown.
 /// DELIBERATE: `TraceDebug` is compiled out; it has no output in any state.
-/// DELIBERATE: a plain log waits 100 ms for its turn to write; a line that cannot get it is lost silently.
+/// DELIBERATE: a plain log waits 100 ms for its turn to write; a line that cannot get it is lost, and only
+/// `DroppedLines` tells.
 ///
 /// Ownership: the process holds one reference to its default log. A log that dies closes its open contexts
-/// first, innermost first.
-/// Threads: any thread may trace; lines come out whole. Replacing the default log waits for nobody: a line on
-/// its way still reaches the old one. Contexts are opened and closed by one thread at a time. A line traced
-/// by another thread while a context writes its start or end line lacks the time.
+/// first, innermost first. The lines of a default log's own end go to that log; those of any other go to the
+/// default log.
+/// Threads: any thread may trace; lines come out whole. Replacing the default log does not wait for lines on
+/// their way: they still reach the old one. Contexts are opened and closed by one thread at a time. A line
+/// traced by another thread while a context writes its start or end line lacks the time.
 class VLog : public Registered<VLog, VObject> {
   public:
     static constexpr char const* kClassName = "VLog";
@@ -50,6 +60,8 @@ class VLog : public Registered<VLog, VObject> {
     static constexpr long kMaxIndentLevel = 10;
     /// Bytes of the line buffer, the terminator included.
     static constexpr unsigned long kLineSize = 1024;
+    /// How deep lines may be nested: `AddString` writes one, which calls it again, and so on.
+    static constexpr int kMaxNesting = 4;
 
     VLog(VLog const&) = delete;
     VLog& operator=(VLog const&) = delete;
@@ -61,23 +73,30 @@ class VLog : public Registered<VLog, VObject> {
     [[gnu::format(printf, 1, 2)]] static void Trace(char const* format, ...);
     /// Writes the object's description, with neither indent nor time, and a line feed if it ends without one.
     static void Trace(VObject const& object);
+    /// The same, and nothing that the log throws leaves them: the line is lost then, and counted.
+    [[gnu::format(printf, 1, 2)]] static void TraceNoThrow(char const* format, ...);
+    static void TraceNoThrow(VObject const& object);
     /// Nothing.
     [[gnu::format(printf, 1, 2)]] static void TraceDebug(char const* /*format*/, ...) {}
     /// Writes a line of 78 hyphens.
     static void Divider();
     /// Moves the lines that follow one place to the right.
     static void StartIndent();
-    /// Opens a context on the default log, inside those already open. A null name is empty.
+    /// Opens a context on the default log, inside those already open. A null name is empty. Nothing on a log
+    /// that is being destroyed, and when the start line throws.
     static void StartLoggingContext(char const* name);
-    /// Closes the innermost context of the default log; nothing if none is open.
+    /// Closes the innermost context of the default log; nothing if none is open. It is closed, and the indent
+    /// is restored, also when the end line throws.
     static void EndLoggingContext();
 
-    /// The default log (borrowed), made on first use; null while the log is switched off.
+    /// The default log (borrowed), made on first use; null while the log is switched off. While a thread
+    /// destroys the default log, it gets the one that takes its place, or null.
     static VLog* GetDefaultLog();
     /// Makes `log` the default log (retained) and releases the one before; null leaves none, until the next
-    /// line makes one. Works in every state.
+    /// line makes one. Works in every state. A log that is being destroyed is not taken.
     static void SetLog(VLog* log);
-    /// Releases the default log. Works in every state.
+    /// Releases the default log. Works in every state. Like `SetLog` and `SetSafeShutdown` it passes on what
+    /// the end lines of the log's open contexts throw, after it has done its work.
     static void DestroyDefaultLog();
     /// Switches the log on.
     static void SetSafeStartup();
@@ -89,6 +108,9 @@ class VLog : public Registered<VLog, VObject> {
     virtual void AddString(char const* line);
     /// What `Divider()` calls.
     virtual void DividerI();
+    /// Lines that this log lost, in all: a plain log's turn did not come, the stream or the disk took no more,
+    /// memory ran out, they were nested too deep, or `AddString` threw.
+    virtual long DroppedLines() const noexcept { return m_dropped.load(std::memory_order_relaxed); }
 
     long GetIndentLevel() const noexcept { return m_indentLevel.load(std::memory_order_relaxed); }
 
@@ -112,6 +134,7 @@ class VLog : public Registered<VLog, VObject> {
 
     /// What serialises the writing of lines (borrowed).
     VCriticalSection* CriticalSection() const noexcept { return m_criticalSection.Get(); }
+    void CountDroppedLine() noexcept { m_dropped.fetch_add(1, std::memory_order_relaxed); }
 
     static std::atomic<bool> ms_bInStartup;
     static std::atomic<bool> ms_bInShutdown;
@@ -120,25 +143,40 @@ class VLog : public Registered<VLog, VObject> {
 
   private:
     class DefaultLogRef;
+    class DyingLogScope;
+    class LineScope;
+    enum eLife : std::uint32_t { eAlive, eClosing, eBeingDestroyed };
 
     static bool IsSwitchedOff() noexcept;
     /// True while the log is switched off; the format's text is echoed then.
     static bool EchoIfSwitchedOff(char const* format);
-    static VLog* ReplaceDefaultLog(VLog* log);
+    static void WriteMessage(char const* message);
+    static void ReplaceDefaultLog(VLog* log, bool switchOff = false);
+    bool IsDying() const noexcept { return m_life.load(std::memory_order_relaxed) != eAlive; }
+    void AddLine(char const* line);
     /// Writes indent and time; the number of characters.
     std::size_t WritePrefix(char* line) const;
+    void PushContext(VObjectRef<VLogContext> context);
+    VObjectRef<VLogContext> PopContext();
+    /// Throws what an end line throws, with the other contexts still open.
     void CloseContexts();
     void DetachContexts();
 
-    static VLog* ms_theLog;
+    /// Guards which log is the default one, the stacks of open contexts, and which context belongs to which
+    /// log.
+    static detail::Mutex ms_lock;
+    static VLog* ms_theLog VFOUNDATION_GUARDED_BY(ms_lock);
 
     std::atomic<std::int32_t> m_indentLevel{0};
     std::atomic<bool> m_showContextTime{false};
     std::atomic<bool> m_allowAnnotations{true};
     std::atomic<std::int32_t> m_level{1};
+    std::atomic<std::uint32_t> m_life{eAlive};
+    std::atomic<long> m_dropped{0};
     VObjectRef<VCriticalSection> m_criticalSection;
-    VObjectStack m_contexts;
-    VLogContext* m_attached = nullptr;
+    /// The innermost open context, with the one reference to it.
+    VLogContext* m_innermost VFOUNDATION_GUARDED_BY(ms_lock) = nullptr;
+    VLogContext* m_attached VFOUNDATION_GUARDED_BY(ms_lock) = nullptr;
 };
 
 } // namespace VFoundation

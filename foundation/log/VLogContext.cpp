@@ -2,9 +2,11 @@
 
 #include "foundation/core/NarrowCast.h"
 #include "foundation/log/internal/DefaultLogRef.h"
-#include "foundation/log/internal/LogLock.h"
 #include "foundation/log/internal/SecondsText.h"
 #include "foundation/strings/VString.h"
+#include "foundation/threads/internal/WithoutThrowing.h"
+
+#include <utility>
 
 namespace VFoundation {
 
@@ -32,11 +34,17 @@ VLog::VLogContext::VLogContext(VClass* cls, char const* name, VLog* log)
     } else if (DefaultLogRef const defaultLog; defaultLog) {
         Attach(defaultLog.Get());
     }
-    WriteStart();
+    try {
+        WriteStart();
+    } catch (...) {
+        detail::MutexLock const lock(ms_lock);
+        Detach();
+        throw;
+    }
 }
 
 VLog::VLogContext::~VLogContext() {
-    WriteEnd();
+    WithoutThrowing([this] { WriteEnd(); });
 }
 
 VLog::VLogContext* VLog::VLogContext::New() {
@@ -48,13 +56,17 @@ char const* VLog::VLogContext::Name() const {
 }
 
 void VLog::VLogContext::Attach(VLog* log) {
-    std::lock_guard const lock(LogLock());
+    detail::MutexLock const lock(ms_lock);
     m_log = log;
     m_nextAttached = log->m_attached;
     log->m_attached = this;
 }
 
+/// Nothing for a context whose log is gone.
 void VLog::VLogContext::Detach() {
+    if (!m_log) {
+        return;
+    }
     VLogContext** link = &m_log->m_attached;
     while (*link != this) {
         link = &(*link)->m_nextAttached;
@@ -67,7 +79,7 @@ void VLog::VLogContext::WriteStart() {
     HeaderFooterScope const headerFooter;
     VLog::Trace("[ %s - START ]\n", Name());
     {
-        std::lock_guard const lock(LogLock());
+        detail::MutexLock const lock(ms_lock);
         if (!m_log) {
             return;
         }
@@ -77,8 +89,11 @@ void VLog::VLogContext::WriteStart() {
 }
 
 void VLog::VLogContext::WriteEnd() {
+    if (std::exchange(m_hasEnded, true)) {
+        return;
+    }
     {
-        std::lock_guard const lock(LogLock());
+        detail::MutexLock const lock(ms_lock);
         if (m_log) {
             m_log->m_indentLevel.store(m_savedIndent, std::memory_order_relaxed);
             Detach();

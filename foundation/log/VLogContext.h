@@ -11,16 +11,19 @@ namespace VFoundation {
 class VString;
 
 /// A section of the log between "[ name - START ]" and "[ name - END ] seconds", inside which lines are
-/// indented by one more. `VLog::StartLoggingContext` opens one that `VLog::EndLoggingContext` closes; a
+/// indented by one more. `VLog::StartLoggingContext` opens one that `VLog::EndLoggingContext` closes. A
 /// function that brackets itself makes a local one, whose end line is written on every way out.
 ///
 /// The end sets the indent back to where it was at the start, whatever the code inside did to it.
 ///
+/// Failures: what the start line throws leaves the constructor, and the context is forgotten. What the end
+/// line throws leaves `VLog::EndLoggingContext`, but not the destructor.
+///
 /// DELIBERATE: both lines and the deeper indent go to the default log, whichever log the context belongs to;
 /// only the indent that is restored is that of its own log.
 ///
-/// Ownership: the log's stack holds the only reference to a context that it opened. The log is borrowed: one
-/// that dies before a context of its own lets go of it, and the end line is written all the same.
+/// Ownership: the log holds the only reference to a context that it opened. The log is borrowed: one that dies
+/// before a context of its own lets go of it, and the end line is written all the same.
 /// Threads: opened and closed by one thread at a time.
 class VLog::VLogContext : public Registered<VLog::VLogContext, VObject> {
   public:
@@ -32,7 +35,7 @@ class VLog::VLogContext : public Registered<VLog::VLogContext, VObject> {
     explicit VLogContext(char const* name, VLog* log = nullptr);
     VLogContext(VLogContext const&) = delete;
     VLogContext& operator=(VLogContext const&) = delete;
-    /// Writes the end line.
+    /// Writes the end line, unless `VLog::EndLoggingContext` has.
     ~VLogContext() override;
     /// A context without name on the default log.
     static VLogContext* New();
@@ -49,15 +52,18 @@ class VLog::VLogContext : public Registered<VLog::VLogContext, VObject> {
 
     char const* Name() const;
     void Attach(VLog* log);
-    void Detach();
+    void Detach() VFOUNDATION_REQUIRES(ms_lock);
     void WriteStart();
     void WriteEnd();
 
     VObjectRef<VString> m_name;
     VStopWatch m_stopWatch;
     std::int32_t m_savedIndent = 0;
-    VLog* m_log = nullptr;
-    VLogContext* m_nextAttached = nullptr;
+    bool m_hasEnded = false;
+    VLog* m_log VFOUNDATION_GUARDED_BY(ms_lock) = nullptr;
+    VLogContext* m_nextAttached VFOUNDATION_GUARDED_BY(ms_lock) = nullptr;
+    /// The next one outwards on the log's stack, with the reference to it.
+    VLogContext* m_outer VFOUNDATION_GUARDED_BY(ms_lock) = nullptr;
 };
 
 } // namespace VFoundation

@@ -5,6 +5,7 @@
 #include "foundation/log/internal/LogFileOutput.h"
 #include "foundation/threads/VCriticalSectionScope.h"
 #include "foundation/threads/internal/ThreadPresence.h"
+#include "foundation/threads/internal/WithoutThrowing.h"
 
 #include <ctime>
 #include <utility>
@@ -35,6 +36,7 @@ struct Writer {
     Writer(Writer const&) = delete;
     Writer& operator=(Writer const&) = delete;
     ~Writer() {
+        presence->BeginLeaving();
         output.reset();
         presence->Leave();
     }
@@ -58,7 +60,8 @@ VLogFile::VLogFile(char const* path, VClass* cls)
 
 VLogFile::~VLogFile() {
     if (WritingThread()) {
-        VLogFile::ShutdownLoggingThread();
+        WithoutThrowing([this] { VLogFile::ShutdownLoggingThread(); });
+        StopWriterQuietly(); // if the default log stopped that
     }
     VLogFile::Close();
 }
@@ -70,13 +73,16 @@ VLogFile* VLogFile::New() {
 // The file
 
 bool VLogFile::Open(char const* path) {
-    std::uint32_t expected = eClosed;
-    if (!path || !m_fileState.compare_exchange_strong(expected, eOpening)) {
+    if (!path) {
         return false;
     }
     auto name = std::make_unique<char[]>(kPathSize);
     VString::strncpy(name.get(), path, kPathSize);
     name[kPathSize - 1] = '\0';
+    std::uint32_t expected = eClosed;
+    if (!m_fileState.compare_exchange_strong(expected, eOpening)) {
+        return false;
+    }
     if (!m_output->OpenFile(name.get())) {
         m_fileState.store(eClosed);
         return false;
@@ -84,9 +90,14 @@ bool VLogFile::Open(char const* path) {
     m_name = std::move(name);
     // Until the date is written the file is open for this thread alone, so that it is the first line.
     m_opener.store(VThread::GetCurrentThreadID());
-    char date[kLocalTimeTextSize];
-    FormatLocalTime(static_cast<long long>(std::time(nullptr)), date);
-    AddString(date);
+    try {
+        char date[kLocalTimeTextSize];
+        FormatLocalTime(static_cast<long long>(std::time(nullptr)), date);
+        AddString(date);
+    } catch (...) { // of a subclass
+        EndFile();
+        throw;
+    }
     m_opener.store(VThread::ThreadID{});
     m_fileState.store(eOpen);
     return true;
@@ -94,14 +105,20 @@ bool VLogFile::Open(char const* path) {
 
 bool VLogFile::Close() {
     std::uint32_t expected = eOpen;
-    if (!m_fileState.compare_exchange_strong(expected, eClosed)) {
+    if (!m_fileState.compare_exchange_strong(expected, eClosing)) {
         return false;
     }
     VCriticalSectionScope scope;
     scope.TryEnter(CriticalSection(), kCloseTry); // closed in either case
+    EndFile();
+    return true;
+}
+
+void VLogFile::EndFile() {
     m_output->CloseFile();
     m_name.reset();
-    return true;
+    m_opener.store(VThread::ThreadID{});
+    m_fileState.store(eClosed);
 }
 
 bool VLogFile::IsOpenForThisThread() const noexcept {
@@ -114,20 +131,43 @@ void VLogFile::AddString(char const* line) {
         VLog::AddString(line);
         return;
     }
-    if (line && !m_output->Enqueue(line) && !m_output->Write(line)) {
+    if (!line) {
+        return;
+    }
+    bool const written =
+        GetFlushEachLine() ? m_output->WriteThrough(line) : m_output->Enqueue(line) || m_output->Write(line);
+    if (!written) {
         VLog::AddString(line); // closed in the meantime
     }
 }
 
 long VLogFile::DroppedLines() const noexcept {
-    return m_output->DroppedLines();
+    return VLog::DroppedLines() + m_output->DroppedLines();
 }
 
 // The writer thread
 
-VObjectRef<VThread> VLogFile::WritingThread() const {
-    std::lock_guard const lock(m_threadLock);
-    return m_writingThread;
+/// Null when the thread has left, also because this is a child process.
+VObjectRef<VThread> VLogFile::WritingThread() {
+    VObjectRef<VThread> thread;
+    {
+        detail::MutexLock const lock(m_threadLock);
+        thread = m_writingThread;
+        if (!m_writer || !m_writer->HasLeft()) {
+            return thread;
+        }
+    }
+    ForgetWritingThread(thread.Get());
+    return VObjectRef<VThread>();
+}
+
+void VLogFile::ForgetWritingThread(VThread* thread) {
+    VThread::UnregisterThread(thread);
+    detail::MutexLock const lock(m_threadLock);
+    if (m_writingThread.Get() == thread) {
+        m_writingThread = VObjectRef<VThread>();
+        m_writer.reset();
+    }
 }
 
 bool VLogFile::IsLoggingThreadRunning() const noexcept {
@@ -135,44 +175,59 @@ bool VLogFile::IsLoggingThreadRunning() const noexcept {
 }
 
 bool VLogFile::StartLoggingThread() {
-    if (WritingThread() || !m_output->PrepareWriter()) {
+    if (WritingThread()) {
         return false;
     }
     auto presence = std::make_shared<ThreadPresence>();
     auto writer = std::make_unique<Writer>(presence, m_output);
-    auto thread = VObjectRef<VThread>::Adopt(VThread::StartThread(&RunWriter, writer.get(), kClassName));
+    if (!m_output->PrepareWriter()) {
+        return false;
+    }
+    VObjectRef<VThread> thread;
+    try {
+        thread = VObjectRef<VThread>::Adopt(VThread::StartThread(&RunWriter, writer.get(), kClassName));
+    } catch (...) {
+        m_output->ForgetWriter();
+        throw;
+    }
     if (!thread) {
         m_output->ForgetWriter();
         return false;
     }
     static_cast<void>(writer.release()); // the thread's now
-    VThread::RegisterThread(thread.Get());
     {
-        std::lock_guard const lock(m_threadLock);
-        m_writingThread = std::move(thread);
+        detail::MutexLock const lock(m_threadLock);
+        m_writingThread = thread;
         m_writer = std::move(presence);
     }
-    m_output->BeginQueueing();
+    try {
+        VThread::RegisterThread(thread.Get());
+    } catch (...) {
+        StopWriterQuietly();
+        throw;
+    }
     return true;
 }
 
 bool VLogFile::ShutdownLoggingThread() {
     VLog::VLogContext const context("ShutdownLoggingThread");
     eStage stage = eBegun;
-    m_output->StopQueueing();
     try {
         return StopWriter(stage);
     } catch (...) {
         if (VThread::CaughtEndOfThread()) {
             throw;
         }
-        VLog::Trace("Exception caught shutting down logging thread, stage: %i\n", stage);
+        VLog::TraceNoThrow("Exception caught shutting down logging thread, stage: %i\n", stage);
     }
     return !IsLoggingThreadRunning();
 }
 
 bool VLogFile::StopWriter(eStage& stage) {
     VObjectRef<VThread> thread = WritingThread();
+    if (thread) {
+        m_output->StopQueueing();
+    }
     VLog::Trace("Writing thread handle exists?: %s\n", YesOrNo(thread.Get() != nullptr));
     VLog::Trace("Writing thread is running?     %s\n", YesOrNo(IsLoggingThreadRunning()));
     VLog::Trace("Writing thread can continue?   %s\n", YesOrNo(m_output->MayWriterContinue()));
@@ -187,6 +242,9 @@ bool VLogFile::StopWriter(eStage& stage) {
     stage = eThreadHeld;
     VLog::Trace("Signalling logging thread to die...\n");
     m_output->TellWriterToEnd();
+    if (auto const writer = WriterPresence()) {
+        writer->Dismiss(); // also one that is given up below is kept off the end of the library
+    }
     stage = eToldToEnd;
     VLog::Trace("Semaphoring logging thread to die...\n");
     m_output->WakeWriter();
@@ -207,10 +265,7 @@ bool VLogFile::StopWriter(eStage& stage) {
     VThread::UnregisterThread(thread.Get());
     stage = eReleasing;
     VLog::Trace("Releasing logging thread...\n");
-    {
-        std::lock_guard const lock(m_threadLock);
-        m_writingThread = VObjectRef<VThread>();
-    }
+    ForgetWritingThread(thread.Get());
     stage = eLetGo;
     thread.Exchange(nullptr);
     m_output->Flush();
@@ -230,14 +285,31 @@ void VLogFile::AwaitWriter(long outstanding) {
             break;
         }
     } while (IsLoggingThreadRunning());
-    if (!IsLoggingThreadRunning()) {
-        std::shared_ptr<ThreadPresence> writer;
-        {
-            std::lock_guard const lock(m_threadLock);
-            writer = m_writer;
+    if (auto const writer = WriterPresence(); writer && !IsLoggingThreadRunning()) {
+        while (!writer->WaitUntilLeft(kShutdownWait)) { // it has nothing left to wait for
         }
-        writer->WaitUntilLeft(kShutdownWait);
     }
+}
+
+std::shared_ptr<ThreadPresence> VLogFile::WriterPresence() {
+    detail::MutexLock const lock(m_threadLock);
+    return m_writer;
+}
+
+/// Without a line, for where the default log must not be used. Nothing when there is no thread.
+void VLogFile::StopWriterQuietly() {
+    VObjectRef<VThread> const thread = WritingThread();
+    auto const writer = WriterPresence();
+    if (!thread || !writer) {
+        return;
+    }
+    m_output->StopQueueing();
+    m_output->TellWriterToEnd();
+    writer->Dismiss();
+    m_output->WakeWriter();
+    for (int round = 0; round <= kMostRounds && !writer->WaitUntilLeft(kShutdownWait); ++round) {
+    }
+    ForgetWritingThread(thread.Get());
 }
 
 } // namespace VFoundation

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Mutex.h"
 #include "foundation/core/VObjectRef.h"
 #include "foundation/log/VLog.h"
 #include "foundation/threads/VThread.h"
@@ -8,7 +9,6 @@
 #include <concepts>
 #include <cstdint>
 #include <memory>
-#include <mutex>
 
 namespace VFoundation {
 
@@ -26,26 +26,33 @@ class ThreadPresence;
 /// their own. While no file is open they go where a plain log's go.
 ///
 /// With the writer thread a line costs the caller a copy and a signal. Lines keep the order in which a thread
-/// traced them; when the queue of `kQueueCapacity` lines is full, further ones are dropped and counted. A
-/// line is in the file soon after it was traced; without the thread it may stay in the stream's buffer until
-/// the file is closed or the process ends. Lines that are still queued when a process ends without a
-/// shut-down are lost.
+/// traced them. A line is in the file soon after it was traced; without the thread it may stay in the stream's
+/// buffer until the file is closed or the process ends. When a process crashes, lines that are still queued or
+/// in the buffer are lost, unless `SetFlushEachLine` was called.
+///
+/// Failures: `DroppedLines` counts the lines that found the queue of `kQueueCapacity` lines full, no memory,
+/// no way past a stuck thread, or no space on the disk. A line that the disk took only in part is cut off
+/// again.
 ///
 /// The thread gathers lines for some milliseconds, unless the queue fills up, which costs about 1 % of a core
 /// while nothing is logged. It is woken through semaphores that all processes of the system share ("VLogFile"
 /// and "VLogFileShutdown"). Where these cannot be opened it does without.
+///
+/// After `fork` the child has the file but no writer thread: its lines are written directly, until it starts a
+/// thread of its own. The parent writes what was queued. Both write to the same place in the same file, which
+/// keeps lines apart but not in order. Fork while no other thread is inside the library.
 ///
 /// DELIBERATE: while the thread is being stopped, lines are written directly and may stand before queued
 /// ones.
 /// DELIBERATE: `ShutdownLoggingThread` gives up only on a thread that has made no progress for 25 s; the
 /// count of waiting lines it compares with is never updated, so one that has written a single line is waited
 /// for without end.
-/// DELIBERATE: the date line has no line feed; the first line that follows stands behind it.
+/// DELIBERATE: the date line has no line feed; the first line that follows is appended to it.
 ///
 /// Ownership: owns its file and thread. A thread that was given up keeps what it needs, and the file if it
 /// holds it.
-/// Threads: any thread may trace. `StartLoggingThread` and `ShutdownLoggingThread` are for one thread at a
-/// time. A line that has to wait for a stuck thread for more than 100 ms is dropped and counted.
+/// Threads: any thread may call any operation. A line that has to wait for a stuck thread for more than 100 ms
+/// is dropped.
 class VLogFile : public Registered<VLogFile, VLog> {
   public:
     static constexpr char const* kClassName = "VLogFile";
@@ -68,22 +75,29 @@ class VLogFile : public Registered<VLogFile, VLog> {
     /// Opens a file, or empties one that exists. False when one is open already, and when it cannot be
     /// opened.
     bool Open(char const* path);
-    /// Writes what is queued and closes the file; false when none is open.
+    /// Writes what is queued and closes the file; false when none is open. Lines that cannot be written are
+    /// counted as dropped.
     bool Close();
-    /// The path of the open file (borrowed), or null.
+    /// The path of the open file (borrowed until it is closed), or null.
     char const* FileName() const noexcept { return m_name.get(); }
 
     void AddString(char const* line) override;
 
     /// Starts the writer thread. False when there is one already, also one that was given up and still runs,
-    /// and when the system refuses.
+    /// and when the system refuses. Without memory it throws, and there is no thread.
     bool StartLoggingThread();
     bool IsLoggingThreadRunning() const noexcept;
     /// Stops the writer thread once it has written what is queued; the file holds all of it then. Traces
-    /// every step. True when the thread has ended, and when there was none.
+    /// every step. True when the thread has ended, and when there was none. What the default log throws stops
+    /// the shut-down and is not passed on, except by the start line of its context.
     bool ShutdownLoggingThread();
-    /// Lines that found no room in the queue, no way past a stuck thread or no space on the disk, in all.
-    long DroppedLines() const noexcept;
+    long DroppedLines() const noexcept override;
+
+    /// Whether each line is handed to the system before `Trace` returns, after those that are queued, so that
+    /// it survives a crash of the process; off at first. A line then costs a call of the system, and the
+    /// writer thread has nothing to do.
+    bool GetFlushEachLine() const noexcept { return m_flushEachLine.load(std::memory_order_relaxed); }
+    void SetFlushEachLine(bool flush) noexcept { m_flushEachLine.store(flush, std::memory_order_relaxed); }
 
     /// A setting for subclasses; 1 at first. The library does not read it.
     long GetFileSetting() const noexcept { return m_setting; }
@@ -107,20 +121,25 @@ class VLogFile : public Registered<VLogFile, VLog> {
         eReleasing = 10,
         eLetGo = 11
     };
-    enum eFileState : std::uint32_t { eClosed, eOpening, eOpen };
+    enum eFileState : std::uint32_t { eClosed, eOpening, eOpen, eClosing };
 
     bool IsOpenForThisThread() const noexcept;
     bool StopWriter(eStage& stage);
     void AwaitWriter(long outstanding);
-    VObjectRef<VThread> WritingThread() const;
+    void EndFile();
+    std::shared_ptr<ThreadPresence> WriterPresence();
+    void StopWriterQuietly();
+    VObjectRef<VThread> WritingThread();
+    void ForgetWritingThread(VThread* thread);
 
     std::unique_ptr<char[]> m_name;
     std::atomic<std::uint32_t> m_fileState{eClosed};
     std::atomic<VThread::ThreadID> m_opener{};
     std::int32_t m_setting = 1;
-    mutable std::mutex m_threadLock; // the two below
-    VObjectRef<VThread> m_writingThread;
-    std::shared_ptr<ThreadPresence> m_writer;
+    std::atomic<bool> m_flushEachLine{false};
+    detail::Mutex m_threadLock;
+    VObjectRef<VThread> m_writingThread VFOUNDATION_GUARDED_BY(m_threadLock);
+    std::shared_ptr<ThreadPresence> m_writer VFOUNDATION_GUARDED_BY(m_threadLock);
     std::shared_ptr<LogFileOutput> const m_output;
 };
 

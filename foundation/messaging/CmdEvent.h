@@ -9,7 +9,7 @@ namespace VFoundation {
 
 class ICmdListener;
 
-/// A command with its value and the one it is addressed to. A plain value: copy it, derive from it.
+/// A command with its value and the listener it is addressed to. A plain value: copy it, derive from it.
 /// `VCmdEvent` carries one where an object is needed.
 ///
 /// Ownership: copies the value (as `SValue`), borrows the listener.

@@ -2,9 +2,9 @@
 
 namespace VFoundation {
 
-/// A notification as those see it who only hand it on; `VNotification` is what there is behind it.
+/// A notification for code that only hands it on; the object is a `VNotification`.
 ///
-/// Ownership: by the reference count of the object behind it.
+/// Ownership: by the reference count of that object.
 /// Threads: none of its own.
 class INotification {
   public:

@@ -12,11 +12,12 @@ class VMessage;
 class VMessageCenter;
 class VMessenger;
 
-/// The base of what queues commands and services them later; it holds the timing. It queues nothing itself:
-/// use a `VMessageCenter`.
+/// The base of classes that queue commands and service them later; it holds the timing. It queues nothing
+/// itself: use a `VMessageCenter`.
 ///
 /// The serviced flag says that nothing was queued since the last service began; a polling job services only
-/// while it is clear.
+/// while it is clear. So that no command is forgotten, a service sets the flag before it looks at the queue,
+/// and a post clears it after the push (`PushThenMark`).
 ///
 /// Ownership: by reference count. Borrows the critical section.
 /// Threads: posting and the flags from any thread; servicing by one thread at a time.
@@ -66,8 +67,19 @@ class VCommandDelayer : public Registered<VCommandDelayer, VObject> {
     bool IsServiceDue() const;
 
   protected:
-    /// Times one command; for the servicing thread.
-    VStopWatch m_serviceStopWatch;
+    /// Queues a command by `push`, and if that is true clears the serviced flag after it: a service already under
+    /// way either sees the command or leaves it to the next.
+    template <class Push>
+    bool PushThenMark(Push push) {
+        bool const pushed = push();
+        if (pushed && Serviced()) {
+            SetServiced(false);
+        }
+        return pushed;
+    }
+
+    /// Times commands, by the difference of two readings: a handler may service others while it is timed itself.
+    VStopWatch m_serviceStopWatch{true};
 
   private:
     std::atomic<bool> m_serviced{false};

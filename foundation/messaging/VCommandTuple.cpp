@@ -1,20 +1,20 @@
 #include "foundation/messaging/VCommandTuple.h"
 
+#include "foundation/core/Mutex.h"
 #include "foundation/core/VGarbageCan.h"
 #include "foundation/messaging/VMessageCenter.h"
 #include "foundation/messaging/VMessenger.h"
 
-#include <mutex>
 #include <utility>
 
 namespace VFoundation {
 
 VClass* VCommandTuple::ms_theClass = nullptr;
+constinit detail::Mutex VCommandTuple::ms_canLock;
 VGarbageCan* VCommandTuple::ms_garbageCan = nullptr;
 
 namespace {
 
-constinit std::mutex s_canLock;
 /// Whether there is a can, so that commands need no lock where there is none.
 constinit std::atomic<bool> s_hasCan{false};
 
@@ -41,8 +41,8 @@ void VCommandTuple::UninitializeClass() {
 }
 
 void VCommandTuple::SetGarbageCan(VGarbageCan* can) {
-    VObjectRef<VGarbageCan> replaced(can); // goes after the lock, and with it what it holds
-    std::lock_guard const lock(s_canLock);
+    VObjectRef<VGarbageCan> replaced(can); // released after the lock, with what it holds
+    detail::MutexLock const lock(ms_canLock);
     replaced = VObjectRef<VGarbageCan>::Adopt(std::exchange(ms_garbageCan, replaced.Detach()));
     s_hasCan.store(can != nullptr, std::memory_order_relaxed);
 }
@@ -102,7 +102,7 @@ void VCommandTuple::ClearAndRelease() {
 void VCommandTuple::DropMessengers() {
     VObjectRef<VGarbageCan> can;
     if (s_hasCan.load(std::memory_order_relaxed)) {
-        std::lock_guard const lock(s_canLock);
+        detail::MutexLock const lock(ms_canLock);
         can.Exchange(ms_garbageCan);
     }
     if (can) {

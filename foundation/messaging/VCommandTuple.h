@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Mutex.h"
 #include "foundation/core/Registered.h"
 #include "foundation/core/VObjectRef.h"
 #include "foundation/messaging/VMessage.h"
@@ -63,7 +64,8 @@ class VCommandTuple : public Registered<VCommandTuple, VObject> {
                        VMessenger* target, int targetId);
     void DropMessengers();
 
-    static VGarbageCan* ms_garbageCan;
+    static detail::Mutex ms_canLock;
+    static VGarbageCan* ms_garbageCan VFOUNDATION_GUARDED_BY(ms_canLock);
 
     std::int32_t m_kind = eNone;
     VObjectRef<VMessenger> m_source;

@@ -20,7 +20,7 @@ namespace {
 
 using ConnectionPool = TRecyclePool<VConnectionTuple>;
 
-/// The references to a listed tuple that only its caller uses: the caller's and the list's.
+/// The count of a listed tuple in use by its caller alone: the caller's reference and the list's.
 constexpr std::int32_t kCallerAndList = 2;
 
 /// Lends a message to one target.
@@ -133,7 +133,7 @@ bool VConnectionTuple::Matches(VMessenger const* source, int sourceId, VMessenge
     return m_source.Get() == source && m_sourceId == sourceId && Matches(target, targetId);
 }
 
-/// Drops the caller's reference unless the list's is the only other one. Two holders who let go at once must
+/// Drops the caller's reference unless the list's is the only other one. Two holders that let go at once must
 /// not both take the other for the last: the tuple would never come back, nor its messengers.
 bool VConnectionTuple::DropSharedReference() const {
     auto& word = CountWord();

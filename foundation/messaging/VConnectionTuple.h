@@ -19,9 +19,9 @@ class VObjectRingBufferTmpl;
 /// One connection: from an outgoing id of a source to an incoming id of a target, at once or through a
 /// delayer. `VMessenger::AddConnection` makes them.
 ///
-/// The library makes `kPoolCapacity` tuples at its start and recycles them; a list holds one reference to
-/// each, so the one who returns a tuple to the pool is the last but one of its holders. Beyond that number
-/// they are made and deleted one by one.
+/// The library makes `kPoolCapacity` tuples at its start and recycles them. A list holds one reference to each,
+/// so a tuple returns to the pool when one more holder lets go of it. Beyond that number tuples are made and
+/// deleted one by one.
 ///
 /// Ownership: retains both messengers; borrows the delayer.
 /// Threads: a tuple is for one thread at a time; any thread may take one from the pool and release one.
@@ -60,7 +60,7 @@ class VConnectionTuple : public Registered<VConnectionTuple, VObject> {
     bool Matches(VMessenger const* source, int sourceId, VMessenger const* target,
                  int targetId) const noexcept;
 
-    /// Puts a tuple that only the list still holds beside the caller into the pool.
+    /// Puts a tuple into the pool when the caller and the list are its only holders.
     void Release() const override;
 
     /// Switches the pool; cleared when the library shuts down.

@@ -4,6 +4,7 @@
 #include "foundation/messaging/VMessageCenterJob.h"
 #include "foundation/messaging/VMessenger.h"
 #include "foundation/threads/VJobServer.h"
+#include "foundation/threads/VThread.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -23,7 +24,7 @@ unsigned long UsableCapacity(int capacity) {
 
 } // namespace
 
-/// A command on its way from the queue back to the free ones, whatever happens to it in between.
+/// A command that has left a ring, until it is back among the free ones or was handed on.
 class VMessageCenter::CommandScope {
   public:
     CommandScope(VMessageCenter* center, VCommandTuple* command)
@@ -31,8 +32,19 @@ class VMessageCenter::CommandScope {
     CommandScope(CommandScope const&) = delete;
     CommandScope& operator=(CommandScope const&) = delete;
     ~CommandScope() {
-        m_command->ClearAndRelease();
-        m_center->ReturnToFree(m_command);
+        if (m_command) {
+            m_command->ClearAndRelease();
+            m_center->ReturnToFree(m_command);
+        }
+    }
+
+    VCommandTuple& Command() const noexcept { return *m_command; }
+    bool PushTo(CommandRing& ring) {
+        bool const pushed = ring.PushAdopted(m_command.Get());
+        if (pushed) {
+            (void)m_command.Detach(); // the ring has the reference now
+        }
+        return pushed;
     }
 
   private:
@@ -63,23 +75,30 @@ bool VMessageCenter::Post(Fill fill) {
     if (!IsAccepting() || !m_free.Pop(&popped)) {
         return false;
     }
-    auto command = VObjectRef<VCommandTuple>::Adopt(popped);
-    fill(*command);
-    if (!m_pending.PushAdopted(command.Get())) {
-        command->ClearAndRelease();
-        ReturnToFree(command);
+    CommandScope scope(this, popped);
+    try {
+        fill(scope.Command());
+    } catch (...) { // no memory for a string
+        if (VThread::CaughtEndOfThread()) {
+            throw;
+        }
         return false;
     }
-    (void)command.Detach(); // the ring has the reference now
-    if (m_stopped.load()) { // the command may have come behind the clearing of the queue
-        m_pending.RemoveAllObjects();
+    if (!PushThenMark([&] { return scope.PushTo(m_pending); })) {
+        return false;
     }
-    // Behind the push: a service that began before it sets the flag again and finds the command, or is over
-    // and leaves it to the next.
-    if (Serviced()) {
-        SetServiced(false);
+    if (m_stopped.load()) { // the command may have come after the clearing of the queue
+        DropPending();
     }
     return true;
+}
+
+/// One by one, so that messengers whose last reference a command has go to the garbage can.
+void VMessageCenter::DropPending() {
+    VCommandTuple* command = nullptr;
+    while (m_pending.Pop(&command)) {
+        VObjectRef<VCommandTuple>::Adopt(command)->ClearAndRelease();
+    }
 }
 
 void VMessageCenter::ReturnToFree(VObjectRef<VCommandTuple>& command) {
@@ -153,7 +172,7 @@ bool VMessageCenter::ReconnectImmediate(VMessenger* source, int sourceId, VMessa
 long VMessageCenter::SendDelayedCommands() {
     VObjectRef<VMessageCenter> const self(this); // a handler may drop the last reference
     VCommandDelayer::SendDelayedCommands();
-    SetServiced(true); // before the queue is looked at: whatever comes later clears it
+    SetServiced(true); // before the queue is looked at: any later post clears it
     long count = 0;
     VCommandTuple* command = nullptr;
     try {
@@ -172,13 +191,17 @@ long VMessageCenter::SendDelayedCommands() {
 void VMessageCenter::Service(VCommandTuple& command) {
     VMessenger* const source = command.Source();
     VMessenger* const target = command.Target();
-    m_serviceStopWatch.StartTimer();
+    double const start = m_serviceStopWatch.GetElapsedTime();
     switch (command.Kind()) {
     case VCommandTuple::eConnect:
-        ConnectImmediate(source, command.SourceID(), command.Center(), target, command.TargetID());
+        if (source && target) {
+            ConnectImmediate(source, command.SourceID(), command.Center(), target, command.TargetID());
+        }
         break;
     case VCommandTuple::eDisconnect:
-        DisconnectImmediate(source, command.SourceID(), command.Center(), target, command.TargetID());
+        if (source && target) {
+            DisconnectImmediate(source, command.SourceID(), command.Center(), target, command.TargetID());
+        }
         break;
     case VCommandTuple::eMessage:
         if (target) {
@@ -188,7 +211,7 @@ void VMessageCenter::Service(VCommandTuple& command) {
     default:
         break;
     }
-    double const seconds = m_serviceStopWatch.GetElapsedTime();
+    double const seconds = m_serviceStopWatch.GetElapsedTime() - start;
     if (seconds > kLongServiceTime) {
         ReportLongService(command, seconds);
     }
@@ -220,7 +243,7 @@ void VMessageCenter::StartCenter(char const* name, long sleepMilliseconds) {
     VObjectRef<VJobServer> server;
     VObjectRef<VMessageCenterJob> job;
     {
-        std::lock_guard const lock(m_startLock);
+        detail::MutexLock const lock(m_startLock);
         server = m_server;
         job = m_job;
     }
@@ -228,25 +251,29 @@ void VMessageCenter::StartCenter(char const* name, long sleepMilliseconds) {
     if (!server) {
         server = VObjectRef<VJobServer>::Adopt(new VJobServer(name, kServerQueueSize, nullptr));
     }
+    if (job && job->EndInChild()) {
+        job.Exchange(nullptr);
+    }
     if (!job) {
         job = VObjectRef<VMessageCenterJob>::Adopt(new VMessageCenterJob(this, sleepMilliseconds));
     }
+    auto formerJob = job; // released after the lock
     {
-        std::lock_guard const lock(m_startLock);
+        detail::MutexLock const lock(m_startLock);
         m_server = server;
-        m_job = job;
+        std::swap(m_job, formerJob);
     }
     server->StartServer();
     server->AddJob(job.Get());
     {
-        std::lock_guard const lock(m_startLock);
+        detail::MutexLock const lock(m_startLock);
         if (m_server.Get() == server.Get()) {
             return;
         }
     }
     // A handler has stopped the centre meanwhile, and the job may have been queued after that.
     server->KillAllJobs();
-    server->EndServer(true);
+    EndServer(*server, *job);
 }
 
 void VMessageCenter::StopCenter() {
@@ -254,20 +281,31 @@ void VMessageCenter::StopCenter() {
     VObjectRef<VJobServer> server;
     VObjectRef<VMessageCenterJob> job;
     {
-        std::lock_guard const lock(m_startLock);
+        detail::MutexLock const lock(m_startLock);
         std::swap(server, m_server);
         job = m_job;
     }
     if (server) {
         server->KillAllJobs();
-        if (job) {
-            job->AbortJob(); // also a job that was on its way from the queue to its start, or will never
-                             // start
-        }
-        server->EndServer(true);
+    }
+    if (job) {
+        // Also a job that was on its way from the queue to its start, will never start, or runs a handler that
+        // has stopped the centre itself.
+        job->AbortJob();
+    }
+    if (server) {
+        EndServer(*server, *job);
     }
     m_free.RemoveAllObjects();
-    m_pending.RemoveAllObjects();
+    DropPending();
+}
+
+void VMessageCenter::EndServer(VJobServer& server, VMessageCenterJob const& job) {
+    if (job.IsOnThisThread()) {
+        server.RequestEnd(); // a handler cannot wait for its own thread
+    } else {
+        server.EndServer(true);
+    }
 }
 
 } // namespace VFoundation

@@ -1,21 +1,22 @@
 #pragma once
 
 #include "foundation/containers/VObjectRingBufferTmpl.h"
+#include "foundation/core/Mutex.h"
 #include "foundation/core/VObjectRef.h"
 #include "foundation/messaging/VCommandDelayer.h"
 #include "foundation/messaging/VCommandTuple.h"
 
 #include <atomic>
-#include <mutex>
 
 namespace VFoundation {
 
 class VJobServer;
 class VMessageCenterJob;
 
-/// Connects messengers, and carries messages between threads. Whoever posts leaves a command in a queue of
-/// fixed size, without a lock and without an allocation; commands are serviced later, in batches: by a job
-/// that looks every few milliseconds (`StartCenter`), or by whoever calls `SendDelayedCommands`.
+/// Connects messengers, and carries messages between threads. A post leaves a command in a queue of fixed size,
+/// without a lock and without an allocation (a message that holds a string copies it). Commands are serviced
+/// later, in batches: by a job that looks every few milliseconds (`StartCenter`), or by calls of
+/// `SendDelayedCommands`.
 ///
 ///     auto const center = VObjectRef<VMessageCenter>::Adopt(new VMessageCenter(256));
 ///     center->ConnectImmediate(knob, kTurned, center.Get(), motor, kSetSpeed); // delayed through the centre
@@ -31,22 +32,25 @@ class VMessageCenterJob;
 /// every 5 ms costs about 1 % of a core, the server's thread included.
 ///
 /// A command that takes more than 100 microseconds is reported on the standard error stream. An exception of
-/// a handler leaves `SendDelayedCommands`; the commands behind it stay queued. The job writes a line to the
+/// a handler leaves `SendDelayedCommands`; the commands after it stay queued. The job writes a line to the
 /// log and goes on.
+///
+/// In a child process (`fork`) the job of the parent does not run, and holds the centre until `StartCenter` or
+/// `StopCenter`; `StartCenter` starts another one.
 ///
 /// DELIBERATE: the job services at most once in 0.1 s, however often it looks.
 /// DELIBERATE: a stopped centre has lost its commands for good; started again it runs and still refuses
 /// every post.
 /// DELIBERATE: a slow message is reported with "NULL" and -1 for its source and both ids, which the command
-/// does not carry.
+/// does not have.
 /// DELIBERATE: the job asks for the critical section once, when it begins; one set later does not bind it.
 /// DELIBERATE: handlers called by the job find floating-point arithmetic rounding downward.
 ///
-/// Ownership: retains what its commands name until they are serviced. Borrows the critical section.
+/// Ownership: retains what its commands name until they are serviced or dropped. A messenger whose last reference
+/// a command has goes to the garbage can, if one is set (`VCommandTuple`). Borrows the critical section.
 /// Threads: posts from any thread. Servicing by one thread at a time: to service a started centre by hand as
-/// well, set a critical section and hold it; the job passes over a poll while another thread does.
-/// `StartCenter` and `StopCenter` are for the owner's thread; a handler may stop its own centre, and drop its
-/// last reference.
+/// well, set a critical section and hold it; the job skips its poll while another thread does. `StartCenter` and
+/// `StopCenter` are for the owner's thread; a handler may stop its own centre, and drop its last reference.
 class VMessageCenter : public Registered<VMessageCenter, VCommandDelayer> {
   public:
     static constexpr char const* kClassName = "VMessageCenter";
@@ -66,17 +70,17 @@ class VMessageCenter : public Registered<VMessageCenter, VCommandDelayer> {
     static void InitializeClass() {}
     static void UninitializeClass() {}
 
-    // Posts: true when queued. False when the queue is full, when the centre does not accept, and once it was
-    // stopped; `StopCenter` drops what is queued. A message (not null) is copied. Commands without source or
-    // target do nothing when their time comes.
+    // Posts: true when queued. False when the queue is full, when memory runs out, when the centre does not
+    // accept, and once it was stopped; `StopCenter` drops what is queued. A message (not null) is copied.
+    // Commands without source or target do nothing when their time comes.
     bool MessageDelay(VMessenger* target, VMessage* message) override;
     bool ConnectDelayed(VMessenger* source, int sourceId, VMessageCenter* center, VMessenger* target,
                         int targetId) override;
     bool DisconnectDelayed(VMessenger* source, int sourceId, VMessageCenter* center, VMessenger* target,
                            int targetId) override;
 
-    // At once: true when it was done. False for an id that is too high for its messenger. A negative source
-    // id connects nothing, a negative target id is delivered as it is.
+    // At once: true when it was done. False for an id that is too high for its messenger, and when memory runs
+    // out. A negative source id connects nothing, a negative target id is delivered as it is.
     bool ConnectImmediate(VMessenger* source, int sourceId, VMessageCenter* center, VMessenger* target,
                           int targetId) override;
     bool DisconnectImmediate(VMessenger* source, int sourceId, VMessageCenter* center, VMessenger* target,
@@ -97,7 +101,8 @@ class VMessageCenter : public Registered<VMessageCenter, VCommandDelayer> {
     /// Another call queues the same job once more, which changes nothing.
     void StartCenter(char const* name, long sleepMilliseconds) override;
     /// Stops the job, waits until it is over, and drops what is queued. From a handler it does not wait: the
-    /// job ends after the handler. Anybody else waits for a handler that is running, however long that takes.
+    /// job ends after the handler. Any other caller waits for a handler that is running, however long that
+    /// takes, also when the handler has stopped the centre itself.
     void StopCenter() override;
 
     /// A centre that does not accept refuses posts. It accepts at first, and never again once it was stopped.
@@ -122,14 +127,16 @@ class VMessageCenter : public Registered<VMessageCenter, VCommandDelayer> {
     template <class Fill>
     bool Post(Fill fill);
     void ReturnToFree(VObjectRef<VCommandTuple>& command);
+    void DropPending();
+    static void EndServer(VJobServer& server, VMessageCenterJob const& job);
     void Service(VCommandTuple& command);
     void ReportLongService(VCommandTuple& command, double seconds) const;
 
     CommandRing m_pending;
     CommandRing m_free;
-    std::mutex m_startLock; // the two below; held for their exchange only
-    VObjectRef<VJobServer> m_server;
-    VObjectRef<VMessageCenterJob> m_job;
+    detail::Mutex m_startLock; // held for their exchange only
+    VObjectRef<VJobServer> m_server VFOUNDATION_GUARDED_BY(m_startLock);
+    VObjectRef<VMessageCenterJob> m_job VFOUNDATION_GUARDED_BY(m_startLock);
     std::atomic<VCriticalSection*> m_criticalSection{nullptr};
     std::atomic<bool> m_accepting{true};
     std::atomic<bool> m_stopped{false};

@@ -5,6 +5,8 @@
 #include "foundation/messaging/VCommandDelayer.h"
 #include "foundation/threads/VCriticalSectionScope.h"
 #include "foundation/threads/internal/EventFlag.h"
+#include "foundation/threads/internal/ForkHook.h"
+#include "foundation/threads/internal/WithoutThrowing.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -38,7 +40,8 @@ class VMessageCenterJob::OverScope {
 VMessageCenterJob::VMessageCenterJob(VCommandDelayer* delayer, long sleepMilliseconds)
     : Registered(nullptr), m_delayer(delayer), m_abort(std::make_unique<EventFlag>()),
       m_finished(std::make_unique<EventFlag>()),
-      m_sleep(std::clamp(sleepMilliseconds, kShortestSleep, kLongestSleep)) {
+      m_sleep(std::clamp(sleepMilliseconds, kShortestSleep, kLongestSleep)),
+      m_forkHook(std::make_unique<ForkHook>(this, ForkHook::Calls{nullptr, nullptr, &LoseThreadInChild})) {
 }
 
 VMessageCenterJob::~VMessageCenterJob() = default;
@@ -80,7 +83,7 @@ void VMessageCenterJob::Poll(VCriticalSection* section) {
         if (VThread::CaughtEndOfThread()) {
             throw;
         }
-        VLog::Trace("VMessageCenterJob::DoJob - An exception occured!\n");
+        WithoutThrowing([] { VLog::Trace("VMessageCenterJob::DoJob - An exception occured!\n"); });
     }
 }
 
@@ -94,17 +97,38 @@ double VMessageCenterJob::JobProgress() {
     return 0.5;
 }
 
+bool VMessageCenterJob::IsOnThisThread() const noexcept {
+    return m_threadID.load() == VThread::GetCurrentThreadID();
+}
+
 bool VMessageCenterJob::AbortJob() {
     m_abort->Set();
-    if (m_threadID.load() == VThread::GetCurrentThreadID()) {
+    if (IsOnThisThread()) {
         return true;
     }
     if (Claim()) {
         EndWork();
     }
+    EndInChild();
     while (!m_finished->WaitFor(kAbortStep)) {
     }
     return true;
+}
+
+/// Called in a child process, before anything else runs there.
+void VMessageCenterJob::LoseThreadInChild(void* job) {
+    auto* const self = static_cast<VMessageCenterJob*>(job);
+    if (self->m_claimed.load() && !self->m_finished->IsSet() && !self->IsOnThisThread()) {
+        self->m_hasLostThread.store(true);
+    }
+}
+
+bool VMessageCenterJob::EndInChild() {
+    bool const lost = m_hasLostThread.exchange(false);
+    if (lost) {
+        EndWork();
+    }
+    return lost;
 }
 
 } // namespace VFoundation

@@ -10,6 +10,7 @@
 namespace VFoundation {
 
 class EventFlag;
+class ForkHook;
 class VCommandDelayer;
 class VCriticalSection;
 
@@ -44,8 +45,15 @@ class VMessageCenterJob : public Registered<VMessageCenterJob, VJob> {
     /// that is in a handler, it does not wait. True.
     bool AbortJob() override;
 
+    /// True in a handler that the job has called.
+    bool IsOnThisThread() const noexcept;
+    /// In a child process: true when the job was running in the parent. It is over then.
+    bool EndInChild();
+
   private:
     class OverScope;
+
+    static void LoseThreadInChild(void* job);
 
     bool Claim() noexcept { return !m_claimed.exchange(true); }
     void Poll(VCriticalSection* section);
@@ -57,6 +65,8 @@ class VMessageCenterJob : public Registered<VMessageCenterJob, VJob> {
     long m_sleep;                       // ms
     std::atomic<bool> m_claimed{false}; // by the thread that runs the job, or the one that aborts it before
     std::atomic<VThread::ThreadID> m_threadID{};
+    std::atomic<bool> m_hasLostThread{false};
+    std::unique_ptr<ForkHook> const m_forkHook;
 };
 
 } // namespace VFoundation

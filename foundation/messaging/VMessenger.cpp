@@ -1,7 +1,10 @@
 #include "foundation/messaging/VMessenger.h"
 
+#include "foundation/core/VException.h"
 #include "foundation/messaging/VConnectionTuple.h"
 #include "foundation/messaging/VMessage.h"
+
+#include <new>
 
 namespace VFoundation {
 
@@ -16,12 +19,15 @@ VMessenger::VConnections* VMessenger::ConnectionsOf(int sourceId) const {
     return m_connections ? m_connections->ObjectAtIndexTyped(sourceId) : nullptr;
 }
 
+/// Null, or an exception, when memory runs out.
 VMessenger::VConnections* VMessenger::MakeConnectionsOf(int sourceId) {
     if (!m_connections) {
         m_connections.Allocate();
     }
     while (m_connections->Count() <= sourceId) {
-        m_connections->AddObject(nullptr);
+        if (!m_connections->AddObject(nullptr)) {
+            return nullptr;
+        }
     }
     if (!m_connections->ObjectAtIndex(sourceId)) {
         auto const connections = VObjectRef<VConnections>::Adopt(VConnections::New());
@@ -44,7 +50,7 @@ long VMessenger::SendToConnections(VMessage* message) {
         auto const all = VObjectRef<VObjectArray>::Adopt(connections->Copy());
         for (long index = 0; index < count; ++index) {
             auto* const tuple = static_cast<VConnectionTuple*>(all->ObjectAtIndex(index));
-            // Where nobody has disconnected, it still stands in its place.
+            // As long as nothing was disconnected, it is still in its place.
             if (connections->ObjectAtIndex(index) == tuple || connections->ContainsObject(tuple)) {
                 VObjectRef<VMessenger> const target(tuple->Target());
                 tuple->MessageSend(message);
@@ -60,11 +66,17 @@ VObjectRef<VConnectionTuple> VMessenger::AddConnection(int sourceId, VMessenger*
     if (sourceId < 0) {
         return {};
     }
-    VConnections* const connections = MakeConnectionsOf(sourceId);
-    auto tuple = VObjectRef<VConnectionTuple>::Adopt(VConnectionTuple::NewConnectionTuple());
-    tuple->Set(this, sourceId, target, targetId, delayer);
-    connections->AddObject(tuple.Get());
-    return tuple;
+    try {
+        VConnections* const connections = MakeConnectionsOf(sourceId);
+        auto tuple = VObjectRef<VConnectionTuple>::Adopt(VConnectionTuple::NewConnectionTuple());
+        tuple->Set(this, sourceId, target, targetId, delayer);
+        if (connections && connections->AddObject(tuple.Get())) {
+            return tuple;
+        }
+    } catch (std::bad_alloc const&) { // no memory, as below
+    } catch (VException const&) {
+    }
+    return {};
 }
 
 VObjectRef<VConnectionTuple> VMessenger::RemoveConnection(int sourceId, VMessenger* target, int targetId,

@@ -10,8 +10,8 @@ class VCommandDelayer;
 class VConnectionTuple;
 class VMessage;
 
-/// An object that sends messages to others and receives theirs, without knowing them: connections say which
-/// of its outgoing messages reaches which incoming message of whom. Derive from it, number the messages in
+/// An object that sends messages to others and receives theirs, without knowing them: a connection joins one
+/// of its outgoing messages to an incoming message of another messenger. Derive from it, number the messages in
 /// each direction from 0, and send by passing a message to every connection of its id:
 ///
 ///     void Knob::Turn(double angle) {
@@ -21,12 +21,12 @@ class VMessage;
 ///         SendToConnections(&message);
 ///     }
 ///
-/// Connect through a `VMessageCenter`, which checks the ids. examples/Messenger.cpp shows the whole of it.
+/// Connect through a `VMessageCenter`, which checks the ids. examples/Messenger.cpp is a complete program.
 ///
 /// Ownership: each connection retains both of its messengers, so a messenger that is connected does not die:
 /// disconnect it first.
-/// Threads: the connections have no lock. They are changed and used by one thread at a time: make changes
-/// through a centre's delayed commands, or where nobody sends.
+/// Threads: the connections have no lock and are changed and used by one thread at a time: change them through
+/// a centre's delayed commands, or while no thread sends.
 class VMessenger : public Registered<VMessenger, VObject> {
   public:
     static constexpr char const* kClassName = "VMessenger";
@@ -58,7 +58,7 @@ class VMessenger : public Registered<VMessenger, VObject> {
 
     /// Connects an outgoing id with a target's incoming id; `delayer` (borrowed as long as the connection
     /// exists) queues what is sent, and null delivers it at once. The ids are not checked, except that a
-    /// negative source id makes no connection. The result is empty on failure.
+    /// negative source id makes no connection. The result is empty then, and when memory runs out.
     /// DELIBERATE: the same connection may be made twice, and then delivers twice.
     VObjectRef<VConnectionTuple> AddConnection(int sourceId, VMessenger* target, int targetId,
                                                VCommandDelayer* delayer);

@@ -10,8 +10,8 @@ namespace VFoundation {
 
 class VDictionary;
 
-/// News that is told to whoever wants to hear it: a name, the object it is about, and what else the observers
-/// should know. A `VNotificationCenter` delivers it.
+/// An announcement to all observers of a name: the name, the object that it is about, and what else they should
+/// know. A `VNotificationCenter` delivers it.
 ///
 ///     auto const news = VObjectRef<VNotification>::Adopt(VNotification::New());
 ///     news->SetName(VString("DocumentSaved"));

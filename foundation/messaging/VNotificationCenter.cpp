@@ -1,7 +1,10 @@
 #include "foundation/messaging/VNotificationCenter.h"
 
+#include "foundation/core/VException.h"
 #include "foundation/core/internal/ClassOwned.h"
 #include "foundation/messaging/VNotification.h"
+
+#include <new>
 
 namespace VFoundation {
 
@@ -34,14 +37,19 @@ bool VNotificationCenter::AddObserver(VObject* observer, Callback callback, VStr
     if (!observer || !callback) {
         return false;
     }
-    auto const tuple = VObjectRef<VNotificationTuple>::Adopt(VNotificationTuple::New());
-    tuple->Set(observer, callback, name, about);
-    std::lock_guard const lock(m_lock);
-    return m_registrations.AddObject(tuple.Get());
+    try {
+        auto const tuple = VObjectRef<VNotificationTuple>::Adopt(VNotificationTuple::New());
+        tuple->Set(observer, callback, name, about);
+        detail::MutexLock const lock(m_lock);
+        return m_registrations.AddObject(tuple.Get());
+    } catch (std::bad_alloc const&) { // no memory, as below
+    } catch (VException const&) {
+    }
+    return false;
 }
 
 void VNotificationCenter::RemoveObserver(VObject* observer) {
-    std::lock_guard const lock(m_lock);
+    detail::MutexLock const lock(m_lock);
     for (long index = m_registrations.Count() - 1; index >= 0; --index) {
         VNotificationTuple* const tuple = m_registrations.ObjectAtIndexTyped(index);
         if (tuple->IsOf(observer)) {
@@ -58,7 +66,7 @@ void VNotificationCenter::PostNotification(VNotification* notification) {
     VObjectRef<VNotification> const held(notification);
     auto const concerned = VObjectRef<VObjectArray>::Adopt(VObjectArray::NewObjectArray());
     {
-        std::lock_guard const lock(m_lock);
+        detail::MutexLock const lock(m_lock);
         for (long index = 0; index < m_registrations.Count(); ++index) {
             VNotificationTuple* const tuple = m_registrations.ObjectAtIndexTyped(index);
             if (tuple->Matches(*notification)) {

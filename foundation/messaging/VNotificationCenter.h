@@ -1,28 +1,28 @@
 #pragma once
 
 #include "foundation/containers/VObjectArrayTmpl.h"
+#include "foundation/core/Mutex.h"
 #include "foundation/core/Registered.h"
 #include "foundation/messaging/VNotificationTuple.h"
 
 #include <atomic>
-#include <mutex>
 
 namespace VFoundation {
 
 class VNotification;
 class VString;
 
-/// Tells observers what happens, by name and by the object that it happens to, so that the two sides need not
-/// know each other. One centre serves the process: `DefaultCenter()`.
+/// Tells observers what happens, by name and by the object that it happens to, so that neither side needs to
+/// know the other. One centre serves the process: `DefaultCenter()`.
 ///
 ///     center->AddObserver(window, &Window::DocumentSaved, &documentSaved, document);
 ///     ...
 ///     center->RemoveObserver(window);          // before the window goes
 ///
-/// Notifications are delivered at once, on the poster's thread, in the order of registration, to those who
-/// are registered when the posting begins: who registers meanwhile hears of the next one, and who is removed
-/// meanwhile is no longer called. An exception of an observer passes to the poster; observers behind it are
-/// not called.
+/// Notifications are delivered at once, on the poster's thread, in the order of registration, to the observers
+/// that are registered when the posting begins: one that is added meanwhile hears of the next one, and one that
+/// is removed meanwhile is no longer called. An exception of an observer passes to the poster; the observers
+/// after it are not called.
 ///
 /// Ownership: borrows observers and objects: remove an observer before it goes. Names are copied. The default
 /// centre is the class's; callers borrow it.
@@ -49,18 +49,19 @@ class VNotificationCenter : public Registered<VNotificationCenter, VObject> {
     static void DeleteDefaultCenter();
 
     /// Registers an observer for notifications of that name about that object; null matches any. Registered
-    /// twice it is called twice. False without observer or callback.
+    /// twice it is called twice. False without observer or callback, and when memory runs out.
     bool AddObserver(VObject* observer, Callback callback, VString const* name, VObject* about);
     /// Ends all registrations of an observer.
     void RemoveObserver(VObject* observer);
-    /// Delivers a notification to all whom it concerns; nothing for null.
+    /// Delivers a notification to every observer that it concerns; nothing for null. May run out of memory, with
+    /// nothing delivered.
     void PostNotification(VNotification* notification);
 
     static std::atomic<VNotificationCenter*> ms_defaultNotificationCenter;
 
   private:
-    std::mutex m_lock;
-    VObjectArrayTmpl<VNotificationTuple> m_registrations; // in order
+    detail::Mutex m_lock;
+    VObjectArrayTmpl<VNotificationTuple> m_registrations VFOUNDATION_GUARDED_BY(m_lock); // in order
 };
 
 } // namespace VFoundation

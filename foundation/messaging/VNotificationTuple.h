@@ -9,7 +9,7 @@ namespace VFoundation {
 
 class VNotification;
 
-/// One registration at a `VNotificationCenter`: who is called, and for which notifications.
+/// One registration at a `VNotificationCenter`: the observer, its callback, and the notifications it asked for.
 ///
 /// Ownership: borrows the observer and the object; the object's address is compared, nothing more.
 /// Threads: set up by one thread; then read by any, and ended by any.
@@ -19,7 +19,7 @@ class VNotificationTuple : public Registered<VNotificationTuple, VObject> {
     static VClass* ms_theClass;
     using Callback = void (*)(VObject* observer, VNotification* notification);
 
-    /// Nobody's registration.
+    /// A registration without observer.
     explicit VNotificationTuple(VClass* cls = nullptr);
     VNotificationTuple(VNotificationTuple const&) = delete;
     VNotificationTuple& operator=(VNotificationTuple const&) = delete;

@@ -13,13 +13,12 @@
 #include <numeric>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace VFoundation {
 
 namespace {
 
-/// Folds all elements into one value, several at a time, so that the loop needs no order between neighbours.
+/// Folds all elements into one value. Several lanes, so that the compiler may vectorise the loop.
 template <class Value, class Step>
 Value Fold(VFloatVector const& vector, Value start, Step step) noexcept {
     constexpr long kLanes = 8;
@@ -51,8 +50,8 @@ std::string TextOf(VFloatVector const& vector) {
     return text;
 }
 
-/// False when the text is anything but numbers with blanks between.
-bool NumbersOf(std::string_view text, std::vector<float>& numbers) {
+/// Appends the numbers. False when the text is anything but numbers with blanks between.
+bool ReadNumbers(std::string_view text, VFloatVector& numbers) {
     constexpr char kBlanks[] = " \t\r\n";
     char const* const end = text.data() + text.size();
     for (std::size_t at = text.find_first_not_of(kBlanks); at != text.npos;) {
@@ -63,7 +62,8 @@ bool NumbersOf(std::string_view text, std::vector<float>& numbers) {
         if (error != std::errc() || (next != text.npos && text.data() + next == rest)) {
             return false;
         }
-        numbers.push_back(number);
+        numbers.SetCount(numbers.Count() + 1);
+        numbers.Elements()[numbers.Count() - 1] = number;
         at = next;
     }
     return true;
@@ -206,22 +206,19 @@ bool VFloatVector::SerializeAsXML(VXMLFile& file) {
 }
 
 bool VFloatVector::Load(VXMLFile& file) {
-    SetCount(0);
     long expected = -1;
     file.ReadAttribute("count", expected);
-    std::vector<float> numbers;
+    VFloatVector numbers;
     bool isText = true;
     if (file.OpenFirstChildText()) {
         char const* text = nullptr;
-        isText = file.ReadText(text) && NumbersOf(text, numbers);
+        isText = file.ReadText(text) && ReadNumbers(text, numbers);
         file.CloseChild();
     }
-    if (!isText || static_cast<long>(numbers.size()) != expected) {
-        return false;
-    }
-    SetCount(expected);
-    std::copy(numbers.begin(), numbers.end(), Elements());
-    return true;
+    bool const isWhole = isText && numbers.Count() == expected;
+    numbers.SetCount(isWhole ? expected : 0);
+    Swap(numbers);
+    return isWhole;
 }
 
 } // namespace VFoundation

@@ -12,12 +12,11 @@ namespace VFoundation {
 ///     levels.Scale(0.5F);
 ///     double const mean = levels.Sum() / levels.Count();
 ///
-/// Two vectors are combined element by element and must be of one length. A count that memory refuses, or beyond
-/// `kMaxCount`, is a `VException` with id 1, and the vector stays as it was.
+/// Two vectors are combined element by element and must have the same count. A count above `kMaxCount`, or one for
+/// which there is no memory, throws a `VException` with id 1 and leaves the vector as it was.
 ///
-/// Saved, a vector reads back bit for bit from a chunked file, and number for number from XML (there, every NaN is
-/// the same). In XML: the attribute "count" and the numbers as text, with blanks between. In a chunked file: a
-/// 32-bit count and the floats.
+/// XML holds the attribute "count" and the numbers as text, with blanks between. A chunked file holds a 32-bit count
+/// and the floats. A vector reads back bit for bit, except that XML does not tell NaNs apart.
 ///
 /// Ownership: owns its elements.
 /// Threads: one thread at a time; any number may read.
@@ -50,6 +49,8 @@ class VFloatVector : public Registered<VFloatVector, VObject> {
     long Count() const noexcept { return static_cast<long>(m_data.Length() / sizeof(float)); }
     /// Cuts the vector off or appends zeros; a negative count is 0.
     void SetCount(long count);
+    /// Exchanges the elements of two vectors.
+    void Swap(VFloatVector& other) noexcept { m_data.Swap(other.m_data); }
 
     /// 0 out of range.
     float ElementAtIndex(long index) const noexcept { return Contains(index) ? Elements()[index] : 0.0F; }
@@ -68,9 +69,9 @@ class VFloatVector : public Registered<VFloatVector, VObject> {
 
     /// Added up in double precision; 0 when empty.
     double Sum() const noexcept;
-    /// The least and the greatest element. NaNs do not count; infinity (positive for the least, negative for the
-    /// greatest) when there is nothing else.
+    /// NaNs do not count; positive infinity when there is nothing else.
     float Minimum() const noexcept;
+    /// NaNs do not count; negative infinity when there is nothing else.
     float Maximum() const noexcept;
 
   protected:

@@ -1,6 +1,5 @@
 #include "foundation/numerics/VFloatVectorMapXY.h"
 
-#include "foundation/core/VException.h"
 #include "foundation/persistence/IAIFile.h"
 #include "foundation/persistence/VXMLFile.h"
 #include "foundation/strings/VString.h"
@@ -23,19 +22,12 @@ bool Ascends(VFloatVector const& vector) noexcept {
     return std::adjacent_find(vector.Elements(), end, std::greater_equal<>()) == end;
 }
 
-/// Opens a gap of one element.
-void Insert(VFloatVector& vector, float value, long index) {
-    long const count = vector.Count();
-    vector.SetCount(count + 1);
+/// Moves the elements from `index` on up by one, over the last element.
+void InsertBeforeLast(VFloatVector& vector, float value, long index) {
     float* const elements = vector.Elements();
-    std::copy_backward(elements + index, elements + count, elements + count + 1);
+    float* const last = elements + vector.Count() - 1;
+    std::copy_backward(elements + index, last, last + 1);
     elements[index] = value;
-}
-
-void Remove(VFloatVector& vector, long index) {
-    float* const elements = vector.Elements();
-    std::copy(elements + index + 1, elements + vector.Count(), elements + index);
-    vector.SetCount(vector.Count() - 1);
 }
 
 } // namespace
@@ -47,6 +39,11 @@ VFloatVectorMapXY::VFloatVectorMapXY(VClass* cls) : Registered(cls) {
 
 VFloatVectorMapXY::VFloatVectorMapXY(VFloatVectorMapXY const& other)
     : Registered(nullptr), m_x(other.m_x), m_y(other.m_y) {
+}
+
+VFloatVectorMapXY& VFloatVectorMapXY::operator=(VFloatVectorMapXY const& other) {
+    SetPoints(other.m_x, other.m_y);
+    return *this;
 }
 
 VFloatVectorMapXY::~VFloatVectorMapXY() = default;
@@ -83,13 +80,16 @@ bool VFloatVectorMapXY::AddPoint(float x, float y) {
         m_y.SetElementAtIndex(y, index);
         return true;
     }
-    Insert(m_y, y, index);
+    long const count = Count();
+    m_y.SetCount(count + 1);
     try {
-        Insert(m_x, x, index);
-    } catch (VException const&) {
-        Remove(m_y, index);
+        m_x.SetCount(count + 1);
+    } catch (...) {
+        m_y.SetCount(count);
         throw;
     }
+    InsertBeforeLast(m_x, x, index);
+    InsertBeforeLast(m_y, y, index);
     return true;
 }
 
@@ -97,8 +97,10 @@ bool VFloatVectorMapXY::SetPoints(VFloatVector const& x, VFloatVector const& y) 
     if (x.Count() != y.Count() || !IsFinite(x) || !IsFinite(y) || !Ascends(x)) {
         return false;
     }
-    m_x = x;
-    m_y = y;
+    VFloatVector newX(x);
+    VFloatVector newY(y);
+    m_x.Swap(newX);
+    m_y.Swap(newY);
     return true;
 }
 
@@ -134,10 +136,9 @@ bool VFloatVectorMapXY::Serialize(IAIFile& file) {
     if (!file.IsLoading()) {
         return m_x.Serialize(file) && m_y.Serialize(file);
     }
-    RemoveAllPoints();
     VFloatVector x;
     VFloatVector y;
-    return x.Serialize(file) && y.Serialize(file) && SetPoints(x, y);
+    return SetOrClear(x.Serialize(file) && y.Serialize(file), x, y);
 }
 
 bool VFloatVectorMapXY::SerializeAsXML(VXMLFile& file) {
@@ -145,10 +146,17 @@ bool VFloatVectorMapXY::SerializeAsXML(VXMLFile& file) {
     if (!file.IsLoading()) {
         return file.WriteObject("x", m_x) && file.WriteObject("y", m_y);
     }
-    RemoveAllPoints();
     VFloatVector x;
     VFloatVector y;
-    return file.ReadObject("x", x) && file.ReadObject("y", y) && SetPoints(x, y);
+    return SetOrClear(file.ReadObject("x", x) && file.ReadObject("y", y), x, y);
+}
+
+bool VFloatVectorMapXY::SetOrClear(bool isRead, VFloatVector const& x, VFloatVector const& y) {
+    bool const isSet = isRead && SetPoints(x, y);
+    if (!isSet) {
+        RemoveAllPoints();
+    }
+    return isSet;
 }
 
 } // namespace VFoundation

@@ -4,8 +4,8 @@
 
 namespace VFoundation {
 
-/// A curve through points, ordered by x: between two points it is a straight line, before the first and behind the
-/// last it keeps their value. For response curves, envelopes and calibration tables.
+/// A curve through points, ordered by x: a straight line between two points, level before the first and after the
+/// last. For response curves, envelopes and calibration tables.
 ///
 ///     VFloatVectorMapXY fade;
 ///     fade.AddPoint(0.0F, 1.0F);
@@ -13,7 +13,7 @@ namespace VFoundation {
 ///     fade.ValueAt(2.5F);                 // 0.75
 ///
 /// Points have finite coordinates, and no two have the same x. In files a curve is its two vectors, x first; in XML
-/// they are called "x" and "y".
+/// they are called "x" and "y". When memory runs out, a `VException` with id 1 is thrown, and the points stay.
 ///
 /// Ownership: owns its points.
 /// Threads: one thread at a time; any number may read.
@@ -24,7 +24,7 @@ class VFloatVectorMapXY : public Registered<VFloatVectorMapXY, VObject> {
 
     explicit VFloatVectorMapXY(VClass* cls = nullptr);
     VFloatVectorMapXY(VFloatVectorMapXY const& other);
-    VFloatVectorMapXY& operator=(VFloatVectorMapXY const& other) = default;
+    VFloatVectorMapXY& operator=(VFloatVectorMapXY const& other);
     ~VFloatVectorMapXY() override;
 
     /// A curve without points (owned).
@@ -44,11 +44,11 @@ class VFloatVectorMapXY : public Registered<VFloatVectorMapXY, VObject> {
     VFloatVector const& X() const noexcept { return m_x; }
     VFloatVector const& Y() const noexcept { return m_y; }
 
-    /// Puts a point in its place, or gives the point at `x` another `y`. False for a coordinate that is not finite.
-    /// Cheap behind the last point; before others it moves those.
+    /// Adds a point, or gives the point at `x` another `y`. False for a coordinate that is not finite. Costs the number
+    /// of points after it.
     bool AddPoint(float x, float y);
-    /// Takes these points instead. False, nothing changed, when the counts differ, a coordinate is not finite or
-    /// the x do not ascend.
+    /// Replaces all points. False, nothing changed, when the counts differ, a coordinate is not finite or the x do not
+    /// ascend. The vectors may be the curve's own.
     bool SetPoints(VFloatVector const& x, VFloatVector const& y);
     void RemoveAllPoints();
 
@@ -58,6 +58,8 @@ class VFloatVectorMapXY : public Registered<VFloatVectorMapXY, VObject> {
     void Apply(VFloatVector& values) const noexcept;
 
   private:
+    bool SetOrClear(bool isRead, VFloatVector const& x, VFloatVector const& y);
+
     VFloatVector m_x;
     VFloatVector m_y;
 };

@@ -35,7 +35,8 @@ constexpr int kTypes = static_cast<int>(std::size(kWindows));
 
 VClass* VWindowFunction::ms_theClass = nullptr;
 
-VWindowFunction::VWindowFunction(VClass* cls, eType type) : Registered(cls), m_type(type) {
+VWindowFunction::VWindowFunction(VClass* cls, eType type) : Registered(cls) {
+    SetType(type);
 }
 
 VWindowFunction::~VWindowFunction() = default;
@@ -63,12 +64,12 @@ double VWindowFunction::ValueAt(long index, long count) const noexcept {
     if (count == 1) {
         return 1.0;
     }
-    // The nearer end decides, so that both halves agree to the last bit.
+    // Count from the nearer end, so that both halves agree to the last bit.
     auto const fromEnd = static_cast<double>(std::min(index, count - 1 - index));
     double const t = 2.0 * std::numbers::pi * fromEnd / static_cast<double>(count - 1);
     Cosines const& window = kWindows[m_type];
     double const value = window.constant - window.first * std::cos(t) + window.second * std::cos(2.0 * t);
-    return std::max(value, 0.0); // the ends of some come out a rounding error below 0
+    return std::max(value, 0.0); // rounding takes the ends of some windows below 0
 }
 
 void VWindowFunction::Apply(VFloatVector& samples) const noexcept {

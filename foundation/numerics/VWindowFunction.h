@@ -8,12 +8,13 @@ namespace VFoundation {
 
 class VFloatVector;
 
-/// A window for cutting a piece out of a signal, as before a Fourier transform: 1 in the middle, low at both ends.
+/// A window that fades a piece of a signal in and out, as before a Fourier transform: 1 in the middle, low at both
+/// ends.
 ///
 ///     VWindowFunction(VWindowFunction::eHann).Apply(samples);
 ///
-/// Windows are symmetric: element i and element n - 1 - i are equal. In files a window is its type: in XML the
-/// attribute "type" with its name, in a chunked file 32 bits.
+/// Windows are symmetric: elements i and n - 1 - i are equal. XML holds the name of the type as the attribute "type", a
+/// chunked file its 32-bit number.
 ///
 /// Ownership: by reference count.
 /// Threads: one thread at a time; any number may read.
@@ -25,6 +26,7 @@ class VWindowFunction : public Registered<VWindowFunction, VObject> {
     /// Both ends are 1 for the rectangular window, 0 for Hann and Blackman, 0.08 for Hamming.
     enum eType : std::int32_t { eRectangular = 0, eHann = 1, eHamming = 2, eBlackman = 3 };
 
+    /// A number that is no type makes a rectangular window.
     explicit VWindowFunction(eType type = eRectangular) : VWindowFunction(nullptr, type) {}
     VWindowFunction(VWindowFunction const& other) : VWindowFunction(nullptr, other.m_type) {}
     VWindowFunction& operator=(VWindowFunction const& other) = default;
@@ -38,14 +40,15 @@ class VWindowFunction : public Registered<VWindowFunction, VObject> {
     bool IsEqual(VObject const& other) const override;
     /// "[<class name>] <type>".
     void GetDescription(VString& out) const override;
-    /// False, and a rectangular window, when the file has no type of this class.
+    /// False, and a rectangular window, when the file has no such type.
     bool Serialize(IAIFile& file) override;
     bool SerializeAsXML(VXMLFile& file) override;
 
     eType Type() const noexcept { return m_type; }
-    void SetType(eType type) noexcept { m_type = type; }
+    /// A number that is no type makes a rectangular window.
+    void SetType(eType type) noexcept { SetTypeNumber(type); }
 
-    /// The window at element `index` of `count`; 0 outside of it, 1 for the only element of one.
+    /// The window at element `index` of `count`: 1 when `count` is 1, 0 when there is no such element.
     double ValueAt(long index, long count) const noexcept;
     /// Multiplies the elements by the window of their count.
     void Apply(VFloatVector& samples) const noexcept;
@@ -57,7 +60,7 @@ class VWindowFunction : public Registered<VWindowFunction, VObject> {
   private:
     bool SetTypeNumber(int number) noexcept;
 
-    eType m_type;
+    eType m_type = eRectangular;
 };
 
 } // namespace VFoundation

@@ -18,8 +18,9 @@ bool BlockFile::OpenForWriting(char const* path) {
 
 bool BlockFile::Open(std::FILE* stream, bool forWriting) {
     Close();
-    m_block.reset(new (std::nothrow) unsigned char[kBlockSize]);
-    if (!stream || !m_block) {
+    m_failed = false;
+    m_block.reset(stream ? new (std::nothrow) unsigned char[kBlockSize] : nullptr);
+    if (!m_block) {
         if (stream) {
             std::fclose(stream);
         }
@@ -29,7 +30,6 @@ bool BlockFile::Open(std::FILE* stream, bool forWriting) {
     m_stream = stream;
     m_forWriting = forWriting;
     m_atEnd = false;
-    m_failed = false;
     StartBlock(0);
     return true;
 }

@@ -15,6 +15,7 @@
 #include "foundation/persistence/IXMLFileIOFactory.h"
 #include "foundation/strings/VString.h"
 
+#include <new>
 #include <utility>
 
 namespace VFoundation {
@@ -107,17 +108,24 @@ char const* VXMLFile::GetErrorStr() {
 
 /// Remembers the name unless it is null, and enters the root of the document that the back end opened.
 bool VXMLFile::EnterRoot(char const* name, char const* rootName) {
-    if (name) {
-        if (!m_pFileName) {
+    try {
+        if (name && !m_pFileName) {
             m_pFileName.Allocate();
         }
+    } catch (std::bad_alloc const&) {
+        m_pIO->Clear();
+        return false;
+    }
+    if (name) {
         *m_pFileName = name;
     }
     if (OpenFirstChildElement(rootName)) {
         m_nError = kNone;
         return true;
     }
-    m_pIO->Clear();
+    if (IsSaving()) {
+        m_pIO->Clear(); // or an empty document would replace the file
+    }
     return false;
 }
 

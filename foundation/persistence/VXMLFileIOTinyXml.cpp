@@ -33,7 +33,7 @@ std::string ContentsOfFile(char const* path) {
             text.resize(std::fread(text.data(), 1, text.size(), file.get()));
         }
     }
-    return text;
+    return file && std::ferror(file.get()) == 0 ? text : std::string();
 }
 
 /// Replaces CR LF and CR by LF.

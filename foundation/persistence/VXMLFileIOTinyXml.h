@@ -25,7 +25,7 @@ namespace VFoundation {
 /// (FileReplacer.h).
 ///
 /// When a node or attribute cannot be added to a document that is saving (a limit, a name that XML does not allow, a
-/// second root, no memory), the document takes nothing more and is not written. Neither is one without a root.
+/// second root, no memory), the document takes nothing more and is not written.
 ///
 /// Loading a document switches TinyXML's condensing of white space off for the whole process. When memory runs out
 /// inside TinyXML's parser, TinyXML itself leaks the node that it was making.

@@ -1,8 +1,10 @@
 #include "foundation/log/VLog.h"
+#include "foundation/persistence/IXMLFileIO.h"
 #include "foundation/persistence/VXMLFile.h"
 #include "foundation/strings/VString.h"
 
 #include <cstring>
+#include <new>
 
 namespace VFoundation {
 
@@ -16,6 +18,19 @@ VClass* VXMLFile::ObjectClassNamed(char const* className) {
     return cls ? cls : VClass::GetClassSubstitution(className);
 }
 
+namespace {
+
+/// Null also without memory.
+VObject* NewInstanceOf(VClass const& cls) {
+    try {
+        return cls.NewInstance();
+    } catch (std::bad_alloc const&) {
+        return nullptr;
+    }
+}
+
+} // namespace
+
 VObject* VXMLFile::CreateObjectHere(char const* reporter) {
     char const* const className = ObjectClassName();
     VClass const* const cls = ObjectClassNamed(className);
@@ -23,7 +38,7 @@ VObject* VXMLFile::CreateObjectHere(char const* reporter) {
         VLog::Trace("%s - No class for className '%s'\n", reporter, className);
         return nullptr;
     }
-    auto object = VObjectRef<VObject>::Adopt(cls->NewInstance());
+    auto object = VObjectRef<VObject>::Adopt(NewInstanceOf(*cls));
     if (!object) {
         VLog::Trace("%s - Error allocating new object of class: %s\n", reporter, className);
         return nullptr;
@@ -112,7 +127,12 @@ bool VXMLFile::WriteObject(char const* name, VObject const* object) {
     if (long const version = object->Class()->Version(); version > 1) {
         WriteAttribute("version", version);
     }
-    const_cast<VObject*>(object)->SerializeAsXML(*this); // which only reads the object while saving
+    try {
+        const_cast<VObject*>(object)->SerializeAsXML(*this); // only reads the object while saving
+    } catch (...) {
+        m_pIO->Clear(); // half an object must not replace a whole document
+        throw;
+    }
     CloseChild();
     return true;
 }

@@ -5,12 +5,13 @@
 
 namespace VFoundation {
 
-/// The memory behind strings and byte buffers. Its size runs ahead of what its owner reports: it grows
-/// geometrically and moves by `realloc`, so that appending in small steps costs a constant amount per byte
-/// whatever steps the owner's reported capacity takes.
+/// The memory of strings and byte buffers. Installed because `VString` and `VData` hold one by value; use those.
 ///
-/// Never throws: an allocation that fails is a false result and leaves the block as it was. Bytes are 16-byte
-/// aligned and not cleared. Not for clients; `VString` and `VData` are.
+/// A block grows geometrically and moves by `realloc`, whatever capacity its owner reports: appending in small steps
+/// costs a constant amount per byte.
+///
+/// Never throws: when an allocation fails, the result is false and the block stays as it was. Bytes are 16-byte
+/// aligned and not cleared.
 ///
 /// Ownership: owns its memory.
 /// Threads: one thread at a time.
@@ -25,16 +26,20 @@ class HeapBlock {
 
     /// Null when the block is empty.
     char* Bytes() const noexcept { return m_bytes; }
-    /// Bytes that may be used, at least what was last asked for.
+    /// Usable bytes, at least as many as were last asked for.
     std::size_t Size() const noexcept { return m_size; }
 
-    /// Makes room for `needed` bytes and keeps the contents.
+    /// Makes room for at least `needed` bytes and keeps the contents.
     bool Grow(std::size_t needed) noexcept { return needed <= m_size || GrowBlock(needed); }
     /// Makes room for exactly `needed` bytes (more than 0); the old contents are lost.
     bool Replace(std::size_t needed) noexcept;
-    /// Gives memory beyond `needed` bytes (more than 0) back when that is at least half of the block.
+    /// Shrinks the block to `needed` bytes (more than 0) if that frees at least half of it.
     void Trim(std::size_t needed) noexcept;
     void Free() noexcept;
+    void Swap(HeapBlock& other) noexcept {
+        std::swap(m_bytes, other.m_bytes);
+        std::swap(m_size, other.m_size);
+    }
 
   private:
     bool GrowBlock(std::size_t needed) noexcept;

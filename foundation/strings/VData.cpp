@@ -5,6 +5,7 @@
 #include "foundation/strings/VString.h"
 
 #include <cstring>
+#include <utility>
 
 namespace VFoundation {
 
@@ -56,6 +57,12 @@ bool VData::SetLength(unsigned long length, bool keepContents) {
     m_length = narrow_cast<std::uint32_t>(length);
     m_owned = true;
     return true;
+}
+
+void VData::Swap(VData& other) noexcept {
+    m_block.Swap(other.m_block);
+    std::swap(m_length, other.m_length);
+    std::swap(m_owned, other.m_owned);
 }
 
 bool VData::operator==(VData const& other) const noexcept {

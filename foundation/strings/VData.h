@@ -10,11 +10,11 @@ namespace VFoundation {
 /// A resizable block of raw bytes: the contents of a file, the payload of an archive, the slots of a
 /// container. Shared by reference, compared by content.
 ///
-/// Growing keeps the pointer only by chance; read `Bytes()` again after every `SetLength`. Growing in small
-/// steps is cheap, since the memory behind the buffer grows faster than its length.
+/// `SetLength` may move the bytes: read `Bytes()` again after it. Growing in small steps is cheap, since memory is
+/// set aside ahead of the length.
 ///
-/// Lengths are 32 bits: a longer one, and one that memory refuses, is a `VException` with id 1, and the
-/// buffer stays as it was.
+/// Lengths are 32 bits. A longer one, or one for which there is no memory, throws a `VException` with id 1 and leaves
+/// the buffer as it was.
 ///
 /// Ownership: owns its bytes.
 /// Threads: one thread at a time; any number may read.
@@ -25,8 +25,8 @@ class VData : public Registered<VData, VObject> {
 
     /// The longest buffer, in bytes.
     static constexpr unsigned long kMaxLength = 0xFFFFFFFFUL;
-    /// How many bytes more than chunk and file still hold saved lengths may claim (64 MiB), all those of one
-    /// file together.
+    /// How many bytes the saved lengths of one file may claim, all together, beyond what chunk and file still hold
+    /// (64 MiB).
     static constexpr unsigned long kMaxUnbackedLength = 64UL << 20;
 
     /// `length` zero bytes.
@@ -47,9 +47,12 @@ class VData : public Registered<VData, VObject> {
     }
     unsigned long Length() const noexcept { return m_length; }
 
-    /// Changes the length, with the contents kept as far as they fit or not at all. New bytes are not
-    /// cleared. Returns true, or throws; the same length changes nothing.
+    /// Changes the length and keeps the contents that fit, or none of them. New bytes are not cleared. Returns true
+    /// or throws; the same length changes nothing.
     bool SetLength(unsigned long length, bool keepContents);
+
+    /// Exchanges the bytes of two buffers.
+    void Swap(VData& other) noexcept;
 
     bool operator==(VData const& other) const noexcept;
     bool operator!=(VData const& other) const noexcept { return !(*this == other); }
@@ -59,12 +62,11 @@ class VData : public Registered<VData, VObject> {
     /// "[<class name>] Length: <bytes>  Ptr: <address>  Owned: yes" (or "no").
     void GetDescription(VString& out) const override;
 
-    /// A 64-bit length and the bytes; the result is that of moving the bytes. A length that the file cannot
-    /// back (`kMaxUnbackedLength`) throws as `SetLength` does, with the contents as before; bytes the file
-    /// does not have are zero.
+    /// A 64-bit length and the bytes; the result is that of moving the bytes. A length beyond `kMaxUnbackedLength`
+    /// throws as `SetLength` does and leaves the contents; bytes that the file does not have are zero.
     /// DELIBERATE: only the low 32 bits of a saved length count; a longer one reads as a shorter buffer.
     bool Serialize(IAIFile& file) override;
-    /// The older form without a length: moves as many bytes as the buffer has; size it before loading.
+    /// The older form, without a length: moves as many bytes as the buffer has. Set the length before loading.
     bool Serialize_YeOldeZephStyle(IAIFile& file);
 
     /// Clears `count` bytes. False when there is nothing to clear: a null pointer or a count of 0.
@@ -77,7 +79,7 @@ class VData : public Registered<VData, VObject> {
   private:
     HeapBlock m_block;
     std::uint32_t m_length = 0;
-    bool m_owned = false; // set by the first `SetLength`; the buffer is always the object's own
+    bool m_owned = false; // what the description shows: set by the first `SetLength`
 };
 
 } // namespace VFoundation

@@ -14,6 +14,7 @@
 #include <functional>
 #include <memory>
 #include <new>
+#include <string_view>
 #include <strings.h>
 #include <typeinfo>
 
@@ -29,9 +30,10 @@ bool IsSeparator(char character) {
     return character == '/' || character == '\\';
 }
 
-/// Formats at most `size` - 1 bytes; a format that the C library refuses gives the empty text.
-void FormatBounded(char* buffer, unsigned long size, char const* format, std::va_list arguments) {
-    if (std::vsnprintf(buffer, size, format, arguments) < 0) {
+/// Formats at most `size` - 1 bytes. A null format, and one that the C library refuses, gives the empty text.
+[[gnu::format(printf, 3, 0)]] void FormatCut(char* buffer, unsigned long size, char const* format,
+                                             std::va_list arguments) {
+    if (!format || std::vsnprintf(buffer, size, format, arguments) < 0) {
         buffer[0] = '\0';
     }
 }
@@ -49,7 +51,7 @@ VString::VString(VClass* cls, char const* text) : Registered(cls) {
 }
 
 VString::VString(VString const& other) : Registered(nullptr) {
-    Assign(other.CString(), other.m_length);
+    Assign(other.CString(), other.m_length, other.m_mayHoldNul);
 }
 
 VString::~VString() {
@@ -83,8 +85,8 @@ VString* VString::EmptyString() {
 
 // The buffer
 
-/// Makes room for a new text of less than `size` bytes. The text is gone afterwards; its bytes may be kept,
-/// for a new text that stands in them.
+/// Makes room for a new text of less than `size` bytes and forgets the old one. `keepBytes` is for a new text that
+/// stands in the buffer already.
 bool VString::Allocate(unsigned long size, bool keepBytes) noexcept {
     unsigned long const capacity = size - size % kAllocateStep + kAllocateStep;
     delete[] m_secondBuffer;
@@ -100,7 +102,7 @@ bool VString::Allocate(unsigned long size, bool keepBytes) noexcept {
     return true;
 }
 
-/// Makes room for `size` bytes behind the text that is there.
+/// Makes room for `size` bytes, the text that is there included.
 /// The reported capacity is the request and 127 bytes more, not a multiple of 128 as for a new text.
 bool VString::Reallocate(unsigned long size) noexcept {
     if (!m_block.Bytes()) {
@@ -133,11 +135,12 @@ bool VString::Owns(char const* text) const noexcept {
     return bytes && !before(text, bytes) && before(text, bytes + m_block.Size());
 }
 
-void VString::Assign(char const* text, unsigned long length) noexcept {
+void VString::Assign(char const* text, unsigned long length, bool mayHoldNul) noexcept {
     if (length > kMaxLength || (length >= m_capacity && !Allocate(length + 1))) {
         return;
     }
     std::memmove(m_block.Bytes(), text, length); // the text may be a part of this one
+    m_mayHoldNul = mayHoldNul;
     Cut(length);
 }
 
@@ -146,15 +149,20 @@ bool VString::AppendBytes(char const* text, unsigned long count) noexcept {
     if (total > kMaxLength) {
         return false;
     }
-    if (total >= m_capacity) {
-        char const* const before = Owns(text) ? m_block.Bytes() : nullptr;
-        auto const offset = before ? text - before : 0;
+    bool const grows = total >= m_capacity;
+    if (grows) {
+        bool const isOwn = Owns(text);
+        auto const offset = isOwn ? text - m_block.Bytes() : 0;
         if (!Reallocate(total + 1)) {
             return false;
         }
-        text = before ? m_block.Bytes() + offset : text;
+        text = isOwn ? m_block.Bytes() + offset : text;
     }
     std::memmove(m_block.Bytes() + m_length, text, count);
+    if (grows && m_mayHoldNul) {
+        unsigned long const visible = ::strnlen(m_block.Bytes(), m_length);
+        std::memset(m_block.Bytes() + visible, 0, m_length - visible);
+    }
     Cut(total);
     return true;
 }
@@ -173,7 +181,7 @@ bool VString::AppendOne(char character) noexcept {
 VString& VString::operator=(VString const& other) {
     if (this != &other) {
         if (other.m_block.Bytes()) {
-            Assign(other.m_block.Bytes(), other.m_length);
+            Assign(other.m_block.Bytes(), other.m_length, other.m_mayHoldNul);
         } else {
             Cut(0);
         }
@@ -208,6 +216,7 @@ void VString::Set(char const* text, unsigned long length) {
         if (length < m_capacity) {
             if (length > m_length) {
                 std::memset(m_block.Bytes() + m_length, 0, length - m_length);
+                m_mayHoldNul = true;
             }
             Cut(length);
         }
@@ -228,6 +237,7 @@ void VString::Set(char const* text, unsigned long length) {
         std::memcpy(m_block.Bytes(), text, visible);
     }
     std::memset(m_block.Bytes() + visible, 0, length - visible);
+    m_mayHoldNul = visible < length;
     Cut(length);
 }
 
@@ -235,7 +245,7 @@ void VString::Format(char const* format, ...) {
     char text[kFormatSize];
     std::va_list arguments;
     va_start(arguments, format);
-    FormatBounded(text, sizeof text, format, arguments);
+    FormatCut(text, sizeof text, format, arguments);
     va_end(arguments);
     *this = text;
 }
@@ -303,11 +313,11 @@ bool VString::IsEqual(VObject const& other) const {
 // Paths
 
 void VString::DeleteLastPathComponent() {
-    for (char const separator : {'\\', '/'}) {
-        if (void const* const found = m_length ? ::memrchr(m_block.Bytes(), separator, m_length) : nullptr) {
-            Cut(static_cast<unsigned long>(static_cast<char const*>(found) - m_block.Bytes()));
-            return;
-        }
+    std::string_view const text(CString(), m_length);
+    std::size_t const backslash = text.rfind('\\');
+    std::size_t const separator = backslash != text.npos ? backslash : text.rfind('/');
+    if (separator != text.npos) {
+        Cut(separator);
     }
 }
 
@@ -315,16 +325,19 @@ void VString::AppendPathComponent(char const* component) {
     if (!component) {
         return;
     }
-    unsigned long const count = std::strlen(component);
-    if (m_length && !IsSeparator(m_block.Bytes()[m_length - 1]) && !IsSeparator(*component)) {
-        char const* const before = Owns(component) ? m_block.Bytes() : nullptr;
-        auto const offset = before ? component - before : 0;
-        if (!AppendOne(VFileManager::HostFileSystemPathComponentSeparator())) {
-            return;
+    if (Owns(component)) {
+        VString const copy(component); // the separator moves or covers the original
+        if (copy.m_capacity) {
+            AppendPathComponent(copy.CString());
+        } else {
+            DropBuffer();
         }
-        component = before ? m_block.Bytes() + offset : component;
+        return;
     }
-    AppendBytes(component, count);
+    bool const isJoined = !m_length || IsSeparator(m_block.Bytes()[m_length - 1]) || IsSeparator(*component);
+    if (isJoined || AppendOne(VFileManager::HostFileSystemPathComponentSeparator())) {
+        AppendBytes(component, std::strlen(component));
+    }
 }
 
 // Description, persistence, pool
@@ -339,9 +352,9 @@ bool VString::Serialize(IAIFile& file) {
         file >> &text;
         std::unique_ptr<char[]> const owned(text);
         *this = text;
-    } else {
-        file << CString();
+        return text && m_capacity;
     }
+    file << CString();
     return true;
 }
 
@@ -350,7 +363,7 @@ void VString::Release() const {
     if (isLast && !m_inPool && ms_bRecyclingEnabled.load(std::memory_order_relaxed) &&
         typeid(*this) == typeid(VString) &&
         TRecyclePool<VString>::Push(ms_recycledStrings, this, &VString::m_inPool)) {
-        return; // it may be someone else's string already
+        return; // another thread may hold the string already
     }
     VObject::Release();
 }
@@ -400,7 +413,7 @@ bool VString::snprintf(char* buffer, unsigned long size, char const* format, ...
     if (buffer && size) {
         std::va_list arguments;
         va_start(arguments, format);
-        FormatBounded(buffer, size, format, arguments);
+        FormatCut(buffer, size, format, arguments);
         va_end(arguments);
         buffer[size - 1] = '\0';
     }

@@ -12,23 +12,24 @@ template <class T>
 class VObjectRingBufferTmpl;
 
 /// The library's string: owned, NUL-terminated 8-bit text with a length and a capacity, also used for paths.
-/// Bytes are never interpreted: comparison is byte-wise, and no operation knows an encoding.
+/// Bytes have no encoding: comparison is byte-wise.
 ///
 ///     VString path("/opt/app");
 ///     path.AppendPathComponent("icons");      // "/opt/app/icons"
 ///     path << '/' << 42;                      // numbers and characters append too
 ///
-/// Text given to an operation may come from the string itself. Null text is empty text. When memory runs out
-/// the string is left without a buffer (length and capacity 0) and stays usable; text longer than
-/// `kMaxLength` is refused and leaves the string as it was. The length equals the position of the first NUL,
-/// except after `Set`.
+/// Text given to an operation may be a part of the string itself. Null text is empty text, also as a format. When
+/// memory runs out, the string is left without a buffer (length and capacity 0) and stays usable. Text that would
+/// make it longer than `kMaxLength` is refused and leaves the string as it was. The length is the position of the
+/// first NUL, except after `Set`.
 ///
 /// `s << t` with a string `t` appends the *description* of `t`, as for any object; append `t.CString()` for
-/// its text. A string in an `if` or `<<` never turns into a `char const*` by itself.
+/// its text. There is no conversion to `char const*`.
 ///
-/// Dying strings go to a pool of `kPoolCapacity` objects, from which `New` and `NewString` take theirs.
+/// Released strings go to a pool of `kPoolCapacity` objects, from which `New` and `NewString` take theirs.
 ///
-/// Ownership: owns its text. Factories give an owned string.
+/// Ownership: owns its text. Factories give an owned string, or throw `std::bad_alloc` when there is no memory for the
+/// object.
 /// Threads: one thread at a time per string; pool and factories may be used by any thread.
 class VString : public Registered<VString, VObject> {
   public:
@@ -45,7 +46,7 @@ class VString : public Registered<VString, VObject> {
     VString() : VString(nullptr, nullptr) {}
     /// A copy of `text`; null gives the empty string.
     VString(char const* text) : VString(nullptr, text) {}
-    /// As `operator=`, but never without a buffer while there is memory.
+    /// As `operator=`; the copy of a string without a buffer has one.
     VString(VString const& other);
     ~VString() override;
 
@@ -63,11 +64,11 @@ class VString : public Registered<VString, VObject> {
     /// The one character; the zero character clears.
     VString& operator=(char character);
 
-    /// Takes `length` bytes of `text`, which ends early at a NUL; the rest up to `length` is NUL then. With
-    /// the string's own `CString()` cuts it to `length` in place, or extends it with NULs while `length` is
-    /// below the capacity; does nothing beyond that.
-    /// DELIBERATE: the length becomes `length` even when the
-    /// text is shorter; `Length()` may exceed what `CString()` shows.
+    /// Takes the first `length` bytes of `text`. Where the text is shorter, the rest is NUL. With the string's own
+    /// `CString()`, cuts it to `length` or extends it with NULs, in place; does nothing when `length` is not below the
+    /// capacity.
+    /// DELIBERATE: the length becomes `length` even when the text is shorter; `Length()` may exceed what `CString()`
+    /// shows. Appending that makes the capacity grow turns what stands after the first NUL into NULs.
     void Set(char const* text, unsigned long length);
 
     void Append(char const* text);
@@ -80,16 +81,16 @@ class VString : public Registered<VString, VObject> {
     VString& operator<<(int number);
     /// Appends the object's description.
     VString& operator<<(VObject const& object);
-    /// Sets the string to the formatted text, printf-style; cut to `kFormatSize` - 1 bytes.
+    /// Sets the string to the formatted text, printf-style, cut to `kFormatSize` - 1 bytes.
     void Format(char const* format, ...) __attribute__((format(printf, 2, 3)));
 
     unsigned long Length() const noexcept { return m_length; }
-    /// Bytes the string reports as its buffer, terminator included; 0 without a buffer.
+    /// The size of the buffer in bytes, terminator included; 0 without a buffer.
     unsigned long Capacity() const noexcept { return m_capacity; }
     bool IsEmpty() const noexcept { return m_length == 0; }
     /// The text (borrowed until the next change); never null.
     char const* CString() const noexcept { return m_block.Bytes() ? m_block.Bytes() : ""; }
-    /// 0 at the length and beyond it.
+    /// 0 for an index that is not below the length.
     char GetCharAtIndex(unsigned long index) const noexcept {
         return index < m_length ? m_block.Bytes()[index] : '\0';
     }
@@ -108,22 +109,22 @@ class VString : public Registered<VString, VObject> {
     /// Same class and same text.
     bool IsEqual(VObject const& other) const override;
 
-    /// Removes the last separator and all behind it, in place; without a separator nothing changes.
+    /// Removes the last separator and everything after it, in place; without a separator nothing changes.
     /// DELIBERATE: a backslash anywhere goes before every '/'; "C:\dir/file" becomes "C:".
     void DeleteLastPathComponent();
-    /// Appends `component`, with a '/' between unless either side brings a separator ('/' or backslash).
-    /// Nothing is collapsed, and an empty component leaves a trailing '/'.
+    /// Appends `component`, after a '/' unless the string is empty or either side has a separator ('/' or backslash)
+    /// there. Nothing is collapsed: an empty component leaves a trailing '/'.
     void AppendPathComponent(char const* component);
 
     /// "[<class name>] ".
     void GetDescription(VString& out) const override;
-    /// The text as the file's string; its limits on length apply. True.
+    /// The text as the file's string; its limits on length apply. False when memory ran out.
     bool Serialize(IAIFile& file) override;
     /// Up to 10 characters stand in the attribute "string", more in the element's text. Reads either; without
-    /// both the string is empty. False when it could not be written.
+    /// both the string is empty. False when it could not be written, or memory ran out.
     bool SerializeAsXML(VXMLFile& file) override;
 
-    /// Puts a dying string into the pool, if there is room. Strings of derived classes just die.
+    /// The last one puts the string into the pool if there is room. Strings of derived classes are never pooled.
     void Release() const override;
 
     static void InitializeClass();
@@ -133,15 +134,15 @@ class VString : public Registered<VString, VObject> {
 
     /// The C library's; returns the destination. Null text counts as empty.
     static char* strncpy(char* destination, char const* source, unsigned long size);
-    /// A copy owned by the caller (array delete); null for null or when memory runs out.
+    /// A copy, owned by the caller (array delete). Null for null, and when memory runs out.
     static char* strdup(char const* text);
-    /// Compares without regard to case, by the C library's rules. Null sorts first.
+    /// Compares ignoring case, by the C library's rules. Null sorts first.
     static int stricmp(char const* a, char const* b);
-    /// Formats at most `size` - 1 bytes and a terminator into `buffer`, and another terminator into its last
-    /// byte. Writes nothing when `size` is 0. True.
+    /// Formats at most `size` - 1 bytes and a terminator into `buffer`; writes nothing when `size` is 0. True.
+    /// DELIBERATE: also writes a terminator into the last byte of `buffer`; what stood there is lost.
     static bool snprintf(char* buffer, unsigned long size, char const* format, ...)
         __attribute__((format(printf, 3, 4)));
-    /// True when the text behind the last '.' of the last component is `extension` (given without the dot).
+    /// True when `extension` (given without the dot) is the text after the last '.' of the last component.
     static bool CStringHasPathExtension(char const* path, char const* extension, bool caseInsensitive);
 
     /// Switches the pool; cleared when the library shuts down.
@@ -156,7 +157,7 @@ class VString : public Registered<VString, VObject> {
   private:
     bool Allocate(unsigned long size, bool keepBytes = false) noexcept;
     bool Reallocate(unsigned long size) noexcept;
-    void Assign(char const* text, unsigned long length) noexcept;
+    void Assign(char const* text, unsigned long length, bool mayHoldNul = false) noexcept;
     bool AppendBytes(char const* text, unsigned long count) noexcept;
     bool AppendOne(char character) noexcept;
     bool Owns(char const* text) const noexcept;
@@ -167,7 +168,8 @@ class VString : public Registered<VString, VObject> {
     std::uint32_t m_length = 0;
     std::uint32_t m_capacity = 0;
     mutable bool m_inPool = false;
-    char* m_secondBuffer = nullptr; // array new; no operation of this class fills it
+    bool m_mayHoldNul = false;      // false: the length is the position of the first NUL
+    char* m_secondBuffer = nullptr; // array new, freed with the first; no operation fills it
 };
 
 /// A size as another type. Nothing is checked: high bits that do not fit are dropped.

@@ -1,7 +1,5 @@
 #include "foundation/strings/VStringTokenizer.h"
 
-#include <cstring>
-
 namespace VFoundation {
 
 namespace {
@@ -91,7 +89,7 @@ VString* VStringTokenizer::GetNextToken(bool keepQuotes) {
 bool VStringTokenizer::FindToken(std::uint32_t start) {
     m_tokenLength = 0;
     m_isQuoted = false;
-    if (!m_text || start >= std::strlen(m_text->CString())) {
+    if (!m_text || start >= m_text->Length()) {
         return false;
     }
     char openQuote = '\0';

@@ -8,8 +8,7 @@
 
 namespace VFoundation {
 
-/// Splits text into tokens at any of a set of delimiters. A token may stand in quotes, inside which delimiters
-/// are text.
+/// Splits text into tokens at any of a set of delimiters. Inside a quoted token delimiters are text.
 ///
 ///     VStringTokenizer tokens("a,\"b,c\"", ',');
 ///     tokens.SetQuoteCharacter('"');
@@ -17,10 +16,10 @@ namespace VFoundation {
 ///     while (tokens.GetNextToken(token, false)) { ... }       // a, then b,c
 ///
 /// Two adjacent delimiters have an empty token between them; nothing follows a final delimiter. Without
-/// delimiters the text is one token, without quote characters quotes are text.
+/// delimiters the text is one token; without quote characters quotes are text.
 ///
-/// The first malformed token ends the tokens: a quote inside or unclosed, a quote that another character
-/// closes, text behind a closing quote.
+/// The first malformed token ends the tokens: a quote inside it, a quote that is not closed or closed by another quote
+/// character, text after a closing quote.
 ///
 /// Ownership: copies text and characters; `GetNextToken(bool)` gives an owned string.
 /// Threads: one thread at a time.
@@ -30,7 +29,7 @@ class VStringTokenizer : public Registered<VStringTokenizer, VObject> {
     static VClass* ms_theClass;
 
     explicit VStringTokenizer(VClass* cls = nullptr) : Registered(cls) {}
-    /// Also counts the tokens. A null text is none; the zero character is no delimiter.
+    /// Also counts the tokens. Null is the empty text; the zero character is no delimiter.
     VStringTokenizer(char const* text, char delimiter);
     VStringTokenizer(VStringTokenizer const&) = delete;
     VStringTokenizer& operator=(VStringTokenizer const&) = delete;
@@ -52,10 +51,10 @@ class VStringTokenizer : public Registered<VStringTokenizer, VObject> {
     long LastCount() const noexcept { return m_count; }
 
     bool HasMoreTokens();
-    /// Sets `token` and goes on to the next; false, with `token` untouched, when there is none. A quoted token
-    /// loses its quotes unless `keepQuotes`.
+    /// Sets `token` and moves on; false, with `token` untouched, when there is none. A quoted token loses its quotes
+    /// unless `keepQuotes`.
     bool GetNextToken(VString& token, bool keepQuotes);
-    /// The token as a new string (owned), or null.
+    /// The token as a new string (owned); null when there is none. Throws as `VString::New` does.
     VString* GetNextToken(bool keepQuotes);
 
   private:
@@ -65,7 +64,7 @@ class VStringTokenizer : public Registered<VStringTokenizer, VObject> {
     std::uint32_t m_position = 0;
     std::uint32_t m_tokenLength = 0; // of the token last found, quotes included
     bool m_isQuoted = false;         // it ended with a closing quote
-    VObjectRef<VString> m_text;      // null until set
+    VObjectRef<VString> m_text;      // null until set; without NULs
     VObjectRef<VString> m_delimiters;
     VObjectRef<VString> m_quotes;
 };

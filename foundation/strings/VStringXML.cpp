@@ -1,6 +1,8 @@
 #include "foundation/persistence/VXMLFile.h"
 #include "foundation/strings/VString.h"
 
+#include <cstring>
+
 namespace VFoundation {
 
 namespace {
@@ -21,17 +23,17 @@ bool VString::SerializeAsXML(VXMLFile& file) {
     }
     if (file.ReadAttribute(kTextAttribute, text)) {
         *this = text;
-        return true;
+        return m_capacity != 0;
     }
     *this = "";
+    bool isWhole = m_capacity != 0;
     if (file.OpenFirstChildText()) { // comments and CDATA sections may divide it
         do {
-            file.ReadText(text);
-            Append(text);
+            isWhole = isWhole && file.ReadText(text) && AppendBytes(text, std::strlen(text));
         } while (file.OpenNextSiblingText());
         file.CloseChild();
     }
-    return true;
+    return isWhole;
 }
 
 } // namespace VFoundation

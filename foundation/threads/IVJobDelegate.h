@@ -7,9 +7,12 @@ class VJobServer;
 
 /// Is told what becomes of a job: queued, started, and then succeeded or failed.
 ///
-/// `JobQueued` comes on the thread that added the job, once the job is already on its way: the server's
-/// thread may have started or even ended it by then. The others come on the server's thread. The server holds
-/// no lock meanwhile, so a delegate may call anything, `AddJob` and `EndServer` included.
+/// `JobQueued` is called on the thread that added the job, after it was queued: the server's thread may have
+/// started or even finished it by then. The others are called on the server's thread. The server holds no lock
+/// meanwhile, so a delegate may call anything, `AddJob` and `RequestEnd` included.
+///
+/// An exception of `JobQueued` passes to the caller of `AddJob`, and the job stays queued. Any other exception
+/// makes the job a failed one (`VJobServer`).
 ///
 /// Ownership: jobs borrow their delegate; it outlives them.
 /// Threads: see above. A delegate of several jobs may be called by several threads at once.

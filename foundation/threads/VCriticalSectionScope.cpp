@@ -6,7 +6,7 @@ namespace VFoundation {
 
 void VCriticalSectionScope::Change(VCriticalSection* section) {
     if (section) {
-        section->Retain(); // before the release below: it may be the same section, held by nobody else
+        section->Retain(); // before the release below: it may be the same section, with no other reference
     }
     LeaveAndRelease();
     m_section = section;

@@ -50,8 +50,8 @@ class VJob : public Registered<VJob, VObject> {
     virtual bool DoJob() = 0;
     /// How much of the work is done, 0 to 1.
     virtual double JobProgress() = 0;
-    /// Asks a running job to return from `DoJob` early, and may wait until it has. What the result means is
-    /// for the job to say; the library does not look at it.
+    /// Asks a running job to return from `DoJob` early, and may wait until it has. The library does not look at
+    /// the result.
     virtual bool AbortJob() = 0;
     /// Called by the server before and after the job; overrides call the base version.
     virtual void StartedJob();
@@ -77,7 +77,7 @@ class VJob : public Registered<VJob, VObject> {
 
     /// True between `StartedJob` and `FinishedJob`.
     bool IsActive() const noexcept { return m_active.load(std::memory_order_relaxed); }
-    /// True from a successful `AddJob` to `FinishedJob`; a job thrown out by `KillAllJobs` keeps it.
+    /// True from a successful `AddJob` to `FinishedJob`; a job thrown out by `KillAllJobs` stays so.
     bool IsQueued() const noexcept { return m_queued.load(std::memory_order_relaxed); }
 
     /// Seconds since the server's thread was started; 0 until the event. A job that is queued while no thread

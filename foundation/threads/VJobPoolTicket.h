@@ -4,8 +4,7 @@
 
 namespace VFoundation {
 
-/// A name that the class table knows for a place in a pool of job servers. There is no pool and the ticket
-/// stands for nothing.
+/// Deliberately empty: a name in the class table, without data and operations.
 ///
 /// Ownership: by reference count.
 /// Threads: nothing to share.

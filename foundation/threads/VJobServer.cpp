@@ -1,18 +1,20 @@
 #include "foundation/threads/VJobServer.h"
 
 #include "foundation/containers/VPtrArray.h"
-#include "foundation/core/VException.h"
 #include "foundation/log/VLog.h"
 #include "foundation/threads/IVJobDelegate.h"
 #include "foundation/threads/VJob.h"
-#include "foundation/threads/internal/Futex.h"
+#include "foundation/threads/internal/ForkHook.h"
 #include "foundation/threads/internal/ThreadPresence.h"
 #include "foundation/threads/internal/WaitingJobs.h"
+#include "foundation/threads/internal/WithoutThrowing.h"
 
-#include <algorithm>
-#include <cstdio>
-#include <typeinfo>
+#include <limits>
+#include <new>
 #include <utility>
+
+// The server's queue and the order of its jobs. Its thread's life is in VJobServerThread.cpp, what the thread does
+// with a job in VJobServerPass.cpp.
 
 namespace VFoundation {
 
@@ -22,28 +24,20 @@ std::atomic<bool> VJobServer::ms_bDebugJobServer{false};
 
 namespace {
 
-// Milliseconds.
-constexpr int kPauseTry = 20;
-constexpr long kJobWait = 20;
-constexpr int kRunningLockTry = 500;
-constexpr int kEndTry = 100;
-constexpr long kStartSleep = 10;
+constexpr int kRunningLockTry = 100; // milliseconds
 
-constexpr int kStartSleeps = 10;
-/// After the first one.
-constexpr int kMoreEndTries = 10;
-
-constinit std::mutex s_serversLock;
+/// Protects `VJobServer::ms_jobServersArray`, which is public.
+constinit detail::Mutex s_serversLock;
 
 void EnterInServers(VJobServer* server) {
-    std::lock_guard const lock(s_serversLock);
-    if (VJobServer::ms_jobServersArray) {
-        VJobServer::ms_jobServersArray->AddPtr(server);
+    detail::MutexLock const lock(s_serversLock);
+    if (VJobServer::ms_jobServersArray && !VJobServer::ms_jobServersArray->AddPtr(server)) {
+        throw std::bad_alloc();
     }
 }
 
 void RemoveFromServers(VJobServer* server) {
-    std::lock_guard const lock(s_serversLock);
+    detail::MutexLock const lock(s_serversLock);
     if (VJobServer::ms_jobServersArray) {
         VJobServer::ms_jobServersArray->RemovePtr(server);
     }
@@ -51,43 +45,24 @@ void RemoveFromServers(VJobServer* server) {
 
 } // namespace
 
-/// The time that a thread spends in the server, however it ends.
-class VJobServer::ThreadScope {
-  public:
-    explicit ThreadScope(VJobServer* server) : m_server(server), m_presence(server->CurrentPresence()) {
-        m_presence->Enter();
-    }
-    ThreadScope(ThreadScope const&) = delete;
-    ThreadScope& operator=(ThreadScope const&) = delete;
-    ~ThreadScope() {
-        m_server->LeaveThread(*m_presence, m_holdsRunningLock);
-        m_server->Release();
-        m_presence->Leave();
-    }
-
-    bool TakeRunningLock() { return m_holdsRunningLock = m_server->m_runningLock.TryLock(kRunningLockTry); }
-
-  private:
-    VJobServer* m_server;
-    std::shared_ptr<ThreadPresence> m_presence;
-    bool m_holdsRunningLock = false;
-};
-
 VJobServer::VJobServer(VClass* cls, char const* name, int queueSize)
     : Registered(cls), m_jobsSemaphore(queueSize, name),
       m_queue(static_cast<unsigned long>(long{queueSize} + 1)),
-      m_waiting(std::make_unique<WaitingJobs>(long{queueSize} + 1)), m_name(name) {
+      m_waiting(std::make_unique<WaitingJobs>(long{queueSize} + 1)), m_name(name),
+      m_forkHook(std::make_unique<ForkHook>(this, ForkHook::Calls{nullptr, nullptr, &ForgetThreadInChild})) {
     EnterInServers(this);
 }
 
 VJobServer::~VJobServer() {
-    VLog::Trace("VJobServer [DESTRUCTOR]: %s  START\n", m_name.CString());
-    bool const stopped = m_runningLock.TryLock(kEndTry);
-    VLog::Trace("VJobServer [DESTRUCTOR]: %s  Server running: %s\n", m_name.CString(),
-                stopped ? "no" : "yes");
+    WithoutThrowing([this] { VLog::Trace("VJobServer [DESTRUCTOR]: %s  START\n", m_name.CString()); });
+    bool const stopped = m_runningLock.TryLock(kRunningLockTry);
+    WithoutThrowing([&] {
+        VLog::Trace("VJobServer [DESTRUCTOR]: %s  Server running: %s\n", m_name.CString(),
+                    stopped ? "no" : "yes");
+    });
     m_waiting.reset();
     m_currentJob.Exchange(nullptr);
-    VLog::Trace("VJobServer [DESTRUCTOR]: %s  END\n", m_name.CString());
+    WithoutThrowing([this] { VLog::Trace("VJobServer [DESTRUCTOR]: %s  END\n", m_name.CString()); });
     RemoveFromServers(this);
 }
 
@@ -96,21 +71,16 @@ VJobServer* VJobServer::New() {
 }
 
 void VJobServer::InitializeClass() {
-    auto* made = VPtrArray::New();
-    {
-        std::lock_guard const lock(s_serversLock);
-        if (!ms_jobServersArray) {
-            ms_jobServersArray = std::exchange(made, nullptr);
-        }
-    }
-    if (made) {
-        made->Release();
+    auto made = VObjectRef<VPtrArray>::Adopt(VPtrArray::New());
+    detail::MutexLock const lock(s_serversLock);
+    if (!ms_jobServersArray) {
+        ms_jobServersArray = made.Detach();
     }
 }
 
 void VJobServer::UninitializeClass() {
-    VObjectRef<VPtrArray> servers;
-    std::lock_guard const lock(s_serversLock);
+    VObjectRef<VPtrArray> servers; // released after the lock
+    detail::MutexLock const lock(s_serversLock);
     servers = VObjectRef<VPtrArray>::Adopt(std::exchange(ms_jobServersArray, nullptr));
 }
 
@@ -127,19 +97,12 @@ void VJobServer::GetDescription(VString& out) const {
     VString queued;
     queued.Format("%s  Queued: %li\n", IsServerRunning() ? "  [ACTIVE]" : "  Inactive", m_queue.UsedCount());
     out << queued.CString();
-    VObjectRef<VJob> current;
-    {
-        std::lock_guard const lock(m_jobsLock);
-        current = m_currentJob;
-    }
-    if (current) {
+    if (auto const current = CurrentJob()) {
         out << "\nActive:\n" << current->Description().CString();
     } else {
         out << "\nNo active Job.\n";
     }
 }
-
-// Jobs
 
 bool VJobServer::AddJob(VJob* job) {
     if (!job) {
@@ -170,28 +133,17 @@ bool VJobServer::AddJob(VJob* job) {
 bool VJobServer::KillAllJobs() {
     m_queue.RemoveAllObjects();
     for (;;) {
-        VObjectRef<VJob> waiting;
-        std::lock_guard const lock(m_jobsLock); // goes before the job does
+        VObjectRef<VJob> waiting; // released after the lock
+        detail::MutexLock const lock(m_jobsLock);
         waiting = m_waiting->TakeFirst();
         if (!waiting) {
             break;
         }
     }
-    VObjectRef<VJob> current;
-    {
-        std::lock_guard const lock(m_jobsLock);
-        current = m_currentJob;
-    }
-    if (current) {
+    if (auto const current = CurrentJob()) {
         current->AbortJob();
     }
     return true;
-}
-
-void VJobServer::ServerPreDoActiveJob() {
-}
-
-void VJobServer::ServerPostDoActiveJob() {
 }
 
 bool VJobServer::CompareJobs(VJob* a, VJob* b) {
@@ -209,290 +161,81 @@ int VJobServer::CompareJobFunction(VObject const** a, VObject const** b) {
 }
 
 void VJobServer::SortJobArray() {
-    std::lock_guard const lock(m_jobsLock);
+    detail::MutexLock const lock(m_jobsLock);
     m_waiting->Sort(&CompareJobFunction);
 }
 
-/// Only then is the order known without asking `CompareJobs`.
-bool VJobServer::IsPlainServer() const {
-    return typeid(*this) == typeid(VJobServer);
-}
-
+/// Moves all queued jobs to their places among the waiting ones. A job that does not go before the last one is
+/// appended, which spares long lists; any other goes before the first that it precedes. `CompareJobs` may be
+/// client code and is called without the lock, so jobs may be thrown out or sorted at any step.
 void VJobServer::CollectJobs() {
     VJob* popped = nullptr;
-    if (IsPlainServer()) {
-        std::lock_guard const lock(m_jobsLock);
-        while (m_queue.Pop(&popped)) {
-            InsertByPriority(VObjectRef<VJob>::Adopt(popped).Get());
-        }
-        return;
-    }
+    VObjectRef<VJob> last;
     while (m_queue.Pop(&popped)) {
-        InsertByHook(VObjectRef<VJob>::Adopt(popped).Get());
-    }
-}
-
-void VJobServer::InsertByPriority(VJob* job) {
-    long const count = m_waiting->Count();
-    long index = 0;
-    if (count == 0 || job->Priority() <= m_waiting->At(count - 1)->Priority()) {
-        index = count;
-    }
-    while (index < count && job->Priority() <= m_waiting->At(index)->Priority()) {
-        ++index;
-    }
-    m_waiting->Insert(job, index);
-}
-
-/// As the hook is called without the lock, the jobs may be thrown out or sorted at any step.
-void VJobServer::InsertByHook(VJob* job) {
-    long index = 0;
-    auto const isNextAhead = [&] {
-        VObjectRef<VJob> next;
-        {
-            std::lock_guard const lock(m_jobsLock);
-            next.Exchange(m_waiting->At(index));
+        auto const job = VObjectRef<VJob>::Adopt(popped);
+        long index = 0;
+        try {
+            if (!last) {
+                last = WaitingJob(-1);
+            }
+            if (!last || !CompareJobs(job.Get(), last.Get())) {
+                index = std::numeric_limits<long>::max();
+                last = job;
+            } else {
+                for (auto next = WaitingJob(0); next && !CompareJobs(job.Get(), next.Get());
+                     next = WaitingJob(index)) {
+                    ++index;
+                }
+                last.Exchange(nullptr);
+            }
+        } catch (...) {
+            InsertBefore(index, job.Get()); // no job is lost to a comparison that throws
+            throw;
         }
-        return next && !CompareJobs(job, next.Get());
-    };
-    auto const insert = [&] {
-        std::lock_guard const lock(m_jobsLock);
-        m_waiting->Insert(job, std::min(index, m_waiting->Count()));
-    };
+        InsertBefore(index, job.Get());
+    }
+}
+
+/// The job at `index`; the last one for -1. Empty out of range.
+VObjectRef<VJob> VJobServer::WaitingJob(long index) const {
+    detail::MutexLock const lock(m_jobsLock);
+    return VObjectRef<VJob>(m_waiting->At(index >= 0 ? index : m_waiting->Count() - 1));
+}
+
+/// A job that finds no memory goes back to the queue, whose place it has just left.
+void VJobServer::InsertBefore(long index, VJob* job) {
     try {
-        while (isNextAhead()) {
-            ++index;
+        detail::MutexLock const lock(m_jobsLock);
+        if (!m_waiting->Insert(job, index)) {
+            throw std::bad_alloc();
         }
     } catch (...) {
-        insert(); // no job is lost to a comparison that throws
+        m_queue.Push(job);
         throw;
     }
-    insert();
 }
 
 VJob* VJobServer::MakeFirstCurrent() {
-    std::lock_guard const lock(m_jobsLock);
+    detail::MutexLock const lock(m_jobsLock);
     m_currentJob = m_waiting->TakeFirst();
     return m_currentJob.Get();
 }
 
-void VJobServer::DropCurrentJob() {
-    VObjectRef<VJob> done;
-    std::lock_guard const lock(m_jobsLock);
-    std::swap(done, m_currentJob);
+VObjectRef<VJob> VJobServer::CurrentJob() const {
+    detail::MutexLock const lock(m_jobsLock);
+    return m_hasLostThread.load() ? VObjectRef<VJob>() : m_currentJob;
 }
 
-// The thread
+void VJobServer::DropCurrentJob() {
+    VObjectRef<VJob> done; // released after the lock
+    detail::MutexLock const lock(m_jobsLock);
+    std::swap(done, m_currentJob);
+}
 
 /// Seconds since the thread started; negative without a thread.
 double VJobServer::TimeStamp() const {
     double const start = m_threadStart.load(std::memory_order_relaxed);
     return start < 0 ? start : m_clock.GetElapsedTime() - start;
-}
-
-bool VJobServer::IsOwnThread() const noexcept {
-    return m_threadID.load(std::memory_order_relaxed) == VThread::GetCurrentThreadID();
-}
-
-std::shared_ptr<ThreadPresence> VJobServer::CurrentPresence() const {
-    std::lock_guard const lock(m_threadLock);
-    return m_presence;
-}
-
-bool VJobServer::StartServer() {
-    if (!m_serverLock.TryLock(0)) {
-        return false;
-    }
-    bool const attempted = StartThread();
-    m_serverLock.Unlock();
-    for (int sleeps = 0; attempted && sleeps < kStartSleeps && m_state.load() == eStarting; ++sleeps) {
-        MonotonicTime const end = std::chrono::steady_clock::now() + std::chrono::milliseconds(kStartSleep);
-        FutexWait(m_state, eStarting, &end);
-    }
-    return attempted;
-}
-
-/// False when there is a thread already.
-bool VJobServer::StartThread() {
-    auto const presence = std::make_shared<ThreadPresence>();
-    {
-        std::lock_guard const lock(m_threadLock);
-        if (IsServerRunning() || (m_presence && !m_presence->HasLeft())) {
-            return false;
-        }
-        m_presence = presence;
-    }
-    m_state.store(eStarting);
-    Retain(); // the thread's reference
-    auto thread =
-        VObjectRef<VThread>::Adopt(VThread::StartThread(&ServerThreadProxy, this, m_name.CString()));
-    if (!thread) {
-        m_state.store(eStopped);
-        presence->Leave();
-        Release();
-        return true;
-    }
-    thread->SetPriority(m_threadPriority);
-    VThread::RegisterThread(thread.Get());
-    {
-        std::lock_guard const lock(m_threadLock);
-        m_thread = std::move(thread);
-    }
-    presence->PublishHandle();
-    return true;
-}
-
-bool VJobServer::EndServer(bool /*wait*/) {
-    if (IsOwnThread()) {
-        m_state.store(eStopped); // it cannot wait for itself
-        return true;
-    }
-    for (int tries = 0; tries <= kMoreEndTries; ++tries) {
-        bool const stopped = m_runningLock.TryLock(kEndTry);
-        m_state.store(eStopped); // also for a thread that has not come up yet
-        if (stopped) {
-            m_runningLock.Unlock();
-            if (auto const presence = CurrentPresence()) {
-                presence->WaitUntilLeft(kEndTry);
-            }
-            return true;
-        }
-    }
-    std::fprintf(stderr, "%s - %s aborting - thread stuck?\n", "VJobServer::EndServer", m_name.CString());
-    return true;
-}
-
-void* VJobServer::ServerThreadProxy(void* server) {
-    {
-        auto* const self = static_cast<VJobServer*>(server);
-        ThreadScope scope(self);
-        self->ServerThread(scope);
-    }
-    VThread::EndThread();
-}
-
-void VJobServer::ServerThread(ThreadScope& scope) {
-    m_threadID.store(VThread::GetCurrentThreadID(), std::memory_order_relaxed);
-    std::uint32_t expected = eStarting;
-    if (m_state.compare_exchange_strong(expected, eRunning)) {
-        FutexWakeAll(m_state);
-    }
-    VLog::Trace("[%s] thread STARTED\n", m_name.CString());
-    m_threadStart.store(m_clock.GetElapsedTime(), std::memory_order_relaxed);
-    if (!scope.TakeRunningLock()) {
-        VLog::Trace("[%s] (server thread) ERROR: did not obtain server running lock! Aborting.\n",
-                    m_name.CString());
-        return;
-    }
-    while (IsServerRunning()) {
-        if (!Guarded(&VJobServer::RunPass)) {
-            while (!Guarded(&VJobServer::FinishInterruptedJob)) {
-            }
-            DropCurrentJob();
-        }
-    }
-}
-
-void VJobServer::LeaveThread(ThreadPresence& presence, bool holdsRunningLock) {
-    m_state.store(eStopped); // a job may have ended the thread itself
-    DropCurrentJob();
-    m_threadStart.store(-1, std::memory_order_relaxed);
-    presence.WaitForHandle(kEndTry);
-    VObjectRef<VThread> thread;
-    {
-        std::lock_guard const lock(m_threadLock);
-        thread = std::move(m_thread);
-    }
-    VThread::UnregisterThread(thread.Get());
-    thread.Exchange(nullptr);
-    VLog::Trace("[%s] thread ENDED\n", m_name.CString());
-    m_threadID.store(VThread::ThreadID{}, std::memory_order_relaxed);
-    if (holdsRunningLock) {
-        m_runningLock.Unlock();
-    }
-}
-
-/// False when the step was ended by an exception.
-bool VJobServer::Guarded(void (VJobServer::*step)()) {
-    try {
-        (this->*step)();
-        return true;
-    } catch (VException const&) {
-        VLog::Trace("VException in server: %s (stage:%i)\n", m_name.CString(), m_stage);
-        VLog::Trace("VJobServer::ServerThread - A VException occured! (stage:%i)\n", m_stage);
-    } catch (...) {
-        if (VThread::CaughtEndOfThread()) {
-            throw;
-        }
-        VLog::Trace("Exception in server: %s (stage:%li)\n", m_name.CString(), long{m_stage});
-        VLog::Trace("VJobServer::ServerThread - An unrecognised exception occured! (stage:%i)\n", m_stage);
-    }
-    return false;
-}
-
-void VJobServer::RunPass() {
-    m_stage = ePausing;
-    if (!m_serverLock.TryLock(kPauseTry)) {
-        return;
-    }
-    m_serverLock.Unlock();
-    m_stage = eWaiting;
-    if (!m_jobsSemaphore.WaitForSemaphore(kJobWait)) {
-        return;
-    }
-    m_stage = eCollecting;
-    CollectJobs();
-    m_stage = eTaking;
-    VJob* const job = MakeFirstCurrent();
-    if (!job) {
-        return; // the jobs were thrown out, or the signal came from another process
-    }
-    m_stage = eWorking;
-    bool const succeeded = Work(job);
-    m_stage = eReporting;
-    Report(job, succeeded);
-    m_stage = eFinishing;
-    job->FinishedJob();
-    if (ms_bDebugJobServer.load(std::memory_order_relaxed)) {
-        VString const description = job->Description();
-    }
-    m_stage = eReleasing;
-    DropCurrentJob();
-}
-
-bool VJobServer::Work(VJob* job) {
-    job->StartedJob();
-    if (IVJobDelegate* const delegate = job->Delegate()) {
-        delegate->JobStarted(this, job);
-    }
-    ServerPreDoActiveJob();
-    job->m_startTime.store(TimeStamp(), std::memory_order_relaxed);
-    bool const succeeded = job->DoJob();
-    job->m_endTime.store(TimeStamp(), std::memory_order_relaxed);
-    ServerPostDoActiveJob();
-    return succeeded;
-}
-
-void VJobServer::Report(VJob* job, bool succeeded) {
-    IVJobDelegate* const delegate = IsServerRunning() ? job->Delegate() : nullptr;
-    if (delegate && succeeded) {
-        delegate->JobSucceeded(this, job);
-    } else if (delegate) {
-        delegate->JobFailed(this, job);
-    }
-}
-
-/// Does what an exception kept a pass from doing. Each call gets at least one stage further.
-void VJobServer::FinishInterruptedJob() {
-    VJob* const job = m_currentJob.Get(); // changed by this thread only
-    if (job && m_stage == eWorking) {
-        m_stage = eReporting;
-        Report(job, false);
-    }
-    if (job && m_stage == eReporting) {
-        m_stage = eFinishing;
-        job->FinishedJob();
-    }
 }
 
 } // namespace VFoundation

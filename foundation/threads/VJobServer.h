@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/containers/VObjectRingBufferTmpl.h"
+#include "foundation/core/Mutex.h"
 #include "foundation/core/Registered.h"
 #include "foundation/core/VObjectRef.h"
 #include "foundation/log/VStopWatch.h"
@@ -12,10 +13,10 @@
 #include <atomic>
 #include <cstdint>
 #include <memory>
-#include <mutex>
 
 namespace VFoundation {
 
+class ForkHook;
 class ThreadPresence;
 class VJob;
 class VPtrArray;
@@ -29,8 +30,8 @@ class WaitingJobs;
 ///     server->KillAllJobs();
 ///     server->EndServer(true);
 ///
-/// End a server before its last `Release`: its thread holds a reference, and nobody could end it afterwards.
-/// It can be started again; jobs still queued are run then.
+/// End a server before its last `Release`: its thread holds a reference, and after that no one could end it. It
+/// can be started again; jobs still queued are run then.
 ///
 /// The name is that of a semaphore which the whole system shares (`VSemaphore`): choose one that no other
 /// server on the machine has, and without '/'. A server whose semaphore cannot be opened takes jobs and runs
@@ -38,7 +39,11 @@ class WaitingJobs;
 /// 1 % of a core; a job added by this process starts it at once.
 ///
 /// An exception that leaves a hook, a delegate or `DoJob` is written to the log. The job then counts as
-/// failed, and the thread goes on to the next one.
+/// failed, and the thread goes on to the next one. What the log itself throws on the thread is dropped.
+///
+/// A child process (`fork`, made while no job runs and no thread calls the library) has the server without its
+/// thread: it is not running, its server lock is free, and it can be started again. The job that ran in the
+/// parent is let go of; queued ones stay. Parent and child share the semaphore: run the server in one of them.
 ///
 /// DELIBERATE: each signal of the semaphore runs at most one job; signals and jobs go by count, so one that
 /// another process took leaves a job waiting until the next is added.
@@ -46,10 +51,11 @@ class WaitingJobs;
 /// `IsServerRunning()`.
 /// DELIBERATE: `EndServer` lets a running server work for another 100 ms before it asks it to stop.
 /// DELIBERATE: `EndServer` is true although the thread did not stop; a line on the standard error stream says
-/// so.
+/// so. On the server's own thread, which cannot stop meanwhile, that is always so.
 ///
 /// Ownership: retains queued jobs until they have run. The thread retains the server.
-/// Threads: any thread may call any operation. No lock is held while hooks, delegates or jobs are called.
+/// Threads: any thread may call any operation. No lock is held while hooks, delegates or jobs are called. The
+/// end of the library waits for a thread that was told to end.
 class VJobServer : public Registered<VJobServer, VObject> {
   public:
     static constexpr char const* kClassName = "VJobServer";
@@ -78,26 +84,29 @@ class VJobServer : public Registered<VJobServer, VObject> {
     /// Hooks around each job, on the server's thread.
     virtual void ServerPreDoActiveJob();
     virtual void ServerPostDoActiveJob();
-    /// True when `a` is to run before `b`: if its priority is higher; false for null. Called on the server's
+    /// True when `a` is to run before `b`: if its priority is higher; false for null. An override is a strict
+    /// order, so that a job which does not go before the last one goes before none. Called on the server's
     /// thread.
     virtual bool CompareJobs(VJob* a, VJob* b);
     /// Sorts what is waiting by `CompareJobFunction`; needed only if priorities changed after queuing.
     virtual void SortJobArray();
 
-    /// Starts the thread and waits until it is up, at most 100 ms. False when it runs already, while one that
-    /// was ended is still on its way out, and while another thread holds the server lock.
+    /// Starts the thread and waits until it is up, at most 100 ms. False, and nothing changed, when it runs
+    /// already, while one that was ended is still on its way out, while another thread holds the server lock,
+    /// and when memory runs out before the start.
     bool StartServer();
-    /// Stops the thread; the job it is at is finished first. Waits at most 1.1 s. True. Called by a job, a
-    /// delegate or a hook on the thread itself it does not wait: the thread ends after the job. The argument
-    /// has no effect.
+    /// Stops the thread; the job it is at is finished first. A thread that is still starting comes up and gets
+    /// its 100 ms as any other. Waits at most 1.1 s, and as long as a start takes. True. The argument has no
+    /// effect. A job, a delegate or a hook calls `RequestEnd` instead.
     bool EndServer(bool wait);
-    /// Throws out all jobs that wait and asks the running one to stop (`VJob::AbortJob`, which may wait).
-    /// True.
+    /// Tells the thread to end after the job that it is at, without waiting.
+    void RequestEnd();
+    /// Throws out all jobs that wait and asks the running one to stop (`VJob::AbortJob`, which may wait). True.
     bool KillAllJobs();
 
     bool IsServerRunning() const noexcept { return m_state.load() == eRunning; }
     VString const& Name() const noexcept { return m_name; }
-    /// Whoever holds this lock (borrowed) keeps the thread from starting another job.
+    /// While this lock (borrowed) is held the thread starts no other job.
     VLock* ServerLock() noexcept { return &m_serverLock; }
 
     /// Orders two jobs, the higher priority first and null last.
@@ -117,6 +126,7 @@ class VJobServer : public Registered<VJobServer, VObject> {
     VString m_text;
 
   private:
+    class StartScope;
     class ThreadScope;
 
     enum eState : std::uint32_t { eStopped, eStarting, eRunning };
@@ -132,31 +142,38 @@ class VJobServer : public Registered<VJobServer, VObject> {
         eReleasing = 8
     };
 
+    // The queue and its order: VJobServer.cpp.
+    void CollectJobs();
+    void InsertBefore(long index, VJob* job);
+    VObjectRef<VJob> WaitingJob(long index) const;
+    VJob* MakeFirstCurrent();
+    VObjectRef<VJob> CurrentJob() const;
+    void DropCurrentJob();
+    double TimeStamp() const;
+
+    // The thread's life: VJobServerThread.cpp.
+    bool StartThread();
     static void* ServerThreadProxy(void* server);
     void ServerThread(ThreadScope& scope);
     void LeaveThread(ThreadPresence& presence, bool holdsRunningLock);
+    VObjectRef<VThread> TakeThread();
+    std::shared_ptr<ThreadPresence> CurrentPresence() const;
+    static void ForgetThreadInChild(void* server);
+    void DropWhatTheParentRan();
+    bool IsOwnThread() const noexcept;
+
+    // One pass, and what it tells the delegate and the log: VJobServerPass.cpp.
     bool Guarded(void (VJobServer::*step)());
     void RunPass();
     bool Work(VJob* job);
     void Report(VJob* job, bool succeeded);
     void FinishInterruptedJob();
-    void CollectJobs();
-    void InsertByHook(VJob* job);
-    void InsertByPriority(VJob* job);
-    bool IsPlainServer() const;
-    VJob* MakeFirstCurrent();
-    void DropCurrentJob();
-
-    bool StartThread();
-    bool IsOwnThread() const noexcept;
-    double TimeStamp() const;
-    std::shared_ptr<ThreadPresence> CurrentPresence() const;
 
     VSemaphore m_jobsSemaphore;
     VObjectRingBufferTmpl<VJob> m_queue;
-    mutable std::mutex m_jobsLock; // the two below; never held while code of others runs
-    std::unique_ptr<WaitingJobs> m_waiting;
-    VObjectRef<VJob> m_currentJob;
+    mutable detail::Mutex m_jobsLock;
+    std::unique_ptr<WaitingJobs> m_waiting VFOUNDATION_POINTEE_GUARDED_BY(m_jobsLock);
+    VObjectRef<VJob> m_currentJob VFOUNDATION_GUARDED_BY(m_jobsLock);
     std::atomic<std::uint32_t> m_state{eStopped};
     VLock m_serverLock;
     VString m_name;
@@ -165,10 +182,12 @@ class VJobServer : public Registered<VJobServer, VObject> {
     std::atomic<double> m_threadStart{-1};
     VLock m_runningLock; // held by the thread as long as it runs
     std::atomic<VThread::ThreadID> m_threadID{};
-    mutable std::mutex m_threadLock; // the two below
-    std::shared_ptr<ThreadPresence> m_presence;
-    VObjectRef<VThread> m_thread;
-    eStage m_stage = ePausing; // the thread's own
+    mutable detail::Mutex m_threadLock;
+    std::shared_ptr<ThreadPresence> m_presence VFOUNDATION_GUARDED_BY(m_threadLock);
+    VObjectRef<VThread> m_thread VFOUNDATION_GUARDED_BY(m_threadLock);
+    eStage m_stage = ePausing;                // the thread's own
+    std::atomic<bool> m_hasLostThread{false}; // in a child process, with what the thread worked on
+    std::unique_ptr<ForkHook> const m_forkHook;
 };
 
 } // namespace VFoundation

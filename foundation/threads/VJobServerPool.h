@@ -4,8 +4,7 @@
 
 namespace VFoundation {
 
-/// A name that the class table knows for a pool of job servers. There is no pool: make a `VJobServer` for
-/// each thread that you need.
+/// Deliberately empty: a name in the class table, without data and operations. Make one `VJobServer` a thread.
 ///
 /// Ownership: by reference count.
 /// Threads: nothing to share.

@@ -7,9 +7,9 @@
 
 namespace VFoundation {
 
-/// A binary lock with a time-out that belongs to no thread: any thread may unlock it. A server thread holds
-/// one for as long as it runs, and others learn from it whether the thread is there. It is not re-entrant: to
-/// protect data use a `VCriticalSection`.
+/// A binary lock with a time-out that belongs to no thread: any thread may unlock it. The thread of a server
+/// holds one for as long as it runs, which tells others that it is there. It is not re-entrant: to protect
+/// data use a `VCriticalSection`.
 ///
 /// |             | free                 | locked, by whichever thread                 |
 /// |-------------|----------------------|---------------------------------------------|
@@ -29,7 +29,7 @@ class VLock : public Registered<VLock, VObject> {
     ~VLock() override = default;
     static VLock* New();
 
-    /// Takes the lock, waiting at most so many milliseconds: -1 waits for ever, 0 and other negatives do not
+    /// Takes the lock, waiting at most so many milliseconds: -1 waits forever, 0 and other negatives do not
     /// wait. True when taken.
     bool TryLock(int milliseconds);
     /// Frees the lock. A free lock stays as it is.
@@ -40,8 +40,6 @@ class VLock : public Registered<VLock, VObject> {
     bool IsLocked() const noexcept { return m_locked.load(std::memory_order_relaxed); }
 
   private:
-    bool Take(int milliseconds);
-
     std::atomic<bool> m_locked{false};
     std::atomic<std::uint32_t> m_state{0};
 };

@@ -4,8 +4,7 @@
 
 namespace VFoundation {
 
-/// A marker class that files and the class table know by name. It has no operations: to lock, use a
-/// `VCriticalSection` or a `VLock`.
+/// Deliberately empty: a name in the class table, without data and operations. To lock, use `VCriticalSection`.
 ///
 /// Ownership: by reference count.
 /// Threads: nothing to share.

@@ -4,10 +4,11 @@
 #include "foundation/log/VLog.h"
 #include "foundation/strings/VString.h"
 #include "foundation/threads/VThread.h"
-#include "foundation/threads/internal/OpenSemaphore.h"
+#include "foundation/threads/internal/SharedSemaphore.h"
 
 #include <cerrno>
 #include <cstdio>
+#include <new>
 
 namespace VFoundation {
 
@@ -59,17 +60,20 @@ VSemaphore* VSemaphore::New() {
 }
 
 bool VSemaphore::Init(long maxSignals, char const* name) {
-    if (!m_name) {
-        m_name = VObjectRef<VString>::Adopt(VString::NewString(nullptr));
-    }
-    *m_name = name;
     Close();
     m_signalCount.store(0, std::memory_order_relaxed);
     m_maxSignals = narrow_cast<std::int32_t>(maxSignals);
-    int error = 0;
-    m_handle = OpenSemaphore::Open(m_name->CString(), error);
+    int error = ENOMEM;
+    try {
+        if (!m_name) {
+            m_name = VObjectRef<VString>::Adopt(VString::NewString(nullptr));
+        }
+        *m_name = name;
+        m_handle = SharedSemaphore::Open(m_name->CString(), error);
+    } catch (std::bad_alloc const&) { // reported below
+    }
     if (!m_handle) {
-        ReportFailure(m_name->CString(), maxSignals, error);
+        ReportFailure(name ? name : "", maxSignals, error);
     }
     return m_handle != nullptr;
 }
@@ -120,7 +124,7 @@ bool VSemaphore::WaitInSteps(long milliseconds) {
         if (m_handle->TryWait()) {
             return true;
         }
-        MonotonicTime const end = std::chrono::steady_clock::now() + std::chrono::milliseconds(step);
+        MonotonicTime const end = MillisecondsFromNow(step);
         while (m_handle->SleepUntilPosted(end)) {
             if (remaining == 0) {
                 return false; // the unit is left for the next wait

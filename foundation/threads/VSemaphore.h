@@ -8,7 +8,7 @@
 
 namespace VFoundation {
 
-class OpenSemaphore;
+class SharedSemaphore;
 class VString;
 
 /// A counting semaphore that the system knows by name: every process that opens the name shares one count. It
@@ -19,12 +19,12 @@ class VString;
 ///
 /// DELIBERATE: a timed wait polls, in steps of 5 ms and of 1 ms at the end; a post of another process is seen
 /// only at the next step. A post of this process ends the sleep inside a step.
-/// DELIBERATE: a time-out of 0 or less waits for ever; it never returns at once.
+/// DELIBERATE: a time-out of 0 or less waits forever; it never returns at once.
 /// DELIBERATE: the last step is not followed by another try; a post that comes in it is left for the next
 /// wait.
 /// DELIBERATE: the maximum is recorded and not enforced; more units may be posted.
 ///
-/// Ownership: by reference count. No other thread may be inside an operation when the last reference goes.
+/// Ownership: by reference count. No thread may be inside an operation when the last reference goes.
 /// Threads: any thread may post and wait. `Init` is for one thread, with no other using the object.
 class VSemaphore : public Registered<VSemaphore, VObject> {
   public:
@@ -39,17 +39,18 @@ class VSemaphore : public Registered<VSemaphore, VObject> {
     ~VSemaphore() override;
     static VSemaphore* New();
 
-    /// Opens the semaphore of that name; makes it, with a count of 0 and for every user, if there is none.
-    /// What was open before is closed and the tally starts again. On failure false, with the reason on the
-    /// standard error stream.
+    /// Opens the semaphore of that name; makes it, with a count of 0 and for every user, if it does not exist.
+    /// What was open before is closed and the tally starts again. False when it cannot be opened, also for
+    /// want of memory, with the reason on the standard error stream; every operation fails then.
     bool Init(long maxSignals, char const* name);
 
     /// Posts `count` units; `previousCount` is not written. False when a post fails; those before it stand.
     /// DELIBERATE: a count of 0 or less posts nothing and succeeds; the tally changes by it.
     bool ReleaseSemaphore(long count, long* previousCount);
 
-    /// Takes one unit, waiting at most so many milliseconds; 0 or less waits for ever. False when no unit
-    /// came in time, and when the semaphore is not open (after the same time; at once if that is for ever).
+    /// Takes one unit, waiting at most so many milliseconds; 0 or less waits forever. False when no unit
+    /// came in time, when a signal handler interrupts a wait without limit, and when the semaphore is not
+    /// open (after the same time; at once if that is forever).
     bool WaitForSemaphore(long milliseconds);
 
     /// Units posted less units taken through this object. A statistic: not the semaphore's count.
@@ -64,7 +65,7 @@ class VSemaphore : public Registered<VSemaphore, VObject> {
     void AddToTally(long count) noexcept;
     bool WaitInSteps(long milliseconds);
 
-    OpenSemaphore* m_handle = nullptr;
+    SharedSemaphore* m_handle = nullptr;
     std::atomic<std::int32_t> m_signalCount{0};
     std::int32_t m_maxSignals = 0;
     VObjectRef<VString> m_name;

@@ -1,9 +1,12 @@
 #include "foundation/threads/VThread.h"
 
 #include "foundation/containers/VObjectArrayTmpl.h"
+#include "foundation/core/Mutex.h"
+#include "foundation/core/VException.h"
 #include "foundation/log/VLog.h"
 
-#include <mutex>
+#include <cerrno>
+#include <new>
 #include <utility>
 
 namespace VFoundation {
@@ -16,10 +19,11 @@ namespace {
 /// Room made with the list, so that the first entry, made under the lock below, allocates nothing.
 constexpr long kInitialThreads = 32;
 
-constinit std::mutex s_threadsLock;
+/// Protects `VThread::ms_threads`, which is public.
+constinit detail::Mutex s_threadsLock;
 
 VObjectArrayTmpl<VThread>* ExchangeThreads(VObjectArrayTmpl<VThread>* threads) {
-    std::lock_guard const lock(s_threadsLock);
+    detail::MutexLock const lock(s_threadsLock);
     return std::exchange(VThread::ms_threads, threads);
 }
 
@@ -37,7 +41,7 @@ VThread* VThread::New() {
 void VThread::InitializeClass() {
     auto* threads = new VObjectArrayTmpl<VThread>(kInitialThreads);
     {
-        std::lock_guard const lock(s_threadsLock);
+        detail::MutexLock const lock(s_threadsLock);
         if (!ms_threads) {
             ms_threads = std::exchange(threads, nullptr);
         }
@@ -54,20 +58,28 @@ void VThread::UninitializeClass() {
 }
 
 VThread* VThread::StartThread(Body body, void* argument, char const* /*name*/) {
-    auto thread = VObjectRef<VThread>::Adopt(New());
-    auto id = std::make_unique<ThreadID>();
-    int const status = CreateSystemThread(*id, body, argument);
-    if (status != 0) {
-        VLog::Trace("Error starting thread: %i\n", status);
-        return nullptr;
+    int status = ENOMEM;
+    try {
+        auto thread = VObjectRef<VThread>::Adopt(New());
+        thread->m_handle = std::make_unique<ThreadID>();
+        status = CreateSystemThread(*thread->m_handle, body, argument);
+        if (status == 0) {
+            return thread.Detach();
+        }
+    } catch (std::bad_alloc const&) { // as if the system had refused
     }
-    thread->m_handle = std::move(id);
-    return thread.Detach();
+    VLog::Trace("Error starting thread: %i\n", status);
+    return nullptr;
 }
 
 bool VThread::RegisterThread(VThread* thread) {
-    std::lock_guard const lock(s_threadsLock);
-    return thread && ms_threads && ms_threads->AddObjectTyped(thread);
+    try {
+        detail::MutexLock const lock(s_threadsLock);
+        return thread && ms_threads && ms_threads->AddObjectTyped(thread);
+    } catch (VException const&) { // no memory for the entry, as below
+    } catch (std::bad_alloc const&) {
+    }
+    return false;
 }
 
 void VThread::UnregisterThread(VThread* thread) {
@@ -75,7 +87,7 @@ void VThread::UnregisterThread(VThread* thread) {
         return;
     }
     VObjectRef<VThread> const keep(thread); // let go after the lock, as it may be the last reference
-    std::lock_guard const lock(s_threadsLock);
+    detail::MutexLock const lock(s_threadsLock);
     if (ms_threads) {
         ms_threads->RemoveObject(thread);
     }

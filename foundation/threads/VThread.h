@@ -3,8 +3,9 @@
 #include "foundation/core/Registered.h"
 #include "foundation/core/VObjectRef.h"
 
+#include <cstdint>
 #include <memory>
-#include <pthread.h>
+#include <sys/types.h>
 
 namespace VFoundation {
 
@@ -14,8 +15,8 @@ class VObjectArrayTmpl;
 /// A thread of the system, and the few things that every thread needs. The object is a handle: when it goes,
 /// the thread runs on. A thread ends when its body returns or calls `EndThread()`.
 ///
-/// The library neither joins nor detaches a thread, so the system keeps its stack until the process ends. Who
-/// starts many short threads passes `ID()` to `pthread_join` or `pthread_detach`.
+/// The library neither joins nor detaches a thread, so the system keeps its stack until the process ends. A
+/// program that starts many short threads passes `ID()` to `pthread_join` or `pthread_detach`.
 ///
 /// DELIBERATE: a priority is recorded and not given to the system; every thread runs at the usual one.
 ///
@@ -27,7 +28,9 @@ class VThread : public Registered<VThread, VObject> {
     static constexpr char const* kClassName = "VThread";
     static VClass* ms_theClass;
 
-    enum ePriority { eLow = 0, eNormal = 1, eHigh = 2 };
+    /// Other numbers are kept as they are.
+    enum ePriority : std::int32_t { eLow = 0, eNormal = 1, eHigh = 2 };
+    /// The system's own type, so that an id can be handed to the system.
     using ThreadID = pthread_t;
     using Body = void* (*)(void*);
 
@@ -42,11 +45,12 @@ class VThread : public Registered<VThread, VObject> {
     /// Drops it, with the references it holds.
     static void UninitializeClass();
 
-    /// Runs `body(argument)` on a new thread. The result (owned) is its handle, or null if the system
-    /// refused, which is traced. The name is not used. The body may already be over when this returns.
+    /// Runs `body(argument)` on a new thread, which an exception must not leave. The result (owned) is its
+    /// handle, or null if the system refused or memory ran out, which is traced. The name is not used. The
+    /// body may already be over when this returns.
     static VThread* StartThread(Body body, void* argument, char const* name);
-    /// Ends the calling thread as if its body had returned null. Its stack is unwound, and whoever swallows
-    /// that ends the process; a `catch (...)` on the way passes it on:
+    /// Ends the calling thread as if its body had returned null. Its stack is unwound; code that swallows the
+    /// unwinding ends the process, so a `catch (...)` on the way passes it on:
     ///
     ///     catch (...) {
     ///         if (VThread::CaughtEndOfThread()) {
@@ -58,10 +62,10 @@ class VThread : public Registered<VThread, VObject> {
     static bool CaughtEndOfThread() noexcept;
     /// Sleeps so many milliseconds; 0 and less return at once.
     static void Sleep(long milliseconds);
-    static ThreadID GetCurrentThreadID() noexcept { return pthread_self(); }
+    static ThreadID GetCurrentThreadID() noexcept;
 
     /// Enters a thread in the list of live threads (retained), once. False for null, when it is there
-    /// already, and while the library is not initialised. `StartThread` does not do it.
+    /// already, when memory runs out, and while the library is not initialised. `StartThread` does not do it.
     static bool RegisterThread(VThread* thread);
     /// Takes a thread out of that list again; nothing if it is not there.
     static void UnregisterThread(VThread* thread);
@@ -79,7 +83,8 @@ class VThread : public Registered<VThread, VObject> {
     void SetObject(VObject* object) { m_object.Exchange(object); }
     VObject* Object() const noexcept { return m_object.Get(); }
 
-    /// The list of live threads, or null. Reached through the two operations above, which lock it.
+    /// The list of live threads, or null. `RegisterThread` and `UnregisterThread` lock it; other code does not
+    /// use it while threads start and end.
     static VObjectArrayTmpl<VThread>* ms_threads;
 
   private:

@@ -3,11 +3,16 @@
 #include <cerrno>
 #include <ctime>
 #include <cxxabi.h>
+#include <pthread.h>
 
 namespace VFoundation {
 
 int VThread::CreateSystemThread(ThreadID& id, Body body, void* argument) {
     return pthread_create(&id, nullptr, body, argument);
+}
+
+VThread::ThreadID VThread::GetCurrentThreadID() noexcept {
+    return pthread_self();
 }
 
 void VThread::EndThread() {

@@ -37,6 +37,8 @@ SHARED = {
     "host/internal/LocalTime.h": "one form of a date, in the log file and in VDate",
     "strings/internal/NumberText.h": "numbers as text whatever the locale, in XML and in the value classes",
     "threads/internal/EventFlag.h": "waiting for another thread, in the log's writer and the message centre",
+    "threads/internal/ForkHook.h": "what loses its thread in a child process: servers, the log's writer, a centre's job",
+    "threads/internal/WithoutThrowing.h": "code that may not throw: destructors, handlers and the outermost frames of threads",
     "threads/internal/ThreadPresence.h": "whether a thread of the library is still there, servers and the log's writer",
 }
 

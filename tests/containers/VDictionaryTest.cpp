@@ -5,7 +5,7 @@ namespace {
 
 using namespace testing_support;
 
-class VDictionaryTest : public VXMLFileTest {
+class VDictionaryTest : public XMLTest {
   protected:
     VObject* ValueOf(VString const& key) const { return m_dictionary.ObjectForKey(&key); }
     void Set(VObject* value, VString const& key) { m_dictionary.SetObjectForKey(value, &key); }

@@ -8,7 +8,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <string>
 #include <vector>
 
@@ -17,6 +16,7 @@ namespace image_test {
 using namespace VFoundation;
 using Bytes = std::string;
 using Pixels = std::vector<std::uint32_t>;
+using testing_support::BytesOf;
 using ImageRef = VObjectRef<VImage>;
 
 inline Pixels PixelsOf(VImage const* image) {
@@ -56,43 +56,5 @@ class ImageTest : public testing::Test {
 
     testing_support::ScratchFile m_scratch;
 };
-
-/// Without ImageMagick CI fails, and everyone else goes without the comparison.
-#define REQUIRE_IMAGEMAGICK()                                                                                \
-    if (IMAGEMAGICK_CONVERT[0] == '\0') {                                                                    \
-        ASSERT_EQ(std::getenv("CI"), nullptr) << "ImageMagick is missing";                                   \
-        GTEST_SKIP() << "ImageMagick is missing";                                                            \
-    }
-
-/// What ImageMagick's convert writes to its standard output.
-inline Bytes Convert(std::string const& arguments) {
-    std::string const command = std::string(IMAGEMAGICK_CONVERT) + " " + arguments;
-    std::FILE* const pipe = ::popen(command.c_str(), "r");
-    Bytes output;
-    char block[65536];
-    for (std::size_t read = 0; pipe && (read = std::fread(block, 1, sizeof block, pipe)) > 0;) {
-        output.append(block, read);
-    }
-    EXPECT_TRUE(pipe && ::pclose(pipe) == 0) << command;
-    return output;
-}
-
-/// The pixels of a picture, given by convert's arguments, as a bitmap would hold them.
-inline Pixels ReferencePixels(std::string const& arguments) {
-    Bytes const raw = Convert(arguments + " -depth 16 -endian MSB bgra:-");
-    auto const byte = [&raw](std::size_t i) { return static_cast<unsigned>(raw[i]) & 0xFF; };
-    Pixels pixels;
-    for (std::size_t i = 0; i + 8 <= raw.size(); i += 8) {
-        unsigned channels[4]; // 65535 becomes 255, rounded
-        for (std::size_t c = 0; c < 4; ++c) {
-            channels[c] = ((byte(i + 2 * c) << 8 | byte(i + 2 * c + 1)) * 2 + 257) / 514;
-        }
-        auto const part = [&channels](unsigned c) {
-            return (channels[c] * channels[3] * 2 + 255) / 510 << 8 * c;
-        };
-        pixels.push_back(channels[3] << 24 | part(2) | part(1) | part(0));
-    }
-    return pixels;
-}
 
 } // namespace image_test

@@ -1,5 +1,4 @@
 // Lets the Nth allocation of a piece of work fail, for every N, and asks that nothing is lost but that work.
-// The linker routes the C allocator of this program through the __wrap functions below.
 
 #include "foundation/containers/VObjectArray.h"
 #include "foundation/containers/VObjectRingBufferTmpl.h"
@@ -10,88 +9,18 @@
 #include "foundation/image/VImage.h"
 #include "foundation/image/VImageIOTarga.h"
 #include "foundation/log/VLog.h"
-#include "foundation/strings/VData.h"
 #include "foundation/strings/VString.h"
 #include "tests/support/Counted.h"
+#include "tests/support/FailingAllocator.h"
 #include "tests/support/ScratchFile.h"
 
 #include <gtest/gtest.h>
-
-#include <cstdlib>
-#include <functional>
-#include <new>
-
-namespace {
-
-long s_countdown = 0; // 0: nothing fails
-bool s_failed = false;
-
-bool MustFail() {
-    if (s_countdown > 0 && --s_countdown == 0) {
-        s_failed = true;
-        return true;
-    }
-    return false;
-}
-
-} // namespace
-
-extern "C" {
-void* __real_malloc(std::size_t size);
-void* __real_calloc(std::size_t count, std::size_t size);
-void* __real_realloc(void* block, std::size_t size);
-void* __real_aligned_alloc(std::size_t alignment, std::size_t size);
-
-void* __wrap_malloc(std::size_t size) {
-    return MustFail() ? nullptr : __real_malloc(size);
-}
-void* __wrap_calloc(std::size_t count, std::size_t size) {
-    return MustFail() ? nullptr : __real_calloc(count, size);
-}
-void* __wrap_realloc(void* block, std::size_t size) {
-    return MustFail() ? nullptr : __real_realloc(block, size);
-}
-void* __wrap_aligned_alloc(std::size_t alignment, std::size_t size) {
-    return MustFail() ? nullptr : __real_aligned_alloc(alignment, size);
-}
-}
-
-[[gnu::noinline]] void* operator new(std::size_t size) {
-    void* const block = MustFail() ? nullptr : __real_malloc(size ? size : 1);
-    if (!block) {
-        throw std::bad_alloc();
-    }
-    return block;
-}
-[[gnu::noinline]] void operator delete(void* block) noexcept {
-    std::free(block);
-}
-[[gnu::noinline]] void operator delete(void* block, std::size_t) noexcept {
-    std::free(block);
-}
 
 namespace {
 
 using namespace VFoundation;
 using testing_support::ACounted;
-
-/// Runs `work` with the 1st, 2nd, ... allocation failing until one run needs no more of them.
-void FailEachAllocation(std::function<void()> const& work) {
-    long n = 1;
-    do {
-        ASSERT_LT(n, 10000) << "never ends";
-        s_failed = false;
-        s_countdown = n++;
-        try {
-            work();
-        } catch (VException const& exception) {
-            EXPECT_EQ(exception.Id(), VException::eOutOfMemory);
-        } catch (std::bad_alloc const&) { // an object could not be made
-        }
-        s_countdown = 0;
-    } while (s_failed);
-    EXPECT_GT(n, 2) << "nothing was allocated";
-}
+using testing_support::FailEachAllocation;
 
 class AllocationFailure : public testing::TestWithParam<bool> {
   protected:
@@ -104,44 +33,6 @@ class AllocationFailure : public testing::TestWithParam<bool> {
     }
     void TearDown() override { UninitializeLibrary(true, false, true); }
 };
-
-TEST_P(AllocationFailure, StringsStayUsable) {
-    VString survivor;
-    FailEachAllocation([&survivor] {
-        survivor = "short";
-        for (int i = 0; i < 100; ++i) {
-            survivor << "0123456789" << i;
-        }
-        survivor.AppendPathComponent("component");
-        survivor.Set("a longer text than before, to be cut", 300);
-        VString copy(survivor);
-        copy.Format("%0500i", 7);
-        copy << copy.CString();
-        auto const made = VObjectRef<VString>::Adopt(VString::NewString(copy.CString()));
-        made->DeleteLastPathComponent();
-        EXPECT_LE(made->Length(), made->Capacity());
-        EXPECT_EQ(made->GetCharAtIndex(made->Length()), '\0');
-    });
-    survivor = "still works";
-    EXPECT_STREQ(survivor.CString(), "still works");
-}
-
-TEST_P(AllocationFailure, BuffersKeepTheirContents) {
-    VData data(16);
-    data.Bytes()[3] = 7;
-    FailEachAllocation([&data] {
-        unsigned long const before = data.Length();
-        try {
-            data.SetLength(before + 100, true);
-        } catch (VException const&) {
-            EXPECT_EQ(data.Length(), before);
-            throw;
-        }
-        auto const copy = VObjectRef<VObject>::Adopt(data.Copy());
-        EXPECT_TRUE(copy->IsEqual(data));
-    });
-    EXPECT_EQ(data.Bytes()[3], 7);
-}
 
 TEST_P(AllocationFailure, ArraysHoldWhatTheyHeld) {
     auto const object = VObjectRef<ACounted>::Adopt(ACounted::New());

@@ -1,14 +1,18 @@
 #include "foundation/core/VGarbageCan.h"
+#include "foundation/log/VStopWatch.h"
 #include "foundation/messaging/VMessageCenterJob.h"
 #include "foundation/threads/VCriticalSection.h"
 #include "foundation/threads/VThread.h"
 #include "tests/messaging/TestMessenger.h"
+#include "tests/support/FailingNew.h"
+#include "tests/support/Fork.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cfenv>
 #include <stdexcept>
+#include <thread>
 
 namespace {
 
@@ -71,10 +75,15 @@ TEST(MessageCenter, KeepsTargetsAliveAndParksThemInTheGarbageCan) {
         auto const kept = NewMessenger();
         Post(center, kept);
         center->SendDelayedCommands();
-        VCommandTuple::UninitializeClass();
         EXPECT_EQ(received, 1);
-        EXPECT_EQ(can->ParkedCount() + can->OpenCount(), withCan ? 1 : 0);
-        EXPECT_EQ(ATestMessenger::ms_alive, withCan ? 2 : 1);
+        EXPECT_EQ(can->ParkedCount(), withCan ? 1 : 0);
+        Post(withCan ? center : NewCenter(1),
+             NewMessenger()); // dropped, by the stop of its centre or by its end
+        withCan ? center->StopCenter() : static_cast<void>(center->CommandCountMin());
+        VCommandTuple::UninitializeClass();
+        EXPECT_EQ(can->ParkedCount(), withCan ? 2 : 0);
+        EXPECT_EQ(can->OpenCount(), 0);
+        EXPECT_EQ(ATestMessenger::ms_alive, withCan ? 3 : 1);
         EXPECT_EQ(can->RetainCount(), 1);
     }
     EXPECT_EQ(ATestMessenger::ms_alive, 0);
@@ -106,6 +115,139 @@ TEST(MessageCenter, ReportsSlowCommands) {
         &times[0], &times[1], &times[2], &end);
     EXPECT_GE(*std::min_element(times, times + 3), 0.002) << text;
     EXPECT_EQ(text.substr(static_cast<std::size_t>(end)), "\nMessage: NULL [msg:-1] -> tester [msg:-1]\n");
+    EXPECT_EQ(text.find('\n') - text.find('.'), 7U) << "six decimals";
+}
+
+TEST(MessageCenter, TimesAHandlerThatServicesOthersFromItsOwnStart) {
+    auto const center = NewCenter(2);
+    Post(center, NewMessenger([&](VMessage*) {
+             VThread::Sleep(2);
+             Post(center, NewMessenger());
+             center->SendDelayedCommands();
+         }));
+    testing::internal::CaptureStderr();
+    center->SendDelayedCommands();
+    EXPECT_NE(testing::internal::GetCapturedStderr().find("[Message] LONG"), std::string::npos);
+}
+
+/// Counts the connections that it is asked to make and to break.
+class ACountingCenter : public VMessageCenter {
+  public:
+    ACountingCenter() : VMessageCenter(4) {}
+    bool ConnectImmediate(VMessenger*, int, VMessageCenter*, VMessenger*, int) override { return ++m_calls; }
+    bool DisconnectImmediate(VMessenger*, int, VMessageCenter*, VMessenger*, int) override {
+        return ++m_calls;
+    }
+    int m_calls = 0;
+};
+
+TEST(MessageCenter, PassesOnOnlyWhatHasBothMessengers) {
+    ACountingCenter center;
+    auto const one = NewMessenger();
+    for (VMessenger* const source :
+         {static_cast<VMessenger*>(nullptr), static_cast<VMessenger*>(one.Get())}) {
+        center.ConnectDelayed(source, 0, nullptr, one.Get(), 0);
+        center.ConnectDelayed(one.Get(), 0, nullptr, source, 0);
+        center.DisconnectDelayed(source, 0, nullptr, one.Get(), 0);
+        center.DisconnectDelayed(one.Get(), 0, nullptr, source, 0);
+        EXPECT_EQ(center.SendDelayedCommands(), 4);
+        EXPECT_EQ(center.m_calls, source ? 4 : 0);
+    }
+}
+
+TEST(MessageCenter, TakesBackACommandThatFoundNoMemory) {
+    auto const center = NewCenter(1);
+    auto const target = NewMessenger();
+    VMessage message;
+    message.FirstArg().SetValueToString(VString("a string, which is copied"));
+    FailEachNew([&] {
+        bool const posted = center->MessageDelay(target.Get(), &message);
+        bool const failed = NewHasFailed();
+        EXPECT_NE(posted, failed);
+        EXPECT_EQ(center->SendDelayedCommands(), posted ? 1 : 0);
+        EXPECT_EQ(target->RetainCount(), 1);
+        return failed;
+    });
+}
+
+/// What lets a test stand between a push and the clearing of the flag after it.
+struct ADelayer : VCommandDelayer {
+    using VCommandDelayer::PushThenMark;
+    long SendDelayedCommands() override {
+        ++m_services;
+        SetServiced(false); // a post in the middle of the service
+        return 0;
+    }
+    VCriticalSection* GetCriticalSection() override { return ++m_asked, nullptr; }
+    int m_asked = 0;
+    std::atomic<int> m_services{0};
+};
+
+TEST(MessageCenter, NoServiceForgetsAPostBesideIt) {
+    ADelayer delayer;
+    delayer.SetServiced(true);
+    EXPECT_FALSE(delayer.PushThenMark([] { return false; }));
+    EXPECT_TRUE(delayer.Serviced()) << "nothing was queued";
+    EXPECT_TRUE(
+        delayer.PushThenMark([&] { return delayer.SetServiced(true), true; })); // a service before the push
+    EXPECT_FALSE(delayer.Serviced());
+
+    auto const center = NewCenter(2);
+    auto const target = NewMessenger();
+    Post(center, NewMessenger([&](VMessage*) { Post(center, target); }));
+    center->SendDelayedCommands();
+    EXPECT_FALSE(center->Serviced()) << "the service must not hide the post";
+
+    auto const polled = VObjectRef<ADelayer>::Adopt(new ADelayer);
+    auto const job = VObjectRef<VMessageCenterJob>::Adopt(new VMessageCenterJob(polled.Get(), 1));
+    std::thread runner([&] { job->DoJob(); });
+    WaitUntil([&] { return polled->m_services >= 2; }); // a poll sets the flag before its service
+    job->AbortJob();
+    runner.join();
+    EXPECT_EQ(polled->m_asked, 1) << "asked once for the critical section";
+}
+
+/// Stops a centre while a command for it is filled.
+struct AStoppingMessenger : ATestMessenger {
+    void Retain() const override {
+        ATestMessenger::Retain();
+        if (auto* const center = std::exchange(m_center, nullptr)) {
+            center->StopCenter();
+        }
+    }
+    mutable VMessageCenter* m_center = nullptr;
+};
+
+TEST(MessageCenter, KeepsNoCommandOverItsStop) {
+    VClass const* const record = VCommandTuple::TheClass();
+    long const before = record->Existing();
+    for (bool const inHandler : {true, false}) {
+        auto const center = NewCenter(2);
+        auto const target = VObjectRef<AStoppingMessenger>::Adopt(new AStoppingMessenger);
+        if (inHandler) {
+            Post(center, NewMessenger([&](VMessage*) { center->StopCenter(); }));
+            center->SendDelayedCommands();
+        } else {
+            target->m_center = center.Get();
+            VMessage message;
+            center->MessageDelay(target.Get(), &message);
+            EXPECT_EQ(target->m_center, nullptr);
+        }
+        EXPECT_EQ(center->CommandCountMin(), 0);
+        EXPECT_EQ(target->RetainCount(), 1);
+        EXPECT_EQ(record->Existing(), before);
+    }
+}
+
+TEST(MessageCenter, LivesAsLongAsItsService) {
+    auto* const center = NewCenter(2).Detach();
+    auto const releasing = NewMessenger([&](VMessage*) { center->Release(); });
+    auto const target = NewMessenger();
+    VMessage message;
+    center->MessageDelay(releasing.Get(), &message);
+    center->MessageDelay(target.Get(), &message);
+    EXPECT_EQ(center->SendDelayedCommands(), 2);
+    EXPECT_EQ(target->TakeNotes(), "m-1 ");
 }
 
 TEST(MessageCenter, SurvivesAnExceptionOfAHandler) {
@@ -120,12 +262,12 @@ TEST(MessageCenter, SurvivesAnExceptionOfAHandler) {
     EXPECT_EQ(center->SendDelayedCommands(), 2);
     EXPECT_TRUE(center->Serviced());
 
-    ServerName const name;
+    std::string const name = UniqueName();
     std::atomic<bool> later{false};
     Post(center, bad);
     Post(center, NewMessenger([&](VMessage*) { later = true; }));
-    center->StartCenter(name, 1);
-    EXPECT_TRUE(Await([&] { return later.load(); })); // the job goes on
+    center->StartCenter(name.c_str(), 1);
+    WaitUntil([&] { return later.load(); }); // the job goes on
     center->StopCenter();
 }
 
@@ -140,16 +282,18 @@ TEST(MessageCenter, RefusesPostsWhenClosedOrStopped) {
         center->StopCenter();
         EXPECT_EQ(center->SendDelayedCommands(), 0);
         EXPECT_EQ(target->RetainCount() + center->RetainCount(), 2);
-        EXPECT_FALSE(Post(center, target) || center->IsAccepting());
+        EXPECT_FALSE(Post(center, target));
+        EXPECT_FALSE(center->IsAccepting());
     }
     EXPECT_EQ(target->TakeNotes(), "");
 }
 
 TEST(StartedCenter, ServicesEveryPostAndRoundsDownward) {
+    VStopWatch const watch(true);
     auto const center = NewCenter(4);
-    ServerName const name;
-    center->StartCenter(name, -7); // counts as 1
-    center->StartCenter(name, 1);
+    std::string const name = UniqueName();
+    center->StartCenter(name.c_str(), -7); // counts as 1
+    center->StartCenter(name.c_str(), 1);
     std::atomic<int> received{0};
     std::atomic<int> rounding{-1};
     auto const target = NewMessenger([&](VMessage*) {
@@ -158,37 +302,38 @@ TEST(StartedCenter, ServicesEveryPostAndRoundsDownward) {
     });
     for (int i = 1; i <= 4; ++i) {
         EXPECT_TRUE(Post(center, target));
-        EXPECT_TRUE(Await([&] { return received == i; }));
+        WaitUntil([&] { return received == i; });
     }
+    EXPECT_GT(watch.GetElapsedTime(), 0.4) << "at most one service in 0.1 s";
     EXPECT_EQ(rounding, FE_DOWNWARD);
     EXPECT_NE(std::fegetround(), FE_DOWNWARD);
     center->StopCenter();
-    center->StartCenter(name, 1);
+    center->StartCenter(name.c_str(), 1);
     EXPECT_FALSE(Post(center, target));
     center->StopCenter();
     EXPECT_EQ(center->RetainCount(), 1);
 }
 
-TEST(StartedCenter, LeavesTheCommandsToWhoeverHoldsItsCriticalSection) {
+TEST(StartedCenter, ServicesNothingWhileItsCriticalSectionIsHeld) {
     auto const center = NewCenter(4);
     auto const section = VObjectRef<VCriticalSection>::Adopt(VCriticalSection::New());
     center->SetCriticalSection(section.Get());
     EXPECT_EQ(center->GetCriticalSection(), section.Get());
-    ServerName const name;
+    std::string const name = UniqueName();
     section->EnterCriticalSection();
-    center->StartCenter(name, 1);
+    center->StartCenter(name.c_str(), 1);
     std::atomic<bool> received{false};
     Post(center, NewMessenger([&](VMessage*) { received = true; }));
     VThread::Sleep(250); // two services would be due
     EXPECT_FALSE(received);
     EXPECT_FALSE(center->Serviced());
     section->LeaveCriticalSection();
-    EXPECT_TRUE(Await([&] { return received.load(); }));
+    WaitUntil([&] { return received.load(); });
     center->StopCenter();
 }
 
 TEST(StartedCenter, MayBeStoppedAndReleasedByItsHandler) {
-    ServerName const name;
+    std::string const name = UniqueName();
     std::atomic<int> handled{0};
     auto* const center = NewCenter(4).Detach();
     VClass const* const record = center->Class();
@@ -202,9 +347,50 @@ TEST(StartedCenter, MayBeStoppedAndReleasedByItsHandler) {
     VMessage message;
     center->MessageDelay(target.Get(), &message);
     center->MessageDelay(target.Get(), &message); // dropped by the stop
-    center->StartCenter(name, 1);
-    EXPECT_TRUE(Await([&] { return record->Existing() == before - 1; }));
+    center->StartCenter(name.c_str(), 1);
+    WaitUntil([&] { return record->Existing() == before - 1; });
     EXPECT_EQ(handled, 1);
+}
+
+TEST(StartedCenter, ItsOwnerWaitsForAHandlerThatHasStoppedIt) {
+    auto const center = NewCenter(4);
+    std::atomic<bool> stopped{false};
+    std::atomic<bool> over{false};
+    Post(center, NewMessenger([&](VMessage*) {
+             center->StopCenter();
+             stopped = true;
+             VThread::Sleep(50);
+             over = true;
+         }));
+    center->StartCenter(UniqueName().c_str(), 1);
+    WaitUntil([&] { return stopped.load(); });
+    center->StopCenter();
+    EXPECT_TRUE(over);
+    EXPECT_EQ(center->RetainCount(), 1);
+}
+
+TEST(StartedCenter, IsNotServicedInAChildProcessAndStartsAgain) {
+    auto const center = NewCenter(4);
+    std::atomic<int> received{0};
+    auto const target = NewMessenger([&](VMessage*) { ++received; });
+    std::string const name = UniqueName();
+    center->StartCenter(name.c_str(), 1);
+    Post(center, target);
+    WaitUntil([&] { return received == 1; });
+    for (bool const again : {true, false}) {
+        InChild([&] {
+            if (again) {
+                center->StartCenter(name.c_str(), 1);
+                Post(center, target);
+                WaitUntil([&] { return received == 2; });
+            }
+            center->StopCenter();
+            EXPECT_EQ(center->RetainCount(), 1);
+        });
+    }
+    Post(center, target);
+    WaitUntil([&] { return received == 2; });
+    center->StopCenter();
 }
 
 TEST(MessageCenterJob, EndsBeforeItBegan) {

@@ -4,11 +4,10 @@
 #include "foundation/messaging/VMessage.h"
 #include "foundation/messaging/VMessageCenter.h"
 #include "foundation/messaging/VMessenger.h"
+#include "tests/support/Jobs.h"
 
 #include <functional>
-#include <semaphore.h>
 #include <string>
-#include <unistd.h>
 
 namespace testing_support {
 
@@ -51,7 +50,7 @@ class ATestMessenger : public VFoundation::Registered<ATestMessenger, VFoundatio
   private:
     bool Note(char what, int id) {
         m_notes += what + std::to_string(id) + ' ';
-        return false; // nobody may care
+        return false; // the result means nothing
     }
     Handler m_handler;
     std::string m_notes;
@@ -65,29 +64,6 @@ inline Messenger NewMessenger(ATestMessenger::Handler handler = {}) {
 using Center = VFoundation::VObjectRef<VFoundation::VMessageCenter>;
 inline Center NewCenter(int capacity) {
     return Center::Adopt(new VFoundation::VMessageCenter(capacity));
-}
-
-/// A name for a server that no other process uses, and whose semaphore goes with it.
-class ServerName {
-  public:
-    ServerName() : m_name("VFCenter." + std::to_string(getpid()) + "." + std::to_string(ms_next++)) {}
-    ServerName(ServerName const&) = delete;
-    ServerName& operator=(ServerName const&) = delete;
-    ~ServerName() { sem_unlink(m_name.c_str()); }
-    operator char const*() const noexcept { return m_name.c_str(); } // NOLINT(google-explicit-constructor)
-
-  private:
-    static inline std::atomic<int> ms_next{0};
-    std::string m_name;
-};
-
-/// Waits for what another thread is about to do; false when it does not come in 20 s.
-template <class Condition>
-bool Await(Condition condition) {
-    for (int i = 0; i < 20000 && !condition(); ++i) {
-        usleep(1000);
-    }
-    return condition();
 }
 
 } // namespace testing_support

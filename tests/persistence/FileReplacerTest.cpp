@@ -1,13 +1,13 @@
 #include "tests/persistence/XMLTestSupport.h"
 
-#include <chrono>
+#include <cerrno>
 #include <csignal>
 #include <functional>
 #include <random>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
-#include <thread>
 #include <unistd.h>
 
 namespace {
@@ -15,6 +15,18 @@ namespace {
 using namespace testing_support;
 
 using FileReplacer = XMLTest;
+
+bool s_diskFails = false;
+
+} // namespace
+
+/// Stands in for the system's call in this program.
+extern "C" int fsync(int descriptor) {
+    errno = EIO;
+    return s_diskFails ? -1 : static_cast<int>(::syscall(SYS_fsync, descriptor));
+}
+
+namespace {
 
 bool Save(std::string const& path, int items, char fill) {
     VXMLFile file;
@@ -56,8 +68,26 @@ TEST_F(FileReplacer, SavingKeepsWhatTheFileIs) {
     EXPECT_NE(Contents(Path("file")).find("bbb"), std::string::npos);
     EXPECT_NE(Contents(Path("made")).find("ccc"), std::string::npos);
     EXPECT_EQ(ModeOf(Path("file")), 04751U);
-    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(m_folder), {}), 4)
-        << "no temporary file stays";
+    EXPECT_EQ(Entries(), 4) << "no temporary file stays";
+}
+
+TEST_F(FileReplacer, AFailedSaveLeavesTheOldDocumentAndNothingElse) {
+    std::filesystem::create_symlink("file", Path("link"));
+    std::filesystem::create_symlink("never", Path("dangling"));
+    std::string const longest(255, 'n');
+    for (char const* const name : {"file", "link", longest.c_str()}) {
+        ASSERT_TRUE(Save(Path(name), 1, 'a')) << name;
+        std::string const before = Contents(Path(name));
+        s_diskFails = true;
+        EXPECT_FALSE(Save(Path(name), 1, 'b')) << name;
+        EXPECT_FALSE(Save(Path("dangling"), 1, 'b'));
+        s_diskFails = false;
+        EXPECT_EQ(Contents(Path(name)), before) << name;
+    }
+    EXPECT_TRUE(Save(Path(longest.c_str()), 1, 'c'));
+    EXPECT_NE(Contents(Path(longest.c_str())).find("ccc"), std::string::npos);
+    EXPECT_FALSE(Save(Path((longest + "n").c_str()), 1, 'a'));
+    EXPECT_EQ(Entries(), 4) << "no temporary file stays";
 }
 
 TEST_F(FileReplacer, SavingFailsWhereItCannotWrite) {
@@ -68,12 +98,19 @@ TEST_F(FileReplacer, SavingFailsWhereItCannotWrite) {
     EXPECT_FALSE(Save("", 1, 'a') || Save("/dev/full", 10000, 'a'));
     ASSERT_TRUE(Save(Path("small"), 3, 'a'));
     std::string const before = Contents(Path("small"));
-    EXPECT_FALSE(SucceedsAsNobody([&] { // files may not grow beyond 64 KiB
+    auto const saveTooMuch = [&] { // files may not grow beyond 64 KiB
         std::signal(SIGXFSZ, SIG_IGN);
         ::rlimit const limit{1 << 16, 1 << 16};
         return ::setrlimit(RLIMIT_FSIZE, &limit) != 0 || Save(Path("small"), 10000, 'b');
-    }));
+    };
+    EXPECT_FALSE(SucceedsAsNobody(saveTooMuch));
     EXPECT_EQ(Contents(Path("small")), before);
+    EXPECT_EQ(::chmod(Path("small").c_str(), 0666), 0);
+    EXPECT_EQ(::chmod(m_folder.c_str(), 0555), 0);
+    EXPECT_FALSE(SucceedsAsNobody(saveTooMuch)) << "nor in place";
+    EXPECT_EQ(Contents(Path("small")), before);
+    EXPECT_TRUE(SucceedsAsNobody([&] { return Save(Path("small"), 1, 'b'); }));
+    EXPECT_TRUE(Contents(Path("small")).ends_with("b</VString>\n</R>\n")) << "what was longer is cut";
 }
 
 TEST_F(FileReplacer, SavingRespectsPermissions) {
@@ -92,15 +129,17 @@ TEST_F(FileReplacer, SavingRespectsPermissions) {
 
 TEST_F(FileReplacer, AKilledSaveLeavesAWholeDocument) {
     constexpr int kItems = 2000;
-    std::string const path = Path("document");
+    constexpr int kKills = 40;
+    std::string const path = Path("link");
+    std::filesystem::create_symlink("document", path);
     ASSERT_TRUE(Save(path, kItems, 'a'));
     std::string const a = Contents(path);
     ASSERT_TRUE(Save(path, kItems, 'b'));
     std::string const b = Contents(path);
-    std::mt19937 random(std::random_device{}());
-    int kills = 0;
-    auto const end = std::chrono::steady_clock::now() + std::chrono::milliseconds(1500);
-    for (; std::chrono::steady_clock::now() < end; ++kills) {
+    unsigned const seed = std::random_device{}();
+    SCOPED_TRACE("seed " + std::to_string(seed));
+    std::mt19937 random(seed);
+    for (int kills = 0; kills < kKills; ++kills) {
         ::pid_t const child = ::fork();
         ASSERT_GE(child, 0);
         if (child == 0) {
@@ -108,13 +147,37 @@ TEST_F(FileReplacer, AKilledSaveLeavesAWholeDocument) {
                 Save(path, kItems, isA ? 'a' : 'b');
             }
         }
-        std::this_thread::sleep_for(std::chrono::microseconds(random() % 40000));
+        ::usleep(static_cast<::useconds_t>(random() % 40000));
         ::kill(child, SIGKILL);
         ::waitpid(child, nullptr, 0);
         std::string const now = Contents(path);
         ASSERT_TRUE(now == a || now == b) << now.size() << " bytes after " << kills << " kills";
     }
-    EXPECT_GT(kills, 5);
+    EXPECT_TRUE(std::filesystem::is_symlink(path));
+    for (auto const& entry : std::filesystem::directory_iterator(m_folder)) {
+        std::string const name = entry.path().filename().string();
+        EXPECT_TRUE(name == "document" || name == "link" || name.starts_with(".vfoundation-")) << name;
+    }
+}
+
+TEST_F(FileReplacer, ADocumentIsDroppedWhenAnObjectThrows) {
+    struct Throws : VString {
+        bool SerializeAsXML(VXMLFile& file) override {
+            file.WriteAttribute("half", 1);
+            throw 5;
+        }
+    };
+    ASSERT_TRUE(Save(Path("file"), 1, 'a'));
+    std::string const before = Contents(Path("file"));
+    try {
+        VXMLFile file;
+        file.OpenFileForWrite(Path("file").c_str(), "R");
+        file.WriteObject("inner", Throws());
+        ADD_FAILURE() << "what it throws passes";
+    } catch (int thrown) {
+        EXPECT_EQ(thrown, 5);
+    }
+    EXPECT_EQ(Contents(Path("file")), before) << "half an object is not saved";
 }
 
 TEST_F(FileReplacer, ADocumentIsSavedAtItsEndUnlessItWasDropped) {

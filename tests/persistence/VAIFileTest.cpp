@@ -9,6 +9,7 @@
 #include <cmath>
 #include <random>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -70,6 +71,11 @@ TEST_F(AIFile, PadsByOffsetWhenWritingAndByLengthWhenReading) {
     EXPECT_EQ(m_scratch.Bytes().size(), 9U) << "opening a chunk writes it out";
     EXPECT_TRUE(m_file.Write("y", 1) && m_file.CloseChunk() && m_file.Close());
     EXPECT_EQ(m_scratch.Bytes(), std::string("xodd\0\0\0\0\1y", 10));
+    Open(kRead | VAIFile::kPadChunks);
+    EXPECT_EQ(Read(' '), 'x');
+    EXPECT_EQ(Enter(), "odd" + std::string(1, '\0'));
+    EXPECT_TRUE(m_file.CloseChunk());
+    EXPECT_EQ(m_file.GetPos(), 11) << "one byte off: the length is odd";
     OpenOn(Chunk("ODDS", "y"), kRead | VAIFile::kPadChunks);
     EXPECT_EQ(Enter(), "ODDS");
     EXPECT_TRUE(m_file.CloseChunk());
@@ -87,13 +93,15 @@ TEST_F(AIFile, NestsSixteenDeep) {
     }
     EXPECT_EQ(m_file.GetLastError(), VAIFile::eNoChunk);
     EXPECT_EQ(m_scratch.Bytes(), expected);
-    OpenOn(Chunk("DEEP", expected));
-    Enter(17);
+    OpenOn(Chunk("DEEP", 'x' + expected));
+    Enter();
+    EXPECT_EQ(Read(' '), 'x');
+    Enter(16);
     EXPECT_EQ(m_file.GetLastError(), VAIFile::eTooDeep);
-    EXPECT_EQ(State(), "128 8") << "a refused header consumes nothing";
+    EXPECT_EQ(State(), "129 8") << "a refused header consumes nothing";
     EXPECT_EQ(m_file.GetChunkLength(), 0U);
     EXPECT_FALSE(m_file.CloseChunk()) << "the error stands";
-    EXPECT_EQ(State(), "136 0");
+    EXPECT_EQ(State(), "137 0");
 }
 
 TEST_F(AIFile, SkipsWhatIsLeftAndCountsForTheParent) {
@@ -185,6 +193,11 @@ TEST_F(AIFile, EndsEveryLoopOnADamagedLength) {
     EXPECT_EQ(Enter(2), "OUTR");
     EXPECT_TRUE(m_file.CloseChunk());
     EXPECT_EQ(Enter(), "NEXT");
+    // A header that the end of the file cuts.
+    OpenOn(ChunkClaiming("OUTR", 100, "KID1\1\2\3"));
+    EXPECT_EQ(Enter(2), "OUTR");
+    EXPECT_EQ(State(), "15 0");
+    EXPECT_TRUE(m_file.Eof());
 }
 
 TEST_F(AIFile, MovesAroundAndIsAFile) {
@@ -207,6 +220,10 @@ TEST_F(AIFile, SaysWhyItDoesNotOpen) {
     ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
     auto const errorOf = [&](char const* path, long mode) {
         EXPECT_FALSE(m_file.Open(path, mode) || m_file.IsLoading() || m_file.IsStoring());
+        VFile& asFile = m_file;
+        EXPECT_EQ(asFile.GetPosition(), 0);
+        EXPECT_EQ(asFile.GetLengthRemaining(), 0);
+        EXPECT_EQ(m_file.GetFileLength() + m_file.GetFileRemaining(), 0U);
         return m_file.GetLastError();
     };
     EXPECT_EQ(errorOf(nullptr, kRead), VAIFile::eNoPath);
@@ -234,9 +251,19 @@ TEST_F(AIFile, ReportsBytesThatWereLost) {
     EXPECT_EQ(m_file.GetLastError(), VAIFile::eWriteFailed);
     ASSERT_TRUE(m_file.Open("/dev/full", kWrite));
     EXPECT_FALSE(m_file.OpenChunk("TEST") || m_file.Write("a", 1) || m_file.Seek(0, VFile::kFromStart));
-    LineLogScope const log;
-    m_file << "text";
-    EXPECT_EQ(log.Lines(), std::vector<std::string>{"VAIFile::<< ARGH!"});
+    {
+        LineLogScope const log;
+        m_file << "text";
+        EXPECT_EQ(log.Lines(), std::vector<std::string>{"VAIFile::<< ARGH!"});
+    }
+    EXPECT_FALSE(m_file.Close());
+    int const descriptor = ::dup(STDIN_FILENO); // the next file has the same number
+    ::close(descriptor);
+    Open(kWrite);
+    EXPECT_TRUE(m_file.OpenChunk("TEST"));
+    ::close(descriptor);
+    EXPECT_FALSE(m_file.Close()) << "the last write succeeded, closing fails";
+    EXPECT_EQ(m_file.GetLastError(), VAIFile::eWriteFailed);
 }
 
 TEST_F(AIFile, EndsAtFourGiB) {

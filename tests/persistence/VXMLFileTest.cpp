@@ -35,6 +35,18 @@ TEST_F(XMLFile, MovesOverElementsByNameWithoutRegardToCase) {
     EXPECT_STREQ(file.GetNodeName(), "R") << "back at the parent";
 }
 
+TEST_F(XMLFile, StaysOpenWithAnotherRoot) {
+    VXMLFile file;
+    EXPECT_FALSE(Load(file, kDocument, "Other"));
+    EXPECT_STREQ(file.GetErrorStr(), "Parsing failure");
+    EXPECT_TRUE(file.IsValid() && file.IsLoading());
+    EXPECT_FALSE(file.OpenFirstChildElement("Older"));
+    EXPECT_TRUE(file.OpenFirstChildElement("R") && file.OpenFirstChildElement("B"));
+    EXPECT_FALSE(Load(file, "<R", "R") || file.IsValid()) << "a text that does not load leaves nothing open";
+    EXPECT_FALSE(file.OpenFileForWrite(Path("never").c_str(), nullptr) || file.IsValid());
+    EXPECT_EQ(Entries(), 0);
+}
+
 TEST_F(XMLFile, MovesOverEveryKindOfNode) {
     Document file(kDocument);
     std::string kinds;

@@ -40,6 +40,8 @@ class XMLTest : public testing::Test {
     }
 
     std::string Path(char const* name) const { return (m_folder / name).string(); }
+    /// The number of files in the folder.
+    long Entries() const { return std::distance(std::filesystem::directory_iterator(m_folder), {}); }
 
     static std::string Contents(std::string const& path) {
         std::ifstream stream(path, std::ios::binary);

@@ -16,8 +16,7 @@ using namespace testing_support;
 
 constexpr int kPosters = 4;
 
-// While messages are posted the centre is serviced by hand as fast as it goes; what is left then is the
-// job's.
+// While messages are posted the centre is serviced by hand without a pause; what is left then is the job's.
 TEST(MessageCenterStress, LosesNoMessageAndForgetsNone) {
     int const messages = 250000 * StressFactor();
     auto const center = NewCenter(64);
@@ -33,8 +32,8 @@ TEST(MessageCenterStress, LosesNoMessageAndForgetsNone) {
         mark = 1;
         ++delivered;
     });
-    ServerName const name;
-    center->StartCenter(name, 1);
+    std::string const name = UniqueName();
+    center->StartCenter(name.c_str(), 1);
     std::atomic<long> refused{0};
     std::atomic<int> posting{kPosters};
     OnThreads(kPosters + 1, [&](int poster) {
@@ -53,7 +52,7 @@ TEST(MessageCenterStress, LosesNoMessageAndForgetsNone) {
         }
         --posting;
     });
-    EXPECT_TRUE(Await([&] { return delivered + refused == long{kPosters} * messages; }));
+    WaitUntil([&] { return delivered + refused == long{kPosters} * messages; });
     center->StopCenter();
     EXPECT_GT(delivered, 64);
     EXPECT_FALSE(twice);
@@ -67,7 +66,7 @@ TEST(MessageCenterStress, StartsAndStopsTwoHundredCenters) {
     OnThreads(40, [&](int thread) {
         for (int round = 0; round < 5 * StressFactor(); ++round) {
             auto const center = NewCenter(16);
-            ServerName const name;
+            std::string const name = UniqueName();
             std::atomic<bool> stopped{false};
             std::thread poster([&] {
                 VMessage message;
@@ -77,13 +76,13 @@ TEST(MessageCenterStress, StartsAndStopsTwoHundredCenters) {
                     usleep(100);
                 }
             });
-            center->StartCenter(name, 1);
+            center->StartCenter(name.c_str(), 1);
             usleep(static_cast<useconds_t>(thread % 8 * 500));
             center->StopCenter();
             EXPECT_FALSE(center->IsAccepting());
             stopped = true;
             poster.join();
-            center->StartCenter(name, 1);
+            center->StartCenter(name.c_str(), 1);
             VMessage message;
             EXPECT_FALSE(center->MessageDelay(target.Get(), &message));
             EXPECT_EQ(center->CommandCountMin(), 0);
@@ -105,8 +104,8 @@ TEST(MessageCenterStress, MakesAndBreaksMoreConnectionsThanThePoolHolds) {
     std::atomic<long> delivered{0};
     std::atomic<long> posted{0};
     auto const other = NewMessenger([&](VMessage*) { ++delivered; });
-    ServerName const name;
-    center->StartCenter(name, 1);
+    std::string const name = UniqueName();
+    center->StartCenter(name.c_str(), 1);
     for (int round = 0; round < StressFactor(); ++round) {
         for (bool connect : {true, false}) {
             OnThreads(3, [&](int thread) {
@@ -120,10 +119,9 @@ TEST(MessageCenterStress, MakesAndBreaksMoreConnectionsThanThePoolHolds) {
                     posted += center->MessageDelay(other.Get(), &message) ? 1 : 0;
                 }
             });
-            EXPECT_TRUE(Await([&] { return center->CommandCountMin() == 0 && delivered == posted; }));
+            WaitUntil([&] { return center->CommandCountMin() == 0 && delivered == posted; });
             long const made = connect ? kConnections : 0;
-            EXPECT_TRUE(Await(
-                [&] { return source->RetainCount() == 1 + made && target->RetainCount() == 1 + made; }));
+            WaitUntil([&] { return source->RetainCount() == 1 + made && target->RetainCount() == 1 + made; });
             EXPECT_EQ(VConnectionTuple::ms_recycledConnections.load()->UsedCount(), connect ? 0 : pooled);
         }
     }

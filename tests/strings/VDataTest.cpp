@@ -1,12 +1,9 @@
 #include "foundation/strings/VData.h"
+
 #include "foundation/core/VException.h"
 #include "foundation/core/VObjectRef.h"
-#include "foundation/host/VHostArchitecture.h"
-#include "foundation/persistence/VAIFile.h"
-#include "foundation/strings/VString.h"
-#include "tests/support/ScratchFile.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/FailingAllocator.h"
+#include "tests/support/SavedForms.h"
 
 #include <algorithm>
 #include <climits>
@@ -16,7 +13,7 @@
 namespace {
 
 using namespace VFoundation;
-using testing_support::ScratchFile;
+using VDataTest = testing_support::SavedForms;
 
 void Fill(VData& data) {
     for (unsigned long i = 0; i < data.Length(); ++i) {
@@ -60,9 +57,13 @@ TEST(VData, ComparesAndCopiesByContent) {
     VData data(100);
     Fill(data);
     auto const copy = VObjectRef<VData>::Adopt(data.Copy());
-    EXPECT_TRUE(data == *copy && data.IsEqual(*copy));
+    EXPECT_TRUE(data == *copy);
+    EXPECT_TRUE(data.IsEqual(*copy));
     data.Bytes()[99] = 0;
-    EXPECT_TRUE(data != *copy && !data.IsEqual(*copy) && VData(3) != VData(4) && VData() == VData(0));
+    EXPECT_TRUE(data != *copy);
+    EXPECT_FALSE(data.IsEqual(*copy));
+    EXPECT_TRUE(VData(3) != VData(4));
+    EXPECT_TRUE(VData() == VData(0));
     EXPECT_FALSE(VData().IsEqual(VString()));
     data = VData();
     EXPECT_EQ(data.Bytes(), nullptr);
@@ -77,28 +78,26 @@ TEST(VData, DescribesItself) {
     EXPECT_TRUE(data.Description() == expected);
 }
 
-TEST(VData, TravelsThroughAFile) {
-    ScratchFile const scratch;
-    VAIFile file;
-    ASSERT_TRUE(file.Open(scratch.Path(), VAIFile::kWrite));
-    VData written(100);
-    Fill(written);
-    EXPECT_TRUE(written.Serialize(file));
-    EXPECT_TRUE(written.Serialize_YeOldeZephStyle(file));
-    EXPECT_EQ(file.GetFileLength(), 208U);
-    ASSERT_TRUE(file.Open(scratch.Path(), VAIFile::kRead));
+TEST_F(VDataTest, TravelsThroughAFile) {
+    VData data(100);
+    Fill(data);
+    SaveChunk(data);
     VData read(7);
-    EXPECT_TRUE(read.Serialize(file));
-    EXPECT_TRUE(read == written);
-    VData old(60);
-    EXPECT_TRUE(old.Serialize_YeOldeZephStyle(file));
-    EXPECT_EQ(old.Length(), 60U);
-    EXPECT_EQ(old.Bytes()[59], written.Bytes()[59]);
+    EXPECT_TRUE(ReadChunk(read));
+    EXPECT_TRUE(read == data);
+    ASSERT_TRUE(m_file.Open(m_scratch.Path(), VAIFile::kWrite));
+    EXPECT_TRUE(data.Serialize_YeOldeZephStyle(m_file));
+    EXPECT_EQ(m_file.GetFileLength(), 100U) << "no length";
+    ASSERT_TRUE(m_file.Open(m_scratch.Path(), VAIFile::kRead));
+    read.SetLength(60, false);
+    EXPECT_TRUE(read.Serialize_YeOldeZephStyle(m_file));
+    EXPECT_EQ(read.Length(), 60U);
+    EXPECT_EQ(read.Bytes()[59], data.Bytes()[59]);
 }
 
 /// Loads buffers from a file that names their lengths and has 10 bytes for the last; returns that one.
 VObjectRef<VData> LoadClaiming(std::initializer_list<long long> lengths, long mode) {
-    ScratchFile const scratch;
+    testing_support::ScratchFile const scratch;
     VAIFile file;
     file.Open(scratch.Path(), VAIFile::kWrite);
     file.OpenChunk("DATA");
@@ -138,21 +137,29 @@ TEST(VData, LooksAtTheLowHalfOfASavedLengthOnly) {
 }
 
 TEST(VData, ZeroesExactlyTheGivenBytes) {
+    unsigned char bytes[300];
     EXPECT_FALSE(VData::FastZeroMemory(nullptr, 5));
-    alignas(16) unsigned char bytes[700];
     EXPECT_FALSE(VData::FastZeroMemory(bytes, 0));
-    for (bool const hasSSE2 : {true, false}) {
-        VHostArchitecture::VCPUInfo::ms_bHasSSE2 = hasSSE2;
-        for (unsigned long offset = 0; offset <= 16; ++offset) {
-            for (unsigned long const count : {1UL, 3UL, 15UL, 16UL, 128UL, 129UL, 256UL, 300UL, 513UL}) {
-                std::fill(std::begin(bytes), std::end(bytes), static_cast<unsigned char>(0xEE));
-                ASSERT_TRUE(VData::FastZeroMemory(bytes + offset, count));
-                ASSERT_EQ(std::count(std::begin(bytes), std::end(bytes), 0), static_cast<long>(count));
-                ASSERT_EQ(bytes[offset] + bytes[offset + count - 1], 0);
-            }
+    std::fill(std::begin(bytes), std::end(bytes), static_cast<unsigned char>(0xEE));
+    EXPECT_TRUE(VData::FastZeroMemory(bytes + 3, 290));
+    EXPECT_EQ(std::count(std::begin(bytes), std::end(bytes), 0), 290);
+    EXPECT_EQ(bytes[3] + bytes[292], 0);
+}
+
+TEST(VData, KeepsItsContentsWhenMemoryRunsOut) {
+    VData data(16);
+    Fill(data);
+    testing_support::FailEachAllocation([&data] {
+        VData const before(data);
+        try {
+            data.SetLength(data.Length() + 100, true);
+        } catch (VException const&) {
+            EXPECT_TRUE(data == before);
+            throw;
         }
-    }
-    VHostArchitecture::VCPUInfo::InitializeClass();
+        auto const copy = VObjectRef<VObject>::Adopt(data.Copy());
+        EXPECT_TRUE(copy->IsEqual(data));
+    });
 }
 
 } // namespace

@@ -1,10 +1,8 @@
 #include "foundation/strings/VString.h"
 
 #include "foundation/core/VObjectRef.h"
-#include "foundation/persistence/VAIFile.h"
-#include "tests/support/ScratchFile.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/FailingAllocator.h"
+#include "tests/support/SavedForms.h"
 
 #include <climits>
 #include <cstring>
@@ -14,7 +12,7 @@
 namespace {
 
 using namespace VFoundation;
-using testing_support::ScratchFile;
+using VStringTest = testing_support::SavedForms;
 
 std::string Repeated(unsigned long count, char character = 'x') {
     return std::string(count, character);
@@ -27,65 +25,102 @@ TEST(VString, ReportsTheDescribedCapacities) {
         text = Repeated(length).c_str();
         EXPECT_EQ(text.Capacity(), capacity) << length;
     }
-    VString appended(Repeated(126).c_str());
-    appended << 'y';
+    EXPECT_EQ(VString(Repeated(255).c_str()).Capacity(), 384U);
+    VString appended;
+    appended = Repeated(127).c_str();
     EXPECT_EQ(appended.Capacity(), 128U);
     appended << 'z';
     EXPECT_EQ(appended.Capacity(), 256U);
     appended.Append(Repeated(200).c_str());
-    EXPECT_EQ(appended.Capacity(), 328U + 1 + 127); // not a multiple of 128
+    EXPECT_EQ(appended.Capacity(), 328U + 1 + 127) << "not a multiple of 128";
 }
 
-/// Text and reported capacity follow the rules of assigning and appending, whatever the memory behind them
-/// does.
+/// The rules of assigning and appending, without the memory.
+struct Model {
+    std::string bytes; // with the NULs that `Set` leaves
+    unsigned long capacity = 128;
+
+    std::string TextFrom(unsigned long offset) const { return bytes.c_str() + offset; }
+    void Assign(std::string const& text) {
+        bytes = text;
+        capacity = bytes.size() < capacity ? capacity : (bytes.size() + 1) / 128 * 128 + 128;
+    }
+    void Append(std::string const& text) {
+        if (bytes.size() + text.size() >= capacity) {
+            capacity = bytes.size() + text.size() + 1 + 127;
+            unsigned long const visible = std::strlen(bytes.c_str());
+            bytes.replace(visible, bytes.size() - visible, bytes.size() - visible, '\0');
+        }
+        bytes += text;
+    }
+    void AppendPathComponent(std::string const& component) {
+        std::string const separators = "/\\";
+        bool const isJoined = bytes.empty() || separators.find(bytes.back()) != separators.npos ||
+                              (!component.empty() && separators.find(component[0]) != separators.npos);
+        Append(isJoined ? "" : "/");
+        Append(component);
+    }
+};
+
 TEST(VString, AgreesWithAModelOverRandomEdits) {
     std::mt19937 random(7);
     VString text;
-    std::string model;
-    unsigned long capacity = 128;
-    for (int i = 0; i < 20000; ++i) {
-        std::string const other = Repeated(random() % 90, static_cast<char>('a' + random() % 26));
-        unsigned long const offset = model.empty() ? 0 : random() % model.size();
-        switch (random() % 8) {
-        case 0: {
-            std::string const assigned = Repeated(random() % 20000);
-            text = assigned.c_str();
-            model = assigned;
-            capacity = model.size() < capacity ? capacity : (model.size() + 1) / 128 * 128 + 128;
-            break;
+    Model model;
+    for (int i = 0; i < 30000; ++i) {
+        std::string const other = Repeated(random() % (i % 100 ? 90 : 20000), "ab/\\"[random() % 4]);
+        unsigned long const offset = random() % (model.bytes.size() + 1);
+        unsigned long const length = random() % (2 * offset + 2);
+        bool const isOwn = random() % 4 == 0; // the text comes from the string itself
+        char const* const source = isOwn ? text.CString() + offset : other.c_str();
+        std::string const expected = isOwn ? model.TextFrom(offset) : other;
+        auto const operation = random() % 12;
+        SCOPED_TRACE(testing::Message() << i << ": " << operation << (isOwn ? " own " : " ") << offset);
+        if (operation == 0) {
+            if (!isOwn || offset > 0) { // all of its own text is no change
+                model.Assign(expected);
+            }
+            text = source;
+        } else if (operation == 1 && isOwn && offset == 0) {
+            if (length < model.capacity) {
+                model.bytes.resize(length);
+            }
+            text.Set(source, length);
+        } else if (operation == 1) {
+            std::string padded = expected;
+            padded.resize(length);
+            model.Assign(padded);
+            text.Set(source, length);
+        } else if (operation == 2 || operation == 3) {
+            model.AppendPathComponent(expected);
+            text.AppendPathComponent(source);
+        } else if (operation == 4) {
+            model.Append("c");
+            text << 'c';
+        } else {
+            model.Append(expected);
+            text.Append(source);
         }
-        case 1:
-            text = text.CString() + offset; // a part of its own text
-            model.erase(0, offset);
-            break;
-        case 2:
-            text.Set(text.CString(), offset);
-            model.resize(offset);
-            break;
-        default:
-            std::string const appended = random() % 4 == 0 ? model.substr(offset) : other;
-            text.Append(appended == other ? other.c_str() : text.CString() + offset);
-            model += appended;
-            capacity = model.size() < capacity ? capacity : model.size() + 1 + 127;
-        }
-        ASSERT_EQ(text.CString(), model) << i;
-        ASSERT_EQ(text.Length(), model.size());
-        ASSERT_EQ(text.Capacity(), capacity) << i;
+        ASSERT_EQ(std::string(text.CString(), text.Length()), model.bytes);
+        ASSERT_EQ(text.Capacity(), model.capacity);
     }
 }
 
 TEST(VString, NullTextIsEmptyText) {
-    char const* const null = nullptr;
+    char const* null = nullptr;
     VString text("abc");
     text.Append(null);
     text << null;
     text.AppendPathComponent(null);
     EXPECT_STREQ(text.CString(), "abc");
-    EXPECT_FALSE(text == null || text < null);
+    EXPECT_FALSE(text == null);
+    EXPECT_FALSE(text < null);
     text = null;
     EXPECT_TRUE(text.IsEmpty());
     text = "abc";
     text.Set(null, 5);
+    EXPECT_TRUE(text.IsEmpty());
+    text = "abc";
+    text.Format(null, 1);
     EXPECT_TRUE(text.IsEmpty());
     EXPECT_FALSE(VString::CStringHasPathExtension(null, "a", false));
     EXPECT_FALSE(VString::CStringHasPathExtension("a.a", null, false));
@@ -98,42 +133,18 @@ TEST(VString, SetKeepsTheGivenLength) {
     text.Set("ab", 5);
     EXPECT_EQ(text.Length(), 5U);
     EXPECT_STREQ(text.CString(), "ab");
-    EXPECT_EQ(text.GetCharAtIndex(3), '\0');
     EXPECT_FALSE(text == "ab");
-    EXPECT_EQ(VString(text).Length(), 5U);
     auto const visible = VObjectRef<VString>::Adopt(text.Copy());
     EXPECT_EQ(visible->Length(), 2U);
-    text << "cd"; // behind the kept length, and still there when the buffer moves
-    text.Append(Repeated(300).c_str());
-    EXPECT_STREQ(text.CString(), "ab");
-    EXPECT_EQ(text.GetCharAtIndex(5), 'c');
-    EXPECT_EQ(text.GetCharAtIndex(306), 'x');
-
-    text.Set("abcdef", 3);
-    EXPECT_TRUE(text == "abc");
+    VString grown(text); // the NULs too
+    grown.Append(Repeated(120).c_str());
+    EXPECT_EQ(grown.GetCharAtIndex(5), 'x') << "after the kept length";
+    grown.Append(grown.CString() + 5);
+    EXPECT_EQ(grown.Length(), 245U);
+    EXPECT_EQ(grown.GetCharAtIndex(124), '\0') << "growing keeps what stands before the first NUL";
+    EXPECT_EQ(grown.GetCharAtIndex(125), 'x');
     text.Set("y", VString::kMaxLength + 1);
-    EXPECT_EQ(text.Length(), 3U) << "too long is refused";
-}
-
-TEST(VString, SetOnItsOwnTextCutsOrUncoversZeroes) {
-    VString text("abcdef");
-    text.Set(text.CString(), 2);
-    EXPECT_TRUE(text == "ab");
-    text.Set(text.CString(), 6);
-    EXPECT_EQ(text.Length(), 6U);
-    for (unsigned long i = 2; i < 6; ++i) {
-        EXPECT_EQ(text.GetCharAtIndex(i), '\0') << "old text shows";
-    }
-    text.Set(text.CString(), 128);
-    EXPECT_EQ(text.Length(), 6U) << "nothing at or beyond the capacity";
-
-    text = "abcdef";
-    text.Set(text.CString() + 2, 3);
-    EXPECT_TRUE(text == "cde");
-    text.Set(text.CString() + 1, 1000); // the buffer moves under the text
-    EXPECT_STREQ(text.CString(), "de");
-    EXPECT_EQ(text.Length(), 1000U);
-    EXPECT_EQ(text.GetCharAtIndex(999), '\0');
+    EXPECT_EQ(text.Length(), 5U) << "too long is refused";
 }
 
 TEST(VString, AppendsNumbersOfTenCharacters) {
@@ -150,9 +161,10 @@ TEST(VString, SingleCharacters) {
     text << 'd' << '\0' << 'e';
     EXPECT_STREQ(text.CString(), "abcde");
     EXPECT_EQ(text.GetCharAtIndex(4), 'e');
+    EXPECT_EQ(text.GetCharAtIndex(5), '\0');
     EXPECT_EQ(text.GetCharAtIndex(ULONG_MAX), '\0');
     EXPECT_EQ(text.Find('c'), 2);
-    EXPECT_TRUE(text.Find('x') == -1 && text.Find('\0') == -1);
+    EXPECT_EQ(text.Find('\0'), -1);
     text = 'z';
     EXPECT_STREQ(text.CString(), "z");
     text = '\0';
@@ -160,10 +172,20 @@ TEST(VString, SingleCharacters) {
 }
 
 TEST(VString, ComparesByByte) {
-    VString const text("abc");
-    EXPECT_TRUE(text == VString("abc") && text == "abc" && text != "abC" && text != VString("ab"));
-    EXPECT_TRUE(text < "abd" && text < VString("abcd") && !(text < VString("abc")) && VString("ab") < "\xC3");
-    EXPECT_TRUE(text.IsEqual(VString("abc")));
+    char const* const ascending[] = {"", "Abc", "ab", "abc", "abcd", "abd", "ab\xC3"};
+    for (int a = 0; a < 7; ++a) {
+        for (int b = 0; b < 7; ++b) {
+            VString const text(ascending[a]);
+            VString const other(ascending[b]);
+            SCOPED_TRACE(testing::Message() << ascending[a] << " " << ascending[b]);
+            EXPECT_EQ(text < other, a < b);
+            EXPECT_EQ(text < ascending[b], a < b);
+            EXPECT_EQ(text == other, a == b);
+            EXPECT_EQ(text == ascending[b], a == b);
+            EXPECT_EQ(text != other, a != b);
+            EXPECT_EQ(text.IsEqual(other), a == b);
+        }
+    }
     EXPECT_EQ(VString::stricmp("ABC", "abc"), 0);
     EXPECT_LT(VString::stricmp("ab", "ABC"), 0);
 }
@@ -174,6 +196,8 @@ TEST(VString, FormatsWithinItsBounds) {
     EXPECT_STREQ(text.CString(), "<self|5>");
     text.Format("%s", Repeated(5000).c_str());
     EXPECT_EQ(text.Length(), VString::kFormatSize - 1);
+    text.Format("%s%lc", "a", static_cast<wint_t>(0x7FFFFFFF));
+    EXPECT_STREQ(text.CString(), "") << "the C library refuses the character";
 
     char buffer[8];
     std::memset(buffer, '#', sizeof buffer);
@@ -195,10 +219,6 @@ TEST(VString, AppendsPathComponents) {
         text.AppendPathComponent(component);
         EXPECT_STREQ(text.CString(), expected);
     }
-    VString own;
-    own = Repeated(127).c_str(); // so full that the separator alone makes the buffer move
-    own.AppendPathComponent(own.CString() + 125);
-    EXPECT_EQ(own.CString(), Repeated(127) + "/xx");
 }
 
 TEST(VString, DeletesTheLastPathComponent) {
@@ -231,14 +251,49 @@ TEST(VString, DescribesObjectsAndItself) {
     EXPECT_STREQ(text.CString(), "[VString] ");
 }
 
-TEST(VString, TravelsThroughAFile) {
-    ScratchFile const scratch;
-    VAIFile file;
-    VString written("with \xFF and \n");
-    VString read("old");
-    ASSERT_TRUE(file.Open(scratch.Path(), VAIFile::kWrite) && written.Serialize(file));
-    ASSERT_TRUE(file.Open(scratch.Path(), VAIFile::kRead) && read.Serialize(file));
-    EXPECT_TRUE(read == written);
+TEST_F(VStringTest, TravelsThroughBothForms) {
+    ExpectRoundTrips(VString(), VString("old"), R"(<VString string="" />)");
+    ExpectRoundTrips(VString("0123456789"), VString(), R"(<VString string="0123456789" />)");
+    ExpectRoundTrips(VString(" 0123456789<"), VString(), R"(<VString> 0123456789&lt;</VString>)");
+    VString text("old");
+    EXPECT_TRUE(ReadXML(text, "<VString/>"));
+    EXPECT_STREQ(text.CString(), "");
+    VString bytes("with \xFF and \n");
+    SaveChunk(bytes);
+    EXPECT_TRUE(ReadChunk(text));
+    EXPECT_TRUE(text == bytes);
+}
+
+TEST_F(VStringTest, StaysUsableWhenMemoryRunsOut) {
+    VString saved(Repeated(1000).c_str());
+    SaveChunk(saved);
+    OpenChunk(0);
+    VString survivor;
+    for (bool const isRecycling : {false, true}) {
+        VString::ms_bRecyclingEnabled = isRecycling;
+        testing_support::FailEachAllocation([&] {
+            survivor = "short";
+            for (int i = 0; i < 100; ++i) {
+                survivor << "0123456789" << i;
+            }
+            survivor.AppendPathComponent("component");
+            survivor.AppendPathComponent(survivor.CString() + 1);
+            survivor.Set("a longer text than before, to be cut", 300);
+            VString copy(survivor);
+            copy.Format("%0500i", 7);
+            copy << copy.CString() << copy;
+            auto const made = VObjectRef<VString>::Adopt(VString::NewString(copy.CString()));
+            made->DeleteLastPathComponent();
+            EXPECT_EQ(made->Find('#'), -1);
+            EXPECT_LE(made->Length() + (made->Capacity() ? 1 : 0), made->Capacity());
+            VString read;
+            m_file.Seek(8, VFile::kFromStart);
+            bool const isRead = read.Serialize(m_file);
+            EXPECT_EQ(isRead, read == saved);
+        });
+    }
+    survivor = "still works";
+    EXPECT_STREQ(survivor.CString(), "still works");
 }
 
 } // namespace

@@ -3,22 +3,27 @@
 #include "foundation/threads/VJob.h"
 #include "foundation/threads/VJobServer.h"
 
+#include <gtest/gtest.h>
+
 #include <atomic>
 #include <chrono>
 #include <functional>
-#include <semaphore.h>
 #include <string>
 #include <thread>
-#include <unistd.h>
 #include <utility>
 
 namespace testing_support {
 
+/// Waits for what another thread is about to do; a failure, and false, when it does not come in a minute.
 template <class Condition>
-void WaitUntil(Condition condition) {
-    while (!condition()) {
+bool WaitUntil(Condition condition, int line = __builtin_LINE()) {
+    auto const end = std::chrono::steady_clock::now() + std::chrono::minutes(1);
+    while (!condition() && std::chrono::steady_clock::now() < end) {
         std::this_thread::sleep_for(std::chrono::microseconds(200));
     }
+    bool const came = condition();
+    EXPECT_TRUE(came) << "waited from line " << line;
+    return came;
 }
 
 /// A job that does what it is told.
@@ -38,20 +43,18 @@ struct AJob : VFoundation::Registered<AJob, VFoundation::VJob> {
     std::function<bool()> m_work;
 };
 
+/// A name for a server whose semaphore no other test of the program has used.
 inline std::string UniqueName() {
     static std::atomic<int> s_number{0};
-    return "VFoundationTest." + std::to_string(getpid()) + "." + std::to_string(++s_number);
+    return "VFoundationTest." + std::to_string(++s_number);
 }
 
-/// A server, ended with the object, and its semaphore removed.
+/// A server, ended with the object.
 struct ServerScope : VFoundation::VObjectRef<VFoundation::VJobServer> {
     explicit ServerScope(int queueSize)
         : ServerScope(new VFoundation::VJobServer(UniqueName().c_str(), queueSize)) {}
     explicit ServerScope(VFoundation::VJobServer* adopted) : VObjectRef(Adopt(adopted)) {}
-    ~ServerScope() override {
-        Get()->EndServer(true);
-        sem_unlink(Get()->Name().CString());
-    }
+    ~ServerScope() override { Get()->EndServer(true); }
     bool Add(AJob* adopted) const {
         return Get()->AddJob(VFoundation::VObjectRef<AJob>::Adopt(adopted).Get());
     }

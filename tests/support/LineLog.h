@@ -4,6 +4,7 @@
 #include "foundation/log/VLog.h"
 
 #include <algorithm>
+#include <functional>
 #include <mutex>
 #include <string>
 #include <vector>
@@ -19,6 +20,8 @@ class LineLogScope {
     }
     ~LineLogScope() { VFoundation::VLog::DestroyDefaultLog(); }
     LineLogScope const* operator->() const { return this; }
+    /// Called with each line, after it was kept. Set it while no other thread traces.
+    void OnLine(std::function<void(std::string const&)> action) const { m_log->m_onLine = std::move(action); }
     std::vector<std::string> Lines() const {
         std::lock_guard const lock(m_log->m_lock);
         return m_log->m_lines;
@@ -35,9 +38,15 @@ class LineLogScope {
         Log() : Registered(nullptr) {}
         static Log* New() { return new Log; }
         void AddString(char const* line) override {
-            std::lock_guard const lock(m_lock);
-            m_lines.emplace_back(line);
+            {
+                std::lock_guard const lock(m_lock);
+                m_lines.emplace_back(line);
+            }
+            if (m_onLine) {
+                m_onLine(line);
+            }
         }
+        std::function<void(std::string const&)> m_onLine;
         std::mutex m_lock;
         std::vector<std::string> m_lines;
     };

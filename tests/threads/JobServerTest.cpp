@@ -1,14 +1,21 @@
 #include "foundation/containers/VPtrArray.h"
 #include "foundation/core/VException.h"
+#include "foundation/core/lifecycle/VLibrary.h"
 #include "foundation/log/VStopWatch.h"
 #include "foundation/threads/IVJobDelegate.h"
+#include "tests/support/FailingNew.h"
+#include "tests/support/Fork.h"
 #include "tests/support/Jobs.h"
 #include "tests/support/LineLog.h"
+#include "tests/support/PrivateSemaphores.h"
 
 #include <gtest/gtest.h>
 
 #include <fcntl.h>
 #include <mutex>
+#include <pthread.h>
+#include <semaphore.h>
+#include <stdexcept>
 
 namespace {
 
@@ -75,7 +82,8 @@ TEST_F(JobServer, RunsJobsByPriorityAndTellsOfThem) {
     EXPECT_FALSE(server->AddJob(refused.Get()));
     EXPECT_FALSE(server->AddJob(nullptr));
     EXPECT_FALSE(refused->IsQueued());
-    EXPECT_EQ(refused->QueuedTime() + static_cast<double>(refused->RetainCount()), 1);
+    EXPECT_EQ(refused->QueuedTime(), 0);
+    EXPECT_EQ(refused->RetainCount(), 1);
     int units = 0;
     sem_t* const semaphore = sem_open(server->Name().CString(), 0);
     sem_getvalue(semaphore, &units);
@@ -85,10 +93,12 @@ TEST_F(JobServer, RunsJobsByPriorityAndTellsOfThem) {
     WaitUntil([&] { return Diary().size() == 16; });
     Finish(server);
     EXPECT_EQ(Diary(), "qqqqsb+sc+sd-sa+");
-    EXPECT_FALSE(jobs[0]->IsQueued() || jobs[0]->IsActive());
+    EXPECT_FALSE(jobs[0]->IsQueued());
+    EXPECT_FALSE(jobs[0]->IsActive());
     EXPECT_EQ(jobs[0]->RetainCount(), 1);
-    EXPECT_TRUE(0 < jobs[0]->QueuedTime() && jobs[0]->QueuedTime() <= jobs[0]->StartTime() &&
-                jobs[0]->StartTime() <= jobs[0]->EndTime());
+    EXPECT_LT(0, jobs[0]->QueuedTime());
+    EXPECT_LE(jobs[0]->QueuedTime(), jobs[0]->StartTime());
+    EXPECT_LE(jobs[0]->StartTime(), jobs[0]->EndTime());
 }
 
 /// Runs low priorities first, which needs the hook.
@@ -141,19 +151,70 @@ TEST_F(JobServer, KillsJobsWithoutHoldingALock) {
 }
 
 TEST_F(JobServer, StartsOnceAndEndsInEveryState) {
+    int const open = s_openSemaphores;
+    {
+        ServerScope const server(4);
+        EXPECT_TRUE(server->EndServer(true));
+        server->ServerLock()->TryLock(-1);
+        EXPECT_FALSE(server->StartServer());
+        server->ServerLock()->Unlock();
+        EXPECT_TRUE(server->StartServer());
+        EXPECT_FALSE(server->StartServer());
+        EXPECT_TRUE(server->EndServer(true));
+        EXPECT_EQ(server->RetainCount(), 1); // the thread has let go of it
+        EXPECT_TRUE(server->StartServer());
+        EXPECT_TRUE(m_log.Has("[" + std::string(server->Name().CString()) + "] thread STARTED\n"));
+        EXPECT_EQ(s_openSemaphores, open + 1);
+    }
+    EXPECT_EQ(s_openSemaphores, open);
+}
+
+// The log keeps each thread from its running lock until `EndServer` could have taken it.
+TEST_F(JobServer, LosesNoJobToAnEndThatComesBeforeTheThreadIsUp) {
+    m_log.OnLine(
+        [](std::string const& line) { VThread::Sleep(line.find("STARTED") != std::string::npos ? 50 : 0); });
     ServerScope const server(4);
-    VStopWatch const watch(true);
-    EXPECT_TRUE(server->EndServer(true));
-    EXPECT_LT(watch.GetElapsedTime(), 0.1);
-    server->ServerLock()->TryLock(-1);
-    EXPECT_FALSE(server->StartServer());
-    server->ServerLock()->Unlock();
+    for (int i = 0; i < 3; ++i) {
+        server.Add(new AJob([this] { return Note('!'); }));
+        EXPECT_TRUE(server->EndServer(true));
+        EXPECT_FALSE(server->IsServerRunning());
+    }
+    EXPECT_EQ(Diary(), "!!!");
+}
+
+TEST_F(JobServer, StartsWhollyOrNotAtAll) {
+    testing_support::FailEachNew([] {
+        long const number = std::exchange(testing_support::t_failingNew, 0);
+        ServerScope const server(4);
+        testing_support::t_failingNew = number;
+        bool const started = server->StartServer();
+        bool const failed = testing_support::NewHasFailed();
+        if (failed) {
+            EXPECT_FALSE(server->IsServerRunning());
+            EXPECT_TRUE(server->StartServer()) << "again, as nothing is left taken";
+        } else {
+            EXPECT_TRUE(started);
+        }
+        WaitUntil([&] { return server->IsServerRunning(); });
+        server->EndServer(true);
+        EXPECT_EQ(server->RetainCount(), 1);
+        return failed;
+    });
+    pthread_attr_t usual;
+    pthread_attr_t impossible;
+    ASSERT_EQ(pthread_getattr_default_np(&usual), 0);
+    pthread_attr_init(&impossible);
+    pthread_attr_setstacksize(&impossible, std::size_t{1} << 47);
+    ServerScope const server(4);
+    ASSERT_EQ(pthread_setattr_default_np(&impossible), 0);
+    EXPECT_TRUE(server->StartServer()) << "an attempt was made";
+    pthread_setattr_default_np(&usual);
+    pthread_attr_destroy(&impossible);
+    pthread_attr_destroy(&usual);
+    EXPECT_FALSE(server->IsServerRunning());
+    EXPECT_EQ(server->RetainCount(), 1);
     EXPECT_TRUE(server->StartServer());
-    EXPECT_FALSE(server->StartServer());
-    EXPECT_TRUE(server->EndServer(true));
-    EXPECT_EQ(server->RetainCount(), 1); // the thread has let go of it
-    EXPECT_TRUE(server->StartServer());
-    EXPECT_TRUE(m_log.Has("[" + std::string(server->Name().CString()) + "] thread STARTED\n"));
+    EXPECT_TRUE(server->IsServerRunning());
 }
 
 TEST_F(JobServer, GivesUpOnAStuckJob) {
@@ -171,7 +232,12 @@ TEST_F(JobServer, GivesUpOnAStuckJob) {
     EXPECT_EQ(Diary().find_first_of("+-"), std::string::npos); // the job outlasted its server
 }
 
-TEST_F(JobServer, GoesOnAfterAnException) {
+TEST_F(JobServer, GoesOnAfterAnExceptionAlsoOfTheLog) {
+    m_log.OnLine([](std::string const& line) {
+        if (line.find("server") != std::string::npos || line.find("thread") != std::string::npos) {
+            throw std::runtime_error("disk full");
+        }
+    });
     ServerScope const server(8);
     CloseGate(server);
     auto const first =
@@ -181,12 +247,14 @@ TEST_F(JobServer, GoesOnAfterAnException) {
     m_gateOpen = true;
     Finish(server);
     EXPECT_EQ(Diary(), "qqs-s-");
-    EXPECT_FALSE(first->IsActive() || first->IsQueued());
+    EXPECT_FALSE(first->IsActive());
+    EXPECT_FALSE(first->IsQueued());
     EXPECT_EQ(first->RetainCount(), 1);
     std::string const name = server->Name().CString();
     EXPECT_TRUE(m_log.Has("VException in server: " + name + " (stage:5)\n"));
-    EXPECT_TRUE(m_log.Has("VJobServer::ServerThread - A VException occured! (stage:5)\n"));
     EXPECT_TRUE(m_log.Has("Exception in server: " + name + " (stage:5)\n"));
+    server->EndServer(true);
+    EXPECT_TRUE(m_log.Has("[" + name + "] thread ENDED\n"));
 }
 
 // Released while it runs, and then ended by a job, which may end the thread itself as well.
@@ -197,7 +265,7 @@ TEST_F(JobServer, LivesAsLongAsItsThread) {
         std::atomic<bool> released{false};
         server->AddJob(JobRef::Adopt(new AJob([&] {
                            WaitUntil([&] { return released.load(); });
-                           EXPECT_TRUE(server->EndServer(true)); // does not wait for itself
+                           server->RequestEnd();
                            return abruptly ? VThread::EndThread(), true : true;
                        })).Get());
         server->Release();
@@ -205,7 +273,45 @@ TEST_F(JobServer, LivesAsLongAsItsThread) {
         released = true;
         WaitUntil([&] { return m_log.Has("VJobServer [DESTRUCTOR]: " + name + "  END\n"); });
         EXPECT_TRUE(m_log.Has("VJobServer [DESTRUCTOR]: " + name + "  Server running: no\n"));
-        sem_unlink(name.c_str());
+        WaitUntil([&] { return !VJobServer::ms_jobServersArray->IsPtrInArray(server); });
+    }
+}
+
+TEST_F(JobServer, CannotWaitForTheThreadThatEndsIt) {
+    ServerScope const server(4);
+    testing::internal::CaptureStderr();
+    std::atomic<bool> ended{false};
+    server.Add(new AJob([&] { return ended = server->EndServer(true); }));
+    WaitUntil([&] { return ended.load(); });
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "VJobServer::EndServer - " +
+                                                          std::string(server->Name().CString()) +
+                                                          " aborting - thread stuck?\n");
+    server->EndServer(true);
+    EXPECT_EQ(server->RetainCount(), 1);
+}
+
+// The thread is in a job, or between two.
+TEST_F(JobServer, IsNotRunningInAChildProcessAndStartsAgain) {
+    for (bool const inJob : {true, false}) {
+        ServerScope const server(4);
+        inJob ? CloseGate(server) : static_cast<void>(server->StartServer());
+        testing_support::InChild([&] {
+            EXPECT_FALSE(server->IsServerRunning());
+            EXPECT_EQ(server->RetainCount(), 1);
+            EXPECT_EQ(Description(server), "[VJobServer]  Inactive  Queued: 0\n\nNo active Job.\n");
+            EXPECT_TRUE(server->KillAllJobs());
+            EXPECT_TRUE(server->EndServer(true));
+            EXPECT_TRUE(server->StartServer());
+            if (inJob) { // the parent's thread takes no signal of the semaphore
+                server.Add(new AJob([this] { return Note('c'); }));
+                Finish(server);
+                EXPECT_EQ(Diary(), "c");
+            }
+            EXPECT_TRUE(server->EndServer(true));
+            EXPECT_EQ(server->RetainCount(), 1);
+        });
+        EXPECT_TRUE(server->IsServerRunning());
+        m_gateOpen = true;
     }
 }
 
@@ -232,12 +338,29 @@ TEST_F(JobServer, RunsNothingWithoutASemaphore) {
     EXPECT_EQ(Diary(), "");
 }
 
+TEST(JobServerThread, TheEndOfTheLibraryWaitsForItWhenItsJobHasEndedIt) {
+    InitializeLibrary(false);
+    std::atomic<bool> ending{false};
+    std::atomic<bool> gone{false};
+    auto server = VObjectRef<VJobServer>::Adopt(new VJobServer(UniqueName().c_str(), 4));
+    std::shared_ptr<void> mark(nullptr, [&](void*) { gone = true; }); // dies with the job
+    server->AddJob(JobRef::Adopt(new AJob([&, server = server.Get(), mark = std::move(mark)] {
+                       server->RequestEnd();
+                       ending = true;
+                       VThread::Sleep(50);
+                       return true;
+                   })).Get());
+    WaitUntil([&] { return ending.load(); });
+    server.Exchange(nullptr);
+    UninitializeLibrary(true, false, true);
+    EXPECT_TRUE(gone);
+}
+
 TEST_F(JobServer, MayBeLeftRunningWhenTheProcessEnds) {
     testing::FLAGS_gtest_death_test_style = "threadsafe";
     auto const leave = [] {
         auto* const server = new VJobServer(UniqueName().c_str(), 4);
         server->StartServer();
-        sem_unlink(server->Name().CString());
         std::exit(0);
     };
     EXPECT_EXIT(leave(), testing::ExitedWithCode(0), "");

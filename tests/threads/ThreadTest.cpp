@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <pthread.h>
 #include <stdexcept>
 
 namespace {
@@ -29,7 +30,8 @@ TEST(Thread, RunsItsBodyOnTheArgument) {
     };
     auto const thread = ThreadRef::Adopt(VThread::StartThread(body, &seen, "name"));
     ASSERT_TRUE(thread);
-    EXPECT_TRUE(thread->HasThread() && !VThread().HasThread());
+    EXPECT_TRUE(thread->HasThread());
+    EXPECT_FALSE(VThread().HasThread());
     EXPECT_EQ(Join(*thread), &seen);
     EXPECT_EQ(seen, thread->ID());
     EXPECT_NE(seen, VThread::GetCurrentThreadID());
@@ -81,8 +83,11 @@ TEST(Thread, KeepsAPriorityAndAnObject) {
     {
         VThread thread;
         EXPECT_EQ(thread.Priority(), VThread::eNormal);
-        EXPECT_TRUE(thread.SetPriority(VThread::eHigh));
-        EXPECT_EQ(thread.Priority(), VThread::eHigh);
+        for (auto const priority :
+             {VThread::eHigh, static_cast<VThread::ePriority>(-77)}) { // any number will do
+            EXPECT_TRUE(thread.SetPriority(priority));
+            EXPECT_EQ(thread.Priority(), priority);
+        }
         thread.SetObject(&object);
         EXPECT_EQ(object.RetainCount(), 2);
     }
@@ -95,7 +100,8 @@ TEST(Thread, ListHoldsAThreadOnceAndSurvivesItsEnd) {
     VThread thread;
     EXPECT_TRUE(VThread::RegisterThread(&thread));
     VThread::InitializeClass(); // keeps the list
-    EXPECT_FALSE(VThread::RegisterThread(&thread) || VThread::RegisterThread(nullptr));
+    EXPECT_FALSE(VThread::RegisterThread(&thread));
+    EXPECT_FALSE(VThread::RegisterThread(nullptr));
     EXPECT_EQ(thread.RetainCount(), 2);
     VThread::UnregisterThread(&thread);
     VThread::UnregisterThread(&thread);

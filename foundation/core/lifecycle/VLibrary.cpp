@@ -68,6 +68,7 @@
 #include "foundation/threads/VMutex.h"
 #include "foundation/threads/VSemaphore.h"
 #include "foundation/threads/VThread.h"
+#include "foundation/threads/internal/ThreadPresence.h"
 
 namespace VFoundation {
 
@@ -188,6 +189,7 @@ class ShutDown {
     bool m_dumpClasses;
     bool m_quiet;
     Stage m_stage = eStopping;
+    ThreadPresence::LibraryEnd m_threads;
 };
 
 void ShutDown::Run() {
@@ -197,6 +199,7 @@ void ShutDown::Run() {
     if (--ms_iInitCount > 0) {
         return;
     }
+    m_threads.Await(); // while their last lines still reach the log
     StopUsers();
     m_stage = eEmptyingPools;
     EmptyPools();
@@ -228,6 +231,7 @@ void StopLoggingThread(bool onlyIfRunning) {
 
 void ShutDown::StopUsers() {
     StopLoggingThread(false);
+    m_threads.Await();
     VObjectArray::SetRecyclingEnabled(false);
     VString::ms_bRecyclingEnabled = false;
     VFileInfo::UninitializeClass();
@@ -272,6 +276,7 @@ void ShutDown::EmptyPools() {
 
 void ShutDown::EndLog() {
     VLog::DestroyDefaultLog();
+    m_threads.Await();
     VLog::SetSafeShutdown();
 }
 

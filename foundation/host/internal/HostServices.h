@@ -8,17 +8,17 @@
 /// What the library needs of the operating system beyond the C library; the one place to port.
 namespace VFoundation::HostServices {
 
-/// `fopen`, closed on exec.
+/// `fopen`, with a descriptor that is closed on exec.
 std::FILE* OpenStream(char const* path, char const* mode) noexcept;
 
-/// Opens a regular file for reading, closed on exec; null for anything else that `path` may lead to. Never
-/// waits for a pipe's other end.
+/// Opens a regular file for reading, with a descriptor that is closed on exec; null for anything else that `path` may
+/// lead to. Never waits for the other end of a pipe.
 std::FILE* OpenRegularFile(char const* path) noexcept;
 
 /// The file type and permission bits of what `path` leads to. False when it leads to nothing.
 bool ModeOfPath(char const* path, unsigned long& mode) noexcept;
 
-/// The short name of the user who started the process; empty when there is none.
+/// The short name of the user who started the process; empty when there is none. Without memory `std::bad_alloc`.
 std::string UserName();
 
 /// The processor's feature bits as the system tells them; the result is 0 or the system's error number.
@@ -32,8 +32,8 @@ struct MountedVolume {
     std::uint64_t freeBytes = 0;
 };
 
-/// The volumes that a user would call so, in the order of the system's table; see `VDiskInfo`.
-std::vector<MountedVolume> MountedVolumes(char const* mountTable = "/proc/self/mountinfo",
-                                          char const* labelDirectory = "/dev/disk/by-label");
+/// The volumes that a user would call so, in the order of the system's table; see `VDiskInfo`. Without memory
+/// `std::bad_alloc`.
+std::vector<MountedVolume> MountedVolumes();
 
 } // namespace VFoundation::HostServices

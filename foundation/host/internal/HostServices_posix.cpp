@@ -11,12 +11,19 @@
 namespace VFoundation::HostServices {
 
 std::FILE* OpenStream(char const* path, char const* mode) noexcept {
-    char modeClosedOnExec[16] = {};
+    // 'e' closes on exec. It stands second, as the C library looks at the first few characters only.
+    char modeClosedOnExec[64] = {};
     std::size_t const length = std::strlen(mode);
-    if (length + 1 >= sizeof modeClosedOnExec || std::strchr(mode, ',')) {
-        return std::fopen(path, mode); // not a plain mode: as it stands
+    if (length == 0 || length + 1 >= sizeof modeClosedOnExec) {
+        std::FILE* const stream = std::fopen(path, mode);
+        if (stream) {
+            ::fcntl(::fileno(stream), F_SETFD, FD_CLOEXEC);
+        }
+        return stream;
     }
-    *std::copy_n(mode, length, modeClosedOnExec) = 'e';
+    modeClosedOnExec[0] = mode[0];
+    modeClosedOnExec[1] = 'e';
+    std::copy_n(mode + 1, length - 1, modeClosedOnExec + 2);
     return std::fopen(path, modeClosedOnExec);
 }
 

@@ -17,8 +17,8 @@ void FormatLocalTime(long long seconds, char (&text)[kLocalTimeTextSize]) noexce
     std::tm time{};
     text[0] = '\0';
     if (LocalTime(seconds, time)) {
-        std::snprintf(text, sizeof text, "%s %s%3d %.2d:%.2d:%.2d %lld", kDays[time.tm_wday], kMonths[time.tm_mon],
-                      time.tm_mday, time.tm_hour, time.tm_min, time.tm_sec,
+        std::snprintf(text, sizeof text, "%s %s%3d %.2d:%.2d:%.2d %lld", kDays[time.tm_wday],
+                      kMonths[time.tm_mon], time.tm_mday, time.tm_hour, time.tm_min, time.tm_sec,
                       static_cast<long long>(time.tm_year) + kFirstYear);
     }
 }

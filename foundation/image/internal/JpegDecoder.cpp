@@ -1,6 +1,7 @@
 #include "foundation/image/internal/JpegDecoder.h"
 
 #include "foundation/host/VFile.h"
+#include "foundation/image/VImage.h"
 #include "foundation/image/VImageIOJPEG.h"
 #include "foundation/image/internal/ErrorEscape.h"
 #include "foundation/image/internal/PixelBuffer.h"
@@ -23,7 +24,8 @@ namespace {
 /// One file on its way through the library.
 class JpegDecoder {
   public:
-    explicit JpegDecoder(VFile& file) : m_file(file) {}
+    explicit JpegDecoder(VFile& file)
+        : m_file(file), m_fileLength(static_cast<std::uint64_t>(std::max(file.GetLength(), 0L))) {}
     JpegDecoder(JpegDecoder const&) = delete;
     JpegDecoder& operator=(JpegDecoder const&) = delete;
     ~JpegDecoder() { jpeg_destroy_decompress(&m_info); }
@@ -49,11 +51,13 @@ class JpegDecoder {
     void Start();
     void ReadRows();
 
+    std::uint64_t Pixels() const { return std::uint64_t{m_info.image_width} * m_info.image_height; }
     bool IsWithinLimits() const;
     bool IsInks() const { return m_info.out_color_space == JCS_CMYK; }
     void ConvertInks(std::uint32_t* row) const;
 
     VFile& m_file;
+    std::uint64_t m_fileLength;
     std::optional<PixelBuffer> m_pixels;
     bool m_fileEnded = false;
     ErrorEscape m_errorEscape;
@@ -64,7 +68,7 @@ class JpegDecoder {
     JOCTET m_buffer[kBufferSize];
 };
 
-/// Warnings are about damage that the library bridges. Once the file has ended they mean that the picture goes on
+/// Warnings are about damage that the library bridges. Past the end of the file they mean that the picture goes on
 /// without data.
 void JpegDecoder::OnMessage(j_common_ptr info, int level) {
     if (level < 0 && Of(info).m_fileEnded) {
@@ -72,18 +76,25 @@ void JpegDecoder::OnMessage(j_common_ptr info, int level) {
     }
 }
 
+/// Called for every row of blocks in every scan.
 void JpegDecoder::OnProgress(j_common_ptr info) {
-    if (Of(info).m_info.input_scan_number > VImageIOJPEG::kMaxScans) {
+    JpegDecoder const& self = Of(info);
+    int const scans = self.m_info.input_scan_number;
+    if (scans > VImageIOJPEG::kMaxScans ||
+        static_cast<std::uint64_t>(scans) * self.Pixels() > VImageIOJPEG::kMaxScanPixels) {
         OnError(info);
     }
 }
 
-/// Behind the end of the file stands, for the library, the mark that ends a picture.
+/// Past the end of the file, feed the library an end-of-image marker.
 boolean JpegDecoder::OnBufferEmpty(j_decompress_ptr info) {
     static constexpr JOCTET kEndOfImage[] = {0xFF, JPEG_EOI};
     JpegDecoder& self = Of(info);
     self.m_source.next_input_byte = self.m_buffer;
     self.m_source.bytes_in_buffer = self.m_file.ReadBytes(self.m_buffer, kBufferSize);
+    if (self.m_file.ReadError() != 0) {
+        self.m_errorEscape.Escape();
+    }
     if (self.m_source.bytes_in_buffer == 0) {
         self.m_fileEnded = true;
         self.m_source.next_input_byte = kEndOfImage;
@@ -119,7 +130,7 @@ void JpegDecoder::ReadHeader() {
     jpeg_read_header(&m_info, TRUE);
 }
 
-/// The library makes the pixels as bitmaps hold them, but of inks.
+/// Has the library make the pixels as bitmaps hold them; those of inks are converted after it.
 void JpegDecoder::Start() {
     bool const isInks = m_info.jpeg_color_space == JCS_CMYK || m_info.jpeg_color_space == JCS_YCCK;
     m_info.out_color_space = isInks                                       ? JCS_CMYK
@@ -143,8 +154,8 @@ void JpegDecoder::ReadRows() {
     }
 }
 
-/// Makes colours of cyan, magenta, yellow and black in place. Files with the Adobe mark hold what is left of the
-/// light instead of how much ink there is.
+/// Makes colours of cyan, magenta, yellow and black in place. Files with the Adobe marker store them inverted: the light
+/// that is left, not the ink.
 void JpegDecoder::ConvertInks(std::uint32_t* row) const {
     unsigned const inverted = m_info.saw_Adobe_marker ? 0x00 : 0xFF;
     auto const* inks = reinterpret_cast<unsigned char const*>(row);
@@ -159,8 +170,10 @@ void JpegDecoder::ConvertInks(std::uint32_t* row) const {
 }
 
 bool JpegDecoder::IsWithinLimits() const {
+    bool const isBacked = Pixels() <= VImageIOJPEG::kMaxUnbackedPixels ||
+                          Pixels() / VImageIOJPEG::kMaxPixelsPerByte <= m_fileLength;
     return m_info.image_width <= VImageIOJPEG::kMaxSide && m_info.image_height <= VImageIOJPEG::kMaxSide &&
-           std::uint64_t{m_info.image_width} * m_info.image_height <= VImageIOJPEG::kMaxPixels;
+           Pixels() <= std::min(VImageIOJPEG::kMaxPixels, VImage::PixelBudget()) && isBacked;
 }
 
 VBitmapImage* JpegDecoder::Decode() {
@@ -176,8 +189,8 @@ VBitmapImage* JpegDecoder::Decode() {
     if (!m_pixels->IsValid() || !m_errorEscape.Run(*this, &JpegDecoder::ReadRows)) {
         return nullptr;
     }
-    // Where scans refine a picture, or arithmetic coding makes something of nothing, a file that ended too early
-    // leaves no other trace.
+    // Where scans refine a picture, or arithmetic coding decodes missing data as zeros, nothing else shows that the
+    // file ended too early.
     if (m_fileEnded && (jpeg_has_multiple_scans(&m_info) || m_info.arith_code)) {
         return nullptr;
     }

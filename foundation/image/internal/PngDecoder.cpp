@@ -1,12 +1,15 @@
 #include "foundation/image/internal/PngDecoder.h"
 
 #include "foundation/host/VFile.h"
+#include "foundation/image/VImage.h"
 #include "foundation/image/VImageIOPNG.h"
 #include "foundation/image/internal/ErrorEscape.h"
 #include "foundation/image/internal/PixelBuffer.h"
 #include "foundation/image/internal/PixelMath.h"
 
+#include <algorithm>
 #include <bit>
+#include <cstdint>
 #include <optional>
 
 #include <png.h>
@@ -18,7 +21,8 @@ namespace {
 /// One file on its way through the library.
 class PngDecoder {
   public:
-    explicit PngDecoder(VFile& file) : m_file(file) {}
+    explicit PngDecoder(VFile& file)
+        : m_file(file), m_fileLength(static_cast<std::uint64_t>(std::max(file.GetLength(), 0L))) {}
     PngDecoder(PngDecoder const&) = delete;
     PngDecoder& operator=(PngDecoder const&) = delete;
     ~PngDecoder() { png_destroy_read_struct(&m_png, &m_info, nullptr); }
@@ -37,6 +41,7 @@ class PngDecoder {
     void ReadHeader();
     void ReadRows();
 
+    bool IsWithinLimits() const;
     void Transform();
     void PremultiplyRow(png_uint_32 y) {
         std::uint32_t* const row = m_pixels->Row(y);
@@ -44,6 +49,7 @@ class PngDecoder {
     }
 
     VFile& m_file;
+    std::uint64_t m_fileLength;
     std::optional<PixelBuffer> m_pixels;
     ErrorEscape m_errorEscape;
     png_structp m_png = nullptr;
@@ -104,16 +110,22 @@ void PngDecoder::ReadRows() {
     png_read_end(m_png, nullptr);
 }
 
+/// Whether the picture is small enough, and the file long enough that its pixels may be in it.
+bool PngDecoder::IsWithinLimits() const {
+    constexpr std::uint64_t kBestCompression = 1032; // of zlib: 258 bytes in 2 bits
+    std::uint64_t const pixels =
+        std::uint64_t{png_get_image_width(m_png, m_info)} * png_get_image_height(m_png, m_info);
+    std::uint64_t const bitsPerPixel =
+        std::uint64_t{png_get_bit_depth(m_png, m_info)} * png_get_channels(m_png, m_info);
+    return pixels <= std::min(VImageIOPNG::kMaxPixels, VImage::PixelBudget()) &&
+           pixels * bitsPerPixel / 8 / kBestCompression <= m_fileLength;
+}
+
 VBitmapImage* PngDecoder::Decode() {
-    if (!m_errorEscape.Run(*this, &PngDecoder::ReadHeader)) {
+    if (!m_errorEscape.Run(*this, &PngDecoder::ReadHeader) || !IsWithinLimits()) {
         return nullptr;
     }
-    png_uint_32 const width = png_get_image_width(m_png, m_info);
-    png_uint_32 const height = png_get_image_height(m_png, m_info);
-    if (std::uint64_t{width} * height > VImageIOPNG::kMaxPixels) {
-        return nullptr;
-    }
-    m_pixels.emplace(width, height);
+    m_pixels.emplace(png_get_image_width(m_png, m_info), png_get_image_height(m_png, m_info));
     return m_pixels->IsValid() && m_errorEscape.Run(*this, &PngDecoder::ReadRows) ? m_pixels->IntoImage()
                                                                                   : nullptr;
 }

@@ -77,8 +77,8 @@ struct Layout {
     RowDecoder decodeRow = nullptr;
 };
 
-/// False when the file is too short, lacks the footer's signature, has a depth that is not supported, or would
-/// have pixels where it has no bytes.
+/// False when the file is too short, lacks the signature of the footer, has a depth that is not supported, has more
+/// pixels than the budget allows, or fewer bytes than its pixels need.
 bool ReadLayout(TargaSource& source, Layout& layout) {
     std::uint64_t const size = source.Size();
     if (size < VImageIOTarga::kMinFileSize ||
@@ -99,7 +99,7 @@ bool ReadLayout(TargaSource& source, Layout& layout) {
         SignedByte(header[kIDLength]) + (header[kColourMapType] == 0 ? std::int64_t{kHeaderSize} : 0);
     layout.start = static_cast<std::uint64_t>(start);
     std::uint64_t const pixels = std::uint64_t{layout.width} * layout.height; // 32 bits at most
-    return layout.decodeRow && start >= 0 &&
+    return layout.decodeRow && start >= 0 && pixels <= VImage::PixelBudget() &&
            size >= layout.start + pixels * layout.bytesPerPixel + kFooterSize;
 }
 
@@ -135,6 +135,10 @@ unsigned char const* TargaFileSource::Bytes(std::uint64_t offset, std::size_t co
     return m_block.Bytes();
 }
 
+bool TargaFileSource::HasFailed() const {
+    return m_file.ReadError() != 0;
+}
+
 bool DecodeTarga(TargaSource& source, VImage& image) {
     Layout layout;
     if (!ReadLayout(source, layout)) {
@@ -145,7 +149,12 @@ bool DecodeTarga(TargaSource& source, VImage& image) {
         return false;
     }
     DecodePixels(source, layout, pixels);
-    image.SetImageRef(pixels.IntoImage(&VImageIOTarga::ReleaseImageData));
+    VBitmapImage* const bitmap =
+        source.HasFailed() ? nullptr : pixels.IntoImage(&VImageIOTarga::ReleaseImageData);
+    if (!bitmap) {
+        return false;
+    }
+    image.SetImageRef(bitmap);
     image.SetHasAlpha(layout.bytesPerPixel == 4);
     return true;
 }

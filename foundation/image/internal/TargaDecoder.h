@@ -10,13 +10,15 @@ namespace VFoundation {
 class VFile;
 class VImage;
 
-/// The bytes of a Targa file, wherever they are. Not for clients.
+/// The bytes of a Targa file, wherever they are.
 class TargaSource {
   public:
     virtual ~TargaSource() = default;
     virtual std::uint64_t Size() const = 0;
     /// `count` bytes from `offset` on (borrowed until the next call); both lie within the size.
     virtual unsigned char const* Bytes(std::uint64_t offset, std::size_t count) = 0;
+    /// True once bytes could not be read although they are there.
+    virtual bool HasFailed() const { return false; }
 };
 
 /// A file held in memory (borrowed).
@@ -37,6 +39,7 @@ class TargaFileSource final : public TargaSource {
     explicit TargaFileSource(VFile& file);
     std::uint64_t Size() const override { return m_size; }
     unsigned char const* Bytes(std::uint64_t offset, std::size_t count) override;
+    bool HasFailed() const override;
 
   private:
     VFile& m_file;
@@ -45,8 +48,9 @@ class TargaFileSource final : public TargaSource {
     VData m_block;
 };
 
-/// Decodes the file into `image`: bitmap, size and alpha flag. False, with the image as it was, when the file
-/// is none that the format's class comment promises to read, or without memory for its pixels.
+/// Decodes the file into `image`: bitmap, size and alpha flag. False, with the image as it was, for a file that
+/// `VImageIOTarga` does not promise to read, one beyond the pixel budget, a failed read, and without memory for the
+/// pixels.
 bool DecodeTarga(TargaSource& source, VImage& image);
 
 } // namespace VFoundation

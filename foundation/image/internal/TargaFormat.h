@@ -2,7 +2,7 @@
 
 #include <cstddef>
 
-/// The layout of a Targa file of version 2: header, ID, colour map, pixels, areas that nobody needs, footer.
+/// The layout of a Targa file of version 2: header, ID, colour map, pixels, areas that are not read, footer.
 namespace VFoundation::TargaFormat {
 
 constexpr std::size_t kHeaderSize = 18;

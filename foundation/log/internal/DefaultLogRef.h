@@ -2,11 +2,29 @@
 
 #include "foundation/log/VLog.h"
 
+#include <utility>
+
 namespace VFoundation {
 
-/// The log that a line of this thread goes to, kept alive while it does: the log that the thread is just
-/// destroying if there is one, else the default log, which is made when there is none. Null while the log is
-/// switched off.
+/// Makes `log` the one that the lines of this thread go to for as long as the scope lasts: the default log, while the
+/// reference to it is dropped and it may be destroyed. No new default log is made meanwhile.
+class VLog::DyingLogScope {
+  public:
+    explicit DyingLogScope(VLog* log) noexcept : m_before(std::exchange(t_log, log)) {}
+    DyingLogScope(DyingLogScope const&) = delete;
+    DyingLogScope& operator=(DyingLogScope const&) = delete;
+    ~DyingLogScope() { t_log = m_before; }
+
+    static VLog* Current() noexcept { return t_log; }
+
+  private:
+    static constinit thread_local VLog* t_log;
+
+    VLog* m_before;
+};
+
+/// The log that a line of this thread goes to, kept alive while it does: the dying one if the thread is in a
+/// `DyingLogScope`, else the default log, which is made when there is none. Null while the log is switched off.
 class VLog::DefaultLogRef {
   public:
     DefaultLogRef();
@@ -19,8 +37,8 @@ class VLog::DefaultLogRef {
     explicit operator bool() const noexcept { return m_log != nullptr; }
 
   private:
-    /// Takes the default log as it is; false when one should be made.
-    bool Settle();
+    /// False when the log is switched on and there is no default log.
+    bool TakeDefaultLog() VFOUNDATION_REQUIRES(ms_lock);
 
     VLog* m_log;
     bool m_retained = false;

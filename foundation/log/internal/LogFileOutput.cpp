@@ -1,8 +1,12 @@
 #include "foundation/log/internal/LogFileOutput.h"
 
-#include "foundation/host/VFileManager.h"
+#include "foundation/core/VException.h"
+#include "foundation/core/VObjectRef.h"
 #include "foundation/log/VLogFile.h"
 #include "foundation/threads/VThread.h"
+#include "foundation/threads/internal/WithoutThrowing.h"
+
+#include <cstring>
 
 namespace VFoundation {
 
@@ -13,18 +17,18 @@ constexpr char kShutdownSemaphore[] = "VLogFileShutdown";
 constexpr long kMaxShutdownSignals = 1;
 
 // Milliseconds.
-constexpr int kForEver = -1;
-/// What a line that is written directly, or a closing file, waits for a writer.
+constexpr int kWithoutLimit = -1;
+/// How long a line that is written directly, or a closing file, waits for a writer.
 constexpr int kBusyLimit = 100;
-/// The writer gathers lines for so long, and only then waits for a signal: waking it for each line would cost
-/// the caller more than all the rest.
+/// The writer gathers lines for so long, and only then waits for a signal: waking it for each line would cost the
+/// caller more than all the rest.
 constexpr long kWriterPause = 5;
-/// The semaphore is shared with every process of the system, which may take a signal that was meant for this
-/// one: so the wait is short, and the queue is looked at in either case.
+/// The semaphore is shared with every process of the system, which may take a signal that was meant for this one. So
+/// the wait is short, and the writer looks at the queue in either case.
 constexpr long kSignalWait = 1;
 constexpr long kStepAside = 1;
 
-/// Signals that crashed processes may have left behind.
+/// Signals that crashed processes may have left in a semaphore.
 constexpr long kMostOldSignals = 1000;
 /// Waiting lines that end the writer's pause, while there is still room for what comes until it is at work.
 constexpr long kManyLines = VLogFile::kQueueCapacity / 2;
@@ -33,11 +37,11 @@ constexpr long kBatch = 64;
 
 } // namespace
 
-/// Holds the file. The writer waits for ever, others as long as they say.
+/// Holds the file. The writer waits without limit, others as long as they say.
 class LogFileOutput::FileScope {
   public:
     explicit FileScope(LogFileOutput* output)
-        : m_output(output), m_held(output->m_fileLock.TryLock(kForEver)) {}
+        : m_output(output), m_held(output->m_fileLock.TryLock(kWithoutLimit)) {}
     FileScope(LogFileOutput* output, int milliseconds)
         : m_output(output), m_held(output->m_fileLock.TryLock(0)) {
         if (!m_held) {
@@ -62,24 +66,32 @@ class LogFileOutput::FileScope {
 
 LogFileOutput::LogFileOutput()
     : m_linesSemaphore(VLogFile::kQueueCapacity, kLinesSemaphore),
-      m_shutdownSemaphore(kMaxShutdownSignals, kShutdownSemaphore) {
+      m_shutdownSemaphore(kMaxShutdownSignals, kShutdownSemaphore),
+      m_forkHook(this, {&BeforeFork, &AfterForkInParent, &AfterForkInChild}) {
 }
 
 LogFileOutput::~LogFileOutput() {
-    EndFile();
+    if (Queue* const queue = m_queue.load()) {
+        queue->Release();
+    }
 }
 
 // The file
 
-/// Only a writer may hold the file for long: without one there is nobody to give up on.
+/// Only a writer may hold the file for long; without one the wait is for another line.
 int LogFileOutput::FilePatience() const noexcept {
-    return IsWriterRunning() ? kBusyLimit : kForEver;
+    return IsWriterRunning() ? kBusyLimit : kWithoutLimit;
 }
 
-void LogFileOutput::SetFlag(bool& flag, bool value) {
-    std::lock_guard const lock(m_queueLock);
-    flag = value;
-    m_queueing.store(m_fileOpen && m_writerTakesLines, std::memory_order_relaxed);
+void LogFileOutput::SetCondition(std::uint32_t condition, bool holds) {
+    detail::MutexLock const lock(m_queueLock);
+    m_conditions = holds ? m_conditions | condition : m_conditions & ~condition;
+    m_queueing.store(m_conditions == (kFileOpen | kWriterTakesLines), std::memory_order_relaxed);
+}
+
+bool LogFileOutput::IsFileWanted() {
+    detail::MutexLock const lock(m_queueLock);
+    return (m_conditions & kFileOpen) != 0;
 }
 
 bool LogFileOutput::OpenFile(char const* path) {
@@ -87,66 +99,76 @@ bool LogFileOutput::OpenFile(char const* path) {
     if (!file) {
         return false;
     }
-    EndFile();
-    m_file = VFileManager::vfc_fopen(path, "w");
-    SetFlag(m_fileOpen, m_file != nullptr);
-    return m_file != nullptr;
+    bool const opened = m_file.Open(path);
+    SetCondition(kFileOpen, opened);
+    return opened;
 }
 
 void LogFileOutput::CloseFile() {
-    SetFlag(m_fileOpen, false);
+    SetCondition(kFileOpen, false);
     if (FileScope const file(this, FilePatience()); file) {
-        while (PutQueuedLines() > 0) {
-        }
-        EndFile();
+        PutAllQueuedLines();
+        m_file.Close();
     }
 }
 
-void LogFileOutput::EndFile() {
-    if (m_file) {
-        std::fclose(m_file);
-        m_file = nullptr;
-    }
-}
-
-void LogFileOutput::Put(char const* line) {
-    if (std::fputs(line, m_file) == EOF) {
-        CountDropped();
-    }
-}
-
-bool LogFileOutput::Write(char const* line) {
+/// False when no file is open. A line whose turn does not come is dropped.
+template <class Action>
+bool LogFileOutput::WithFile(Action action) {
     FileScope const file(this, FilePatience());
     if (!file) {
         CountDropped();
         return true;
     }
-    if (!m_file) {
+    if (!m_file.IsOpen()) {
         return false;
     }
-    Put(line);
+    action();
     return true;
 }
 
+bool LogFileOutput::Write(char const* line) {
+    return WithFile([&] { m_file.Put(line); });
+}
+
+bool LogFileOutput::WriteThrough(char const* line) {
+    return WithFile([&] {
+        PutAllQueuedLines();
+        m_file.Put(line);
+        m_file.Flush();
+    });
+}
+
 void LogFileOutput::Flush() {
-    if (FileScope const file(this, FilePatience()); file && m_file) {
-        std::fflush(m_file);
+    if (FileScope const file(this, FilePatience()); file && m_file.IsOpen()) {
+        m_file.Flush();
     }
 }
 
 // The queue
 
+namespace {
+
+/// A copy of the line, or null when memory runs out.
+VObjectRef<VString> CopyOf(char const* line) {
+    VObjectRef<VString> text;
+    WithoutThrowing([&] { text = VObjectRef<VString>::Adopt(VString::NewString(line)); });
+    return text && text->Length() == std::strlen(line) ? text : VObjectRef<VString>();
+}
+
+} // namespace
+
 bool LogFileOutput::Enqueue(char const* line) {
     if (!m_queueing.load(std::memory_order_relaxed)) {
         return false;
     }
-    auto const text = VObjectRef<VString>::Adopt(VString::NewString(line));
+    VObjectRef<VString> const text = CopyOf(line);
     {
-        std::lock_guard const lock(m_queueLock);
+        detail::MutexLock const lock(m_queueLock);
         if (!m_queueing.load(std::memory_order_relaxed)) {
             return false;
         }
-        if (!m_queue->Push(text.Get())) {
+        if (!text || !m_queue.load()->Push(text.Get())) {
             CountDropped();
             return true;
         }
@@ -158,61 +180,86 @@ bool LogFileOutput::Enqueue(char const* line) {
     return true;
 }
 
-void LogFileOutput::BeginQueueing() {
-    SetFlag(m_writerTakesLines, true);
-}
-
-void LogFileOutput::StopQueueing() {
-    SetFlag(m_writerTakesLines, false);
-}
-
 /// Up to a batch; the file is held.
 long LogFileOutput::PutQueuedLines() {
+    Queue* const queue = m_queue.load();
     long count = 0;
     VString* line = nullptr;
-    while (count < kBatch && m_file && m_queue && m_queue->Pop(&line)) {
-        Put(VObjectRef<VString>::Adopt(line)->CString());
+    while (count < kBatch && m_file.IsOpen() && queue && queue->Pop(&line)) {
+        m_file.Put(VObjectRef<VString>::Adopt(line)->CString());
         ++count;
     }
     return count;
 }
 
+void LogFileOutput::PutAllQueuedLines() {
+    while (PutQueuedLines() > 0) {
+    }
+}
+
 // The writer
 
 bool LogFileOutput::PrepareWriter() {
+    if (!m_queue.load()) {
+        auto made = VObjectRef<Queue>::Adopt(new Queue(VLogFile::kQueueCapacity));
+        Queue* expected = nullptr;
+        if (m_queue.compare_exchange_strong(expected, made.Get())) {
+            static_cast<void>(made.Detach());
+        }
+    }
     if (m_running.exchange(true)) {
         return false;
-    }
-    if (FileScope const file(this); !m_queue) {
-        m_queue = VObjectRef<VObjectRingBufferTmpl<VString>>::Adopt(
-            new VObjectRingBufferTmpl<VString>(VLogFile::kQueueCapacity));
     }
     for (long taken = 0; taken < kMostOldSignals && m_shutdownSemaphore.WaitForSemaphore(kSignalWait);
          ++taken) {
     }
     m_mayContinue.store(true);
+    SetCondition(kWriterTakesLines, true);
     return true;
 }
 
+void LogFileOutput::ForgetWriter() {
+    StopQueueing();
+    {
+        FileScope const file(this);
+        PutAllQueuedLines();
+    }
+    m_running.store(false);
+}
+
+/// However the writer ends, lines are written directly from then on, and it is known to have ended.
+class LogFileOutput::WriterScope {
+  public:
+    explicit WriterScope(LogFileOutput* output) : m_output(output) {}
+    WriterScope(WriterScope const&) = delete;
+    WriterScope& operator=(WriterScope const&) = delete;
+    ~WriterScope() {
+        m_output->StopQueueing();
+        m_output->Drain();
+        m_output->EndUnwantedFile();
+        m_output->m_running.store(false);
+        m_output->m_shutdownSemaphore.ReleaseSemaphore(1, nullptr);
+    }
+
+  private:
+    LogFileOutput* m_output;
+};
+
 void LogFileOutput::RunWriter() {
+    WriterScope const scope(this);
     while (m_mayContinue.load()) {
         m_wake.WaitFor(kWriterPause);
         m_wake.Clear();
         m_linesSemaphore.WaitForSemaphore(kSignalWait);
         TakeSignals(Drain() - 1);
     }
-    Drain();
-    EndUnwantedFile();
-    m_running.store(false);
-    m_shutdownSemaphore.ReleaseSemaphore(1, nullptr);
 }
 
 /// The file was closed while this thread held it.
 void LogFileOutput::EndUnwantedFile() {
     FileScope const file(this);
-    std::lock_guard const lock(m_queueLock);
-    if (!m_fileOpen) {
-        EndFile();
+    if (!IsFileWanted()) {
+        m_file.Close();
     }
 }
 
@@ -228,8 +275,8 @@ long LogFileOutput::Drain() {
                 count += written;
             } while (written == kBatch && m_waitingForFile.load() == 0);
             if (written < kBatch) {
-                if (m_file && count > 0) {
-                    std::fflush(m_file);
+                if (m_file.IsOpen() && count > 0) {
+                    m_file.Flush();
                 }
                 return count;
             }
@@ -241,6 +288,43 @@ long LogFileOutput::Drain() {
 /// One signal came with each line. They are taken as the lines were, or the count would grow without end.
 void LogFileOutput::TakeSignals(long count) {
     for (long taken = 0; taken < count && m_linesSemaphore.WaitForSemaphore(kSignalWait); ++taken) {
+    }
+}
+
+// Forks
+
+void LogFileOutput::BeforeFork(void* self) VFOUNDATION_THREAD_ATTRIBUTE(no_thread_safety_analysis) {
+    auto* const output = static_cast<LogFileOutput*>(self);
+    output->m_isHeldForFork = output->m_fileLock.TryLock(kBusyLimit);
+    if (output->m_isHeldForFork && output->m_file.IsOpen()) {
+        output->m_file.Flush();
+    }
+    output->m_queueLock.Lock();
+}
+
+void LogFileOutput::AfterForkInParent(void* self) VFOUNDATION_THREAD_ATTRIBUTE(no_thread_safety_analysis) {
+    auto* const output = static_cast<LogFileOutput*>(self);
+    output->m_queueLock.Unlock();
+    if (output->m_isHeldForFork) {
+        output->m_fileLock.Unlock();
+    }
+}
+
+void LogFileOutput::AfterForkInChild(void* self) VFOUNDATION_THREAD_ATTRIBUTE(no_thread_safety_analysis) {
+    auto* const output = static_cast<LogFileOutput*>(self);
+    if (!output->m_isHeldForFork) {
+        output->m_file.Abandon(); // a stuck writer held it
+        output->m_conditions = 0;
+    }
+    output->m_conditions &= kFileOpen;
+    output->m_queueing.store(false);
+    output->m_waitingForFile.store(0);
+    output->m_mayContinue.store(false);
+    output->m_running.store(false);
+    output->m_queueLock.Unlock();
+    output->m_fileLock.Unlock();
+    if (Queue* const queue = output->m_queue.load()) {
+        queue->RemoveAllObjects();
     }
 }
 

@@ -1,31 +1,36 @@
 #pragma once
 
 #include "foundation/containers/VObjectRingBufferTmpl.h"
-#include "foundation/core/VObjectRef.h"
+#include "foundation/core/Mutex.h"
+#include "foundation/log/internal/LineFile.h"
 #include "foundation/strings/VString.h"
 #include "foundation/threads/VLock.h"
 #include "foundation/threads/VSemaphore.h"
 #include "foundation/threads/internal/EventFlag.h"
+#include "foundation/threads/internal/ForkHook.h"
 
 #include <atomic>
 #include <cstdint>
-#include <cstdio>
-#include <mutex>
 
 namespace VFoundation {
 
-/// What a log file and its writer thread share: the open file, the lines that wait for it, and the signals
-/// between the two. Both hold it, so that a writer which is stuck in the system and was given up still has
-/// what it works on.
+/// What a log file and its writer thread share: the open file, the lines that wait for it, and the signals between
+/// the two. Both hold it, so that a writer which is stuck in the system and was given up still has what it works on.
 /// Internal.
 ///
-/// Lines are taken from the queue under the file lock only, and put into it under the queue lock only. So the
-/// ring has one producer and one consumer at a time, for which it keeps the order; and once queueing was
-/// switched off, every line that was accepted is in the queue.
+/// The file lock is a `VLock`, because a wait for it has an end: it guards the file, and the taking of lines from the
+/// queue. Lines are put into the queue under the queue lock only. So the ring has one producer and one consumer at a
+/// time, for which it keeps the order; and once queueing was switched off, every line that was accepted is in the
+/// queue. Whoever takes both locks takes the file's first.
 ///
-/// Threads: any thread may call any operation, except where it says otherwise.
+/// A child process has the file, but neither the writer nor the lines in the queue, which the parent's writer writes.
+/// What was written before a fork is handed to the system first, so that it is there once.
+///
+/// Threads: any thread may call any operation.
 class LogFileOutput {
   public:
+    using Queue = VObjectRingBufferTmpl<VString>;
+
     LogFileOutput();
     LogFileOutput(LogFileOutput const&) = delete;
     LogFileOutput& operator=(LogFileOutput const&) = delete;
@@ -34,29 +39,35 @@ class LogFileOutput {
 
     /// Opens the file for writing. False when that fails, and while a stuck writer holds the one before.
     bool OpenFile(char const* path);
-    /// Writes what is queued and closes the file. One that a stuck writer holds is closed when the writer
-    /// ends.
+    /// Writes what is queued and closes the file. One that a stuck writer holds is closed when the writer ends.
     void CloseFile();
 
     /// False when no file is open. A line that would have to wait for a stuck writer is dropped.
     bool Write(char const* line);
-    /// False when lines are not queued now. A line that finds the queue full is dropped.
+    /// As `Write`; the line, and those queued before it, are handed to the system.
+    bool WriteThrough(char const* line);
+    /// False when lines are not queued now. A line that finds the queue full, or no memory, is dropped.
     bool Enqueue(char const* line);
     /// Hands what was written directly to the system.
     void Flush();
 
-    long WaitingLines() const noexcept { return m_queue ? m_queue->UsedCount() : 0; }
-    long DroppedLines() const noexcept { return m_dropped.load(std::memory_order_relaxed); }
+    long WaitingLines() const noexcept {
+        Queue const* const queue = m_queue.load();
+        return queue ? queue->UsedCount() : 0;
+    }
+    long DroppedLines() const noexcept {
+        return m_dropped.load(std::memory_order_relaxed) + m_file.LostLines();
+    }
 
-    // The writer thread. Starting and stopping it is for one thread at a time.
+    // The writer thread.
 
-    /// Before the thread is started. False while another one, perhaps given up, is still running.
+    /// Before the thread is started: lines are queued from now on. False while another one, perhaps given up, is
+    /// still running.
     bool PrepareWriter();
-    /// Instead of `BeginQueueing`, when the thread could not be started.
-    void ForgetWriter() noexcept { m_running.store(false); }
-    void BeginQueueing();
-    void StopQueueing();
-    /// The thread's body.
+    /// After that, when the thread could not be started.
+    void ForgetWriter();
+    void StopQueueing() { SetCondition(kWriterTakesLines, false); }
+    /// The thread's body. Lines are no longer queued when it ends.
     void RunWriter();
     bool IsWriterRunning() const noexcept { return m_running.load(); }
     bool MayWriterContinue() const noexcept { return m_mayContinue.load(); }
@@ -71,35 +82,47 @@ class LogFileOutput {
     }
 
   private:
+    // What has to hold for lines to be queued.
+    static constexpr std::uint32_t kFileOpen = 1;
+    static constexpr std::uint32_t kWriterTakesLines = 2;
+
     class FileScope;
+    class WriterScope;
 
     int FilePatience() const noexcept;
-    void SetFlag(bool& flag, bool value);
-    void Put(char const* line);
+    void SetCondition(std::uint32_t condition, bool holds);
+    bool IsFileWanted();
+    template <class Action>
+    bool WithFile(Action action);
     long PutQueuedLines();
+    void PutAllQueuedLines();
     long Drain();
     void TakeSignals(long count);
-    void EndFile();
     void EndUnwantedFile();
     void CountDropped() noexcept { m_dropped.fetch_add(1, std::memory_order_relaxed); }
+
+    static void BeforeFork(void* self);
+    static void AfterForkInParent(void* self);
+    static void AfterForkInChild(void* self);
 
     VSemaphore m_linesSemaphore;
     VSemaphore m_shutdownSemaphore;
 
     VLock m_fileLock; // the file, and taking lines from the queue
-    std::FILE* m_file = nullptr;
+    LineFile m_file;
     std::atomic<long> m_waitingForFile{0}; // threads, without the writer
+    bool m_isHeldForFork = false;          // the file, by the thread that forks
 
-    std::mutex m_queueLock; // putting lines into the queue, and the two flags
-    bool m_fileOpen = false;
-    bool m_writerTakesLines = false;
-    std::atomic<bool> m_queueing{false}; // both of them
-    VObjectRef<VObjectRingBufferTmpl<VString>> m_queue;
+    detail::Mutex m_queueLock; // also putting lines into the queue
+    std::uint32_t m_conditions VFOUNDATION_GUARDED_BY(m_queueLock) = 0;
+    std::atomic<bool> m_queueing{false};  // all of them hold
+    std::atomic<Queue*> m_queue{nullptr}; // made with the first writer, and kept
 
     EventFlag m_wake; // ends the writer's pause
     std::atomic<bool> m_running{false};
     std::atomic<bool> m_mayContinue{false};
     std::atomic<long> m_dropped{0};
+    ForkHook const m_forkHook; // the last one
 };
 
 } // namespace VFoundation

@@ -1,28 +1,32 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdio>
 #include <string>
 
 namespace VFoundation {
 
-/// Writes the next version of a file so that the present one is lost at no moment: into a temporary file beside
-/// it, which takes the file's place when it is complete and on the disk.
+/// Writes the next version of a file without ever losing the present one: the new version goes into a temporary file
+/// in the same directory, which replaces the file when it is complete and on the disk.
 ///
 ///     FileReplacer replacer(path);
 ///     saved = replacer.Stream() && Print(replacer.Stream()) && replacer.Commit();
 ///
-/// The permissions and, as far as the system allows, the owner of the file stay; symbolic links are followed;
-/// other names of the file (hard links) keep the old version. A file that may not be written is not replaced. Where the directory
-/// refuses the temporary file, and for what is not a regular file, the bytes go where they are meant to be at
-/// once.
+/// The file keeps its permissions and, if the process may set it, its owner. Symbolic links are followed; other names
+/// of the file (hard links) keep the old version. A file that may not be written is not replaced.
 ///
-/// Without `Commit()` the temporary file is removed. A process that is killed leaves it behind, under the
-/// file's name with a number and ".tmp" appended.
+/// A directory may not let the temporary file be created. The new version is then collected in memory and written over
+/// the old one by `Commit`, once there is room for it on the disk; only a crash or an error of the disk at that moment
+/// loses the old version. The same way serves pipes and devices.
+///
+/// Without `Commit()` the temporary file is removed. A process that is killed leaves it, as ".vfoundation-<process>-
+/// <number>.tmp".
 ///
 /// Ownership: owns its stream.
 /// Threads: one thread at a time. Of several writers of one file the last to commit wins.
 class FileReplacer {
   public:
+    /// Throws `std::bad_alloc` only, with no file touched.
     explicit FileReplacer(char const* path);
     FileReplacer(FileReplacer const&) = delete;
     FileReplacer& operator=(FileReplacer const&) = delete;
@@ -30,18 +34,25 @@ class FileReplacer {
 
     /// Where to write (borrowed; do not close); null when `path` cannot be written.
     std::FILE* Stream() const noexcept { return m_stream; }
-    /// Closes the stream and puts the file into place. False when a byte did not arrive on the disk; the file
-    /// is as it was then, unless it had to be written in place.
-    bool Commit();
+    /// Closes the stream and replaces the file. False when a byte may not have reached the disk; the file is as it was
+    /// then, but for the case of a write over the old version described above.
+    bool Commit() noexcept;
 
   private:
-    void OpenTemporary(unsigned mode);
+    void OpenTemporary(unsigned mode) noexcept;
     void OpenInPlace() noexcept;
     bool CloseStream() noexcept;
+    bool CommitInPlace() noexcept;
+    void Discard() noexcept;
 
-    std::string m_target;    // symbolic links resolved
-    std::string m_temporary; // empty when writing in place
-    std::FILE* m_stream = nullptr;
+    std::string m_target;      // symbolic links followed
+    char const* m_name = "";   // its last component
+    int m_directory = -1;      // where it is
+    char m_temporary[64] = ""; // in that directory; empty when writing in place
+    int m_inPlace = -1;        // the target when writing in place
+    char* m_text = nullptr;    // what was collected for it (C memory)
+    std::size_t m_length = 0;
+    std::FILE* m_stream = nullptr; // on the temporary file or on the memory
 };
 
 } // namespace VFoundation

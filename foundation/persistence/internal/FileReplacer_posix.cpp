@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <cerrno>
+#include <climits>
 #include <cstdlib>
 #include <fcntl.h>
 #include <memory>
@@ -15,25 +16,43 @@ namespace {
 
 constexpr unsigned kPermissionBits = 07777;
 constexpr std::size_t kStreamBuffer = 1 << 16;
+constexpr int kMostLinks = 40;
 
-/// The path with its symbolic links followed; as it stands when there is no such file.
-std::string Resolved(char const* path) {
-    struct Free {
-        void operator()(char* text) const noexcept { std::free(text); }
-    };
-    std::unique_ptr<char, Free> const resolved(::realpath(path, nullptr));
-    return resolved ? resolved.get() : path;
-}
-
+/// The part of the path up to its last slash.
 std::string DirectoryOf(std::string const& path) {
     std::size_t const slash = path.rfind('/');
     return slash == std::string::npos ? "." : path.substr(0, slash + 1);
 }
 
-/// A name that no other thread or process is using, most likely.
-std::string TemporaryName(std::string const& target) {
-    static std::atomic<unsigned> s_serial{0};
-    return target + '.' + std::to_string(::getpid()) + '-' + std::to_string(s_serial++) + ".tmp";
+/// Where a link that leads to no file points to in the end; the path itself when it is no link.
+std::string EndOfDanglingLink(std::string path) {
+    char target[PATH_MAX];
+    for (int i = 0; i < kMostLinks; ++i) {
+        ::ssize_t const length = ::readlink(path.c_str(), target, sizeof target);
+        if (length <= 0 || length == PATH_MAX) {
+            break;
+        }
+        std::string const next(target, static_cast<std::size_t>(length));
+        path = next.front() == '/' ? next : DirectoryOf(path) + next;
+    }
+    return path;
+}
+
+/// The path with its symbolic links followed, whether the file exists or not; empty when that fails.
+std::string Resolved(char const* path) {
+    struct Free {
+        void operator()(char* text) const noexcept { std::free(text); }
+    };
+    std::unique_ptr<char, Free> const resolved(::realpath(path, nullptr));
+    if (resolved) {
+        return resolved.get();
+    }
+    if (errno != ENOENT) {
+        return "";
+    }
+    struct stat status {};
+    bool const isThere = ::stat(path, &status) == 0; // by a link like /dev/stdout, which leads to no path
+    return isThere ? path : EndOfDanglingLink(path);
 }
 
 std::FILE* StreamOn(int descriptor) noexcept {
@@ -46,7 +65,7 @@ std::FILE* StreamOn(int descriptor) noexcept {
     return stream;
 }
 
-/// True also for what has no disk behind it.
+/// True also for what is not on a disk.
 bool Sync(int descriptor) noexcept {
     return ::fsync(descriptor) == 0 || errno == EINVAL || errno == ENOTSUP;
 }
@@ -55,97 +74,143 @@ bool Sync(int descriptor) noexcept {
 bool TakeOver(int descriptor, struct stat const& status) noexcept {
     if (::fchown(descriptor, status.st_uid, status.st_gid) != 0 &&
         ::fchown(descriptor, static_cast<::uid_t>(-1), status.st_gid) != 0) {
-        errno = 0; // the writer's own owner and group have to do
+        errno = 0; // it keeps the writer's owner and group
     }
     return ::fchmod(descriptor, status.st_mode & kPermissionBits) == 0;
 }
 
-void SyncDirectory(std::string const& path) noexcept {
-    int const descriptor = ::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (descriptor >= 0) {
-        Sync(descriptor);
-        ::close(descriptor);
+bool WriteAll(int descriptor, char const* bytes, std::size_t length) noexcept {
+    while (length > 0) {
+        ::ssize_t const written = ::write(descriptor, bytes, length);
+        if (written > 0) {
+            bytes += written;
+            length -= static_cast<std::size_t>(written);
+        } else if (written == 0 || errno != EINTR) {
+            return false;
+        }
     }
+    return true;
+}
+
+/// Takes room on the disk for `length` bytes. False, with the file as it was, when there is not enough.
+bool Reserve(int file, ::off_t length, ::off_t lengthBefore) noexcept {
+    int const error = length > 0 ? ::posix_fallocate(file, 0, length) : 0;
+    if (error != ENOSPC && error != EDQUOT && error != EFBIG && error != EIO) {
+        return true; // also where the file system reserves nothing: writing will tell
+    }
+    static_cast<void>(!::ftruncate(file, lengthBefore)); // else it stays longer, by zeroes
+    return false;
 }
 
 } // namespace
 
 FileReplacer::FileReplacer(char const* path) : m_target(Resolved(path)) {
+    std::string const directory = DirectoryOf(m_target);
+    m_name = m_target.c_str() + (m_target.rfind('/') + 1);
+    m_directory = ::open(directory.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC);
     struct stat status {};
-    if (::lstat(m_target.c_str(), &status) != 0) {
-        OpenTemporary(0666);
+    if (m_directory < 0) {
         return;
     }
-    if (!S_ISREG(status.st_mode)) {
+    if (::fstatat(m_directory, m_name, &status, AT_SYMLINK_NOFOLLOW) != 0) {
+        if (errno == ENOENT && *m_name != '\0') {
+            OpenTemporary(0666);
+        }
+    } else if (!S_ISREG(status.st_mode)) {
         OpenInPlace();
-        return;
-    }
-    if (::faccessat(AT_FDCWD, m_target.c_str(), W_OK, AT_EACCESS) != 0) {
-        return;
-    }
-    OpenTemporary(0600);
-    if (m_stream && !m_temporary.empty() && !TakeOver(::fileno(m_stream), status)) {
-        CloseStream();
-        ::unlink(m_temporary.c_str());
-    }
-}
-
-FileReplacer::~FileReplacer() {
-    if (m_stream) {
-        std::fclose(m_stream);
-        if (!m_temporary.empty()) {
-            ::unlink(m_temporary.c_str());
+    } else if (::faccessat(m_directory, m_name, W_OK, AT_EACCESS) == 0) {
+        OpenTemporary(0600);
+        if (m_stream && m_inPlace < 0 && !TakeOver(::fileno(m_stream), status)) {
+            Discard();
         }
     }
 }
 
-void FileReplacer::OpenTemporary(unsigned mode) {
+FileReplacer::~FileReplacer() {
+    Discard();
+    if (m_directory >= 0) {
+        ::close(m_directory);
+    }
+}
+
+/// Closes everything and removes the temporary file.
+void FileReplacer::Discard() noexcept {
+    if (m_stream) {
+        std::fclose(std::exchange(m_stream, nullptr));
+    }
+    if (m_temporary[0] != '\0') {
+        ::unlinkat(m_directory, m_temporary, 0);
+        m_temporary[0] = '\0';
+    }
+    if (m_inPlace >= 0) {
+        ::close(std::exchange(m_inPlace, -1));
+    }
+    std::free(std::exchange(m_text, nullptr));
+}
+
+void FileReplacer::OpenTemporary(unsigned mode) noexcept {
+    static std::atomic<unsigned> s_serial{0};
     int descriptor = -1;
     do {
-        m_temporary = TemporaryName(m_target);
-        descriptor = ::open(m_temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
+        std::snprintf(m_temporary, sizeof m_temporary, ".vfoundation-%ld-%u.tmp", long{::getpid()},
+                      s_serial.fetch_add(1, std::memory_order_relaxed));
+        descriptor = ::openat(m_directory, m_temporary, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
     } while (descriptor < 0 && errno == EEXIST);
-    bool const isRefused = descriptor < 0 && (errno == EACCES || errno == EPERM || errno == ENAMETOOLONG);
+    if (descriptor < 0) {
+        m_temporary[0] = '\0';
+        if (errno == EACCES || errno == EPERM) {
+            OpenInPlace();
+        }
+        return;
+    }
     m_stream = StreamOn(descriptor);
-    if (descriptor >= 0 && !m_stream) {
-        ::unlink(m_temporary.c_str());
-    }
-    if (isRefused) {
-        m_temporary.clear();
-        OpenInPlace();
-    }
 }
 
 /// Does not wait for the reader of a pipe; there has to be one.
 void FileReplacer::OpenInPlace() noexcept {
-    constexpr int kFlags = O_WRONLY | O_CREAT | O_TRUNC | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
-    int const descriptor = ::open(m_target.c_str(), kFlags, 0666);
-    if (descriptor >= 0) {
-        ::fcntl(descriptor, F_SETFL, ::fcntl(descriptor, F_GETFL) & ~O_NONBLOCK);
+    m_inPlace = ::openat(m_directory, m_name, O_WRONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+    if (m_inPlace >= 0) {
+        ::fcntl(m_inPlace, F_SETFL, ::fcntl(m_inPlace, F_GETFL) & ~O_NONBLOCK);
+        m_stream = ::open_memstream(&m_text, &m_length);
     }
-    m_stream = StreamOn(descriptor);
 }
 
 bool FileReplacer::CloseStream() noexcept {
     std::FILE* const stream = std::exchange(m_stream, nullptr);
-    bool const written = std::fflush(stream) == 0 && std::ferror(stream) == 0 && Sync(::fileno(stream));
+    bool written = std::fflush(stream) == 0 && std::ferror(stream) == 0;
+    written = (m_inPlace >= 0 || Sync(::fileno(stream))) && written;
     return std::fclose(stream) == 0 && written;
 }
 
-bool FileReplacer::Commit() {
-    if (!m_stream) {
+bool FileReplacer::CommitInPlace() noexcept {
+    struct stat status {};
+    if (::fstat(m_inPlace, &status) != 0) {
         return false;
     }
-    bool const written = CloseStream();
-    if (m_temporary.empty()) {
-        return written;
+    auto const length = static_cast<::off_t>(m_length);
+    bool const isFile = S_ISREG(status.st_mode);
+    return (!isFile || Reserve(m_inPlace, length, status.st_size)) && WriteAll(m_inPlace, m_text, m_length) &&
+           (!isFile || ::ftruncate(m_inPlace, length) == 0) && Sync(m_inPlace) &&
+           ::close(std::exchange(m_inPlace, -1)) == 0;
+}
+
+bool FileReplacer::Commit() noexcept {
+    bool isDone = m_stream && CloseStream();
+    if (isDone && m_inPlace >= 0) {
+        isDone = CommitInPlace();
+    } else if (isDone) {
+        isDone = ::renameat(m_directory, m_temporary, m_directory, m_name) == 0;
+        if (isDone) {
+            m_temporary[0] = '\0'; // the rename cannot be undone: what follows is no failure
+            int const directory = ::openat(m_directory, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+            if (directory >= 0) {
+                Sync(directory);
+                ::close(directory);
+            }
+        }
     }
-    if (!written || ::rename(m_temporary.c_str(), m_target.c_str()) != 0) {
-        ::unlink(m_temporary.c_str());
-        return false;
-    }
-    SyncDirectory(DirectoryOf(m_target));
-    return true;
+    Discard();
+    return isDone;
 }
 
 } // namespace VFoundation

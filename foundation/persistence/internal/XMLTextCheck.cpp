@@ -20,9 +20,21 @@ constexpr std::string_view kCDataEnd = "]]>";
 constexpr unsigned long kLargestByte = 0xFF;
 constexpr unsigned long kLargestCharacter = 0x10FFFF;
 
-/// What counts as white space for TinyXML.
-constexpr bool IsBlank(char c) noexcept {
-    return c == ' ' || (c >= '\t' && c <= '\r');
+constexpr std::string_view kXMLBlanks = " \t\r\n";
+/// What TinyXML passes over as white space.
+constexpr std::string_view kBlanks = " \t\n\v\f\r";
+/// What it also passes over in UTF-8: a byte order mark, U+FFFE and U+FFFF.
+constexpr std::string_view kMarks[] = {kByteOrderMark, "\xEF\xBF\xBE", "\xEF\xBF\xBF"};
+constexpr std::size_t kMarkSize = 3;
+constexpr std::string_view kDeclared[] = {"version", "encoding", "standalone"};
+constexpr std::string_view kDeclaredValue =
+    "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789._-";
+constexpr std::string_view kPublicId =
+    " \r\nABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-'()+,./:=?;!*#@$_%";
+
+bool StartsWithMark(std::string_view text) noexcept {
+    return std::any_of(std::begin(kMarks), std::end(kMarks),
+                       [text](std::string_view mark) { return text.starts_with(mark); });
 }
 
 constexpr bool IsDigit(char c) noexcept {
@@ -80,7 +92,7 @@ unsigned long ReferredCharacter(std::string_view reference) noexcept {
     return isSurrogate ? 0 : character;
 }
 
-/// Bytes behind the first of a UTF-8 character, by the first; -1 when it cannot be the first.
+/// The number of bytes that follow the first one of a UTF-8 character; -1 when `first` cannot be the first.
 constexpr int FollowingBytes(unsigned char first) noexcept {
     if (first < 0x80) {
         return 0;
@@ -110,14 +122,14 @@ bool IsUtf8(std::string_view text) noexcept {
     return missing == 0;
 }
 
-/// Reads a document from front to back; every function is false as soon as something does not pass.
+/// Reads a document from start to end. Every function is false when the text is not well-formed.
 class Scanner {
   public:
-    /// A piece of text that stands for blanks.
+    /// A text that TinyXML would drop, and the bytes it stands for.
     struct BlankText {
         std::size_t offset;
         std::size_t length;
-        std::string blanks;
+        std::string bytes;
     };
 
     explicit Scanner(std::string_view text) : m_text(text), m_rest(text) {}
@@ -127,20 +139,24 @@ class Scanner {
     std::string_view DeclaredEncoding() const noexcept { return m_encoding; }
     bool HasDeclaration() const noexcept { return m_hasDeclaration; }
     unsigned long LargestReference() const noexcept { return m_largestReference; }
+    /// Whether a name begins with one of `kMarks`.
+    bool HasMarkedName() const noexcept { return m_hasMarkedName; }
     std::vector<BlankText> const& BlankTexts() const noexcept { return m_blankTexts; }
 
   private:
     std::size_t Offset() const noexcept { return m_text.size() - m_rest.size(); }
     bool Skip(std::string_view expected) noexcept;
     bool SkipBlanks() noexcept;
-    bool SkipBehind(std::string_view end) noexcept;
+    bool SkipLiteral(std::string_view& literal) noexcept;
+    bool SkipAfter(std::string_view end) noexcept;
     bool TakeName(std::string_view& name) noexcept;
 
     bool ScanText();
     bool ScanMarkup();
     bool ScanInstruction();
-    bool ScanDeclaration(bool isFirst);
+    bool ScanXMLInstruction(std::string_view target, bool isAtStart);
     bool ScanDocumentType();
+    bool ScanExternalId();
     bool ScanStartTag();
     bool ScanEndTag();
     bool ScanAttribute(std::string_view& name, std::string_view& value);
@@ -152,6 +168,8 @@ class Scanner {
     std::vector<std::string_view> m_open; // the names of the elements around
     bool m_hadRoot = false;
     bool m_hasDeclaration = false;
+    bool m_hasDocumentType = false;
+    bool m_hasMarkedName = false;
     std::string_view m_encoding;
     unsigned long m_largestReference = 0;
     std::vector<BlankText> m_blankTexts;
@@ -165,15 +183,22 @@ bool Scanner::Skip(std::string_view expected) noexcept {
 
 /// True when there was at least one.
 bool Scanner::SkipBlanks() noexcept {
-    std::size_t count = 0;
-    while (count < m_rest.size() && IsBlank(m_rest[count])) {
-        ++count;
-    }
+    std::size_t const count = std::min(m_rest.find_first_not_of(kXMLBlanks), m_rest.size());
     m_rest.remove_prefix(count);
     return count > 0;
 }
 
-bool Scanner::SkipBehind(std::string_view end) noexcept {
+/// What stands in quotes of either kind.
+bool Scanner::SkipLiteral(std::string_view& literal) noexcept {
+    std::string_view const quote = m_rest.substr(0, 1);
+    if (!Skip("\""sv) && !Skip("'"sv)) {
+        return false;
+    }
+    literal = m_rest.substr(0, m_rest.find(quote));
+    return SkipAfter(quote);
+}
+
+bool Scanner::SkipAfter(std::string_view end) noexcept {
     std::size_t const found = m_rest.find(end);
     if (found == std::string_view::npos) {
         return false;
@@ -191,6 +216,7 @@ bool Scanner::TakeName(std::string_view& name) noexcept {
         ++length;
     }
     name = m_rest.substr(0, length);
+    m_hasMarkedName = m_hasMarkedName || StartsWithMark(name);
     m_rest.remove_prefix(length);
     return true;
 }
@@ -212,21 +238,24 @@ bool Scanner::ScanText() {
     std::string_view const text = m_rest.substr(0, m_rest.find('<'));
     m_rest.remove_prefix(text.size());
     if (m_open.empty()) {
-        return IsXMLBlank(text);
+        return text.find_first_not_of(kXMLBlanks) == std::string_view::npos;
     }
-    if (text.find('&') == std::string_view::npos) {
-        return true;
+    std::size_t const start = text.find_first_not_of(kBlanks);
+    if (start == std::string_view::npos) {
+        return true; // layout
     }
-    NoteBlankText(text, offset);
-    return ScanReferences(text);
+    if (text[start] == '&' || StartsWithMark(text.substr(start))) {
+        NoteBlankText(text, offset);
+    }
+    return text.find(kCDataEnd) == std::string_view::npos && ScanReferences(text);
 }
 
 bool Scanner::ScanMarkup() {
     if (Skip("<!--"sv)) {
-        return SkipBehind("-->"sv);
+        return SkipAfter("--"sv) && Skip(">"sv);
     }
     if (Skip(kCDataStart)) {
-        return !m_open.empty() && SkipBehind(kCDataEnd);
+        return !m_open.empty() && SkipAfter(kCDataEnd);
     }
     if (Skip("<?"sv)) {
         return ScanInstruction();
@@ -240,43 +269,82 @@ bool Scanner::ScanMarkup() {
     return Skip("<"sv) && ScanStartTag();
 }
 
-/// TinyXML ends an instruction at its first '>'.
+/// TinyXML ends an instruction at its first '>', and takes it for a declaration when its name begins with "xml".
 bool Scanner::ScanInstruction() {
-    bool const isFirst = IsXMLBlank(m_text.substr(0, Offset() - 2));
-    std::string_view const content = m_rest.substr(0, m_rest.find('>'));
-    if (!SkipBehind(">"sv) || !content.ends_with('?')) {
+    bool const isAtStart = Offset() == 2;
+    std::string_view content = m_rest.substr(0, m_rest.find('>'));
+    if (!SkipAfter(">"sv) || !content.ends_with('?')) {
         return false;
     }
-    std::string_view const behind = std::exchange(m_rest, content);
-    bool const isFine = ScanDeclaration(isFirst);
-    m_rest = behind;
+    content.remove_suffix(1);
+    std::string_view const after = std::exchange(m_rest, content);
+    std::string_view target;
+    bool const isFine = TakeName(target) && (EqualIgnoringCase(target.substr(0, 3), "xml"sv)
+                                                 ? ScanXMLInstruction(target, isAtStart)
+                                                 : m_rest.empty() || SkipBlanks());
+    m_rest = after;
     return isFine;
 }
 
-/// TinyXML takes every instruction for a declaration whose name only begins with "xml".
-bool Scanner::ScanDeclaration(bool isFirst) {
-    std::string_view name;
-    if (!TakeName(name) || !EqualIgnoringCase(name.substr(0, 3), "xml"sv)) {
-        return true;
+/// The declaration, or an instruction like "xml-stylesheet", of which TinyXML expects attributes.
+bool Scanner::ScanXMLInstruction(std::string_view target, bool isAtStart) {
+    bool const isDeclaration = target.size() == 3;
+    if (isDeclaration && (target != "xml"sv || !isAtStart)) {
+        return false;
     }
-    bool const isDeclaration = name.size() == 3;
-    m_hasDeclaration = m_hasDeclaration || isDeclaration;
-    while (SkipBlanks() && m_rest != "?"sv) {
+    auto const* next = std::begin(kDeclared); // they come in this order
+    while (SkipBlanks() && !m_rest.empty()) {
+        std::string_view name;
         std::string_view value;
         if (!ScanAttribute(name, value)) {
             return false;
         }
-        if (isDeclaration && EqualIgnoringCase(name, "encoding"sv)) {
-            m_encoding = value;
+        if (isDeclaration) {
+            auto const* const found = std::find(next, std::end(kDeclared), name);
+            bool const isExpected =
+                next == std::begin(kDeclared) ? found == next : found != std::end(kDeclared);
+            if (!isExpected || value.empty() ||
+                value.find_first_not_of(kDeclaredValue) != std::string_view::npos) {
+                return false;
+            }
+            m_encoding = name == "encoding"sv ? value : m_encoding;
+            next = found + 1;
         }
     }
-    return m_rest == "?"sv && (isFirst || !isDeclaration);
+    m_hasDeclaration = m_hasDeclaration || isDeclaration;
+    return m_rest.empty() && (!isDeclaration || next != std::begin(kDeclared));
 }
 
+/// TinyXML ends it at its first '>'.
 bool Scanner::ScanDocumentType() {
     std::string_view const content = m_rest.substr(0, m_rest.find('>'));
-    return m_open.empty() && !m_hadRoot && content.find_first_of("<["sv) == std::string_view::npos &&
-           SkipBehind(">"sv);
+    if (!m_open.empty() || m_hadRoot || std::exchange(m_hasDocumentType, true) || !SkipAfter(">"sv)) {
+        return false;
+    }
+    std::string_view const after = std::exchange(m_rest, content);
+    std::string_view name;
+    bool const isFine = SkipBlanks() && TakeName(name) && ScanExternalId();
+    m_rest = after;
+    return isFine;
+}
+
+/// The rest of a document type: nothing, or where to find its declarations.
+bool Scanner::ScanExternalId() {
+    bool const isSeparated = SkipBlanks();
+    if (m_rest.empty()) {
+        return true;
+    }
+    bool const isPublic = Skip("PUBLIC"sv);
+    std::string_view literal;
+    if (!isSeparated || (!isPublic && !Skip("SYSTEM"sv)) || !SkipBlanks() || !SkipLiteral(literal)) {
+        return false;
+    }
+    if (isPublic && (literal.find_first_not_of(kPublicId) != std::string_view::npos || !SkipBlanks() ||
+                     !SkipLiteral(literal))) {
+        return false;
+    }
+    SkipBlanks();
+    return m_rest.empty();
 }
 
 bool Scanner::ScanStartTag() {
@@ -321,12 +389,7 @@ bool Scanner::ScanAttribute(std::string_view& name, std::string_view& value) {
         return false;
     }
     SkipBlanks();
-    std::string_view const quote = m_rest.substr(0, 1);
-    if (!Skip("\""sv) && !Skip("'"sv)) {
-        return false;
-    }
-    value = m_rest.substr(0, m_rest.find(quote));
-    return SkipBehind(quote) && value.find('<') == std::string_view::npos && ScanReferences(value);
+    return SkipLiteral(value) && value.find('<') == std::string_view::npos && ScanReferences(value);
 }
 
 bool Scanner::ScanReferences(std::string_view text) {
@@ -343,21 +406,26 @@ bool Scanner::ScanReferences(std::string_view text) {
     return true;
 }
 
-/// Remembers `text`, which contains references, if it stands for nothing but blanks.
+/// Remembers `text`, in which there is a reference or a mark, if it stands for nothing but blanks and marks.
 void Scanner::NoteBlankText(std::string_view text, std::size_t offset) {
     BlankText found{offset, text.size(), {}};
     while (!text.empty()) {
         std::size_t length = 1;
-        auto character = static_cast<unsigned char>(text.front());
-        if (character == '&') {
-            length = std::min(text.find(';'), text.size() - 1) + 1;
-            unsigned long const referred = ReferredCharacter(text.substr(1, length - 2));
-            character = referred <= kLargestByte ? static_cast<unsigned char>(referred) : 0;
+        if (StartsWithMark(text)) {
+            length = kMarkSize;
+            found.bytes += text.substr(0, length);
+        } else {
+            char blank = text.front();
+            if (blank == '&') {
+                length = std::min(text.find(';'), text.size() - 1) + 1;
+                unsigned long const referred = ReferredCharacter(text.substr(1, length - 2));
+                blank = referred <= kLargestByte ? static_cast<char>(referred) : '\0';
+            }
+            if (kBlanks.find(blank) == std::string_view::npos) {
+                return;
+            }
+            found.bytes += blank;
         }
-        if (!IsBlank(static_cast<char>(character))) {
-            return;
-        }
-        found.blanks += static_cast<char>(character);
         text.remove_prefix(length);
     }
     m_blankTexts.push_back(std::move(found));
@@ -369,7 +437,7 @@ std::string WithBlanksAsCData(std::string const& text, std::vector<Scanner::Blan
     result.reserve(text.size());
     std::size_t copied = 0;
     for (auto const& blank : texts) {
-        result.append(text, copied, blank.offset - copied).append(kCDataStart).append(blank.blanks);
+        result.append(text, copied, blank.offset - copied).append(kCDataStart).append(blank.bytes);
         result.append(kCDataEnd);
         copied = blank.offset + blank.length;
     }
@@ -379,7 +447,7 @@ std::string WithBlanksAsCData(std::string const& text, std::vector<Scanner::Blan
 } // namespace
 
 bool IsXMLBlank(std::string_view text) noexcept {
-    return std::all_of(text.begin(), text.end(), IsBlank);
+    return text.find_first_not_of(kBlanks) == std::string_view::npos;
 }
 
 bool IsXMLName(char const* name) noexcept {
@@ -409,7 +477,7 @@ bool PrepareXMLText(std::string& text, bool& isUtf8) {
                                                    EqualIgnoringCase(encoding, "UTF8"sv)
                                              : needsUtf8);
     isUtf8 = meansUtf8 && IsUtf8(text);
-    if (needsUtf8 && !isUtf8) {
+    if ((needsUtf8 && !isUtf8) || (isUtf8 && scanner.HasMarkedName())) {
         return false;
     }
     if (!scanner.BlankTexts().empty()) {

@@ -5,27 +5,28 @@
 
 namespace VFoundation {
 
-/// Whether TinyXML reads `name` as a name: a letter, '_' or a byte above 127, then also digits, '-', '.', ':'.
+/// Whether TinyXML reads all of `name` as a name: a letter, '_' or a byte above 127 first, then also digits, '-', '.'
+/// and ':'.
 bool IsXMLName(char const* name) noexcept;
 
-/// Whether `text` has nothing but white space for TinyXML.
+/// Whether all of `text` is white space to TinyXML, which drops such text.
 bool IsXMLBlank(std::string_view text) noexcept;
 
-/// Checks a document's text before TinyXML sees it, and takes away what TinyXML would make of it silently.
+/// Checks the text of a document before TinyXML parses it; only well-formed text passes.
 ///
-/// TinyXML recurses once a level, compares each attribute with all before it, drops an '&' that begins nothing
-/// and stops without an error at text it did not expect. So only text passes that is well-formed in its tags,
-/// attributes, references, comments, CDATA sections and instructions, keeps the limits of `IXMLFileIO`, has one
-/// root element and no NUL. A document type with a subset of its own does not pass. What is left for TinyXML to
-/// find is an attribute given twice.
+/// TinyXML recurses once per level, compares each attribute with all others of its element, drops an '&' that begins no
+/// reference and stops without an error at text it did not expect. So this checks the tags, references, comments,
+/// CDATA sections, instructions and the document type, the limits of `IXMLFileIO`, that there is one root element and
+/// no NUL; TinyXML finds an attribute that stands twice. An internal subset does not pass, nor what TinyXML reads
+/// differently: a '>' inside an instruction or a document type, and instructions "xml-..." without attributes.
 ///
-/// TinyXML also drops text of blanks only. Where such text is written as references, which nobody does by
-/// accident, it is turned into a CDATA section here, which TinyXML keeps.
+/// TinyXML drops a text of blanks only. When such a text is written as references, or in UTF-8 contains a byte order
+/// mark, it is meant as text: it becomes a CDATA section here, which TinyXML keeps.
 ///
-/// `isUtf8` tells how characters beyond ASCII are meant: by a byte order mark, which is removed, or by the
-/// declaration; true also without either when a reference needs it. It is false, and each byte stands for
-/// itself, when the bytes are no UTF-8 after all: TinyXML would skip tags then. Text that is not UTF-8 and
-/// refers to a character above 255 does not pass.
+/// `isUtf8` is how to read character references above 127. It is true with a byte order mark (which is removed), when
+/// the declaration says so, and when a reference above 255 needs it; false, so that each byte stands for itself, when
+/// the text is not valid UTF-8, of which TinyXML would skip parts. Text that is not UTF-8 and refers to a character
+/// above 255 does not pass, nor does a UTF-8 name that begins with a byte order mark.
 bool PrepareXMLText(std::string& text, bool& isUtf8);
 
 } // namespace VFoundation

@@ -23,12 +23,12 @@ class NumberText {
     char m_text[kSize];
 };
 
-// Readers of such text, which must not be null. White space in front is skipped, the number ends where the
-// text stops making sense, and text without a number is 0.
+// Readers of such text, which must not be null. They skip leading white space and read as far as the text makes
+// sense; text without a number is 0.
 
 /// Saturates at the limits of 32 bits.
 long Int32FromText(char const* text) noexcept;
-/// False, and 0, for a number beyond 64 bits. Only blanks and tabs are skipped.
+/// False, and 0, for a number that needs more than 64 bits. Skips only blanks and tabs.
 bool Int64FromText(char const* text, long long& number) noexcept;
 /// Reads "inf", "nan" and hexadecimal numbers too; a number that is too large is infinite.
 double DoubleFromText(char const* text) noexcept;

@@ -27,9 +27,9 @@ struct SColour {
 
     /// Opaque black.
     SColour() noexcept : SColour(0, 0, 0, 255) {}
-    /// Components are clamped to 0 to 255.
+    /// Clamps components to 0 to 255.
     SColour(int r, int g, int b, int a) noexcept { iSetRGBA(r, g, b, a); }
-    /// Red in bits 0 to 7, green in 8 to 15, blue in 16 to 23; opaque whatever bits 24 to 31 say.
+    /// Red in bits 0 to 7, green in 8 to 15, blue in 16 to 23. Bits 24 to 31 are ignored: the colour is opaque.
     explicit SColour(unsigned long packed) noexcept
         : SColour(Byte(packed, 0), Byte(packed, 8), Byte(packed, 16), 255) {}
     SColour(SColour const&) = default;
@@ -43,10 +43,10 @@ struct SColour {
     /// Empty for a style that is not one of `eStyle`.
     VString GetColourAsString(long style) const;
     static VString GetColourAsString(SColour const& colour, long style);
-    /// Reads three or four components, separated by commas or else by blanks, in either style's form, alpha
-    /// 255 by default; or the name of a named colour in any case. Other text leaves the colour as it was.
+    /// Reads three or four components (alpha 255 by default), separated by commas or else by blanks, in either style;
+    /// or the name of a named colour, ignoring case. Other text leaves the colour as it was.
     /// DELIBERATE: each component counts from its first digit on; "-5" is 5, and "x" is 0.
-    /// DELIBERATE: a name sets the components alone; the 16-bit copies stay those of the colour before.
+    /// DELIBERATE: a name sets the components alone; the 16-bit copies stay those of the old colour.
     void SetColourFromString(VString const& text);
 
     std::int32_t red;

@@ -19,8 +19,8 @@ struct SPoint {
 
     /// Writes "x, y" and a terminator; cut to `size` bytes, nothing for a size of 0.
     void PointToString(char* buffer, unsigned long size) const;
-    /// Reads such a text: two decimal 32-bit numbers with a comma between and nothing else but blanks behind
-    /// the comma. False, with the point left alone, for any other text and for null.
+    /// Reads such a text: two decimal 32-bit numbers with a comma between, blanks only after the comma. False, with
+    /// the point unchanged, for any other text and for null.
     bool PointFromString(char const* text);
 };
 

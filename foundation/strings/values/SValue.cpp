@@ -4,8 +4,6 @@
 #include "foundation/core/VObjectRef.h"
 #include "foundation/strings/VString.h"
 
-#include <utility>
-
 namespace VFoundation {
 
 static_assert(sizeof(SValue) == 16);
@@ -48,11 +46,8 @@ SValue& SValue::operator=(SValue const& other) {
     return *this;
 }
 
-void SValue::ReleaseHeld() noexcept {
-    if (VObject* const held = HeldObject()) {
-        m_pointer = nullptr;
-        held->Release();
-    }
+SValue::~SValue() {
+    Become(kUnknown);
 }
 
 VObject* SValue::HeldObject() const noexcept {
@@ -66,44 +61,46 @@ VObject* SValue::HeldObject() const noexcept {
     }
 }
 
-/// Ends what is held and makes the payload all zero bits.
-void SValue::SetType(eType type) {
-    ReleaseHeld();
+/// Sets the type and makes the payload all zero bits. Returns what was held, for the caller to let go when the new
+/// payload stands: its destructor may use this value.
+VObjectRef<VObject> SValue::Become(eType type) noexcept {
+    auto held = VObjectRef<VObject>::Adopt(HeldObject());
     m_type = type;
     m_pointer = nullptr;
+    return held;
 }
 
 void SValue::SetValueToUnknown() {
-    SetType(kUnknown);
+    Become(kUnknown);
 }
 
 void SValue::SetValueToBool(bool value) {
-    SetType(kBool);
+    auto const held = Become(kBool);
     m_bool = value;
 }
 
 void SValue::SetValueToChar(char value) {
-    SetType(kChar);
+    auto const held = Become(kChar);
     m_char = static_cast<signed char>(value);
 }
 
 void SValue::SetValueToInt(long value) {
-    SetType(kInt);
+    auto const held = Become(kInt);
     m_int = narrow_cast<std::int32_t>(value);
 }
 
 void SValue::SetValueToFloat(float value) {
-    SetType(kFloat);
+    auto const held = Become(kFloat);
     m_float = value;
 }
 
 void SValue::SetValueToDouble(double value) {
-    SetType(kDouble);
+    auto const held = Become(kDouble);
     m_double = value;
 }
 
 void SValue::SetValueToVoidPointer(void* value) {
-    SetType(kPVoid);
+    auto const held = Become(kPVoid);
     m_pointer = value;
 }
 
@@ -113,8 +110,8 @@ void SValue::SetValueToString(VString const& value) {
         return;
     }
     auto string = VObjectRef<VString>::Adopt(VString::New());
-    *string = value; // before the release below: the text may belong to the object held until now
-    SetType(kString);
+    *string = value; // first, for the text may belong to the object held until now
+    auto const held = Become(kString);
     m_string = string.Detach();
 }
 
@@ -122,8 +119,8 @@ void SValue::SetValueToObject(VObject* value) {
     if (m_type == kObject && m_object == value) {
         return;
     }
-    VObjectRef<VObject> retained(value); // before the release below: it may live by the object held until now
-    SetType(kObject);
+    VObjectRef<VObject> retained(value); // first, for only the object held until now may keep it alive
+    auto const held = Become(kObject);
     m_object = retained.Detach();
 }
 

@@ -6,17 +6,19 @@ namespace VFoundation {
 
 class VObject;
 class VString;
+template <class T>
+class VObjectRef;
 
 /// A tagged value: nothing, or one bool, char, integer, float, double, string, object or raw pointer.
 /// Messages, notifications and events carry it. Use `VValue` where the value has to be an object itself.
 ///
-/// A getter of another kind than the one held gives zero, null or the empty string; nothing is converted.
+/// A getter for another type than the one held gives zero, null or the empty string; nothing is converted.
 ///
 /// Ownership: a string is copied into the value, an object is retained, a raw pointer is borrowed. Copying a
 /// value copies its string and shares its object.
 /// Threads: one thread at a time.
 struct SValue {
-    /// The numbers stand in files: never renumber.
+    /// Files hold these numbers: never renumber.
     enum eType : std::int32_t {
         kUnknown = 0,
         kBool = 1,
@@ -31,7 +33,7 @@ struct SValue {
 
     SValue() noexcept = default;
     SValue(SValue const& other) { *this = other; }
-    ~SValue() { ReleaseHeld(); }
+    ~SValue();
     /// Nothing happens when `other` has a type that this library does not know.
     SValue& operator=(SValue const& other);
 
@@ -68,8 +70,7 @@ struct SValue {
     friend class VValue; // reads tag and payload from files
 
     VObject* HeldObject() const noexcept;
-    void ReleaseHeld() noexcept;
-    void SetType(eType type);
+    VObjectRef<VObject> Become(eType type) noexcept;
 
     std::int32_t m_type = kUnknown;
     union {

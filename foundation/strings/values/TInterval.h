@@ -7,9 +7,8 @@
 
 namespace VFoundation {
 
-/// A half-open interval of numbers: `m_start` and the `m_length` numbers, or as far, from there. The length is
-/// never negative, and the end is always a number of the type: what would lie beyond is cut off. NaN counts
-/// as 0.
+/// A half-open interval of numbers, `m_length` long from `m_start` on. The length is never negative, and the end is a
+/// number of the type: a longer interval is cut off there. NaN counts as 0.
 ///
 /// Ownership: a plain value.
 /// Threads: as for any value.
@@ -20,22 +19,30 @@ struct TInterval {
 
     bool operator==(TInterval const&) const = default;
 
-    /// The first number behind the interval.
+    /// The first number after the interval.
     Number End() const noexcept { return static_cast<Number>(m_start + m_length); }
     bool IsEmpty() const noexcept { return !(m_start < End()); }
-    /// Nothing is in an empty interval.
+    /// False for every number when the interval is empty.
     bool Contains(Number number) const noexcept { return number >= m_start && number < End(); }
 
-    /// Restores the order after the members were set.
+    /// Brings members that were set into range.
     void Normalise() noexcept {
         m_start = Clamped(m_start, kLowest);
         m_length = Clamped(m_length, Number{});
-        m_length = std::min(m_length, RoomBehind(m_start));
+        m_length = std::min(m_length, LongestFrom(m_start));
     }
+
+    // Where several lengths, or none, give the exact end, an intersection is the shortest that fits in both, and a
+    // union the longest of those that just hold both.
 
     /// What lies in both; empty and at 0 when nothing does.
     TInterval Intersection(TInterval const& other) const noexcept {
-        return Between(std::max(m_start, other.m_start), std::min(End(), other.End()));
+        Number const from = std::max(m_start, other.m_start);
+        Number const to = std::min(End(), other.End());
+        if (!(from < to)) {
+            return {};
+        }
+        return Between(other, from, to, Number{}, [](Number a, Number b) { return a < b; });
     }
     /// The smallest interval that holds both, as far as its length is a number of the type. An empty one adds
     /// nothing.
@@ -43,7 +50,9 @@ struct TInterval {
         if (IsEmpty() || other.IsEmpty()) {
             return IsEmpty() ? other : *this;
         }
-        return Between(std::min(m_start, other.m_start), std::max(End(), other.End()));
+        Number const from = std::min(m_start, other.m_start);
+        Number const to = std::max(End(), other.End());
+        return Between(other, from, to, kMax, [](Number a, Number b) { return a > b; });
     }
 
   private:
@@ -58,16 +67,28 @@ struct TInterval {
         }
         return std::clamp(number, lowest, kMax);
     }
-    /// The longest length from `from` on.
-    static Number RoomBehind(Number from) noexcept {
+    static Number LongestFrom(Number from) noexcept {
         return from > Number{} ? static_cast<Number>(kMax - from) : kMax;
     }
-    static TInterval Between(Number from, Number to) noexcept {
-        if (!(from < to)) {
-            return {};
+    bool HasEnds(Number from, Number to) const noexcept { return m_start == from && End() == to; }
+    /// The interval from `from` to `to`: this one or the other if they have these ends. A difference of two floating
+    /// numbers is rounded; it moves toward `limit` until `isBetter(end, to)` no longer asks for it.
+    template <class IsBetter>
+    TInterval Between(TInterval const& other, Number from, Number to, Number limit,
+                      IsBetter isBetter) const noexcept {
+        if (HasEnds(from, to) || other.HasEnds(from, to)) {
+            bool const takesOther =
+                !HasEnds(from, to) || (other.HasEnds(from, to) && isBetter(other.m_length, m_length));
+            return takesOther ? other : *this;
         }
         bool const fits = from >= Number{} || to <= static_cast<Number>(from + kMax);
-        return {from, fits ? static_cast<Number>(to - from) : kMax};
+        TInterval result{from, fits ? static_cast<Number>(to - from) : kMax};
+        if constexpr (std::is_floating_point_v<Number>) {
+            while (isBetter(to, result.End()) && result.m_length != limit) {
+                result.m_length = std::nextafter(result.m_length, limit);
+            }
+        }
+        return result;
     }
 };
 

@@ -4,11 +4,11 @@
 
 namespace VFoundation {
 
-/// The base of value classes whose saved members are all there is to them. The class lists its members once,
-/// in its source file (SavedFields.h), and copying, equality, description and both file forms follow.
+/// The base of value classes that consist of their saved members. The class lists its members once, in its source
+/// file (SavedFields.h); copying, equality, description and both file forms follow from that list.
 ///
-/// In a chunked file the members stand one after the other. Loading what that file lacks leaves the member, or
-/// makes it 0, as `IAIFile` says.
+/// In a chunked file the members stand one after the other. A member that the file lacks stays or becomes 0, as
+/// `IAIFile` says.
 ///
 /// Ownership, threads: as the class.
 template <class Derived>
@@ -23,8 +23,8 @@ class TSavedObject : public VObject {
     void GetDescription(VString& out) const override;
     /// True.
     bool Serialize(IAIFile& file) override;
-    /// Each member is an attribute of its name. False when one is absent, whose member stays, or could not be
-    /// written.
+    /// Each member is an attribute of its name; an absent one leaves its member. False when one is absent or could not
+    /// be written.
     bool SerializeAsXML(VXMLFile& file) override;
 
   protected:
@@ -33,7 +33,7 @@ class TSavedObject : public VObject {
     TSavedObject& operator=(TSavedObject const&) = default;
     TSavedObject(TSavedObject const&) = delete;
 
-    /// Called when members were loaded: a class that restricts their values restores its order here.
+    /// Called after members were loaded: a class that restricts their values brings them into range here.
     virtual void MembersLoaded() {}
 };
 

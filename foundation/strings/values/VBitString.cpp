@@ -9,7 +9,6 @@
 #include <bit>
 #include <cstring>
 #include <limits>
-#include <string>
 
 namespace VFoundation {
 
@@ -111,11 +110,11 @@ void VBitString::Xor(VBitString const& other) noexcept {
 }
 
 VString VBitString::AsString() const {
-    std::string text(static_cast<std::size_t>(m_count), '0');
+    VData text(static_cast<unsigned long>(m_count) + 1);
     for (std::int32_t i = 0; i < m_count; ++i) {
-        text[static_cast<std::size_t>(i)] = GetBit(i) ? '1' : '0';
+        text.Bytes()[i] = GetBit(i) ? '1' : '0';
     }
-    return VString(text.c_str());
+    return VString(reinterpret_cast<char const*>(text.Bytes()));
 }
 
 bool VBitString::SetFromString(char const* text) {
@@ -156,20 +155,21 @@ bool VBitString::Serialize(IAIFile& file) {
     file >> count;
     unsigned long const inFile = file.GetFileRemaining();
     unsigned long const left = file.IsChunkSafe() ? std::min(inFile, file.ChunkRemaining()) : inFile;
-    SetCount(0);
-    if (count < 0 || BytesFor(count) > left) {
-        return false;
-    }
-    SetCount(count);
-    bool const isWhole = file.Read(m_bytes.Bytes(), m_bytes.Length());
-    ClearUnusedBits();
+    bool const isThere = count >= 0 && BytesFor(count) <= left;
+    VBitString loaded(isThere ? count : 0);
+    bool const isWhole = isThere && file.Read(loaded.m_bytes.Bytes(), loaded.m_bytes.Length());
+    loaded.SetCount(isWhole ? count : 0); // clears the bits after the last
+    m_bytes.Swap(loaded.m_bytes);
+    m_count = loaded.m_count;
     return isWhole;
 }
 
 bool VBitString::SerializeAsXML(VXMLFile& file) {
     constexpr char const* kBitsKey = "bits";
     if (!VObject::SerializeAsXML(file)) {
-        return file.WriteAttribute(kBitsKey, AsString().CString());
+        VString const text = AsString();
+        return text.Length() == static_cast<unsigned long>(m_count) &&
+               file.WriteAttribute(kBitsKey, text.CString());
     }
     char const* text = nullptr; // as it is, so that an empty one counts
     return file.ReadAttribute(kBitsKey, text) && SetFromString(text);

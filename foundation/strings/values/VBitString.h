@@ -16,7 +16,7 @@ namespace VFoundation {
 /// XML holds the attribute "bits", that text. A chunked file holds the count as a 32-bit number and the bits,
 /// eight a byte, the first in the lowest bit.
 ///
-/// Memory that cannot be had throws a `VException` with id 1; the bits stay as they were.
+/// When memory runs out, a `VException` with id 1 is thrown, and the bits stay as they were.
 ///
 /// Ownership: owns its bits.
 /// Threads: one thread at a time.
@@ -32,24 +32,24 @@ class VBitString : public Registered<VBitString, VObject> {
     static VBitString* New() { return new VBitString; }
 
     std::int32_t Count() const noexcept { return m_count; }
-    /// Cuts bits off at the end, or adds cleared ones.
+    /// Cuts bits off at the end or adds cleared ones. A negative count is 0.
     void SetCount(std::int32_t count);
 
-    /// False beyond the bits.
+    /// False when there is no such bit.
     bool GetBit(std::int32_t index) const noexcept;
-    /// Both false when there is no such bit.
+    /// False when there is no such bit.
     bool SetBit(std::int32_t index, bool value) noexcept;
     bool FlipBit(std::int32_t index) noexcept;
     std::int32_t CountOnes() const noexcept;
 
-    // Bit by bit with another string, whose bits count as cleared beyond its end. The count stays.
+    // Combine bit by bit with another string, which counts as extended with cleared bits. The count stays.
     void And(VBitString const& other) noexcept;
     void Or(VBitString const& other) noexcept;
     void Xor(VBitString const& other) noexcept;
 
-    /// One '0' or '1' for each bit, the first in front.
+    /// One '0' or '1' for each bit, from the first on.
     VString AsString() const;
-    /// Takes such a text. False, with the bits left alone, for any other and for null.
+    /// Takes such a text. False, with the bits unchanged, for any other and for null.
     bool SetFromString(char const* text);
 
     bool operator==(VBitString const& other) const noexcept;
@@ -62,7 +62,8 @@ class VBitString : public Registered<VBitString, VObject> {
 
     /// Loading is false, and leaves no bits, when the file does not hold as many as it says.
     bool Serialize(IAIFile& file) override;
-    /// False, with the bits left alone, when the attribute is absent or no such text.
+    /// False, with the bits unchanged, when the attribute is absent or no such text; false when it could not be
+    /// written.
     bool SerializeAsXML(VXMLFile& file) override;
 
   protected:
@@ -76,7 +77,7 @@ class VBitString : public Registered<VBitString, VObject> {
     void ClearUnusedBits() noexcept;
 
     std::int32_t m_count = 0;
-    VData m_bytes; // the bits behind the last are 0
+    VData m_bytes; // the bits after the last are 0
 };
 
 } // namespace VFoundation

@@ -1,11 +1,9 @@
 #include "foundation/strings/values/VColour.h"
 
 #include "foundation/core/Mutex.h"
-#include "foundation/core/VObjectRef.h"
 #include "foundation/core/internal/ClassOwned.h"
 #include "foundation/core/internal/CopyByAssignment.h"
 #include "foundation/persistence/VXMLFile.h"
-#include "foundation/strings/VString.h"
 
 #include <utility>
 
@@ -53,16 +51,14 @@ VColour::VColour(VColour const& other) : Registered(nullptr), SColour(other) {
     }
 }
 
-VColour::~VColour() {
-    if (m_name) {
-        m_name->Release();
-    }
-}
+VColour::~VColour() = default;
 
 VColour& VColour::operator=(VColour const& other) {
-    SColour::operator=(other);
-    if (this != &other && (m_name || other.m_name)) {
-        SetName(other.GetName());
+    if (this != &other) {
+        if (m_name || other.m_name) {
+            SetName(other.GetName()); // first, because it may throw
+        }
+        SColour::operator=(other);
     }
     return *this;
 }
@@ -73,7 +69,7 @@ VColour* VColour::Copy() const {
 
 void VColour::SetName(char const* name) {
     if (!m_name) {
-        m_name = VString::New();
+        m_name.Allocate();
     }
     *m_name = name;
 }
@@ -111,7 +107,7 @@ VColour* VColour::GetColourNamed(char const* name) {
     long const count = ms_namedColoursArray ? ms_namedColoursArray->Count() : 0;
     for (long i = 0; i < count; ++i) {
         VColour* const colour = ms_namedColoursArray->ObjectAtIndexTyped(i);
-        if (*colour->GetName() && VString::stricmp(colour->GetName(), name) == 0) {
+        if (colour && *colour->GetName() && VString::stricmp(colour->GetName(), name) == 0) {
             return colour;
         }
     }
@@ -119,6 +115,9 @@ VColour* VColour::GetColourNamed(char const* name) {
 }
 
 VColour* VColour::Named(eNamed which) {
+    if (which < 0 || which >= kNamedCount) {
+        return nullptr;
+    }
     if (VColour* const colour = ms_namedColours[which].load(std::memory_order_acquire)) {
         return colour;
     }

@@ -2,6 +2,8 @@
 
 #include "foundation/containers/VObjectArrayTmpl.h"
 #include "foundation/core/Registered.h"
+#include "foundation/core/VObjectRef.h"
+#include "foundation/strings/VString.h"
 #include "foundation/strings/values/NamedColours.h"
 #include "foundation/strings/values/SColour.h"
 
@@ -14,11 +16,11 @@ namespace VFoundation {
 ///     VColour* const gold = VColour::Gold();
 ///     VColour* const same = VColour::GetColourNamed("gold");
 ///
-/// Named colours are made on first use, all of them when the library starts. They are shared: do not change
-/// them. Several names share a value, and "Light Blue" and "Orange" are not the colours that the web calls so.
+/// Each named colour is made on first use; the start of the library makes all of them. They are shared: do not change
+/// them. Several names share a value. "Light Blue" and "Orange" are not the web's colours of those names.
 ///
 /// Ownership: owns its name. Accessors and `GetColourNamed` give borrowed colours, which live until
-/// `ReleaseAllStaticColours`.
+/// `UninitializeClass`, or until `ReleaseAllStaticColours` when they were made without `ms_namedColoursArray`.
 /// Threads: one thread at a time per colour; any thread may ask for named ones.
 class VColour : public Registered<VColour, VObject>, public SColour {
   public:
@@ -46,18 +48,18 @@ class VColour : public Registered<VColour, VObject>, public SColour {
     /// Same class and same components; names do not count.
     bool IsEqual(VObject const& other) const override;
 
-    /// Writes "colour" in the tagged style. Reads it, or else the four attributes "red", "green", "blue" and
-    /// "alpha" of older documents, of which each absent one leaves its component. False when there is none of
-    /// them.
+    /// Writes "colour" in the tagged style. Reads it, or else those of the attributes "red", "green", "blue" and
+    /// "alpha" of older documents that are there. False when none of them is.
     bool SerializeAsXML(VXMLFile& file) override;
 
-    /// The first named colour of that name in any case, or null.
+    /// The first colour in `ms_namedColoursArray` of that name, ignoring case; null when there is none.
     static VColour* GetColourNamed(char const* name);
 
 #define VFOUNDATION_ROW(accessor, name, r, g, b, a) eNamed##accessor,
-    enum eNamed { VFOUNDATION_NAMED_COLOURS(VFOUNDATION_ROW) kNamedCount };
+    enum eNamed : int { VFOUNDATION_NAMED_COLOURS(VFOUNDATION_ROW) kNamedCount };
 #undef VFOUNDATION_ROW
-    /// The named colour, made on first use and entered in `ms_namedColoursArray` when there is one.
+    /// The named colour, made on first use and entered in `ms_namedColoursArray` when there is one. Null for a number
+    /// that is none of `eNamed`.
     static VColour* Named(eNamed which);
     // `VColour::Aqua()` and the others.
 #define VFOUNDATION_ROW(accessor, name, r, g, b, a)                                                          \
@@ -68,9 +70,9 @@ class VColour : public Registered<VColour, VObject>, public SColour {
 #undef VFOUNDATION_ROW
 
     static void InitAllNamedColours();
-    /// Releases every named colour; the next use of an accessor makes a new one.
+    /// Forgets every named colour; the next use of an accessor makes a new one.
     static void ReleaseAllStaticColours();
-    /// Makes the array of named colours, empty.
+    /// Makes the array of named colours, empty. No other thread may use named colours meanwhile.
     static void InitializeClass();
     static void UninitializeClass();
 
@@ -85,7 +87,7 @@ class VColour : public Registered<VColour, VObject>, public SColour {
   private:
     static void UninitializeArray();
 
-    VString* m_name = nullptr;
+    VObjectRef<VString> m_name; // null until set
 };
 
 } // namespace VFoundation

@@ -18,7 +18,7 @@ class VDate : public Registered<VDate, TSavedObject<VDate>> {
     static constexpr char const* kClassName = "VDate";
     static VClass* ms_theClass;
 
-    /// Seconds since the start of 1970 in Greenwich, negative before.
+    /// Seconds since the start of 1970 (UTC), negative before.
     explicit VDate(long long seconds = 0) : VDate(nullptr, seconds) {}
     VDate(VDate const& other) : VDate(nullptr, other.m_seconds) {}
     VDate& operator=(VDate const&) = default;
@@ -29,8 +29,8 @@ class VDate : public Registered<VDate, TSavedObject<VDate>> {
     long long Seconds() const noexcept { return m_seconds; }
     void SetSeconds(long long seconds) noexcept { m_seconds = seconds; }
 
-    /// The local time as "Sun Nov 15 23:07:59 2026", without a line feed and in English whatever the locale.
-    /// Empty for a date that the calendar does not have.
+    /// The local time as "Sun Nov 15 23:07:59 2026", without a line feed, in English whatever the locale. Empty when
+    /// the calendar has no such date.
     VString AsString() const;
     static VString NowAsString();
 

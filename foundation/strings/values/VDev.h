@@ -4,7 +4,7 @@
 
 namespace VFoundation {
 
-/// A class for use during development: registered and creatable, with nothing to it.
+/// An empty class, registered and creatable, for trials during development.
 ///
 /// Ownership, threads: as `VObject`.
 class VDev : public Registered<VDev, VObject> {

@@ -8,8 +8,8 @@
 
 namespace VFoundation {
 
-/// A named link to a page of a document. Files hold "connection_name" and "connection_page", a string and a
-/// 32-bit number.
+/// A named link to a page of a document. Files hold "connection_name", a string, and "connection_page", a 32-bit
+/// number.
 ///
 /// Ownership: owns its name.
 /// Threads: one thread at a time.

@@ -11,7 +11,7 @@ namespace VFoundation {
 /// A run of positions: where it starts and how many there are. Files hold "location" and "length" as 32-bit
 /// numbers.
 ///
-/// The length is never negative and the end always a 32-bit number; what would lie beyond is cut off.
+/// The length is never negative, and the end is a 32-bit number: a longer range is cut off there.
 ///
 /// Ownership: a value.
 /// Threads: one thread at a time.

@@ -9,8 +9,7 @@ namespace VFoundation {
 /// A span of time: when it starts and how long it lasts, in seconds. Files hold "start" and "duration" as
 /// doubles.
 ///
-/// The duration is never negative and the end always finite; what would lie beyond is cut off, and NaN counts
-/// as 0.
+/// The duration is never negative, and the end is finite: a longer span is cut off there. NaN counts as 0.
 ///
 /// Ownership: a value.
 /// Threads: one thread at a time.

@@ -6,15 +6,14 @@
 
 namespace VFoundation {
 
-/// A URL: any text, and its parts when it is a valid absolute URI by the generic syntax of RFC 3986. Files
-/// hold "url", the text.
+/// A URL: any text, split into parts when it is a valid absolute URI by the generic syntax of RFC 3986. Files hold
+/// the text as "url".
 ///
 ///     VURL url("http://user@example.org:8080/a/b?q=1#top");
 ///     url.Host();                                          // "example.org"
 ///
-/// Parts stand as in the text: nothing is decoded or folded to lower case, an IPv6 host keeps its brackets. A
-/// text that is not valid (a relative reference, a blank, a byte above 127, a malformed escape, host or port)
-/// has no parts.
+/// Parts are as in the text: nothing is decoded or folded to lower case, and an IPv6 host keeps its brackets. A text
+/// that is not valid (a relative reference, a blank, a byte above 127, a malformed escape, host or port) has no parts.
 ///
 /// Ownership: owns its text.
 /// Threads: one thread at a time.

@@ -7,6 +7,7 @@
 #include "foundation/strings/VString.h"
 
 #include <algorithm>
+#include <cstring>
 #include <iterator>
 
 namespace VFoundation {
@@ -16,7 +17,7 @@ namespace {
 constexpr char const* kTypeKey = "type";
 constexpr char const* kValueKey = "value";
 
-/// The first row that fits, or the row of the unknown type.
+/// The first row that fits; else the row of the unknown type.
 template <class Fits>
 VValue::TypeName const& FindType(Fits fits) {
     auto const found =
@@ -24,7 +25,7 @@ VValue::TypeName const& FindType(Fits fits) {
     return found == std::end(VValue::ms_typeNameMap) ? VValue::ms_typeNameMap[0] : *found;
 }
 
-/// Reads the value as a `Stored` into the payload, or leaves it.
+/// Reads the value as a `Stored` into the payload; an absent one leaves it.
 template <class Stored, class Payload>
 bool ReadPayload(VXMLFile& file, Payload& payload) {
     Stored stored{};
@@ -118,10 +119,10 @@ bool VValue::SerializeAsXML(VXMLFile& file) {
     char const* name = nullptr;
     bool const hasType = file.ReadAttribute(kTypeKey, name);
     auto const& row =
-        FindType([&](TypeName const& known) { return hasType && VString::stricmp(known.name, name) == 0; });
+        FindType([&](TypeName const& known) { return hasType && std::strcmp(known.name, name) == 0; });
     if (row.type != m_value.m_type) {
-        m_value.SetValueToUnknown(); // the bits of another type are no value of this one
-        m_value.m_type = row.type;
+        m_value.Become(
+            static_cast<SValue::eType>(row.type)); // the bits of another type are no value of this one
     }
     return LoadValue(file) && hasType;
 }

@@ -7,12 +7,11 @@ namespace VFoundation {
 
 /// An `SValue` as an object, for containers, comparison and files.
 ///
-/// What files carry: XML everything but raw pointers; a chunked file bools, chars, integers, floats and
-/// doubles, of all others the type alone. In a chunked file a value stands inside a chunk: outside, its type
-/// reads as unknown.
+/// XML holds everything but raw pointers. A chunked file holds bools, chars, integers, floats and doubles, and only
+/// the type of any other value; it must stand inside a chunk, for outside its type reads as unknown.
 ///
-/// DELIBERATE: loading from a chunked file releases nothing; a string or object held by a value that becomes
-/// another type is lost. Clear the value first.
+/// DELIBERATE: loading from a chunked file releases nothing; when the type changes, a string or object that was held
+/// leaks. Clear the value first.
 ///
 /// Ownership: as `SValue`.
 /// Threads: one thread at a time.
@@ -50,9 +49,9 @@ class VValue : public Registered<VValue, VObject> {
     /// True.
     bool Serialize(IAIFile& file) override;
 
-    /// The attributes "type" and "value"; an object is a child called "value". A type that is not in the table
-    /// reads as unknown, a missing value leaves the payload. False when something is missing or could not be
-    /// written.
+    /// The attributes "type" and "value"; an object is a child called "value", and a null object none. A type that is
+    /// not in the table reads as unknown. A missing value leaves the payload, or makes it zero when the type changes.
+    /// False when an attribute is missing or could not be written.
     bool SerializeAsXML(VXMLFile& file) override;
 
   private:

@@ -10,7 +10,7 @@ void EventFlag::Set() noexcept {
 }
 
 bool EventFlag::WaitFor(long milliseconds) const noexcept {
-    MonotonicTime const deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(milliseconds);
+    MonotonicTime const deadline = MillisecondsFromNow(milliseconds);
     while (!IsSet()) {
         if (!FutexWait(m_word, 0, &deadline)) {
             return IsSet();

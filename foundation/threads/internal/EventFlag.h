@@ -5,7 +5,7 @@
 
 namespace VFoundation {
 
-/// A flag that threads can wait for. What was done before `Set()` is seen by whoever finds the flag set.
+/// A flag that threads can wait for. A thread that finds the flag set sees what was done before `Set()`.
 /// Internal.
 ///
 /// Threads: any thread may call any operation. As waking may outlast the `Set()` that caused it, the flag has

@@ -8,9 +8,16 @@ namespace VFoundation {
 
 using MonotonicTime = std::chrono::steady_clock::time_point;
 
+/// At most a hundred years off, for a caller's largest number is more than the clock can count.
+inline MonotonicTime MillisecondsFromNow(long milliseconds) noexcept {
+    constexpr long kLongest = 1000L * 60 * 60 * 24 * 365 * 100;
+    return std::chrono::steady_clock::now() +
+           std::chrono::milliseconds(milliseconds < kLongest ? milliseconds : kLongest);
+}
+
 /// Sleeps while `word` holds `expected`, until `deadline` at most (null: without limit). False once the
-/// deadline has passed; true for every other reason to wake, which includes none at all: look at the word
-/// again.
+/// deadline has passed; true for every other reason to wake, a signal or none at all among them: look at the
+/// word again.
 bool FutexWait(std::atomic<std::uint32_t>& word, std::uint32_t expected,
                MonotonicTime const* deadline) noexcept;
 

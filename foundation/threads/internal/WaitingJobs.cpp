@@ -4,15 +4,11 @@
 
 namespace VFoundation {
 
-void WaitingJobs::Insert(VJob* job, long index) {
+bool WaitingJobs::Insert(VJob* job, long index) {
     if (m_jobs.Count() == m_jobs.AllocatedCapacity() && m_taken >= Count()) {
         CloseGap(); // instead of growing; as long as half the slots are free this is cheap over time
     }
-    if (index == Count()) {
-        m_jobs.AddObject(job);
-    } else {
-        m_jobs.InsertObjectAtIndex(job, m_taken + index);
-    }
+    return index >= Count() ? m_jobs.AddObject(job) : m_jobs.InsertObjectAtIndex(job, m_taken + index);
 }
 
 VObjectRef<VJob> WaitingJobs::TakeFirst() {

@@ -6,8 +6,8 @@
 
 namespace VFoundation {
 
-/// The jobs that a server has taken out of its queue, in the order in which they are to run. The first is
-/// taken by moving the start of the list, not the jobs behind it. Internal.
+/// The jobs that a server has taken out of its queue, in the order in which they are to run. Taking the first
+/// moves the start of the list, not the jobs after it. Internal.
 ///
 /// Ownership: retains the jobs.
 /// Threads: one at a time.
@@ -20,8 +20,9 @@ class WaitingJobs {
     long Count() const { return m_jobs.Count() - m_taken; }
     /// The job (borrowed); null out of range.
     VJob* At(long index) const { return static_cast<VJob*>(m_jobs.ObjectAtIndex(m_taken + index)); }
-    /// Moves the jobs from `index` on one place back; `index` may be the count.
-    void Insert(VJob* job, long index);
+    /// Moves the jobs from `index` on one place back; an index beyond the end appends.
+    /// False, or an exception, when memory runs out.
+    bool Insert(VJob* job, long index);
     /// Empty when no job waits.
     VObjectRef<VJob> TakeFirst();
     void Sort(int (*compare)(VObject const**, VObject const**));

@@ -12,8 +12,8 @@
 
 namespace VFoundation {
 
-/// One saved member. The source file of a class on `TSavedObject` holds the list of them, in the order of the
-/// chunked file, and makes the code from it:
+/// One saved member. The source file of a class on `TSavedObject` lists them, in the order of the chunked file, and
+/// instantiates the base:
 ///
 ///     struct VDate::Fields {
 ///         static constexpr std::tuple kAll{SavedField{"seconds", &VDate::m_seconds}};
@@ -42,7 +42,7 @@ template <class T>
 bool SerializeMember(VXMLFile& file, char const* name, T& member) {
     return file.SerializeAttribute(name, member);
 }
-/// An empty string is a value, too.
+/// Reads the attribute as it is: an empty string is a value, too.
 inline bool SerializeMember(VXMLFile& file, char const* name, VString& member) {
     if (file.IsSaving()) {
         return file.WriteAttribute(name, member.CString());

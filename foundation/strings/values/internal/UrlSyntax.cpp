@@ -43,25 +43,24 @@ bool IsText(std::string_view text, std::string_view others) {
     return true;
 }
 
-/// Cuts `text` at the first of `delimiters`, which goes with what is behind; nothing is behind when there is
-/// none.
+/// Cuts `text` at the first of `delimiters` and returns the rest, which starts with it; empty when there is none.
 std::string_view CutAt(std::string_view& text, std::string_view delimiters) {
     std::size_t const end = std::min(text.find_first_of(delimiters), text.size());
-    std::string_view const behind = text.substr(end);
+    std::string_view const rest = text.substr(end);
     text = text.substr(0, end);
-    return behind;
+    return rest;
 }
 
 bool IsIPv4(std::string_view text) {
     for (int i = 0; i < 4; ++i) {
-        std::string_view const behind = CutAt(text, ".");
+        std::string_view const rest = CutAt(text, ".");
         bool const isOctet = !text.empty() && text.size() <= 3 &&
                              std::all_of(text.begin(), text.end(), IsDigit) &&
                              (text.size() == 1 || text[0] != '0') && (text.size() < 3 || text <= "255");
-        if (!isOctet || behind.empty() != (i == 3)) {
+        if (!isOctet || rest.empty() != (i == 3)) {
             return false;
         }
-        text = behind.substr(behind.empty() ? 0 : 1);
+        text = rest.substr(rest.empty() ? 0 : 1);
     }
     return true;
 }
@@ -71,18 +70,18 @@ bool IsIPv4(std::string_view text) {
 std::optional<int> CountGroups(std::string_view text, bool mayEndInIPv4) {
     int groups = 0;
     while (!text.empty()) {
-        std::string_view const behind = CutAt(text, ":");
-        if (behind == ":") {
+        std::string_view const rest = CutAt(text, ":");
+        if (rest == ":") {
             return std::nullopt;
         }
         if (!text.empty() && text.size() <= 4 && std::all_of(text.begin(), text.end(), IsHex)) {
             ++groups;
-        } else if (mayEndInIPv4 && behind.empty() && IsIPv4(text)) {
+        } else if (mayEndInIPv4 && rest.empty() && IsIPv4(text)) {
             groups += 2;
         } else {
             return std::nullopt;
         }
-        text = behind.substr(behind.empty() ? 0 : 1);
+        text = rest.substr(rest.empty() ? 0 : 1);
     }
     return groups;
 }

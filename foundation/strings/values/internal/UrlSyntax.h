@@ -13,8 +13,8 @@ struct UrlParts {
     long port = -1; // -1 for none
 };
 
-/// Splits an absolute URI by the generic syntax of RFC 3986. False, with all parts empty, for text that is
-/// none: no scheme, a character or escape that its place does not allow, a malformed host, a port above 65535.
+/// Splits an absolute URI by the generic syntax of RFC 3986. False, with all parts empty, for other text: no scheme, a
+/// character or escape that is not allowed where it stands, a malformed host, a port above 65535.
 bool SplitUrl(std::string_view text, UrlParts& parts);
 
 } // namespace VFoundation

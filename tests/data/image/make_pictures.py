@@ -1,0 +1,141 @@
+#!/usr/bin/env python3
+"""Writes the PNG and JPEG files beside it, and their pixels as NAME.bgra: words 0xAARRGGBB, little-endian, colours
+multiplied by alpha and rounded, the top row first.
+
+PNG files are put together byte by byte, so that their pixels are known without any decoder. JPEG files are written with
+libjpeg (make_jpegs.cpp) and read with ImageMagick. Run it in this folder; the tests need the files alone.
+"""
+import pathlib
+import struct
+import subprocess
+import tempfile
+import zlib
+
+GREY, RGB, PALETTE, GREY_ALPHA, RGBA = 0, 2, 3, 4, 6
+CHANNELS = {GREY: 1, RGB: 3, PALETTE: 1, GREY_ALPHA: 2, RGBA: 4}
+PASSES = ((0, 0, 8, 8), (4, 0, 8, 8), (0, 4, 4, 8), (2, 0, 4, 4), (0, 2, 2, 4), (1, 0, 2, 2), (0, 1, 1, 2))
+
+
+def chunk(name, body):
+    return struct.pack(">I", len(body)) + name + body + struct.pack(">I", zlib.crc32(name + body))
+
+
+def sample(x, y, channel, depth):
+    """Some value of every channel, small steps and large ones."""
+    return (x * (7 + channel) * 997 + y * (13 - channel) * 1999 + x * y * 31) % 65536 >> (16 - depth)
+
+
+def filtered(kind, row, above, step):
+    out = bytearray([kind])
+    for i, value in enumerate(row):
+        a = row[i - step] if i >= step else 0
+        b = above[i]
+        c = above[i - step] if i >= step else 0
+        paeth = min((a, b, c), key=lambda p: abs(a + b - c - p))
+        out.append((value - (0, a, b, (a + b) // 2, paeth)[kind]) % 256)
+    return bytes(out)
+
+
+def scan_lines(width, height, kind, depth, interlaced):
+    """Every row of every pass, each with another filter."""
+    out = b""
+    for x0, y0, dx, dy in PASSES if interlaced else ((0, 0, 1, 1),):
+        columns = range(x0, width, dx)
+        bits = len(columns) * CHANNELS[kind] * depth
+        above = bytes((bits + 7) // 8)
+        for n, y in enumerate(range(y0, height, dy)):
+            if not columns:
+                break
+            number = 0
+            for x in columns:
+                for channel in range(CHANNELS[kind]):
+                    number = number << depth | sample(x, y, channel, depth)
+            row = (number << -bits % 8).to_bytes((bits + 7) // 8, "big")
+            out += filtered(n % 5, row, above, max(1, CHANNELS[kind] * depth // 8))
+            above = row
+    return out
+
+
+def write_pixels(name, pixels):
+    def eight(value, depth):
+        most = (1 << depth) - 1
+        return (value * 255 * 2 + most) // (2 * most)
+
+    with open(f"{name}.bgra", "wb") as file:
+        for red, green, blue, alpha, depth in pixels:
+            a = eight(alpha, depth)
+            r, g, b = ((eight(c, depth) * a * 2 + 255) // 510 for c in (red, green, blue))
+            file.write(bytes((b, g, r, a)))
+
+
+def png(name, width, height, kind, depth, interlaced=False, transparent=None, parts=1, before=b"", after=b""):
+    """`transparent`: a grey, a colour, or how many entries of the palette get an alpha of their own."""
+    data = zlib.compress(scan_lines(width, height, kind, depth, interlaced), 9)
+    size = -(-len(data) // parts)
+    palette = [(i * 37 % 256, i * 91 % 256, 255 - i % 256) for i in range(1 << min(depth, 8))]
+    file = b"\x89PNG\r\n\x1a\n"
+    file += chunk(b"IHDR", struct.pack(">IIBBBBB", width, height, depth, kind, 0, 0, interlaced))
+    if kind == PALETTE:
+        file += chunk(b"PLTE", b"".join(map(bytes, palette)))
+    if kind == PALETTE and transparent:
+        file += chunk(b"tRNS", bytes(i * 60 % 256 for i in range(transparent)))
+    elif transparent:
+        file += chunk(b"tRNS", struct.pack(f">{len(transparent)}H", *transparent))
+    file += before
+    file += b"".join(chunk(b"IDAT", data[i : i + size]) for i in range(0, len(data), size))
+    file += after + chunk(b"IEND", b"")
+    pathlib.Path(f"{name}.png").write_bytes(file)
+
+    def pixel(x, y):
+        values = tuple(sample(x, y, channel, depth) for channel in range(CHANNELS[kind]))
+        if kind == PALETTE:
+            index = values[0]
+            return (*palette[index], index * 60 % 256 if index < (transparent or 0) else 255, 8)
+        alpha = values[-1] if kind in (GREY_ALPHA, RGBA) else 0 if values == transparent else (1 << depth) - 1
+        colour = values[:1] * 3 if kind in (GREY, GREY_ALPHA) else values[:3]
+        return (*colour, alpha, depth)
+
+    write_pixels(name, (pixel(x, y) for y in range(height) for x in range(width)))
+
+
+def pngs():
+    w, h = 19, 13
+    png("grey-1", w, h, GREY, 1)
+    png("grey-2", w, h, GREY, 2, transparent=(2,))
+    png("grey-4", w, h, GREY, 4, interlaced=True)
+    png("grey-8", w, h, GREY, 8, transparent=(sample(3, 2, 0, 8),))
+    png("grey-16", w, h, GREY, 16, interlaced=True, transparent=(sample(5, 4, 0, 16),))
+    png("palette-1", w, h, PALETTE, 1, interlaced=True)
+    png("palette-2", w, h, PALETTE, 2, transparent=3)
+    png("palette-4", w, h, PALETTE, 4)
+    png("palette-8", w, h, PALETTE, 8, interlaced=True, transparent=200)
+    png("rgb-8", w, h, RGB, 8, parts=9)
+    png("rgb-16", w, h, RGB, 16, transparent=tuple(sample(7, 6, c, 16) for c in range(3)))
+    png("grey-alpha-8", w, h, GREY_ALPHA, 8, interlaced=True)
+    png("grey-alpha-16", w, h, GREY_ALPHA, 16)
+    png("rgba-8", w, h, RGBA, 8)
+    png("rgba-8-interlaced", w, h, RGBA, 8, interlaced=True)
+    png("rgba-16", w, h, RGBA, 16, interlaced=True)
+    png("one-pixel", 1, 1, RGBA, 8, interlaced=True)
+    png("tall", 1, 300, GREY, 8)
+    # An animation: its first frame is the picture, the second is no business of ours.
+    control = struct.pack(">IIIIIHHBB", 0, w, h, 0, 0, 1, 10, 0, 0)
+    second = struct.pack(">I", 2) + zlib.compress(bytes((w * 4 + 1) * h))
+    png("animation", w, h, RGBA, 8,
+        before=chunk(b"acTL", struct.pack(">II", 2, 0)) + chunk(b"fcTL", control),
+        after=chunk(b"fcTL", struct.pack(">I", 1) + control[4:]) + chunk(b"fdAT", second))
+
+
+def jpegs():
+    with tempfile.TemporaryDirectory() as folder:
+        program = folder + "/make_jpegs"
+        subprocess.run(["g++", "-std=c++20", "make_jpegs.cpp", "-o", program, "-ljpeg"], check=True)
+        subprocess.run([program], check=True)
+    for path in sorted(pathlib.Path().glob("*.jpg")):
+        raw = subprocess.run(["convert-im6.q16", path, "-depth", "16", "-endian", "MSB", "rgba:-"], check=True,
+                             stdout=subprocess.PIPE).stdout
+        write_pixels(path.stem, (struct.unpack(">4H", raw[i : i + 8]) + (16,) for i in range(0, len(raw), 8)))
+
+
+pngs()
+jpegs()

@@ -1,0 +1,51 @@
+#include "foundation/host/VHostArchitecture.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <iterator>
+#include <string>
+
+namespace {
+
+using namespace VFoundation;
+
+TEST(VHostArchitecture, SwapsBytes) {
+    unsigned char bytes[] = {1, 2, 3, 4};
+    VHostArchitecture::Swap4Bytes(bytes);
+    VHostArchitecture::Swap2Bytes(bytes);
+    EXPECT_EQ(std::memcmp(bytes, "\3\4\2\1", 4), 0);
+}
+
+TEST(VHostArchitecture, WritesTheUserNameIntoAnyBuffer) {
+    ::setenv("USER", "somebody else", 1);
+    char name[1024];
+    std::memset(name, '#', sizeof name);
+    VHostArchitecture::UserName(name, sizeof name);
+    EXPECT_STRNE(name, "");
+    EXPECT_STRNE(name, "somebody else");
+    EXPECT_EQ(std::count(std::begin(name), std::end(name), '\0'),
+              static_cast<long>(sizeof name - std::strlen(name)));
+    for (unsigned long const size : {3UL, 1UL, 0UL}) {
+        char small[] = "####";
+        VHostArchitecture::UserName(small, size);
+        EXPECT_EQ(std::string(small, 4),
+                  size == 0 ? "####" : std::string(name, size - 1) + '\0' + std::string(4 - size, '#'));
+    }
+    VHostArchitecture::UserName(nullptr, 10);
+}
+
+TEST(VHostArchitecture, TakesTheProcessorForGranted) {
+    using CPU = VHostArchitecture::VCPUInfo;
+    EXPECT_EQ(CPU::InitializeClass(), 0);
+    EXPECT_TRUE(CPU::ms_bHasFPU);
+    EXPECT_TRUE(CPU::ms_bHasMMX);
+    EXPECT_TRUE(CPU::ms_bHasSSE);
+    EXPECT_TRUE(CPU::ms_bHasSSE2);
+    EXPECT_TRUE(CPU::ms_bHasSSE3);
+    EXPECT_FALSE(CPU::ms_bHasHyperThreading);
+}
+
+} // namespace
