@@ -67,7 +67,7 @@ class VObjectArray : public Registered<VObjectArray, detail::RecordBelowVObject<
     void GetDescription(VString& out) const override;
     /// Writes the attribute "count" and each element but nulls; holds what it reads in place of its elements.
     /// A child of no known class is traced and skipped; the count does not bound the reading. False when an
-    /// element could not be written.
+    /// element could not be written, as in an array that contains itself; closing the document is false then.
     bool SerializeAsXML(VXMLFile& file) override;
     /// A new array (owned) of each element's `Copy()`.
     VObjectArray* DeepCopy() const override;

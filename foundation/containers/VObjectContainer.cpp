@@ -42,6 +42,10 @@ void VObjectContainer::EnterLock(VCriticalSectionScope& scope) const {
 
 bool VObjectContainer::AllocateArray(long slots) {
     VCriticalSectionScope const scope(m_pCriticalSection.Get());
+    return AllocateArrayUnsafe(slots);
+}
+
+bool VObjectContainer::AllocateArrayUnsafe(long slots) {
     if (slots == m_nAllocated) {
         return true;
     }
@@ -90,7 +94,7 @@ void VObjectContainer::SwapSlots(VObjectContainer& other) noexcept {
 }
 
 bool VObjectContainer::Grow() {
-    return m_nGrowSize > 0 && AllocateArray(long{m_nCount} + m_nGrowSize);
+    return m_nGrowSize > 0 && AllocateArrayUnsafe(long{m_nCount} + m_nGrowSize);
 }
 
 void VObjectContainer::FreeMem() {
@@ -105,6 +109,7 @@ void VObjectContainer::FreeMem() {
 }
 
 void VObjectContainer::Init() {
+    auto const alive = KeepAlive(*this);
     FreeMem();
     AllocateArray(long{m_nAllocated} + m_nGrowSize);
 }

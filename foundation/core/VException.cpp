@@ -2,6 +2,7 @@
 
 #include "foundation/core/internal/ClassOwned.h"
 #include "foundation/log/VLog.h"
+#include "foundation/threads/VThread.h"
 
 namespace VFoundation {
 

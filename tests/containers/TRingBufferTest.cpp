@@ -1,5 +1,6 @@
 #include "foundation/containers/VObjectRingBufferTmpl.h"
 #include "foundation/core/VObjectRef.h"
+#include "foundation/core/internal/ClassRegistry.h"
 #include "tests/support/Counted.h"
 
 #include <gtest/gtest.h>
@@ -62,6 +63,9 @@ TEST(TRingBuffer, CountsInThirtyTwoBits) {
     Ring ring(2);
     ring.UsedWord() = 1;
     EXPECT_FALSE(ring.RemoveAllObjects()); // the count is wrong: the pop gives up
+    ring.UsedWord() = -1;                  // another pop is on its way out
+    EXPECT_EQ(ring.UsedCount(), 0);
+    EXPECT_TRUE(ring.RemoveAllObjects());
 }
 
 TEST(TRingBuffer, APushThatGivesUpLosesItsUnit) {
@@ -117,7 +121,7 @@ class AnElement : public Registered<AnElement, VObject> {
 
 TEST(TRingBuffer, HasOneRecordForEachElementClass) {
     VClass* const cls = VObjectRingBufferTmpl<AnElement>::TheClass();
-    EXPECT_EQ(VClass::FindRegistered("TRingBuffer_AnElement"), cls);
+    EXPECT_EQ(ClassRegistry::FindExactly("TRingBuffer_AnElement"), cls);
     auto const placeholder = VObjectRef<VObject>::Adopt(cls->NewInstance());
     EXPECT_EQ(cls->Existing(), 1);
     AnElement element;

@@ -1,5 +1,8 @@
+#include "foundation/core/VException.h"
 #include "tests/persistence/XMLTestSupport.h"
 #include "tests/support/Counted.h"
+
+#include <functional>
 
 namespace {
 
@@ -50,6 +53,101 @@ TEST_F(VDictionaryTest, CopiesDeeply) {
     EXPECT_STREQ(copy->Description().CString(),
                  "[VDictionary]\n items: 1\nkeyArray:\n[VObjectArray] items: 1\n  [VString] \n"
                  "valueArray:\n[VObjectArray] items: 1\n  [VString] ");
+}
+
+TEST_F(VDictionaryTest, ChangesAsAWholeOrNotAtAll) {
+    VString const key("key");
+    for (VObjectArray* const array : {m_dictionary.Keys(), m_dictionary.Values()}) {
+        array->FreeMem();
+        array->SetGrowSize(0);
+        Set(VString::EmptyString(), "key");
+        EXPECT_EQ(m_dictionary.Keys()->Count() + m_dictionary.Values()->Count(), 0);
+        array->SetGrowSize(32);
+    }
+    Set(VString::EmptyString(), "key");
+    VObject const* stored = m_dictionary.Keys()->ObjectAtIndex(0);
+    m_dictionary.DeepCopyContents(m_dictionary);
+    EXPECT_NE(m_dictionary.Keys()->ObjectAtIndex(0), stored);
+    EXPECT_TRUE(ValueOf("key")->IsEqual(*VString::EmptyString()));
+    stored = m_dictionary.Keys()->ObjectAtIndex(0);
+    VDictionary other;
+    other.SetObjectForKey(VString::EmptyString(), VString::EmptyString());
+    other.SetObjectForKey(VObjectRef<VObject>::Adopt(new ALast<ACounted>([] {})).Get(), &key);
+    EXPECT_THROW(m_dictionary.DeepCopyContents(other), int);
+    EXPECT_THROW(other.Copy(), int);
+    VObjectRef<VObject> inner;
+    for (int level = 0; level < VDictionary::kMaxCopiedNesting; ++level) {
+        auto const outer = VObjectRef<VDictionary>::Adopt(VDictionary::New());
+        outer->SetObjectForKey(inner.Get(), &key);
+        inner.Exchange(outer.Get());
+    }
+    VObjectRef<VObject>::Adopt(inner->Copy()).Exchange(nullptr);
+    other.SetObjectForKey(inner.Get(), &key);
+    EXPECT_THROW(m_dictionary.DeepCopyContents(other), VException);
+    EXPECT_EQ(m_dictionary.Count(), 1);
+    EXPECT_EQ(m_dictionary.Keys()->ObjectAtIndex(0), stored);
+    EXPECT_NE(ValueOf("key"), nullptr);
+}
+
+TEST_F(VDictionaryTest, MayBeUsedByDestructorsOfItsEntries) {
+    VString const key("key");
+    VString const another("another");
+    auto dictionary = VObjectRef<VDictionary>::Adopt(VDictionary::New());
+    VDictionary* const raw = dictionary.Get();
+    int deaths = 0;
+    auto const setDying = [&](std::function<void()> act) {
+        auto const value = VObjectRef<VObject>::Adopt(new ALast<ACounted>([&deaths, act] {
+            ++deaths;
+            act();
+        }));
+        raw->SetObjectForKey(value.Get(), &key);
+    };
+    raw->SetObjectForKey(VString::EmptyString(), &another);
+    setDying([&] {
+        EXPECT_EQ(raw->ObjectForKey(&key), VString::EmptyString()); // what replaced it
+        EXPECT_TRUE(raw->RemoveObjectForKey(&another));
+    });
+    raw->SetObjectForKey(VString::EmptyString(), &key);
+    EXPECT_EQ(raw->Count(), 1);
+    setDying([&] {
+        EXPECT_EQ(raw->ObjectForKey(&key), nullptr);
+        EXPECT_EQ(raw->Values()->Count(), raw->Keys()->Count());
+        raw->SetObjectForKey(VString::EmptyString(), &another);
+    });
+    EXPECT_TRUE(raw->RemoveObjectForKey(&key));
+    EXPECT_EQ(raw->ObjectForKey(&another), VString::EmptyString());
+    setDying([&] {
+        raw->SetObjectForKey(VString::EmptyString(), &another);
+        EXPECT_EQ(raw->ObjectForKey(&key), nullptr);
+        raw->DeepCopyContents(m_dictionary);
+    });
+    auto const keys = VObjectRef<VObjectArray>(raw->Keys());
+    dictionary.Exchange(nullptr);
+    EXPECT_EQ(keys->RetainCount(), 1);
+    EXPECT_EQ(deaths, 3);
+}
+
+TEST_F(VDictionaryTest, SaysWhenItWasNotWritten) {
+    bool isWhole = true;
+    auto const circle = [&](VObject& object) {
+        return Saved([&](VXMLFile& file) { isWhole = object.SerializeAsXML(file); });
+    };
+    auto const array = VObjectRef<VObjectArray>::Adopt(VObjectArray::NewObjectArray());
+    array->AddObject(array.Get());
+    array->AddObject(array.Get());
+    EXPECT_EQ(circle(*array), "(refused)");
+    EXPECT_FALSE(isWhole);
+    Set(array.Get(), "key");
+    EXPECT_EQ(circle(m_dictionary), "(refused)");
+    EXPECT_FALSE(isWhole);
+    VDictionaryPair pair;
+    EXPECT_EQ(circle(pair), "<R />");
+    EXPECT_FALSE(isWhole);
+    pair.SetKey(VString::EmptyString());
+    pair.SetValue(VString::EmptyString());
+    EXPECT_NE(circle(pair), "(refused)");
+    EXPECT_TRUE(isWhole);
+    array->RemoveAllObjects();
 }
 
 TEST_F(VDictionaryTest, IsSavedAsPairs) {
