@@ -184,7 +184,10 @@ def set_user_id_gives_nothing(world, desktop):
         assert run.text(1).endswith("Created authorisation\nALERT: Failed to create the authorisation with status -60008\n")
         call("chmod", "ug-s", folder + MACOS + "QuillmarkLauncher")
         call("chmod", mode, folder + MACOS + "QuillmarkBroker")
-        assert Client(user, folder + MACOS + "QuillmarkBroker").answers("", how=b"") == [None, None, SET_USER_ID]
+        *words, status = Client(user, folder + MACOS + "QuillmarkBroker").answers("", how=b"")
+        assert words == [None, None], words
+        # The leak checker cannot look into such a process and ends it with a status of its own.
+        assert status == SET_USER_ID or world.sanitized and status != 0, status
         call("chmod", "ug-s", folder + MACOS + "QuillmarkBroker")
     assert Client(user, folder + MACOS + "QuillmarkBroker").answers("", how=b"") == [None, None, NOT_ROOT]
 
