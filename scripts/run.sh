@@ -3,10 +3,20 @@
 # side by side and starts the launcher. A second start only looks whether anything changed. Usage:
 #   ./scripts/run.sh             start the launcher
 #   ./scripts/run.sh --build     only assemble the bundles, and say where they are
+#   ./scripts/run.sh --help      show this
 set -euo pipefail
 cd "$(dirname "$0")/.."
-. scripts/lib/packages.sh
 
+build_only=false
+for option in "$@"; do
+    case "$option" in
+        --build) build_only=true ;;
+        -h|--help) sed -n '2,6s/^# \{0,1\}//p' scripts/run.sh; exit 0 ;;
+        *) echo "unknown option: $option (see --help)" >&2; exit 2 ;;
+    esac
+done
+
+. scripts/lib/packages.sh
 install_missing "${PACKAGES_BUILD[@]}" "${PACKAGES_RUN[@]}"
 
 build=build/run
@@ -16,15 +26,15 @@ if [ ! -f "$build/build.ninja" ]; then
 fi
 cmake --build "$build" --target bundle >&2
 launcher=$PWD/$build/bundle/QuillmarkLauncher.app/Contents/MacOS/QuillmarkLauncher
-if [ "${1:-}" = --build ]; then
+if "$build_only"; then
     echo "$build/bundle"
     exit 0
 fi
 
 if [ "$(id -u)" -ne 0 ]; then
     if [ -z "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
-        echo "There is no display (DISPLAY and WAYLAND_DISPLAY are empty), so no password can be asked for: only a" >&2
-        echo "rule of this machine that grants the right without one will do. Or run this script as root." >&2
+        echo "There is no display (DISPLAY and WAYLAND_DISPLAY are empty): sudo will ask on the terminal, if there is" >&2
+        echo "one, unless a rule of this machine grants the right without a password." >&2
     fi
     if [ ! -S /run/dbus/system_bus_socket ]; then
         echo "There is no system bus, so the launcher asks through sudo instead of polkit." >&2

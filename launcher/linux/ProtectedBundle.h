@@ -8,7 +8,7 @@ namespace Launcher {
 
 /// Who can change a file, or exchange it.
 enum class EWriters {
-    eRootAlone, ///< root owns the file and every folder above it, and nobody else may write to any of them
+    eRootAlone, ///< root owns the file and every folder above it, and no one else may write to any of them
     eOthers,
     eUnknown, ///< it cannot be told: a link on the way, or something that is not there
 };
@@ -20,7 +20,7 @@ EWriters WritersOf(std::string const& path);
 /// The broker's rule for what it starts. A broker that only root can change or exchange belongs to a protected
 /// bundle: it starts only the guide, the installer and the uninstaller of that bundle, no less protected than
 /// itself, with exactly "-uname" and `userName`. `request.path` then becomes the path without links, which
-/// nobody but root can exchange any more. A broker that others can write starts what it is told, as whoever
+/// only root can exchange. A broker that others can write starts what it is told, as whoever
 /// could ask for something else could replace the broker as well.
 ///
 /// `brokerPath` is the broker's own file, without links.

@@ -1,7 +1,8 @@
 #!/usr/bin/python3
 """Runs the launcher's bundle for real: as root, through polkit and through sudo, with the real dialogs.
 
-usage: elevation_test.py <folder of the bundles> --probe <program> [--plain] [--pictures <folder>] [case ...]
+usage: elevation_test.py <folder of the bundles> --probe <program> [--installed <staging>]
+           [--sanitized] [--plain] [--pictures <folder>] [case ...]
 
 Needs root. A private system bus with polkitd runs in namespaces of its own, so nothing of the machine changes;
 where the machine refuses namespaces (or with --plain) its own bus is used and everything is taken back at the
@@ -16,6 +17,7 @@ import time
 import traceback
 
 sys.dont_write_bytecode = True  # root's files have no place in the tree
+import installing
 import guarding  # the last case of the third leaves nothing to ask with
 import showing
 import cases
@@ -23,6 +25,7 @@ from rig import CASES, NAMESPACE, POLKITD, Desktop, Run, World
 
 
 PRIVATE_ONLY = {**cases.PRIVATE_ONLY, guarding.sudo_that_logs_input: "pkexec can be hidden",
+                installing.installed_and_removed: "a policy can be added",
                 showing.terminal_instead_of_display: "pkexec can be hidden"}
 
 
@@ -31,6 +34,8 @@ def main():
     parser.add_argument("bundles")
     parser.add_argument("only", metavar="case", nargs="*")
     parser.add_argument("--probe", required=True)
+    parser.add_argument("--installed")
+    parser.add_argument("--sanitized", action="store_true")
     parser.add_argument("--pictures")
     parser.add_argument("--plain", action="store_true")
     parser.add_argument("--inside", action="store_true")
@@ -53,7 +58,8 @@ def main():
     world, failures = World(not plain), 0
     try:
         pictures = os.open(options.pictures, os.O_RDONLY) if options.pictures else None
-        world.build(os.path.abspath(options.bundles), options.probe)
+        world.sanitized = options.sanitized
+        world.build(os.path.abspath(options.bundles), options.probe, options.installed)
         desktop = Desktop(world, pictures)
         for function in CASES + ([showing.take_pictures] if options.pictures else []):
             if options.only and function.__name__ not in options.only:

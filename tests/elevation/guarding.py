@@ -184,7 +184,10 @@ def set_user_id_gives_nothing(world, desktop):
         assert run.text(1).endswith("Created authorisation\nALERT: Failed to create the authorisation with status -60008\n")
         call("chmod", "ug-s", folder + MACOS + "QuillmarkLauncher")
         call("chmod", mode, folder + MACOS + "QuillmarkBroker")
-        assert Client(user, folder + MACOS + "QuillmarkBroker").answers("", how=b"") == [None, None, SET_USER_ID]
+        *words, status = Client(user, folder + MACOS + "QuillmarkBroker").answers("", how=b"")
+        assert words == [None, None], words
+        # The leak checker cannot look into such a process and ends it with a status of its own.
+        assert status == SET_USER_ID or world.sanitized and status != 0, status
         call("chmod", "ug-s", folder + MACOS + "QuillmarkBroker")
     assert Client(user, folder + MACOS + "QuillmarkBroker").answers("", how=b"") == [None, None, NOT_ROOT]
 
@@ -200,7 +203,7 @@ def program_starts_clean(world, desktop):
                 "score": open("/proc/1/oom_score_adj").read(), "arguments": [folder + GUIDE, "-uname", user],
                 "SigBlk": "0" * 16, "SigCgt": "0000000000000002", "ignored": 0}
     code = """import os, resource, signal, sys
-for name, limit in (("CPU", 77), ("FSIZE", 5000000), ("NOFILE", 64), ("CORE", 0), ("AS", 1 << 33)):
+for name, limit in (("CPU", 77), ("FSIZE", 5000000), ("NOFILE", 64), ("CORE", 0), *(() if sys.argv[2] == "sanitized" else (("AS", 1 << 33),))):
     number = getattr(resource, "RLIMIT_" + name)
     resource.setrlimit(number, (limit, limit if sys.argv[1] == "hard" else resource.getrlimit(number)[1]))
 os.sched_setaffinity(0, {sorted(os.sched_getaffinity(0))[-1]}); os.sched_setscheduler(0, os.SCHED_IDLE, os.sched_param(0))
@@ -208,16 +211,17 @@ os.nice(7); os.umask(0o777); open("/proc/self/oom_score_adj", "w").write("1000")
 for number in range(1, 65):
     if number not in (9, 19, 32, 33): signal.signal(number, signal.SIG_IGN)
 signal.pthread_sigmask(signal.SIG_BLOCK, range(1, 65))
-os.execv(sys.argv[2], sys.argv[2:])"""
+os.execv(sys.argv[3], sys.argv[3:])"""
+    build = "sanitized" if world.sanitized else "plain"
     may_raise = int(re.search(r"CapBnd:\t(\w+)", open("/proc/self/status").read())[1], 16) >> 24 & 1
     for kind in ["soft"] + ["hard"] * may_raise:
-        run = Run(world, user, "clean", through=["/usr/bin/python3", "-c", code, kind])
+        run = Run(world, user, "clean", through=["/usr/bin/python3", "-c", code, kind, build])
         run.ends(0, "Status is valid 0\n")
         got = state(run)
         for name, value in expected.items():
             assert got[name] == value, f"{name}: {got[name]}, not {value}"
         assert "Could not reset" not in run.text(1), run.text(1)
-    run = Run(world, user, "clean", through=["/usr/bin/python3", "-c", code, "hard"], bounding="-sys_resource")
+    run = Run(world, user, "clean", through=["/usr/bin/python3", "-c", code, "hard", build], bounding="-sys_resource")
     run.ends(0, "Status is valid 0\n", "Could not reset the limits: Operation not permitted\n")  # told, not fatal
     got = state(run)
     assert got["limits"][resource.RLIMIT_NOFILE] == [64, 64], got

@@ -20,7 +20,7 @@ polkit.addAdminRule(function(action, subject) {
     if (subject.user.indexOf("vftest-") == 0) { return ["unix-user:vftest-admin"]; }
 });
 polkit.addRule(function(action, subject) {
-    if (action.id != "org.freedesktop.policykit.exec") { return polkit.Result.NOT_HANDLED; }
+    if (action.id != "org.freedesktop.policykit.exec" && action.id != "com.quillmark.Launcher.start") { return polkit.Result.NOT_HANDLED; }
     return { "vftest-admin": polkit.Result.AUTH_ADMIN, "vftest-yes": polkit.Result.YES, "vftest-second": polkit.Result.AUTH_ADMIN,
              "vftest two words": polkit.Result.YES, "vftest-no": polkit.Result.NO }[subject.user];
 });
@@ -65,7 +65,7 @@ class World:
     def __init__(self, private):
         self.private, self.undo, self.polkitd = private, [], None
 
-    def build(self, bundles, probe):
+    def build(self, bundles, probe, installed):
         self.home = "/opt/quillmark"
         if self.private:
             call("mount", "-t", "tmpfs", "-o", "mode=755", "tmpfs", "/opt")
@@ -76,6 +76,9 @@ class World:
         os.makedirs(self.home, exist_ok=True)
         self.stage("plain", bundles)
         call("cp", probe, self.home + "/plain" + MACOS + "StatusProbe")
+        if installed:
+            call("cp", "-a", installed + self.home + "/installed", self.home)
+            call("chown", "-R", "root:root", self.home + "/installed")
         if self.private:
             self.hide_machine()
         for user in USERS.values():
