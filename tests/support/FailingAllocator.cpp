@@ -132,9 +132,6 @@ void __wrap_free(void* block) {
 [[gnu::noinline]] void* operator new[](std::size_t size) {
     return ::operator new(size);
 }
-[[gnu::noinline]] void* operator new(std::size_t size, std::nothrow_t const&) noexcept {
-    return MustFail() ? nullptr : __real_malloc(size ? size : 1);
-}
 [[gnu::noinline]] void* operator new[](std::size_t size, std::nothrow_t const&) noexcept {
     return ::operator new(size, std::nothrow);
 }
@@ -151,10 +148,10 @@ void __wrap_free(void* block) {
     __wrap_free(block);
 }
 [[gnu::noinline]] void operator delete[](void* block) noexcept {
-    std::free(block);
+    __wrap_free(block);
 }
 [[gnu::noinline]] void operator delete[](void* block, std::size_t) noexcept {
-    std::free(block);
+    __wrap_free(block);
 }
 
 namespace testing_support {

@@ -8,6 +8,7 @@
 #include <atomic>
 #include <chrono>
 #include <functional>
+#include <future>
 #include <string>
 #include <thread>
 #include <utility>
@@ -24,6 +25,15 @@ bool WaitUntil(Condition condition, int line = __builtin_LINE()) {
     bool const came = condition();
     EXPECT_TRUE(came) << "waited from line " << line;
     return came;
+}
+
+/// `enter` waits on another thread until this one has called `leave`.
+template <class Enter, class Leave>
+void ExpectWaits(Enter enter, Leave leave) {
+    auto entered = std::async(std::launch::async, enter);
+    EXPECT_EQ(entered.wait_for(std::chrono::milliseconds(10)), std::future_status::timeout);
+    leave();
+    EXPECT_TRUE(entered.get());
 }
 
 /// A job that does what it is told.

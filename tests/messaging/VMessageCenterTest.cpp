@@ -25,7 +25,7 @@ bool Post(Center const& center, Messenger const& target, int id = 0) {
     return center->MessageDelay(target.Get(), &message);
 }
 
-TEST(MessageCenter, HoldsAsManyCommandsAsItsCapacity) {
+TEST(VMessageCenter, HoldsAsManyCommandsAsItsCapacity) {
     auto const target = NewMessenger();
     for (int capacity : {-1, 0, 1, 3}) {
         auto const center = NewCenter(capacity);
@@ -44,7 +44,7 @@ TEST(MessageCenter, HoldsAsManyCommandsAsItsCapacity) {
     }
 }
 
-TEST(MessageCenter, CarriesMessagesAndConnectionsUntilItIsServiced) {
+TEST(VMessageCenter, CarriesMessagesAndConnectionsUntilItIsServiced) {
     auto const center = NewCenter(8);
     auto const source = NewMessenger();
     auto const target = NewMessenger();
@@ -65,7 +65,7 @@ TEST(MessageCenter, CarriesMessagesAndConnectionsUntilItIsServiced) {
     EXPECT_EQ(center->RetainCount() + source->RetainCount() + target->RetainCount(), 3);
 }
 
-TEST(MessageCenter, KeepsTargetsAliveAndParksThemInTheGarbageCan) {
+TEST(VMessageCenter, KeepsTargetsAliveAndParksThemInTheGarbageCan) {
     auto const center = NewCenter(4);
     for (bool withCan : {false, true}) {
         auto const can = VObjectRef<VGarbageCan>::Adopt(VGarbageCan::New());
@@ -97,7 +97,7 @@ class ASlowMessenger : public ATestMessenger {
     void ReceiveMessage(VMessage* message) override { TouchInMessage(message->MessageID()); }
 };
 
-TEST(MessageCenter, ReportsSlowCommands) {
+TEST(VMessageCenter, ReportsSlowCommands) {
     auto const center = NewCenter(3);
     auto const slow = Messenger::Adopt(new ASlowMessenger);
     center->ConnectDelayed(slow.Get(), 0, nullptr, slow.Get(), 0);
@@ -118,7 +118,7 @@ TEST(MessageCenter, ReportsSlowCommands) {
     EXPECT_EQ(text.find('\n') - text.find('.'), 7U) << "six decimals";
 }
 
-TEST(MessageCenter, TimesAHandlerThatServicesOthersFromItsOwnStart) {
+TEST(VMessageCenter, TimesAHandlerThatServicesOthersFromItsOwnStart) {
     auto const center = NewCenter(2);
     Post(center, NewMessenger([&](VMessage*) {
              VThread::Sleep(2);
@@ -141,7 +141,7 @@ class ACountingCenter : public VMessageCenter {
     int m_calls = 0;
 };
 
-TEST(MessageCenter, PassesOnOnlyWhatHasBothMessengers) {
+TEST(VMessageCenter, PassesOnOnlyWhatHasBothMessengers) {
     ACountingCenter center;
     auto const one = NewMessenger();
     for (VMessenger* const source :
@@ -155,7 +155,7 @@ TEST(MessageCenter, PassesOnOnlyWhatHasBothMessengers) {
     }
 }
 
-TEST(MessageCenter, TakesBackACommandThatFoundNoMemory) {
+TEST(VMessageCenter, TakesBackACommandThatFoundNoMemory) {
     auto const center = NewCenter(1);
     auto const target = NewMessenger();
     VMessage message;
@@ -183,7 +183,7 @@ struct ADelayer : VCommandDelayer {
     std::atomic<int> m_services{0};
 };
 
-TEST(MessageCenter, NoServiceForgetsAPostBesideIt) {
+TEST(VMessageCenter, NoServiceForgetsAPostBesideIt) {
     ADelayer delayer;
     delayer.SetServiced(true);
     EXPECT_FALSE(delayer.PushThenMark([] { return false; }));
@@ -218,7 +218,7 @@ struct AStoppingMessenger : ATestMessenger {
     mutable VMessageCenter* m_center = nullptr;
 };
 
-TEST(MessageCenter, KeepsNoCommandOverItsStop) {
+TEST(VMessageCenter, KeepsNoCommandOverItsStop) {
     VClass const* const record = VCommandTuple::TheClass();
     long const before = record->Existing();
     for (bool const inHandler : {true, false}) {
@@ -239,7 +239,7 @@ TEST(MessageCenter, KeepsNoCommandOverItsStop) {
     }
 }
 
-TEST(MessageCenter, LivesAsLongAsItsService) {
+TEST(VMessageCenter, LivesAsLongAsItsService) {
     auto* const center = NewCenter(2).Detach();
     auto const releasing = NewMessenger([&](VMessage*) { center->Release(); });
     auto const target = NewMessenger();
@@ -250,7 +250,7 @@ TEST(MessageCenter, LivesAsLongAsItsService) {
     EXPECT_EQ(target->TakeNotes(), "m-1 ");
 }
 
-TEST(MessageCenter, SurvivesAnExceptionOfAHandler) {
+TEST(VMessageCenter, SurvivesAnExceptionOfAHandler) {
     auto const center = NewCenter(2);
     auto const bad = NewMessenger([](VMessage*) { throw std::runtime_error("bad"); });
     auto const good = NewMessenger();
@@ -271,7 +271,7 @@ TEST(MessageCenter, SurvivesAnExceptionOfAHandler) {
     center->StopCenter();
 }
 
-TEST(MessageCenter, RefusesPostsWhenClosedOrStopped) {
+TEST(VMessageCenter, RefusesPostsWhenClosedOrStopped) {
     auto const center = NewCenter(2);
     auto const target = NewMessenger();
     center->SetAccepting(false);
@@ -288,7 +288,7 @@ TEST(MessageCenter, RefusesPostsWhenClosedOrStopped) {
     EXPECT_EQ(target->TakeNotes(), "");
 }
 
-TEST(StartedCenter, ServicesEveryPostAndRoundsDownward) {
+TEST(VMessageCenterStarted, ServicesEveryPostAndRoundsDownward) {
     VStopWatch const watch(true);
     auto const center = NewCenter(4);
     std::string const name = UniqueName();
@@ -314,7 +314,7 @@ TEST(StartedCenter, ServicesEveryPostAndRoundsDownward) {
     EXPECT_EQ(center->RetainCount(), 1);
 }
 
-TEST(StartedCenter, ServicesNothingWhileItsCriticalSectionIsHeld) {
+TEST(VMessageCenterStarted, ServicesNothingWhileItsCriticalSectionIsHeld) {
     auto const center = NewCenter(4);
     auto const section = VObjectRef<VCriticalSection>::Adopt(VCriticalSection::New());
     center->SetCriticalSection(section.Get());
@@ -332,7 +332,7 @@ TEST(StartedCenter, ServicesNothingWhileItsCriticalSectionIsHeld) {
     center->StopCenter();
 }
 
-TEST(StartedCenter, MayBeStoppedAndReleasedByItsHandler) {
+TEST(VMessageCenterStarted, MayBeStoppedAndReleasedByItsHandler) {
     std::string const name = UniqueName();
     std::atomic<int> handled{0};
     auto* const center = NewCenter(4).Detach();
@@ -352,7 +352,7 @@ TEST(StartedCenter, MayBeStoppedAndReleasedByItsHandler) {
     EXPECT_EQ(handled, 1);
 }
 
-TEST(StartedCenter, AStopEndsTheSleepBetweenPolls) {
+TEST(VMessageCenterStarted, AStopEndsTheSleepBetweenPolls) {
     auto const center = NewCenter(1);
     center->StartCenter(UniqueName().c_str(), 3'600'000);
     VThread::Sleep(20); // until it sleeps; else there is nothing to see
@@ -360,7 +360,7 @@ TEST(StartedCenter, AStopEndsTheSleepBetweenPolls) {
     EXPECT_EQ(center->RetainCount(), 1);
 }
 
-TEST(StartedCenter, ItsOwnerWaitsForAHandlerThatHasStoppedIt) {
+TEST(VMessageCenterStarted, ItsOwnerWaitsForAHandlerThatHasStoppedIt) {
     auto const center = NewCenter(4);
     std::atomic<bool> stopped{false};
     std::atomic<bool> over{false};
@@ -377,7 +377,7 @@ TEST(StartedCenter, ItsOwnerWaitsForAHandlerThatHasStoppedIt) {
     EXPECT_EQ(center->RetainCount(), 1);
 }
 
-TEST(StartedCenter, IsNotServicedInAChildProcessAndStartsAgain) {
+TEST(VMessageCenterStarted, IsNotServicedInAChildProcessAndStartsAgain) {
     auto const center = NewCenter(4);
     std::atomic<int> received{0};
     auto const target = NewMessenger([&](VMessage*) { ++received; });
@@ -401,7 +401,7 @@ TEST(StartedCenter, IsNotServicedInAChildProcessAndStartsAgain) {
     center->StopCenter();
 }
 
-TEST(MessageCenterJob, EndsBeforeItBegan) {
+TEST(VMessageCenterJob, EndsBeforeItBegan) {
     auto const center = NewCenter(1);
     auto const job = VObjectRef<VMessageCenterJob>::Adopt(new VMessageCenterJob(center.Get(), 1));
     EXPECT_EQ(job->JobProgress(), 0.5);

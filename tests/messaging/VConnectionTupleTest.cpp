@@ -14,7 +14,7 @@ using namespace VFoundation;
 using namespace testing_support;
 using Tuple = VObjectRef<VConnectionTuple>;
 
-TEST(Message, ComparesTypesAndCopiesAllButTheUserData) {
+TEST(VMessage, ComparesTypesAndCopiesAllButTheUserData) {
     VMessage typed;
     typed.SetMessageID(7);
     typed.FirstArg().SetValueToInt(1);
@@ -34,7 +34,7 @@ TEST(Message, ComparesTypesAndCopiesAllButTheUserData) {
     EXPECT_FALSE(typed.Matches(copy.Get()) || typed.Matches(nullptr) || typed.Receivable(nullptr));
 }
 
-TEST(Connection, ChecksIdsFromAboveOnly) {
+TEST(VConnectionTuple, ChecksIdsFromAboveOnly) {
     struct Case {
         int out, in;
         bool connected;
@@ -59,7 +59,7 @@ TEST(Connection, ChecksIdsFromAboveOnly) {
     EXPECT_EQ(one->RetainCount(), 1);
 }
 
-TEST(Connection, DeliversInOrderAndRemovesTheLatest) {
+TEST(VConnectionTuple, DeliversInOrderAndRemovesTheLatest) {
     auto const source = NewMessenger();
     auto const target = NewMessenger();
     auto const first = source->AddConnection(1, target.Get(), 5, nullptr);
@@ -87,7 +87,7 @@ TEST(Connection, DeliversInOrderAndRemovesTheLatest) {
     EXPECT_TRUE(source->RemoveConnection(1, target.Get(), 6, nullptr));
 }
 
-TEST(Connection, IsMadeWhollyOrNotAtAll) {
+TEST(VConnectionTuple, IsMadeWhollyOrNotAtAll) {
     auto const center = NewCenter(1);
     auto const target = NewMessenger();
     // Before the sweep: the first tuple of a process sets up its class, whose pool may do without memory.
@@ -107,7 +107,7 @@ TEST(Connection, IsMadeWhollyOrNotAtAll) {
     EXPECT_EQ(target->RetainCount(), 1);
 }
 
-TEST(Connection, MayBeMadeAndBrokenByReceivers) {
+TEST(VConnectionTuple, MayBeMadeAndBrokenByReceivers) {
     auto const source = NewMessenger();
     std::string order;
     int alive = 0; // at the end of a handler, which may still use its messenger
@@ -156,7 +156,7 @@ long Pooled() {
     return VConnectionTuple::ms_recycledConnections.load()->UsedCount();
 }
 
-TEST(ConnectionPool, TakesBackWhatItHandedOut) {
+TEST(VConnectionTuplePool, TakesBackWhatItHandedOut) {
     long const pooled = Pooled();
     EXPECT_EQ(pooled, VConnectionTuple::kPoolCapacity);
     auto const source = NewMessenger();
@@ -197,7 +197,7 @@ TEST(ConnectionPool, TakesBackWhatItHandedOut) {
     EXPECT_TRUE(survivor->Matches(source.Get(), 0, source.Get(), 1)) << "it is none of the next pool's";
 }
 
-TEST(ConnectionPool, LosesNothingWhenTwoThreadsReleaseATuple) {
+TEST(VConnectionTuplePool, LosesNothingWhenTwoThreadsReleaseATuple) {
     long const pooled = Pooled();
     for (int round = 0; round < 300; ++round) {
         auto* const tuple = VConnectionTuple::NewConnectionTuple();

@@ -1,7 +1,7 @@
-#include "foundation/core/VObjectRef.h"
 #include "foundation/threads/VCriticalSection.h"
+#include "foundation/core/VObjectRef.h"
 #include "foundation/threads/VCriticalSectionScope.h"
-#include "foundation/threads/VLock.h"
+#include "tests/support/Jobs.h"
 
 #include <gtest/gtest.h>
 
@@ -10,6 +10,7 @@
 namespace {
 
 using namespace VFoundation;
+using testing_support::ExpectWaits;
 using SectionRef = VObjectRef<VCriticalSection>;
 
 /// What `action` gives on another thread.
@@ -22,16 +23,7 @@ bool IsFree(VCriticalSection const& section) {
     return Elsewhere([&] { return section.TryCriticalSection(0) && section.LeaveCriticalSection() == 0; });
 }
 
-/// `enter` waits on another thread until this one has called `leave`.
-template <class Enter, class Leave>
-void ExpectWaits(Enter enter, Leave leave) {
-    auto entered = std::async(std::launch::async, enter);
-    EXPECT_EQ(entered.wait_for(std::chrono::milliseconds(10)), std::future_status::timeout);
-    leave();
-    EXPECT_TRUE(entered.get());
-}
-
-TEST(CriticalSection, MayBeEnteredAgainAndIsLeftAsOften) {
+TEST(VCriticalSection, MayBeEnteredAgainAndIsLeftAsOften) {
     VCriticalSection const section;
     EXPECT_EQ(section.EnterCriticalSection(), 0);
     EXPECT_TRUE(section.TryCriticalSection(0) && section.TryCriticalSection(-1));
@@ -48,7 +40,7 @@ TEST(CriticalSection, MayBeEnteredAgainAndIsLeftAsOften) {
     }
 }
 
-TEST(CriticalSectionScope, HoldsRetainsAndLeaves) {
+TEST(VCriticalSectionScope, HoldsRetainsAndLeaves) {
     auto const first = SectionRef::Adopt(VCriticalSection::New());
     auto const second = SectionRef::Adopt(VCriticalSection::New());
     {
@@ -70,7 +62,7 @@ TEST(CriticalSectionScope, HoldsRetainsAndLeaves) {
     EXPECT_EQ(second->RetainCount(), 1);
 }
 
-TEST(CriticalSectionScope, HoldsNothingAfterAnAttemptThatFailed) {
+TEST(VCriticalSectionScope, HoldsNothingAfterAnAttemptThatFailed) {
     VCriticalSection section;
     VCriticalSectionScope const holder(&section);
     VCriticalSection other;
@@ -81,42 +73,12 @@ TEST(CriticalSectionScope, HoldsNothingAfterAnAttemptThatFailed) {
     EXPECT_EQ(section.RetainCount(), 2);
 }
 
-TEST(CriticalSectionScope, MayBeSetToTheSectionThatOnlyItKeepsAlive) {
+TEST(VCriticalSectionScope, MayBeSetToTheSectionThatOnlyItKeepsAlive) {
     VCriticalSectionScope scope(SectionRef::Adopt(VCriticalSection::New()).Get());
     scope.SetAndEnter(scope.Section());
     EXPECT_TRUE(scope.TryEnter(scope.Section(), 0));
     EXPECT_EQ(scope.Section()->RetainCount(), 1);
     EXPECT_FALSE(IsFree(*scope.Section()));
-}
-
-TEST(Lock, IsBinaryAndBelongsToNoThread) {
-    VLock lock;
-    lock.Unlock(); // a free lock does not count up
-    EXPECT_TRUE(lock.TryLock(0));
-    EXPECT_TRUE(lock.IsLocked());
-    for (int const wait : {0, -2, 3}) {
-        EXPECT_FALSE(lock.TryLock(wait)) << wait;
-        EXPECT_FALSE(lock.IsLocked()) << "the last result, not the state";
-    }
-    for (int const wait : {-1, 60'000}) {
-        ExpectWaits([&] { return lock.TryLock(wait); }, [&] { lock.Unlock(); });
-    }
-}
-
-TEST(Lock, LetsOneThreadIn) {
-    VLock lock;
-    int counter = 0;
-    auto const count = [&] {
-        for (int i = 0; i < 2000; ++i) {
-            lock.TryLock(-1);
-            ++counter;
-            lock.Unlock();
-        }
-    };
-    auto const other = std::async(std::launch::async, count);
-    count();
-    other.wait();
-    EXPECT_EQ(counter, 4000);
 }
 
 } // namespace

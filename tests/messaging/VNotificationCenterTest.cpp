@@ -1,5 +1,5 @@
-#include "foundation/messaging/VNotification.h"
 #include "foundation/messaging/VNotificationCenter.h"
+#include "foundation/messaging/VNotification.h"
 #include "tests/support/Counted.h"
 
 #include <gtest/gtest.h>
@@ -26,7 +26,7 @@ class AnObserver : public ACounted {
     }
 };
 
-class Notifications : public testing::Test {
+class VNotificationCenterTest : public testing::Test {
   protected:
     VObjectRef<VNotificationCenter> m_center =
         VObjectRef<VNotificationCenter>::Adopt(VNotificationCenter::New());
@@ -45,7 +45,7 @@ class Notifications : public testing::Test {
     }
 };
 
-TEST_F(Notifications, ReachThoseWhoAskedForNameAndObject) {
+TEST_F(VNotificationCenterTest, ReachThoseWhoAskedForNameAndObject) {
     struct Case {
         char const* name;
         VObject* about;
@@ -70,7 +70,7 @@ TEST_F(Notifications, ReachThoseWhoAskedForNameAndObject) {
     EXPECT_EQ(m_one.RetainCount(), 1);
 }
 
-TEST_F(Notifications, LetObserversComeAndGoMeanwhile) {
+TEST_F(VNotificationCenterTest, LetObserversComeAndGoMeanwhile) {
     std::string order;
     Observe(m_one);
     Observe(m_two);
@@ -93,7 +93,7 @@ TEST_F(Notifications, LetObserversComeAndGoMeanwhile) {
     EXPECT_FALSE(m_center);
 }
 
-TEST_F(Notifications, MayBePostedAndObservedByManyThreads) {
+TEST_F(VNotificationCenterTest, MayBePostedAndObservedByManyThreads) {
     std::atomic<int> heard{0};
     m_two.m_action = [&] { ++heard; };
     std::thread poster([&] {
@@ -111,7 +111,7 @@ TEST_F(Notifications, MayBePostedAndObservedByManyThreads) {
     EXPECT_GE(heard, 1);
 }
 
-TEST(NotificationCenter, HasADefaultUntilTheLibraryEnds) {
+TEST(VNotificationCenter, HasADefaultUntilTheLibraryEnds) {
     auto* const center = VNotificationCenter::DefaultCenter();
     EXPECT_EQ(VNotificationCenter::DefaultCenter(), center);
     for (int i = 0; i < 2; ++i) {

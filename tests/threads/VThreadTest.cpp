@@ -1,8 +1,8 @@
+#include "foundation/threads/VThread.h"
 #include "foundation/core/VObjectRef.h"
 #include "foundation/log/VLog.h"
 #include "foundation/threads/VCriticalSection.h"
 #include "foundation/threads/VCriticalSectionScope.h"
-#include "foundation/threads/VThread.h"
 #include "tests/support/Counted.h"
 
 #include <gtest/gtest.h>
@@ -22,7 +22,7 @@ void* Join(VThread const& thread) {
     return result;
 }
 
-TEST(Thread, RunsItsBodyOnTheArgument) {
+TEST(VThread, RunsItsBodyOnTheArgument) {
     VThread::ThreadID seen{};
     auto const body = [](void* argument) {
         *static_cast<VThread::ThreadID*>(argument) = VThread::GetCurrentThreadID();
@@ -52,7 +52,7 @@ void* EndsHalfWay(void* section) {
     }
 }
 
-TEST(Thread, EndUnwindsItsStackAndLeavesWhatItHeld) {
+TEST(VThread, EndUnwindsItsStackAndLeavesWhatItHeld) {
     VCriticalSection section;
     auto const thread = ThreadRef::Adopt(VThread::StartThread(&EndsHalfWay, &section, nullptr));
     ASSERT_TRUE(thread);
@@ -60,7 +60,7 @@ TEST(Thread, EndUnwindsItsStackAndLeavesWhatItHeld) {
     EXPECT_TRUE(VCriticalSectionScope().TryEnter(&section, 0)) << "left by the unwinding";
 }
 
-TEST(Thread, TracesWhyItCouldNotStart) {
+TEST(VThread, TracesWhyItCouldNotStart) {
     pthread_attr_t usual;
     pthread_attr_t impossible;
     ASSERT_EQ(pthread_getattr_default_np(&usual), 0);
@@ -78,7 +78,7 @@ TEST(Thread, TracesWhyItCouldNotStart) {
     pthread_attr_destroy(&usual);
 }
 
-TEST(Thread, KeepsAPriorityAndAnObject) {
+TEST(VThread, KeepsAPriorityAndAnObject) {
     ACounted object;
     {
         VThread thread;
@@ -95,7 +95,7 @@ TEST(Thread, KeepsAPriorityAndAnObject) {
     VThread::Sleep(-1000); // does not sleep
 }
 
-TEST(Thread, ListHoldsAThreadOnceAndSurvivesItsEnd) {
+TEST(VThread, ListHoldsAThreadOnceAndSurvivesItsEnd) {
     VThread::InitializeClass();
     VThread thread;
     EXPECT_TRUE(VThread::RegisterThread(&thread));

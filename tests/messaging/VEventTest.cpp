@@ -23,10 +23,10 @@ class ANamedEvent : public Registered<ANamedEvent, VEvent> {
     int TextToEventID(char const* text) const override { return std::strcmp(text, "saved") == 0 ? 3 : -1; }
 };
 
-class Events : public testing::Test {
+class VEventTest : public testing::Test {
   protected:
-    Events() { VXMLFile::SetIXMLFileIOFactory(new VXMLFileIOTinyXmlFactory); }
-    ~Events() override { VXMLFile::ClearIXMLFileIOFactory(); }
+    VEventTest() { VXMLFile::SetIXMLFileIOFactory(new VXMLFileIOTinyXmlFactory); }
+    ~VEventTest() override { VXMLFile::ClearIXMLFileIOFactory(); }
 
     static VString Written(VEvent const& event) {
         VString text;
@@ -43,7 +43,7 @@ class Events : public testing::Test {
     }
 };
 
-TEST_F(Events, StandInXmlByName) {
+TEST_F(VEventTest, StandInXmlByName) {
     struct Case {
         VEvent* event;
         int id, readBack;
@@ -64,7 +64,7 @@ TEST_F(Events, StandInXmlByName) {
     }
 }
 
-TEST_F(Events, ReadWithoutAttributesKeepTheirTimeButNoId) {
+TEST_F(VEventTest, ReadWithoutAttributesKeepTheirTimeButNoId) {
     ANamedEvent event(3);
     event.SetTime(5);
     Read("<R><ANamedEvent/></R>", event);

@@ -1,5 +1,5 @@
-#include "foundation/log/VStopWatch.h"
 #include "foundation/threads/VSemaphore.h"
+#include "foundation/log/VStopWatch.h"
 #include "foundation/threads/VThread.h"
 #include "tests/support/FailingNew.h"
 #include "tests/support/Jobs.h"
@@ -42,10 +42,10 @@ namespace {
 
 using namespace VFoundation;
 
-class Semaphore : public testing::Test {
+class VSemaphoreTest : public testing::Test {
   protected:
-    Semaphore() { s_tries = 0; }
-    ~Semaphore() override { s_beforeTry = s_afterTry = nullptr; }
+    VSemaphoreTest() { s_tries = 0; }
+    ~VSemaphoreTest() override { s_beforeTry = s_afterTry = nullptr; }
     char const* Name() const { return m_name.c_str(); }
 
     std::string const m_name = testing_support::UniqueName();
@@ -53,7 +53,7 @@ class Semaphore : public testing::Test {
     VStopWatch const watch{true};
 };
 
-TEST_F(Semaphore, TriesAtEveryStep) {
+TEST_F(VSemaphoreTest, TriesAtEveryStep) {
     EXPECT_FALSE(semaphore.WaitForSemaphore(7));
     EXPECT_GE(watch.GetElapsedTime(), 0.007);
     EXPECT_EQ(s_tries, 3);
@@ -62,7 +62,7 @@ TEST_F(Semaphore, TriesAtEveryStep) {
     EXPECT_EQ(semaphore.SignalCount(), 0);
 }
 
-TEST_F(Semaphore, APostOfThisProcessWakesAWaiterInsideItsStep) {
+TEST_F(VSemaphoreTest, APostOfThisProcessWakesAWaiterInsideItsStep) {
     bool early = false;
     for (int round = 0; round < 100 && !early; ++round) { // a busy machine may miss the 5 ms now and then
         auto const poster = std::async(std::launch::async, [&] {
@@ -76,7 +76,7 @@ TEST_F(Semaphore, APostOfThisProcessWakesAWaiterInsideItsStep) {
     EXPECT_TRUE(early);
 }
 
-TEST_F(Semaphore, APostInTheLastStepIsLeftForTheNextWait) {
+TEST_F(VSemaphoreTest, APostInTheLastStepIsLeftForTheNextWait) {
     s_afterTry = [&](int number) { number == 3 && semaphore.ReleaseSemaphore(1, nullptr); };
     EXPECT_FALSE(semaphore.WaitForSemaphore(7));
     EXPECT_EQ(s_tries, 3);
@@ -84,7 +84,7 @@ TEST_F(Semaphore, APostInTheLastStepIsLeftForTheNextWait) {
     EXPECT_EQ(s_tries, 4);
 }
 
-TEST_F(Semaphore, APostThatAnotherTookWakesTheWaiterButDoesNotShortenTheWait) {
+TEST_F(VSemaphoreTest, APostThatAnotherTookWakesTheWaiterButDoesNotShortenTheWait) {
     sem_t* const rival = sem_open(Name(), 0);
     ASSERT_NE(rival, SEM_FAILED);
     s_afterTry = [&](int number) { number == 1 && semaphore.ReleaseSemaphore(1, nullptr); };
@@ -95,7 +95,7 @@ TEST_F(Semaphore, APostThatAnotherTookWakesTheWaiterButDoesNotShortenTheWait) {
     sem_close(rival);
 }
 
-TEST_F(Semaphore, WaitsForeverFor0AndLess) {
+TEST_F(VSemaphoreTest, WaitsForeverFor0AndLess) {
     for (long const wait : {0L, -5L}) {
         auto taken = std::async(std::launch::async, [&] { return semaphore.WaitForSemaphore(wait); });
         EXPECT_EQ(taken.wait_for(std::chrono::milliseconds(10)), std::future_status::timeout);
@@ -106,7 +106,7 @@ TEST_F(Semaphore, WaitsForeverFor0AndLess) {
 }
 
 // The signal comes again and again, as the first may come before the wait.
-TEST_F(Semaphore, ASignalEndsAWaitWithoutLimitAndNoOther) {
+TEST_F(VSemaphoreTest, ASignalEndsAWaitWithoutLimitAndNoOther) {
     struct sigaction action = {};
     struct sigaction former = {};
     action.sa_handler = [](int) {};
@@ -134,7 +134,7 @@ TEST_F(Semaphore, ASignalEndsAWaitWithoutLimitAndNoOther) {
     EXPECT_EQ(semaphore.SignalCount(), 0);
 }
 
-TEST_F(Semaphore, IsClosedAsOftenAsItWasOpened) {
+TEST_F(VSemaphoreTest, IsClosedAsOftenAsItWasOpened) {
     int const open = testing_support::s_openSemaphores;
     {
         VSemaphore second(1, Name());
@@ -151,7 +151,7 @@ TEST_F(Semaphore, IsClosedAsOftenAsItWasOpened) {
     EXPECT_EQ(testing_support::s_openSemaphores, open);
 }
 
-TEST_F(Semaphore, CountsOf0AndLessChangeOnlyTheTally) {
+TEST_F(VSemaphoreTest, CountsOf0AndLessChangeOnlyTheTally) {
     long previous = 77;
     EXPECT_TRUE(semaphore.ReleaseSemaphore(0, &previous));
     EXPECT_TRUE(semaphore.ReleaseSemaphore(-2, &previous));
@@ -160,7 +160,7 @@ TEST_F(Semaphore, CountsOf0AndLessChangeOnlyTheTally) {
     EXPECT_FALSE(semaphore.WaitForSemaphore(1));
 }
 
-TEST_F(Semaphore, SharesItsUnitsByNameAndEnforcesNoMaximum) {
+TEST_F(VSemaphoreTest, SharesItsUnitsByNameAndEnforcesNoMaximum) {
     VSemaphore second;
     EXPECT_TRUE(second.Init(1, ("/" + m_name).c_str())); // the system does not mind one in front
     EXPECT_TRUE(semaphore.ReleaseSemaphore(2, nullptr));
@@ -179,7 +179,7 @@ TEST_F(Semaphore, SharesItsUnitsByNameAndEnforcesNoMaximum) {
     EXPECT_TRUE(semaphore.WaitForSemaphore(1));
 }
 
-TEST_F(Semaphore, SaysWhyItCannotBeOpenedAndFailsEveryOperation) {
+TEST_F(VSemaphoreTest, SaysWhyItCannotBeOpenedAndFailsEveryOperation) {
     testing::internal::CaptureStderr();
     EXPECT_FALSE(semaphore.Init(3, "no/such"));
     EXPECT_EQ(testing::internal::GetCapturedStderr(),

@@ -23,7 +23,7 @@ using namespace VFoundation;
 using namespace testing_support;
 using JobRef = VObjectRef<AJob>;
 
-class JobServer : public testing::Test, public IVJobDelegate {
+class VJobServerTest : public testing::Test, public IVJobDelegate {
   protected:
     void JobQueued(VJobServer*, VJob*) override { Note('q'); }
     void JobStarted(VJobServer*, VJob*) override { Note('s'); }
@@ -66,7 +66,7 @@ class JobServer : public testing::Test, public IVJobDelegate {
     std::string m_diary;
 };
 
-TEST_F(JobServer, RunsJobsByPriorityAndTellsOfThem) {
+TEST_F(VJobServerTest, RunsJobsByPriorityAndTellsOfThem) {
     ServerScope const server(3);
     EXPECT_EQ(Description(server), "[VJobServer]  Inactive  Queued: 0\n\nNo active Job.\n");
     CloseGate(server);
@@ -116,7 +116,7 @@ struct ABackwardServer : Registered<ABackwardServer, VJobServer> {
     std::function<void(char)> m_note;
 };
 
-TEST_F(JobServer, AsksItsHooksAndLosesNoJobToOneThatThrows) {
+TEST_F(VJobServerTest, AsksItsHooksAndLosesNoJobToOneThatThrows) {
     ServerScope const server(new ABackwardServer([this](char what) { Note(what); }));
     CloseGate(server);
     int const priorities[] = {5, 1, 3, 13, 100}; // the pass that throws takes a signal along, so one is left
@@ -129,7 +129,7 @@ TEST_F(JobServer, AsksItsHooksAndLosesNoJobToOneThatThrows) {
     EXPECT_TRUE(m_log.Has("VJobServer::ServerThread - An unrecognised exception occured! (stage:3)\n"));
 }
 
-TEST_F(JobServer, KillsJobsWithoutHoldingALock) {
+TEST_F(VJobServerTest, KillsJobsWithoutHoldingALock) {
     ServerScope const server(8);
     std::atomic<bool> started{false}, aborted{false};
     auto const running = JobRef::Adopt(new AJob([&] {
@@ -150,7 +150,7 @@ TEST_F(JobServer, KillsJobsWithoutHoldingALock) {
     EXPECT_EQ(Diary(), "");
 }
 
-TEST_F(JobServer, StartsOnceAndEndsInEveryState) {
+TEST_F(VJobServerTest, StartsOnceAndEndsInEveryState) {
     int const open = s_openSemaphores;
     long const listed = VJobServer::ms_jobServersArray ? VJobServer::ms_jobServersArray->Count() : 0;
     {
@@ -173,7 +173,7 @@ TEST_F(JobServer, StartsOnceAndEndsInEveryState) {
 }
 
 // The log keeps each thread from its running lock until `EndServer` could have taken it.
-TEST_F(JobServer, LosesNoJobToAnEndThatComesBeforeTheThreadIsUp) {
+TEST_F(VJobServerTest, LosesNoJobToAnEndThatComesBeforeTheThreadIsUp) {
     m_log.OnLine(
         [](std::string const& line) { VThread::Sleep(line.find("STARTED") != std::string::npos ? 50 : 0); });
     ServerScope const server(4);
@@ -185,7 +185,7 @@ TEST_F(JobServer, LosesNoJobToAnEndThatComesBeforeTheThreadIsUp) {
     EXPECT_EQ(Diary(), "!!!");
 }
 
-TEST_F(JobServer, StartsWhollyOrNotAtAll) {
+TEST_F(VJobServerTest, StartsWhollyOrNotAtAll) {
     testing_support::FailEachNew([] {
         long const number = std::exchange(testing_support::t_failingNew, 0);
         ServerScope const server(4);
@@ -220,7 +220,7 @@ TEST_F(JobServer, StartsWhollyOrNotAtAll) {
     EXPECT_TRUE(server->IsServerRunning());
 }
 
-TEST_F(JobServer, GivesUpOnAStuckJob) {
+TEST_F(VJobServerTest, GivesUpOnAStuckJob) {
     ServerScope const server(4);
     CloseGate(server, this);
     testing::internal::CaptureStderr();
@@ -235,7 +235,7 @@ TEST_F(JobServer, GivesUpOnAStuckJob) {
     EXPECT_EQ(Diary().find_first_of("+-"), std::string::npos); // the job outlasted its server
 }
 
-TEST_F(JobServer, GoesOnAfterAnExceptionAlsoOfTheLog) {
+TEST_F(VJobServerTest, GoesOnAfterAnExceptionAlsoOfTheLog) {
     m_log.OnLine([](std::string const& line) {
         if (line.find("server") != std::string::npos || line.find("thread") != std::string::npos) {
             throw std::runtime_error("disk full");
@@ -261,7 +261,7 @@ TEST_F(JobServer, GoesOnAfterAnExceptionAlsoOfTheLog) {
 }
 
 // Released while it runs, and then ended by a job, which may end the thread itself as well.
-TEST_F(JobServer, LivesAsLongAsItsThread) {
+TEST_F(VJobServerTest, LivesAsLongAsItsThread) {
     for (bool const abruptly : {false, true}) {
         std::string const name = UniqueName();
         auto* const server = new VJobServer(name.c_str(), 4);
@@ -279,7 +279,7 @@ TEST_F(JobServer, LivesAsLongAsItsThread) {
     }
 }
 
-TEST_F(JobServer, CannotWaitForTheThreadThatEndsIt) {
+TEST_F(VJobServerTest, CannotWaitForTheThreadThatEndsIt) {
     ServerScope const server(4);
     testing::internal::CaptureStderr();
     std::atomic<bool> ended{false};
@@ -293,7 +293,7 @@ TEST_F(JobServer, CannotWaitForTheThreadThatEndsIt) {
 }
 
 // The thread is in a job, or between two.
-TEST_F(JobServer, IsNotRunningInAChildProcessAndStartsAgain) {
+TEST_F(VJobServerTest, IsNotRunningInAChildProcessAndStartsAgain) {
     for (bool const inJob : {true, false}) {
         ServerScope const server(4);
         inJob ? CloseGate(server) : static_cast<void>(server->StartServer());
@@ -318,7 +318,7 @@ TEST_F(JobServer, IsNotRunningInAChildProcessAndStartsAgain) {
 }
 
 // The semaphore belongs to the whole system: units that others left wake the thread for nothing.
-TEST_F(JobServer, IsNotMisledBySignalsOfOthers) {
+TEST_F(VJobServerTest, IsNotMisledBySignalsOfOthers) {
     std::string const name = UniqueName();
     sem_close(sem_open(name.c_str(), O_CREAT, 0600, 5));
     ServerScope const server(new VJobServer(name.c_str(), 4));
@@ -328,7 +328,7 @@ TEST_F(JobServer, IsNotMisledBySignalsOfOthers) {
     EXPECT_EQ(Diary(), "ab");
 }
 
-TEST_F(JobServer, RunsNothingWithoutASemaphore) {
+TEST_F(VJobServerTest, RunsNothingWithoutASemaphore) {
     for (std::string const& name : {std::string("a/b"), std::string(300, 'x'), std::string()}) {
         testing::internal::CaptureStderr();
         ServerScope const server(new VJobServer(name.c_str(), 4));
@@ -340,7 +340,7 @@ TEST_F(JobServer, RunsNothingWithoutASemaphore) {
     EXPECT_EQ(Diary(), "");
 }
 
-TEST(JobServerThread, TheEndOfTheLibraryWaitsForItWhenItsJobHasEndedIt) {
+TEST(VJobServer, TheEndOfTheLibraryWaitsForItWhenItsJobHasEndedIt) {
     InitializeLibrary(false);
     std::atomic<bool> ending{false};
     std::atomic<bool> gone{false};
@@ -358,7 +358,7 @@ TEST(JobServerThread, TheEndOfTheLibraryWaitsForItWhenItsJobHasEndedIt) {
     EXPECT_TRUE(gone);
 }
 
-TEST_F(JobServer, MayBeLeftRunningWhenTheProcessEnds) {
+TEST_F(VJobServerTest, MayBeLeftRunningWhenTheProcessEnds) {
     testing::FLAGS_gtest_death_test_style = "threadsafe";
     auto const leave = [] {
         auto* const server = new VJobServer(UniqueName().c_str(), 4);
