@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
-# Takes the pictures of the documents from the dialogs as they really are: docs/images/alert.png and
-# docs/images/password-dialog.png. The bundle is built, staged in a neutral folder and run by the elevation test,
-# on a virtual display and a private system bus; that needs root, so an ordinary user is asked by sudo.
+# Takes the pictures of the documents from the dialogs as they really are: the alert and the password dialog in light
+# and dark, at scale 1 and 2, and the chooser of two administrators, all into docs/images. The bundle is built, staged
+# in a neutral folder and run by the elevation test, on a virtual display and a private system bus; that needs root, so
+# an ordinary user is asked by sudo.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/lib/packages.sh
@@ -14,11 +15,17 @@ as_root=()
 taken=$(mktemp -d)
 trap 'rm -rf "$taken"' EXIT
 "${as_root[@]}" /usr/bin/python3 tests/elevation/elevation_test.py build/dev/bundle \
-    --probe build/dev/tests/elevation/StatusProbe --pictures "$taken" password_dialog alert_is_shown
+    --probe build/dev/tests/elevation/StatusProbe --pictures "$taken" two_administrators take_pictures
 
 mkdir -p docs/images
-for name in alert password-dialog; do
-    # Without a window manager there is nothing around the window: a little space makes its edges visible.
-    convert "$taken/$name.png" -strip -bordercolor '#5b6b7f' -border 16 "docs/images/$name.png"
+names=(two-administrators)
+for theme in light dark; do
+    for scale in 1 2; do
+        names+=("password-dialog-$theme-$scale" "alert-$theme-$scale")
+    done
 done
-ls -l docs/images/alert.png docs/images/password-dialog.png
+for name in "${names[@]}"; do
+    # Without a window manager there is nothing around the window: a little space makes its edges visible.
+    convert "$taken/$name.png" -strip -bordercolor '#5b6b7f' -border 16 "docs/images/${name%-light-1}.png"
+done
+ls -l docs/images

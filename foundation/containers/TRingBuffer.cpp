@@ -5,7 +5,6 @@
 #include <cstdio>
 #include <cstring>
 #include <memory>
-#include <mutex>
 
 namespace VFoundation::detail {
 
@@ -46,21 +45,8 @@ VClass*& RingBufferClassSlot(char const* elementClassName) {
 
 VClass* MakeRingBufferClass(char const* elementClassName, VClass*& slot, VClass::Factory factory,
                             unsigned long size) {
-    std::lock_guard const lock(ClassCreationLock());
-    VClass* const superClass = VObject::TheClass();
-    if (VClass* const record = LoadClassSlot(slot)) {
-        if (record->IsDetached()) {
-            record->Reattach(superClass);
-        }
-        return record;
-    }
     auto const name = Duplicate("TRingBuffer_", elementClassName);
-    if (VClass* const registered = VClass::FindRegistered(name.get())) {
-        return registered;
-    }
-    auto* const record = new VClass(name.get(), superClass, factory, 1, nullptr, nullptr, size, &slot);
-    record->InitializeClass();
-    return record;
+    return ReadyClass({name.get(), &VObject::TheClass, factory, nullptr, nullptr, size, &slot, true});
 }
 
 } // namespace VFoundation::detail

@@ -177,7 +177,7 @@ VClass* TRingBuffer<T, Policy, Atomic, AtomicRef>::TheClass() {
         s_slot.store(slot, std::memory_order_release);
     }
     VClass* const cls = LoadClassSlot(*slot);
-    if (cls && !cls->IsDetached()) {
+    if (cls && cls->IsReady()) {
         return cls;
     }
     return detail::MakeRingBufferClass(Policy::ClassName(), *slot, &TRingBuffer::New, sizeof(TRingBuffer));

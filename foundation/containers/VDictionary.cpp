@@ -3,6 +3,8 @@
 #include "foundation/containers/VDictionaryPair.h"
 #include "foundation/containers/VObjectArray.h"
 #include "foundation/containers/internal/ClassString.h"
+#include "foundation/containers/internal/ContainerAccess.h"
+#include "foundation/containers/internal/KeepAlive.h"
 #include "foundation/core/VException.h"
 #include "foundation/core/internal/ClassOwned.h"
 #include "foundation/log/VLog.h"
@@ -23,6 +25,24 @@ namespace {
 constexpr char const* kKeyArray = "keyArray";
 constexpr char const* kValueArray = "valueArray";
 
+/// The copies of dictionaries that run inside each other on this thread, which the stack limits.
+class CopyNesting {
+  public:
+    CopyNesting() {
+        if (s_depth == VDictionary::kMaxCopiedNesting) {
+            throw VException(VException::eObjectCreation, nullptr,
+                             "Dictionaries nested too deep to be copied", -1);
+        }
+        ++s_depth;
+    }
+    CopyNesting(CopyNesting const&) = delete;
+    CopyNesting& operator=(CopyNesting const&) = delete;
+    ~CopyNesting() { --s_depth; }
+
+  private:
+    static inline constinit thread_local int s_depth = 0;
+};
+
 void Describe(VString& out, VString const* title, char const* fallback, VObjectArray const* array) {
     out << (title ? title->CString() : fallback) << ":\n";
     if (array) {
@@ -39,7 +59,22 @@ VDictionary::VDictionary(VClass* cls)
       m_pValues(VObjectRef<VObjectArray>::Adopt(VObjectArray::NewObjectArray())) {
 }
 
-VDictionary::~VDictionary() = default;
+/// Both arrays are there until both are empty: the destructors of keys and values may use the dictionary. An array that
+/// has another holder keeps what it holds.
+VDictionary::~VDictionary() {
+    auto const empties = [](VObjectArray& array) noexcept {
+        if (array.RetainCount() > 1 || array.Count() == 0) {
+            return false;
+        }
+        try {
+            array.RemoveAllObjects();
+        } catch (...) { // an element's; all are released
+        }
+        return true;
+    };
+    while (empties(*m_pValues) || empties(*m_pKeys)) {
+    }
+}
 
 void VDictionary::InitializeClass() {
     MakeClassString(ms_memberName_keyArray, kKeyArray);
@@ -75,21 +110,25 @@ void VDictionary::SetObjectForKey(VObject* value, VObject const* key) {
         return;
     }
     VObjectRef<VObject> const held(value); // it may be the value it replaces, or live through that only
-    long const index = m_pKeys->IndexOfEquivalentObject(key);
-    if (index >= 0) {
+    if (long const index = m_pKeys->IndexOfEquivalentObject(key); index >= 0) {
+        // Released at the end: its destructor finds the new value in place.
+        VObjectRef<VObject> const former(m_pValues->ObjectAtIndex(index));
         m_pValues->ReplaceObjectAtIndex(value, index);
         return;
     }
     auto const copy = VObjectRef<VObject>::Adopt(key->Copy());
-    if (!copy) {
+    if (!copy || !m_pValues->AddObject(value)) {
         return;
     }
-    m_pValues->AddObject(value);
+    bool isAdded = false;
     try {
-        m_pKeys->AddObject(copy.Get());
-    } catch (VException const&) {
+        isAdded = m_pKeys->AddObject(copy.Get());
+    } catch (...) {
         m_pValues->RemoveObjectAtIndex(m_pValues->Count() - 1);
         throw;
+    }
+    if (!isAdded) {
+        m_pValues->RemoveObjectAtIndex(m_pValues->Count() - 1);
     }
 }
 
@@ -99,12 +138,35 @@ VObject* VDictionary::ObjectForKey(VObject const* key) const {
 
 bool VDictionary::RemoveObjectForKey(VObject const* key) {
     long const index = m_pKeys->IndexOfEquivalentObject(key);
-    return index >= 0 && m_pKeys->RemoveObjectAtIndex(index) && m_pValues->RemoveObjectAtIndex(index);
+    if (index < 0) {
+        return false;
+    }
+    // Released at the end: their destructors find both gone.
+    VObjectRef<VObject> const formerKey(m_pKeys->ObjectAtIndex(index));
+    VObjectRef<VObject> const formerValue(m_pValues->ObjectAtIndex(index));
+    return m_pKeys->RemoveObjectAtIndex(index) && m_pValues->RemoveObjectAtIndex(index);
+}
+
+/// Takes the entries of two other arrays, cut to the shorter, and leaves them what it held.
+void VDictionary::SwapEntries(VObjectArray& keys, VObjectArray& values) {
+    long const count = std::min(keys.Count(), values.Count());
+    for (VObjectArray* const array : {&keys, &values}) {
+        while (array->Count() > count) {
+            array->RemoveObjectAtIndex(array->Count() - 1);
+        }
+    }
+    detail::ContainerAccess::Swap(*m_pKeys, keys);
+    detail::ContainerAccess::Swap(*m_pValues, values);
 }
 
 void VDictionary::DeepCopyContents(VDictionary const& other) {
-    m_pKeys->DeepCopyContents(*other.m_pKeys);
-    m_pValues->DeepCopyContents(*other.m_pValues);
+    CopyNesting const nesting;
+    auto const keys = VObjectRef<VObjectArray>::Adopt(VObjectArray::NewObjectArray());
+    auto const values = VObjectRef<VObjectArray>::Adopt(VObjectArray::NewObjectArray());
+    auto const alive = KeepAlive(*this);
+    keys->DeepCopyContents(*other.m_pKeys);
+    values->DeepCopyContents(*other.m_pValues);
+    SwapEntries(*keys, *values);
 }
 
 // XML
@@ -134,18 +196,16 @@ bool VDictionary::Save(VXMLFile& file) {
         pair.SetValue(m_pValues->ObjectAtIndex(i));
         isWhole = file.SerializeObject(nullptr, pair) && isWhole;
     }
-    return isWhole;
+    return isWhole && file.IsComplete();
 }
 
 /// Two arrays that may have been read from a damaged document: an entry needs both its halves.
 void VDictionary::LoadOlderForm(VXMLFile& file) {
-    bool const hasKeys = file.SerializeObject(kKeyArray, m_pKeys.Get());
-    bool const hasValues = file.SerializeObject(kValueArray, m_pValues.Get());
-    long const count = hasKeys == hasValues ? std::min(m_pKeys->Count(), m_pValues->Count()) : 0;
-    for (VObjectArray* const array : {m_pKeys.Get(), m_pValues.Get()}) {
-        while (array->Count() > count) {
-            array->RemoveObjectAtIndex(array->Count() - 1);
-        }
+    auto const keys = VObjectRef<VObjectArray>::Adopt(VObjectArray::NewObjectArray());
+    auto const values = VObjectRef<VObjectArray>::Adopt(VObjectArray::NewObjectArray());
+    bool const hasKeys = file.SerializeObject(kKeyArray, keys.Get());
+    if (file.SerializeObject(kValueArray, values.Get()) || hasKeys) {
+        SwapEntries(*keys, *values);
     }
 }
 

@@ -20,6 +20,8 @@ class VString;
 ///
 /// In XML, an entry with a null value is lost. In a chunked file a dictionary writes nothing.
 ///
+/// Destructors of keys and values may use the dictionary: they find it after the change, or empty when it dies.
+///
 /// Ownership: retains values, owns the copies of keys.
 /// Threads: one thread at a time.
 class VDictionary : public Registered<VDictionary, VObject> {
@@ -28,6 +30,9 @@ class VDictionary : public Registered<VDictionary, VObject> {
     static VClass* ms_theClass;
     /// The version of the class, and of the form in which dictionaries are saved to XML.
     static constexpr long kVersion = 2;
+
+    /// How many dictionaries inside each other can be copied.
+    static constexpr int kMaxCopiedNesting = 1000;
 
     explicit VDictionary(VClass* cls = nullptr);
     VDictionary(VDictionary const&) = delete;
@@ -47,7 +52,8 @@ class VDictionary : public Registered<VDictionary, VObject> {
     bool SerializeAsXML(VXMLFile& file) override;
 
     /// Replaces the value of an equal key, which stays the object it was, or appends a copy of the key and
-    /// the value, which may be null. Nothing happens for a null key and one that cannot be copied.
+    /// the value, which may be null. Nothing happens for a null key, for one that cannot be copied, and when an array
+    /// may not grow.
     void SetObjectForKey(VObject* value, VObject const* key);
     /// The value; null when the key is null or absent, or when null is the value.
     VObject* ObjectForKey(VObject const* key) const;
@@ -55,10 +61,12 @@ class VDictionary : public Registered<VDictionary, VObject> {
     bool RemoveObjectForKey(VObject const* key);
     long Count() const;
 
-    /// Copies all keys and values of `other` in place of its own.
+    /// Copies all keys and values of `other` in place of its own. When a copy throws, nothing has changed.
+    /// `VException` of id 3 when dictionaries are nested deeper than `kMaxCopiedNesting`.
     void DeepCopyContents(VDictionary const& other);
 
-    /// Keys and values at equal indexes. Whoever changes the arrays keeps it so.
+    /// Keys and values at equal indexes, for the life of the dictionary. A caller that changes the arrays keeps them
+    /// equally long.
     VObjectArray* Keys() const noexcept { return m_pKeys.Get(); }
     VObjectArray* Values() const noexcept { return m_pValues.Get(); }
 
@@ -67,6 +75,7 @@ class VDictionary : public Registered<VDictionary, VObject> {
     static VString* ms_memberName_valueArray;
 
   private:
+    void SwapEntries(VObjectArray& keys, VObjectArray& values);
     bool Save(VXMLFile& file);
     void LoadOlderForm(VXMLFile& file);
     void LoadPairs(VXMLFile& file);

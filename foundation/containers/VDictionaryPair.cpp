@@ -16,9 +16,8 @@ bool VDictionaryPair::SerializeAsXML(VXMLFile& file) {
     constexpr char const* kReporter = "VDictionaryPair::SerializeAsXML";
     VObject::SerializeAsXML(file);
     if (file.IsSaving()) {
-        file.SerializeObject(nullptr, m_key.Get());
-        file.SerializeObject(nullptr, m_value.Get());
-        return true;
+        bool const hasKey = file.SerializeObject(nullptr, m_key.Get());
+        return file.SerializeObject(nullptr, m_value.Get()) && hasKey && file.IsComplete();
     }
     if (!file.OpenFirstChildElement(nullptr)) {
         VLog::Trace("%s - Error opening first child element\n", kReporter);

@@ -21,7 +21,7 @@ class VDictionaryPair : public Registered<VDictionaryPair, VObject> {
 
     static VDictionaryPair* New() { return new VDictionaryPair(nullptr); }
 
-    /// What cannot be read is traced and stays null.
+    /// Saving is true when both halves were written. Loading is true; what cannot be read is traced and stays null.
     bool SerializeAsXML(VXMLFile& file) override;
 
     /// Either may be null.

@@ -58,12 +58,7 @@ std::type_info const& VObjectArray::PooledType() const noexcept {
 /// derived type.
 bool VObjectArray::MayBeRecycled() const noexcept {
     return !m_bRecycled && ms_recycledArrays && ms_bRecyclingEnabled.load(std::memory_order_relaxed) &&
-           IsLastReference() && Class() == LoadClassSlot(ms_theClass) && typeid(*this) == PooledType();
-}
-
-/// Acquires what other holders did before they released.
-bool VObjectArray::IsLastReference() const noexcept {
-    return RetainCount() == 1;
+           RetainCount() == 1 && Class() == LoadClassSlot(ms_theClass) && typeid(*this) == PooledType();
 }
 
 void VObjectArray::Release() const {
@@ -77,7 +72,7 @@ void VObjectArray::Release() const {
         }
         array->SetGrowSize(kDefaultGrowSize);
         // An element's destructor may have kept a reference to the array.
-        if (IsLastReference() && ArrayPool::Push(ms_recycledArrays, this, &VObjectArray::m_bRecycled)) {
+        if (RetainCount() == 1 && ArrayPool::Push(ms_recycledArrays, this, &VObjectArray::m_bRecycled)) {
             return;
         }
     }

@@ -12,7 +12,7 @@ class VObjectRingBufferTmpl;
 
 namespace detail {
 
-/// Puts the class record of what derives from it directly below `VObject`'s, whatever the C++ base is.
+/// Puts the class record of what derives from it directly below `VObject`'s, not below that of the C++ base.
 template <class Base>
 class RecordBelowVObject : public Base {
   public:
@@ -62,19 +62,20 @@ class VObjectArray : public Registered<VObjectArray, detail::RecordBelowVObject<
     void Release() const override;
     /// A new array (owned) of the same elements.
     VObjectArray* Copy() const override;
-    /// "[<class name>] items: <count>", then a line for each element. An array met inside itself shows its
-    /// first line only.
+    /// "[<class name>] items: <count>", then a line for each element. An array met inside itself, or 1 000 levels
+    /// deep, shows its first line only.
     void GetDescription(VString& out) const override;
     /// Writes the attribute "count" and each element but nulls; holds what it reads in place of its elements.
     /// A child of no known class is traced and skipped; the count does not bound the reading. False when an
-    /// element could not be written.
+    /// element could not be written, as in an array that contains itself; closing the document is false then.
     bool SerializeAsXML(VXMLFile& file) override;
     /// A new array (owned) of each element's `Copy()`.
     VObjectArray* DeepCopy() const override;
 
     /// Holds the elements of `other` instead of its own; an array keeps what it holds when copied to itself.
     virtual void CopyContents(VObjectArray const& other);
-    /// Holds a `Copy()` of each element of `other` instead of its own elements.
+    /// Holds a `Copy()` of each element of `other` instead of its own elements. When one throws, the array holds the
+    /// copies that were made before.
     virtual void DeepCopyContents(VObjectArray const& other);
     /// The class of all elements; null when there is none, one is null, or they differ.
     virtual VClass* ClassOfContents() const;
@@ -82,14 +83,15 @@ class VObjectArray : public Registered<VObjectArray, detail::RecordBelowVObject<
     virtual long IndexOfEquivalentObject(VObject const* object) const;
 
     /// Orders the array; `compare` gets the addresses of two elements, which may be null, and answers like
-    /// `strcmp`.
+    /// `strcmp`. Equal elements keep their order. A comparison that throws or adds or removes elements ends the
+    /// sorting; the array is partly sorted then, and complete.
     void SortWithComparisonFn(int (*compare)(VObject const**, VObject const**));
 
     static std::atomic<VObjectRingBufferTmpl<VObjectArray>*> ms_recycledArrays;
     static std::atomic<bool> ms_bRecyclingEnabled;
 
   protected:
-    /// The C++ type whose objects may be pooled; whatever derives from it further is not.
+    /// The C++ type whose objects may be pooled; types derived from it are not.
     virtual std::type_info const& PooledType() const noexcept;
     /// `AddObject` unless the array already holds the object.
     bool AddObjectIfAbsent(VObject const* object);
@@ -97,7 +99,6 @@ class VObjectArray : public Registered<VObjectArray, detail::RecordBelowVObject<
 
   private:
     bool MayBeRecycled() const noexcept;
-    bool IsLastReference() const noexcept;
 
     bool m_bRecycled = false; // true while in the pool
 };

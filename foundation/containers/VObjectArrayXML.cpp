@@ -1,4 +1,5 @@
 #include "foundation/containers/VObjectArray.h"
+#include "foundation/containers/internal/Snapshot.h"
 #include "foundation/log/VLog.h"
 #include "foundation/persistence/VXMLFile.h"
 
@@ -9,11 +10,10 @@ bool VObjectArray::SerializeAsXML(VXMLFile& file) {
     long count = Count();
     if (file.IsSaving()) {
         bool isWhole = file.WriteAttribute("count", count);
-        for (long i = 0; i < Count(); ++i) {
-            VObject* const element = ObjectAtIndex(i);
+        for (VObject* const element : Snapshot(*this)) {
             isWhole = (!element || file.SerializeObject(nullptr, element)) && isWhole;
         }
-        return isWhole;
+        return isWhole && file.IsComplete();
     }
     RemoveAllObjects();
     if (!file.ReadAttribute("count", count)) {

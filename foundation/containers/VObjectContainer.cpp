@@ -42,6 +42,10 @@ void VObjectContainer::EnterLock(VCriticalSectionScope& scope) const {
 
 bool VObjectContainer::AllocateArray(long slots) {
     VCriticalSectionScope const scope(m_pCriticalSection.Get());
+    return AllocateArrayUnsafe(slots);
+}
+
+bool VObjectContainer::AllocateArrayUnsafe(long slots) {
     if (slots == m_nAllocated) {
         return true;
     }
@@ -57,17 +61,17 @@ bool VObjectContainer::AllocateArray(long slots) {
 }
 
 void VObjectContainer::SetStorage(long slots) {
-    if (!m_pStorage) {
-        m_pStorage = VObjectRef<SlotBlock>::Adopt(new SlotBlock);
+    if (m_pStorage) {
+        m_pStorage->SetCapacity(slots);
+    } else {
+        m_pStorage = SlotBlock::OfCapacity(slots);
     }
-    m_pStorage->SetCapacity(slots);
     m_pObjects = m_pStorage->Slots();
     m_nAllocated = narrow_cast<std::int32_t>(slots);
 }
 
 void VObjectContainer::Shrink(long slots) {
-    auto kept = VObjectRef<SlotBlock>::Adopt(new SlotBlock);
-    kept->SetCapacity(slots);
+    auto kept = SlotBlock::OfCapacity(slots);
     std::copy(m_pObjects, m_pObjects + slots, kept->Slots());
     long const count = m_nCount;
     auto former = ExchangeStorage(std::move(kept), slots);
@@ -90,7 +94,7 @@ void VObjectContainer::SwapSlots(VObjectContainer& other) noexcept {
 }
 
 bool VObjectContainer::Grow() {
-    return m_nGrowSize > 0 && AllocateArray(long{m_nCount} + m_nGrowSize);
+    return m_nGrowSize > 0 && AllocateArrayUnsafe(long{m_nCount} + m_nGrowSize);
 }
 
 void VObjectContainer::FreeMem() {
@@ -105,6 +109,7 @@ void VObjectContainer::FreeMem() {
 }
 
 void VObjectContainer::Init() {
+    auto const alive = KeepAlive(*this);
     FreeMem();
     AllocateArray(long{m_nAllocated} + m_nGrowSize);
 }

@@ -148,6 +148,7 @@ class VObjectContainer : public Registered<VObjectContainer, VObject>, public IO
     bool RemoveAt(long index);
     void ReleaseElements();
     long LastIndexOf(VObject const* object) const noexcept;
+    bool AllocateArrayUnsafe(long slots);
     void SetStorage(long slots);
     void Shrink(long slots);
     VObjectRef<detail::SlotBlock> ExchangeStorage(VObjectRef<detail::SlotBlock> storage, long count) noexcept;

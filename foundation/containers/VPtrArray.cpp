@@ -1,5 +1,6 @@
 #include "foundation/containers/VPtrArray.h"
 
+#include "foundation/containers/internal/KeepAlive.h"
 #include "foundation/containers/internal/SortSlots.h"
 #include "foundation/core/NarrowCast.h"
 
@@ -64,6 +65,7 @@ void VPtrArray::FreeMem() {
 }
 
 void VPtrArray::SortWithComparisonFn(int (*compare)(void const**, void const**)) {
+    auto const alive = KeepAlive(*this);
     auto const isThere = [this, slots = m_ppPtrs, count = m_nCount] {
         return m_ppPtrs == slots && m_nCount == count;
     };

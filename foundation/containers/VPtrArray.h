@@ -56,7 +56,8 @@ class VPtrArray : public Registered<VPtrArray, VObject> {
     /// Empties the array and gives back its memory.
     void FreeMem();
 
-    /// Orders the array; `compare` gets the addresses of two entries and answers like `strcmp`.
+    /// Orders the array; `compare` gets the addresses of two entries and answers like `strcmp`. Equal entries keep
+    /// their order. No memory is allocated.
     void SortWithComparisonFn(int (*compare)(void const**, void const**));
 
   protected:

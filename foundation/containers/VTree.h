@@ -4,6 +4,8 @@
 #include "foundation/core/Registered.h"
 #include "foundation/core/VObjectRef.h"
 
+#include <memory>
+
 namespace VFoundation {
 
 class VObjectArray;
@@ -19,15 +21,19 @@ class VObjectArray;
 /// it. Finding a row costs the rows before it, counting them costs all of them; no operation recurses, so a tree
 /// may be as deep as memory allows.
 ///
-/// A node belongs in one place of one tree.
+/// A node belongs in one place of one tree. A node that stands in two has the parent that it was added to last, and
+/// rows in both; where it comes below itself, it has no row.
 ///
 /// DELIBERATE: `Count()` counts the node itself, so it is one more than the rows that `ObjectAtIndex` can reach.
 /// DELIBERATE: `ObjectAtIndex` gives nodes, while `AddObject` takes data.
 /// DELIBERATE: children of a class derived from `VTree` have no rows, but count in the `OpaqueSpan()` of the nodes
-/// above them; rows behind such a child, up to the end of its parent's span, are null.
+/// above them; rows after such a child, up to the end of its parent's span, are null.
+///
+/// Destructors of data and children may use the node: they find it without what it is letting go of.
 ///
 /// Ownership: retains its data and its children; a child knows its parent without retaining it, and forgets one
-/// that dies or lets go of it.
+/// that dies or clears its children. Children are released in order, the deepest of a very deep tree without
+/// recursion.
 /// Threads: one thread at a time for a whole tree.
 class VTree : public Registered<VTree, VObject>, public IObjectContainer {
   public:
@@ -37,11 +43,10 @@ class VTree : public Registered<VTree, VObject>, public IObjectContainer {
     explicit VTree(VClass* cls = nullptr);
     VTree(VTree const&) = delete;
     VTree& operator=(VTree const&) = delete;
-    /// Nodes that die with this one have no children any more when their own destructors run.
     ~VTree() override;
     static VTree* New();
 
-    /// Appends a child node. False for null, the node itself and a node above it.
+    /// Appends a child node. False for null, the node itself and a node above it, going by `Parent()`.
     bool AddLeaf(VTree* child);
     /// Appends a new child node with this data, which may be null.
     bool AddDataLeaf(VObject const* data);
@@ -51,10 +56,11 @@ class VTree : public Registered<VTree, VObject>, public IObjectContainer {
     void ClearTree();
 
     /// The node that this one was added to (borrowed); null for a root.
-    VTree* Parent() const noexcept { return m_pParent; }
+    VTree* Parent() const noexcept;
     /// Borrowed, or null.
     VObject* NodeData() const noexcept { return m_pData.Get(); }
-    /// The child nodes (borrowed); null until the first one. Add through `AddLeaf` only.
+    /// The child nodes (borrowed); null until the first one. Add through `AddLeaf` only; a child that is removed from
+    /// the array names this parent until the parent is destroyed.
     VObjectArray* Children() const noexcept { return m_pChildren.Get(); }
     bool IsOpaque() const noexcept { return m_bOpaque; }
 
@@ -74,9 +80,10 @@ class VTree : public Registered<VTree, VObject>, public IObjectContainer {
   private:
     bool HasChildren() const noexcept;
     bool IsBelow(VTree const* node) const noexcept;
-    void ReleaseChildren();
+    VObjectRef<VObjectArray> TakeChildren() noexcept;
 
-    VTree* m_pParent = nullptr;
+    std::shared_ptr<VTree*> m_pParent; // shared with the parent, which clears it
+    std::shared_ptr<VTree*> m_self;    // from the first child on
     bool m_bOpaque = false;
     VObjectRef<VObjectArray> m_pChildren;
     VObjectRef<VObject> m_pData;

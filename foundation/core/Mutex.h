@@ -2,8 +2,8 @@
 
 #include <mutex>
 
-/// Which lock protects which member, said to the compiler: clang checks it with -Wthread-safety, other compilers
-/// see nothing.
+/// Annotations that tell clang which lock protects which member; it checks them with -Wthread-safety. Other
+/// compilers see nothing.
 #if defined(__clang__)
 #define VFOUNDATION_THREAD_ATTRIBUTE(attribute) __attribute__((attribute))
 #else
@@ -20,7 +20,7 @@
 
 namespace VFoundation::detail {
 
-/// The lock behind the library's own members and tables: not re-entrant, held for a few instructions, and never
+/// The lock of the library's own members and tables: not re-entrant, held for a few instructions, and never
 /// while code of the library's users runs. Clients use `VCriticalSection`. Where a lock has to be re-entrant it is
 /// a `std::recursive_mutex`, whose comment says what it protects.
 class VFOUNDATION_THREAD_ATTRIBUTE(capability("mutex")) Mutex {

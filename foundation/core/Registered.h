@@ -3,7 +3,6 @@
 #include "foundation/core/VClass.h"
 #include "foundation/core/VObject.h"
 
-#include <mutex>
 #include <type_traits>
 #include <utility>
 
@@ -14,8 +13,26 @@ inline VClass* LoadClassSlot(VClass*& slot) noexcept {
     return std::atomic_ref<VClass*>(slot).load(std::memory_order_acquire);
 }
 
-/// Serialises the making of class records. Re-entrant: a record may be made while another is.
-std::recursive_mutex& ClassCreationLock() noexcept;
+namespace detail {
+
+/// What a class's record is made from.
+struct ClassDefinition {
+    char const* name;
+    VClass* (*superClass)(); // null for a root class
+    VClass::Factory factory;
+    VClass::Hook initialize;
+    VClass::Hook uninitialize;
+    unsigned long size;
+    VClass** slot;
+    /// A record of that name that another shared object made serves as well.
+    bool isSharedByName = false;
+};
+
+/// The record of a class, made or entered in the registry again when it has to be, its hook run. What
+/// `TheClass()` calls while the class is not ready.
+VClass* ReadyClass(ClassDefinition const& definition);
+
+} // namespace detail
 
 /// The one place where a class is bound to its run-time record. Derive from it, and give the class its name
 /// and its slot:
@@ -31,13 +48,13 @@ std::recursive_mutex& ClassCreationLock() noexcept;
 ///     };
 ///
 /// `Registered(cls, args...)` passes the record of the most derived class and `args` to the base's
-/// constructor. The slot stands in the class and not in this template, because a template's statics are
+/// constructor. The slot is a member of the class and not of this template, because a template's statics are
 /// duplicated between shared objects. A copied object needs a copy constructor that calls
 /// `Registered(nullptr)`.
 ///
 /// Common mistakes the compiler finds: naming another class as `Derived`, and forgetting the slot.
 ///
-/// Threads: `TheClass()` may be called by any thread.
+/// Threads: `TheClass()` may be called by any thread; see `VClass` for classes that are not ready.
 template <class Derived, class Base>
 class Registered : public Base {
     friend Derived;
@@ -56,7 +73,7 @@ class Registered : public Base {
     /// The record of `Derived`; made on first use, its superclass's first, and `InitializeClass()` run.
     static VClass* TheClass() {
         VClass* const cls = LoadClassSlot(Derived::ms_theClass);
-        return cls && !cls->IsDetached() ? cls : MakeClass();
+        return cls && cls->IsReady() ? cls : MakeClass();
     }
 };
 
@@ -149,25 +166,10 @@ VClass* Registered<Derived, Base>::MakeClass() {
                   "the class declares no ms_theClass of its own");
     static_assert(!detail::kSameAddress<&Derived::kClassName, &Base::kClassName>,
                   "the class declares no kClassName of its own");
-    std::lock_guard const lock(ClassCreationLock());
-    VClass* cls = LoadClassSlot(Derived::ms_theClass);
-    if (cls) {
-        if (cls->IsDetached()) {
-            cls->Reattach(Base::TheClass());
-        }
-        return cls;
-    }
-    VClass* const superClass = Base::TheClass();
-    cls =
-        LoadClassSlot(Derived::ms_theClass); // the superclass's hook may have made an instance of this class
-    if (cls) {
-        return cls;
-    }
-    cls = new VClass(Derived::kClassName, superClass, detail::FactoryOf<Derived, Base>(), 1,
-                     detail::InitializeHook<Derived, Base>(), detail::UninitializeHook<Derived, Base>(),
-                     sizeof(Derived), &Derived::ms_theClass);
-    cls->InitializeClass();
-    return cls;
+    return detail::ReadyClass({Derived::kClassName, &Base::TheClass, detail::FactoryOf<Derived, Base>(),
+                               detail::InitializeHook<Derived, Base>(),
+                               detail::UninitializeHook<Derived, Base>(), sizeof(Derived),
+                               &Derived::ms_theClass});
 }
 
 } // namespace VFoundation

@@ -46,7 +46,7 @@ class VAtomicOp {
     }
 
     /// Adds `delta` to a count and returns the new value; wraps. While the process has only ever had one thread
-    /// no other core can see the word, so the bus lock is left out. Likewise the compare-and-swap below.
+    /// no other core can see the word, so the bus lock is left out. `CompareAndSwap` does the same.
     template <class Word>
     static Word AddToCount(std::atomic<Word>& count, Word delta) noexcept {
         using Unsigned = std::make_unsigned_t<Word>;

@@ -1,41 +1,28 @@
 #include "foundation/core/VClass.h"
 
 #include "foundation/containers/VPtrArray.h"
-#include "foundation/core/Registered.h"
 #include "foundation/core/VException.h"
-#include "foundation/core/VMemoryProfiler.h"
+#include "foundation/core/VObjectRef.h"
 #include "foundation/core/internal/ClassRegistry.h"
 #include "foundation/strings/VString.h"
-#include "foundation/threads/VCriticalSection.h"
 #include "foundation/threads/VCriticalSectionScope.h"
 #include "foundation/threads/VThread.h"
 
 #include <cstring>
-#include <map>
-#include <string>
+#include <new>
 #include <utility>
 
 namespace VFoundation {
 
-namespace {
-
-VClass* s_classVClass = nullptr;
-std::map<std::string, VClass*>* s_substitutions = nullptr;
-
-std::map<std::string, VClass*>& Substitutions() {
-    if (!s_substitutions) {
-        s_substitutions = new std::map<std::string, VClass*>;
-    }
-    return *s_substitutions;
-}
-
-} // namespace
-
 VClass::VClass(char const* name, VClass* superClass, Factory factory, long version, Hook initialize,
                Hook uninitialize, unsigned long size, VClass** backPointer)
-    : m_name(name ? VString::strdup(name) : nullptr), m_version(narrow_cast<std::int32_t>(version)),
-      m_superClass(superClass), m_backPointer(backPointer), m_factory(factory), m_initialize(initialize),
-      m_uninitialize(uninitialize), m_size(narrow_cast<std::uint32_t>(size)) {
+    : m_name(VString::strdup(name)), m_version(narrow_cast<std::int32_t>(version)), m_superClass(superClass),
+      m_backPointer(backPointer), m_factory(factory), m_initialize(initialize), m_uninitialize(uninitialize),
+      m_size(narrow_cast<std::uint32_t>(size)) {
+    if (name && !m_name) {
+        throw std::bad_alloc();
+    }
+    ClassRegistry::CreationScope const creation;
     // The slot first: entering the record makes objects, whose classes may derive from this one.
     if (m_backPointer) {
         std::atomic_ref<VClass*>(*m_backPointer).store(this, std::memory_order_release);
@@ -43,37 +30,21 @@ VClass::VClass(char const* name, VClass* superClass, Factory factory, long versi
     try {
         ClassRegistry::Register(this);
     } catch (...) {
-        ClassRegistry::Unregister(this);
-        if (m_backPointer) {
-            std::atomic_ref<VClass*>(*m_backPointer).store(nullptr, std::memory_order_release);
-        }
-        delete[] m_name;
+        ClassRegistry::ClearSlot(this);
         throw;
     }
-    if (s_classVClass) {
-        s_classVClass->InstanceBorn();
-    }
+    m_state.store(m_initialize ? State::eUnstarted : State::eReady, std::memory_order_release);
 }
 
 // NOLINTNEXTLINE(bugprone-exception-escape): a hook that fails here is reported, not swallowed
 VClass::~VClass() noexcept(false) {
-    if (s_classVClass) {
-        s_classVClass->InstanceGone();
-        if (s_classVClass->Existing() == 1 && s_classVClass != this) {
-            delete std::exchange(s_classVClass, nullptr);
-        }
+    if (!m_isSetAside) {
+        ClassRegistry::Unregister(this);
     }
-    ClassRegistry::Unregister(this);
     char errorText[256];
-    if (m_name) {
-        VString::snprintf(errorText, sizeof errorText, "~VClass: %s", m_name);
-    } else {
-        VString::snprintf(errorText, sizeof errorText, "<unknown>\n");
-    }
-    delete[] std::exchange(m_name, nullptr);
-    if (VClass** const slot = std::exchange(m_backPointer, nullptr); slot && *slot == this) {
-        std::atomic_ref<VClass*>(*slot).store(nullptr, std::memory_order_release);
-    }
+    VString::snprintf(errorText, sizeof errorText, "~VClass: %s", m_name ? m_name.get() : "<unknown>\n");
+    m_name.reset();
+    ClassRegistry::ClearSlot(this);
     try {
         UninitializeClass();
         delete std::exchange(m_pool, nullptr);
@@ -100,6 +71,8 @@ void VClass::InitializeClass() {
     } else if (m_initialize) {
         m_initialize();
     }
+    State expected = State::eUnstarted; // of a record made by hand
+    m_state.compare_exchange_strong(expected, State::eReady);
 }
 
 void VClass::UninitializeClass() {
@@ -110,14 +83,8 @@ void VClass::UninitializeClass() {
     }
 }
 
-void VClass::InitializeClassAgain() {
-    if (std::exchange(m_initializeAgain, false)) {
-        InitializeClass();
-    }
-}
-
 bool VClass::IsSubClassOfClass(VClass const* other) const noexcept {
-    for (VClass const* cls = this; cls; cls = cls->m_superClass) {
+    for (VClass const* cls = this; cls; cls = cls->SuperClass()) {
         if (cls == other) {
             return true;
         }
@@ -135,51 +102,43 @@ VClass* VClass::ClassForClassName(char const* name) {
     return name ? ClassRegistry::Find(name) : nullptr;
 }
 
-VClass* VClass::FindRegistered(char const* name) {
-    return name && ClassRegistry::Exists() ? ClassRegistry::FindExactly(name) : nullptr;
-}
-
 VClass* VClass::GetClassSubstitution(char const* oldName) {
-    std::lock_guard const lock(ClassCreationLock());
     if (!oldName) {
         return nullptr;
     }
-    auto const& map = Substitutions();
+    ClassRegistry::CreationScope const creation;
+    auto const& map = ClassRegistry::Substitutions();
     auto const found = map.find(oldName);
     return found == map.end() ? nullptr : found->second;
 }
 
 void VClass::SetClassSubstitution(char const* oldName, VClass* cls) {
-    std::lock_guard const lock(ClassCreationLock());
     if (!oldName) {
         return;
     }
+    ClassRegistry::CreationScope const creation;
     if (cls) {
-        Substitutions()[oldName] = cls;
+        ClassRegistry::Substitutions()[oldName] = cls;
     } else {
-        Substitutions().erase(oldName);
+        ClassRegistry::Substitutions().erase(oldName);
     }
 }
 
 VPtrArray* VClass::SubClassesArray() {
-    auto* const result = new VPtrArray(false);
-    if (ClassRegistry::Exists()) {
-        VCriticalSectionScope scope;
-        scope.SetAndEnter(ClassRegistry::Lock());
-        for (long i = 0; i < ClassRegistry::Count(); ++i) {
-            VClass* const record = ClassRegistry::RecordAt(i);
-            if (record->IsSubClassOfClass(this)) {
-                result->AddPtr(record);
-            }
+    auto result = VObjectRef<VPtrArray>::Adopt(new VPtrArray(false));
+    ClassRegistry::CreationScope const creation;
+    VCriticalSectionScope const scope(ClassRegistry::Lock());
+    for (long i = 0; i < ClassRegistry::Count(); ++i) {
+        VClass* const record = ClassRegistry::RecordAt(i);
+        if (record->IsSubClassOfClass(this) && !result->AddPtr(record)) {
+            throw std::bad_alloc();
         }
     }
-    return result;
+    return result.Detach();
 }
 
 void VClass::SortClassArray() {
-    if (ClassRegistry::Exists()) {
-        ClassRegistry::Sort();
-    }
+    ClassRegistry::Sort();
 }
 
 int VClass::SortFn_Name(void const** a, void const** b) {
@@ -198,33 +157,12 @@ bool VClass::DestroyClassRegistry() {
     if (!ClassRegistry::Exists()) {
         return false;
     }
-    ClassRegistry::Destroy(LoadClassSlot(VCriticalSection::ms_theClass), LoadClassSlot(VObject::ms_theClass),
-                           LoadClassSlot(VMemoryProfiler::ms_theClass));
-    delete std::exchange(s_substitutions, nullptr);
-    delete std::exchange(s_classVClass, nullptr);
+    ClassRegistry::Destroy();
     return true;
 }
 
 VClass* VClass::TheClass() {
-    std::lock_guard const lock(ClassCreationLock());
-    ClassRegistry::MakeIfAbsent(); // asks for this record itself
-    if (!s_classVClass) {
-        s_classVClass = new VClass("VClass", nullptr, nullptr, 1, nullptr, nullptr, sizeof(VClass), nullptr);
-    }
-    return s_classVClass;
-}
-
-void VClass::Reattach(VClass* superClass) {
-    m_superClass = superClass;
-    ClassRegistry::Reattach(this);
-}
-
-void VClass::MarkAllForInitialization() {
-    ClassRegistry::MarkAllForInitialization();
-}
-
-void VClass::Retire(VClass* record) {
-    ClassRegistry::Retire(record);
+    return ClassRegistry::OwnRecord();
 }
 
 } // namespace VFoundation

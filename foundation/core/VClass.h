@@ -1,9 +1,12 @@
 #pragma once
 
 #include "foundation/core/NarrowCast.h"
+#include "foundation/core/VAtomicOp.h"
 
 #include <atomic>
 #include <cstdint>
+#include <memory>
+#include <pthread.h>
 
 namespace VFoundation {
 
@@ -32,22 +35,28 @@ class IVInstancePool {
 ///
 /// Do not construct records by hand: derive from `Registered<Derived, Base>`, whose `TheClass()` does it. A
 /// record lives from the first `TheClass()` of its class to `DestroyClassRegistry()`, and longer when
-/// instances outlive that call: a record is never freed under a living object.
+/// instances outlive that call: a record is never freed before the last instance of its class.
+///
+/// A class is ready once its `InitializeClass()` has run. Until then the thread that runs it has the class
+/// already, and other threads wait in `TheClass()` for that one class. No lock of the library is held meanwhile.
+/// A thread also gets a class that is not ready where waiting could not end: two threads would wait for each
+/// other, or the thread is printing or ending the registry. What the hook throws leaves `TheClass()`, and the
+/// next call runs the hook again.
 ///
 /// DELIBERATE: `ClassForClassName` searches a half-open range and never finds the class that sorts last;
 /// readers that must find it hold its record or map it with `SetClassSubstitution`.
 /// DELIBERATE: `DestroyClassRegistry` does not visit the first entry; that record stays.
 ///
 /// Ownership: the registry owns records; callers borrow them.
-/// Threads: registration, look-up, dump and tear-down lock the registry. The counters are statistics: relaxed
-/// load, then store, so that updates may be lost but never race.
+/// Threads: registration, look-up, dump and tear-down lock the registry. The counters are exact.
 class VClass {
   public:
     using Factory = VObject* (*)();
     using Hook = void (*)();
 
     /// Copies `name`, stores the record in `*backPointer` (if given) and enters it in the registry.
-    /// `factory` is null for classes that cannot be created by name; either hook may be null.
+    /// `name` may be null; `factory` is null for classes that cannot be created by name; either hook may be
+    /// null. Throws `std::bad_alloc`, and no record is left, when memory runs out.
     VClass(char const* name, VClass* superClass, Factory factory, long version, Hook initialize,
            Hook uninitialize, unsigned long size, VClass** backPointer);
     VClass(VClass const&) = delete;
@@ -66,17 +75,25 @@ class VClass {
     bool IsSubClassOfClass(VClass const* other) const noexcept;
 
     /// Never null.
-    char const* Name() const noexcept { return m_name ? m_name : ""; }
-    /// Instances ever constructed, instances alive now.
-    long Created() const noexcept { return m_created.load(std::memory_order_relaxed); }
-    long Existing() const noexcept { return m_existing.load(std::memory_order_relaxed); }
+    char const* Name() const noexcept { return m_name ? m_name.get() : ""; }
+    /// Instances ever constructed.
+    long Created() const noexcept {
+        return static_cast<std::int32_t>(m_instances.load(std::memory_order_relaxed) >> kCreatedShift);
+    }
+    /// Instances constructed and not yet destroyed. Those destroyed between the end of the library and its next
+    /// start still count.
+    long Existing() const noexcept { return Living() + m_goneUncounted.load(std::memory_order_relaxed); }
     long MaxSimultaneous() const noexcept { return m_maxSimultaneous; }
     /// The version that object XML carries; 1 unless set.
-    long Version() const noexcept { return m_version; }
-    void SetVersion(long version) noexcept { m_version = narrow_cast<std::int32_t>(version); }
-    VClass* SuperClass() const noexcept { return m_superClass; }
+    long Version() const noexcept { return m_version.load(std::memory_order_relaxed); }
+    void SetVersion(long version) noexcept {
+        m_version.store(narrow_cast<std::int32_t>(version), std::memory_order_relaxed);
+    }
+    VClass* SuperClass() const noexcept { return m_superClass.load(std::memory_order_acquire); }
     /// Bytes of one instance.
     unsigned long Size() const noexcept { return m_size; }
+    /// True when the class is set up and its record is in the registry.
+    bool IsReady() const noexcept { return m_state.load(std::memory_order_acquire) == State::eReady; }
 
     IVInstancePool* Pool() const noexcept { return m_pool; }
     /// Adopts `pool` and deletes the one before it; null removes.
@@ -110,51 +127,58 @@ class VClass {
     /// The record of `VClass` itself.
     static VClass* TheClass();
 
-    // What the kernel needs of a record; not for clients.
-
-    /// Counts one instance born or gone.
-    void InstanceBorn() noexcept {
-        Add(m_created, 1);
-        Add(m_existing, 1);
-    }
-    void InstanceGone() noexcept { Add(m_existing, -1); }
-
-    /// True for a record that outlived a registry and waits for its class's next `TheClass()`.
-    bool IsDetached() const noexcept { return m_detached.load(std::memory_order_acquire); }
-    /// Enters a detached record in the present registry again, below `superClass`.
-    void Reattach(VClass* superClass);
-    /// Runs `InitializeClass()` of a record that was kept over a shut-down; nothing for any other.
-    void InitializeClassAgain();
-    /// Marks every record alive so that `InitializeClassAgain` acts on it.
-    static void MarkAllForInitialization();
-    /// Deletes a record, or sets it aside until its last instance is gone; its slot is cleared either way.
-    static void Retire(VClass* record);
-    /// The record registered under exactly this name, the last one included; null if none.
-    static VClass* FindRegistered(char const* name);
-
   private:
-    static void Add(std::atomic<std::int32_t>& counter, std::int32_t delta) noexcept {
-        counter.store(
-            narrow_cast<std::int32_t>(counter.load(std::memory_order_relaxed) + std::int64_t{delta}),
-            std::memory_order_relaxed);
-    }
+    friend class VObject;
     friend struct ClassRegistry;
+    friend struct ClassStart;
+
+    enum class State : std::uint8_t {
+        eReady,
+        eBeingMade, // in its slot, and not yet in the registry
+        eUnstarted, // in the registry; the hook has not run, or has thrown
+        eStarting,  // the hook is running
+        eDetached   // outlived a registry, waits for its class's next `TheClass()`
+    };
+
+    // Both counters in one word, so that one addition keeps them: the instances created in the upper half, those
+    // alive in the lower one, whose highest bit says that the class still has the record.
+    static constexpr int kCreatedShift = 32;
+    static constexpr std::uint64_t kBorn = (std::uint64_t{1} << kCreatedShift) + 1;
+    static constexpr std::uint64_t kHeld = std::uint64_t{1} << 31;
+
+    void InstanceBorn() noexcept { VAtomicOp::AddToCount(m_instances, kBorn); }
+    /// True when the record was waiting for this instance, its last, to be freed.
+    [[nodiscard]] bool InstanceGone() noexcept {
+        return narrow_cast<std::uint32_t>(VAtomicOp::AddToCount(m_instances, ~std::uint64_t{0})) == 0;
+    }
+    /// As `InstanceGone`, without a change to `Existing()`.
+    [[nodiscard]] bool InstanceGoneUncounted() noexcept {
+        m_goneUncounted.fetch_add(1, std::memory_order_relaxed);
+        return InstanceGone();
+    }
+    /// Instances that really exist, whether they count or not: the record must outlive them.
+    long Living() const noexcept {
+        return static_cast<long>(m_instances.load(std::memory_order_acquire) & (kHeld - 1));
+    }
 
     std::int32_t m_marker = 1;
     IVInstancePool* m_pool = nullptr;
-    char* m_name = nullptr;
-    std::atomic<std::int32_t> m_created{0};
-    std::atomic<std::int32_t> m_existing{0};
+    std::unique_ptr<char[]> m_name;
+    std::atomic<std::uint64_t> m_instances{kHeld};
+    std::atomic<std::int32_t> m_goneUncounted{0};
     std::int32_t m_maxSimultaneous = 0;
-    std::int32_t m_version;
-    VClass* m_superClass;
+    std::atomic<std::int32_t> m_version;
+    std::atomic<VClass*> m_superClass;
     VClass** m_backPointer;
     Factory m_factory;
     Hook m_initialize;
     Hook m_uninitialize;
     std::uint32_t m_size;
-    std::atomic<bool> m_detached{false};
-    bool m_initializeAgain = false;
+    std::atomic<State> m_state{State::eBeingMade};
+    bool m_isUnstarted = false;     // a detached record was `eUnstarted`
+    bool m_initializeAgain = false; // the next start of the library runs the hook
+    bool m_isSetAside = false;
+    std::atomic<pthread_t> m_starter{}; // the thread that runs the hook
     VClass* m_nextKept = nullptr;
 };
 

@@ -14,7 +14,8 @@ namespace VFoundation {
 ///     catch (VException const& exception) { VLog::Trace(exception); }
 ///
 /// DELIBERATE: every construction, copies included, writes the description to the log and sets
-/// `VExceptionManager::ExceptionHasOccured()`; a thrown exception leaves a line even if nobody catches it.
+/// `VExceptionManager::ExceptionHasOccured()`; a thrown exception leaves a line even if it is never caught.
+/// What the log throws meanwhile is dropped: it must not take the exception's place.
 ///
 /// Ownership: thrown and caught by value or reference; the source object is borrowed, so look at it only
 /// where it is known to live.
@@ -42,6 +43,8 @@ class VException : public Registered<VException, VObject> {
     VException& operator=(VException const&) = delete;
 
     static VException* New() { return new VException(eUnrecognized, nullptr, nullptr, -1); }
+    /// Does nothing.
+    static void InitializeClass() {}
     /// Releases the product name and the report address.
     static void UninitializeClass();
 

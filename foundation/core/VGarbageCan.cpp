@@ -8,6 +8,11 @@ VGarbageCan::VGarbageCan(VClass* cls, int capacity)
     : Registered(cls), m_objects(static_cast<unsigned long>(static_cast<long>(capacity))) {
 }
 
+VGarbageCan::~VGarbageCan() {
+    m_isEnding = true; // destructors of parked objects may come back with more
+    m_objects.RemoveAllObjects();
+}
+
 bool VGarbageCan::OpenGarbageCan() {
     return m_openCount.fetch_add(1) + 1 > 0;
 }
@@ -23,7 +28,7 @@ bool VGarbageCan::CloseGarbageCan() {
 }
 
 bool VGarbageCan::AddGarbageToCan(VObject* object) {
-    return m_objects.Push(object);
+    return !m_isEnding && m_objects.Push(object);
 }
 
 VGarbageCan::Context::Context(VGarbageCan* can) {

@@ -25,6 +25,7 @@ class VGarbageCan : public Registered<VGarbageCan, VObject> {
 
     /// Room for `capacity` objects.
     explicit VGarbageCan(int capacity) : VGarbageCan(nullptr, capacity) {}
+    ~VGarbageCan() override;
     /// A can of `kDefaultCapacity`.
     static VGarbageCan* New() { return new VGarbageCan(kDefaultCapacity); }
 
@@ -32,7 +33,7 @@ class VGarbageCan : public Registered<VGarbageCan, VObject> {
     bool OpenGarbageCan();
     /// False, and nothing changed, when the can is not open.
     bool CloseGarbageCan();
-    /// Parks the object; false when it is null or the can is full.
+    /// Parks the object; false when it is null, or the can is full or already releases what it holds.
     bool AddGarbageToCan(VObject* object);
 
     long OpenCount() const noexcept { return m_openCount.load(std::memory_order_relaxed); }
@@ -55,6 +56,7 @@ class VGarbageCan : public Registered<VGarbageCan, VObject> {
 
   private:
     std::atomic<std::int32_t> m_openCount{0};
+    std::atomic<bool> m_isEnding{false};
     VObjectRingBufferTmpl<VObject> m_objects;
 };
 

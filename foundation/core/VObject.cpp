@@ -1,6 +1,7 @@
 #include "foundation/core/VObject.h"
 
 #include "foundation/core/Registered.h"
+#include "foundation/core/internal/ClassRegistry.h"
 #include "foundation/persistence/IAIFile.h"
 #include "foundation/persistence/VXMLFile.h"
 #include "foundation/strings/VString.h"
@@ -22,11 +23,6 @@ inline void VObject__CheckIsNotForbiddenThreadID_Release() {
 
 } // namespace
 
-std::recursive_mutex& ClassCreationLock() noexcept {
-    static constinit std::recursive_mutex lock;
-    return lock;
-}
-
 VObject::VObject(VClass* cls) : m_class(cls ? cls : TheClass()) {
     m_class->InstanceBorn();
     VObject__CheckIsNotForbiddenThreadID_Release();
@@ -34,8 +30,9 @@ VObject::VObject(VClass* cls) : m_class(cls ? cls : TheClass()) {
 
 VObject::~VObject() {
     VObject__CheckIsNotForbiddenThreadID_Release();
-    if (!ms_finalShutdown.load(std::memory_order_relaxed)) {
-        m_class->InstanceGone();
+    if (ms_finalShutdown.load(std::memory_order_relaxed) ? m_class->InstanceGoneUncounted()
+                                                         : m_class->InstanceGone()) {
+        ClassRegistry::FreeSetAside(m_class);
     }
 }
 
@@ -93,20 +90,14 @@ bool VObject::IsKindOfClass(VClass const* cls) const {
 
 VClass* VObject::TheClass() {
     VClass* cls = LoadClassSlot(ms_theClass);
-    if (cls && !cls->IsDetached()) {
+    if (cls && cls->IsReady()) {
         return cls;
     }
-    std::lock_guard const lock(ClassCreationLock());
-    cls = LoadClassSlot(ms_theClass);
-    if (cls) {
-        if (cls->IsDetached()) {
-            cls->Reattach(nullptr);
-        }
-        return cls;
+    bool const isMade = cls == nullptr;
+    cls = detail::ReadyClass({kClassName, nullptr, nullptr, nullptr, nullptr, sizeof(VObject), &ms_theClass});
+    if (isMade) {
+        ms_finalShutdown = false;
     }
-    // Entering the record in the registry makes objects, which come back here; they find the slot filled.
-    cls = new VClass(kClassName, nullptr, nullptr, 1, nullptr, nullptr, sizeof(VObject), &ms_theClass);
-    ms_finalShutdown = false;
     return cls;
 }
 
@@ -116,7 +107,7 @@ void VObject::InitializeVObject() {
 
 void VObject::UninitializeVObject() {
     ms_finalShutdown = true;
-    VClass::Retire(LoadClassSlot(ms_theClass));
+    ClassRegistry::Retire(LoadClassSlot(ms_theClass));
 }
 
 } // namespace VFoundation

@@ -1,6 +1,9 @@
 #include "foundation/graph/VGraph.h"
 
 #include "foundation/containers/internal/ClassString.h"
+#include "foundation/containers/internal/ContainerAccess.h"
+#include "foundation/containers/internal/KeepAlive.h"
+#include "foundation/containers/internal/Snapshot.h"
 #include "foundation/containers/internal/VObjectCast.h"
 #include "foundation/core/internal/ClassOwned.h"
 #include "foundation/core/internal/CopyByAssignment.h"
@@ -23,7 +26,8 @@ namespace {
 template <class T, class Action>
 void ForEach(VObjectArrayTmpl<T> const& array, Action action) {
     for (long i = 0; i < array.Count(); ++i) {
-        if (auto* const entry = VObjectCast<T>(array.ObjectAtIndex(i))) {
+        // Held, for the action may run code that removes it.
+        if (VObjectRef<T> const entry(VObjectCast<T>(array.ObjectAtIndex(i))); entry) {
             action(*entry);
         }
     }
@@ -35,12 +39,22 @@ bool Touches(VGraphEdge const& edge, VGraphNode const* node) {
 
 } // namespace
 
-VGraph::VGraph(VClass* cls) : Registered(cls) {
+VGraph::VGraph(VClass* cls) : Registered(cls), m_self(std::make_shared<VGraph*>(this)) {
     m_criticalSection.Allocate();
 }
 
+/// Nodes and edges go while the graph is whole, for their destructors.
 VGraph::~VGraph() {
-    DetachNodes();
+    try {
+        m_nodes.DetachAll();
+    } catch (...) { // an override's; the nodes find no graph all the same
+    }
+    *m_self = nullptr;
+    while (m_edges.Count() > 0 || m_nodes.Count() > 0) {
+        NodeArray nodes;
+        EdgeArray edges;
+        TakeOver(nodes, edges);
+    }
 }
 
 VGraph* VGraph::New() {
@@ -69,33 +83,41 @@ bool VGraph::AddNode(VGraphNode* node) {
 }
 
 bool VGraph::RemoveNode(VGraphNode* node) {
-    if (!ContainsNode(node)) {
+    if (!node) {
         return false;
     }
+    auto const alive = KeepAlive(*this);
     VObjectRef<VGraphNode> const held(node);
-    // The edges that stay move up in their order; those that go are taken from the end, one step each.
-    VObject** const edges = m_edges.GetObjectsMutable();
-    long kept = 0;
-    for (long i = 0; i < m_edges.Count(); ++i) {
-        auto const* const edge = VObjectCast<VGraphEdge>(edges[i]);
-        if (!edge || !Touches(*edge, node)) {
-            std::swap(edges[kept++], edges[i]);
-        }
-    }
-    while (m_edges.Count() > kept) {
-        m_edges.RemoveObjectAtIndex(m_edges.Count() - 1);
-    }
+    RemoveEdgesOf(*node);
     node->SetGraph(nullptr);
     m_nodes.RemoveObject(node);
     SetChanged(true);
     return true;
 }
 
+/// Gathers the edges that stay in an array of its own and takes over its contents, which costs two walks however many
+/// edges go. They are released in order, at the end.
+void VGraph::RemoveEdgesOf(VGraphNode const& node) {
+    bool touches = false;
+    ForEach(m_edges, [&](VGraphEdge const& edge) { touches = touches || Touches(edge, &node); });
+    if (!touches) {
+        return;
+    }
+    EdgeArray kept;
+    for (VObject* const entry : Snapshot(m_edges)) {
+        auto const* const edge = VObjectCast<VGraphEdge>(entry);
+        if (!edge || !Touches(*edge, &node)) {
+            kept.AddObject(entry);
+        }
+    }
+    detail::ContainerAccess::Swap(m_edges, kept);
+}
+
 bool VGraph::ReplaceNode(VGraphNode* oldNode, VGraphNode* newNode) {
-    long const index = m_nodes.IndexOfObject(oldNode);
-    if (index < 0 || !newNode) {
+    if (!oldNode || !newNode) {
         return false;
     }
+    auto const alive = KeepAlive(*this);
     VObjectRef<VGraphNode> const heldOld(oldNode);
     VObjectRef<VGraphNode> const heldNew(newNode);
     ForEach(m_edges, [oldNode, newNode](VGraphEdge& edge) {
@@ -105,7 +127,9 @@ bool VGraph::ReplaceNode(VGraphNode* oldNode, VGraphNode* newNode) {
             edge.SetNodes(edge.Node1(), newNode);
         }
     });
-    m_nodes.ReplaceObjectAtIndex(newNode, index);
+    if (long const index = m_nodes.IndexOfObject(oldNode); index >= 0) {
+        m_nodes.ReplaceObjectAtIndex(newNode, index);
+    }
     oldNode->SetGraph(nullptr);
     newNode->SetGraph(this);
     SetChanged(true);
@@ -139,13 +163,52 @@ bool VGraph::Changed() const {
 void VGraph::Update() {
 }
 
-/// Nodes that name this graph must not keep doing so when they leave it.
-void VGraph::DetachNodes() {
-    ForEach(m_nodes, [this](VGraphNode& node) {
-        if (node.Graph() == this) {
-            node.SetGraph(nullptr);
-        }
-    });
+// The array of nodes. Nodes that name this graph must not keep doing so when they leave it.
+
+void VGraph::Members::Detach(long index) {
+    VObjectRef<VGraphNode> const node(VObjectCast<VGraphNode>(ObjectAtIndex(index)));
+    if (node && node->Graph() == &m_graph) {
+        node->SetGraph(nullptr);
+    }
+}
+
+void VGraph::Members::DetachAll() {
+    for (long i = 0; i < Count(); ++i) {
+        Detach(i);
+    }
+}
+
+bool VGraph::Members::RemoveObjectAtIndex(long index) {
+    Detach(index);
+    return NodeArray::RemoveObjectAtIndex(index);
+}
+
+bool VGraph::Members::RemoveObjectAtIndexUnsafe(long index) {
+    Detach(index);
+    return NodeArray::RemoveObjectAtIndexUnsafe(index);
+}
+
+void VGraph::Members::RemoveAllObjects() {
+    DetachAll();
+    NodeArray::RemoveAllObjects();
+}
+
+void VGraph::Members::RemoveAllObjectsUnsafe() {
+    DetachAll();
+    NodeArray::RemoveAllObjectsUnsafe();
+}
+
+bool VGraph::Members::ReplaceObjectAtIndex(VObject const* object, long index) {
+    if (ObjectAtIndex(index) != object) {
+        Detach(index);
+    }
+    return NodeArray::ReplaceObjectAtIndex(object, index);
+}
+
+/// Takes the contents of two arrays that were built aside, and leaves them its own, to be released when it is whole.
+void VGraph::TakeOver(NodeArray& nodes, EdgeArray& edges) {
+    detail::ContainerAccess::Swap(m_nodes, nodes);
+    detail::ContainerAccess::Swap(m_edges, edges);
 }
 
 // Asking
@@ -233,27 +296,31 @@ VGraph& VGraph::operator=(VGraph const& other) {
     if (&other == this) {
         return *this;
     }
-    DetachNodes();
-    m_nodes.DeepCopyContents(other.m_nodes);
-    m_edges.DeepCopyContents(other.m_edges);
-    NodeIndex const index(m_nodes);
-    ForEach(m_edges, [&index](VGraphEdge& edge) {
+    auto const alive = KeepAlive(*this);
+    EdgeArray edges;
+    NodeArray nodes;
+    nodes.DeepCopyContents(other.m_nodes);
+    edges.DeepCopyContents(other.m_edges);
+    NodeIndex const index(nodes);
+    ForEach(edges, [&index](VGraphEdge& edge) {
         edge.SetNodes(index.Find(edge.SourceNodeID()), index.Find(edge.DestinationNodeID()));
     });
+    m_nodes.DetachAll();
+    TakeOver(nodes, edges);
     SetChanged(true);
     return *this;
 }
 
 VGraph* VGraph::CreateSubGraphWithNodes(NodeArray const* nodes) {
-    auto* const graph = static_cast<VGraph*>(nodes ? Class()->NewInstance() : nullptr);
+    auto graph = VObjectRef<VGraph>::Adopt(static_cast<VGraph*>(nodes ? Class()->NewInstance() : nullptr));
     if (!graph) {
         return nullptr;
     }
-    graph->m_nodes.DeepCopyContents(*nodes);
-    NodeIndex const index(graph->m_nodes);
     std::unordered_set<VGraphNode const*> given;
     ForEach(*nodes, [&given](VGraphNode const& node) { given.insert(&node); });
-    ForEach(m_edges, [graph, &index, &given](VGraphEdge const& edge) {
+    graph->m_nodes.DeepCopyContents(*nodes);
+    NodeIndex const index(graph->m_nodes);
+    ForEach(m_edges, [&graph, &index, &given](VGraphEdge const& edge) {
         if (!given.contains(edge.Node1()) || !given.contains(edge.Node2())) {
             return;
         }
@@ -264,15 +331,20 @@ VGraph* VGraph::CreateSubGraphWithNodes(NodeArray const* nodes) {
         }
     });
     graph->AssignUniqueIDs();
-    return graph;
+    return graph.Detach();
 }
 
 bool VGraph::MergeWithGraph(VGraph const* other) {
     if (!other) {
         return false;
     }
-    m_edges.AddObjects(&other->m_edges);
-    m_nodes.AddObjects(&other->m_nodes);
+    EdgeArray edges;
+    NodeArray nodes;
+    edges.AddObjects(&m_edges);
+    nodes.AddObjects(&m_nodes);
+    edges.AddObjects(&other->m_edges);
+    nodes.AddObjects(&other->m_nodes);
+    TakeOver(nodes, edges);
     AssignUniqueIDs();
     return true;
 }
@@ -286,7 +358,6 @@ bool VGraph::SerializeAsXML(VXMLFile& file) {
 
 bool VGraph::Load(VXMLFile& file) {
     bool const hasProperties = file.ReadObject("properties", m_properties);
-    DetachNodes();
     m_nodes.RemoveAllObjects();
     m_edges.RemoveAllObjects();
     bool const hasNodes = file.ReadObject("nodes", m_nodes);
@@ -302,7 +373,7 @@ bool VGraph::Save(VXMLFile& file) {
     bool const hasProperties = file.WriteObject("properties", m_properties);
     AssignUniqueIDs();
     bool const hasNodes = file.WriteObject("nodes", m_nodes);
-    return file.WriteObject("edges", m_edges) && hasProperties && hasNodes;
+    return file.WriteObject("edges", m_edges) && hasProperties && hasNodes && file.IsComplete();
 }
 
 } // namespace VFoundation

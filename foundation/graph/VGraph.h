@@ -8,6 +8,8 @@
 #include "foundation/graph/VGraphNode.h"
 #include "foundation/threads/VCriticalSection.h"
 
+#include <memory>
+
 namespace VFoundation {
 
 class VString;
@@ -32,11 +34,17 @@ class VString;
 /// DELIBERATE: `ReplaceNode` leaves the second end of a loop at the old node.
 /// DELIBERATE: copies and sub-graphs have no properties, and their nodes no graph.
 /// DELIBERATE: merged nodes keep naming the graph that they came from.
-/// DELIBERATE: an entry that is no node takes a place but no number; in a file, edges that end behind it come back
+/// DELIBERATE: an entry that is no node takes a place but no number; in a file, edges that end after it come back
 /// one node earlier for each.
+/// DELIBERATE: `RemoveNode` and `ReplaceNode` do not ask whether the node is in the graph; the edges that touch it are
+/// changed, the node is detached from the graph that it names, and the result is true.
+///
+/// `Nodes()` and `Edges()` may be changed directly: a node that is removed from the array is detached. Destructors of
+/// nodes and edges may use the graph. Copies are built aside: when a `Copy()` or an assignment throws, the graph is as
+/// it was.
 ///
 /// Ownership: retains nodes and edges, owns its properties and its lock. Nodes that still name the graph when it
-/// dies are detached.
+/// dies are detached, members or not.
 /// Threads: one thread at a time. The graph has a lock for its users, which its own operations do not take.
 class VGraph : public Registered<VGraph, VObject> {
   public:
@@ -68,9 +76,10 @@ class VGraph : public Registered<VGraph, VObject> {
 
     /// Appends and attaches the node.
     virtual bool AddNode(VGraphNode* node);
-    /// Removes every edge that touches the node, then the node, and detaches it. False when it is not in the graph.
+    /// Removes every edge that touches the node, then the node, and detaches it.
     virtual bool RemoveNode(VGraphNode* node);
-    /// Puts another node in the place of `oldNode`, its edges' ends included. False when that is not in the graph.
+    /// Puts another node in the place of `oldNode`, which is detached: in the array, if it is there, and as the end of
+    /// edges. The new node names this graph.
     virtual bool ReplaceNode(VGraphNode* oldNode, VGraphNode* newNode);
     virtual bool AddEdge(VGraphEdge* edge);
     /// False when it is not in the graph.
@@ -130,12 +139,35 @@ class VGraph : public Registered<VGraph, VObject> {
     static VString* ms_keySliderY;
 
   private:
-    void DetachNodes();
+    friend class VGraphNode;
+
+    /// Detaches what leaves it, whichever operation takes it out.
+    class Members : public NodeArray {
+      public:
+        explicit Members(VGraph& graph) : m_graph(graph) {}
+
+        bool RemoveObjectAtIndex(long index) override;
+        bool RemoveObjectAtIndexUnsafe(long index) override;
+        void RemoveAllObjects() override;
+        void RemoveAllObjectsUnsafe() override;
+        bool ReplaceObjectAtIndex(VObject const* object, long index) override;
+        void DetachAll();
+
+      private:
+        void Detach(long index);
+
+        VGraph& m_graph;
+    };
+
+    void RemoveEdgesOf(VGraphNode const& node);
+    void TakeOver(NodeArray& nodes, EdgeArray& edges);
     bool Load(VXMLFile& file);
     bool Save(VXMLFile& file);
 
     VObjectRef<VCriticalSection> m_criticalSection;
-    NodeArray m_nodes;
+    std::shared_ptr<VGraph*>
+        m_self; // shared with the nodes that name the graph; null in it when the graph is gone
+    Members m_nodes{*this};
     EdgeArray m_edges;
     VDictionary m_properties;
     bool m_changed = false;

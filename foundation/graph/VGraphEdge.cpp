@@ -1,8 +1,11 @@
 #include "foundation/graph/VGraphEdge.h"
 
+#include "foundation/containers/internal/KeepAlive.h"
 #include "foundation/core/NarrowCast.h"
 #include "foundation/core/internal/CopyByAssignment.h"
 #include "foundation/persistence/VXMLFile.h"
+
+#include <utility>
 
 namespace VFoundation {
 
@@ -44,8 +47,15 @@ VGraphEdge& VGraphEdge::operator=(VGraphEdge const& other) {
 }
 
 bool VGraphEdge::SetNodes(VGraphNode* first, VGraphNode* second) {
-    m_node1.Exchange(first);
-    m_node2.Exchange(second);
+    // Both new ends are held before an old one is released, which may be the last holder of a new one, and whose
+    // destructor may use the edge.
+    auto const alive = KeepAlive(*this);
+    VObjectRef<VGraphNode> former1(first);
+    VObjectRef<VGraphNode> former2(second);
+    std::swap(m_node1, former1);
+    std::swap(m_node2, former2);
+    former1.Exchange(nullptr);
+    former2.Exchange(nullptr);
     UpdateNodeIDs();
     return true;
 }

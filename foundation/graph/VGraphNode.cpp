@@ -44,9 +44,9 @@ VGraphNode* VGraphNode::Copy() const {
 
 VGraphNode& VGraphNode::operator=(VGraphNode const& other) {
     if (&other != this) {
+        m_properties.DeepCopyContents(other.m_properties);
         m_nodeID = other.m_nodeID;
         m_attrib = other.m_attrib;
-        m_properties.DeepCopyContents(other.m_properties);
     }
     return *this;
 }
@@ -64,15 +64,16 @@ long VGraphNode::Attrib() const {
 }
 
 void VGraphNode::SetGraph(VGraph* graph) {
-    m_graph = graph;
+    m_graph = graph ? graph->m_self : nullptr;
 }
 
 VGraph* VGraphNode::Graph() const {
-    return m_graph;
+    return m_graph ? *m_graph : nullptr;
 }
 
 VCriticalSection* VGraphNode::GraphCriticalSection() const {
-    return m_graph ? m_graph->CriticalSection() : nullptr;
+    VGraph const* const graph = Graph();
+    return graph ? graph->CriticalSection() : nullptr;
 }
 
 long VGraphNode::NodeID() const {

@@ -5,6 +5,7 @@
 
 #include <atomic>
 #include <cstdint>
+#include <memory>
 
 namespace VFoundation {
 
@@ -18,7 +19,8 @@ class VString;
 /// Ids: a new node takes the next id of the process. Saving, loading and `VGraph::AssignUniqueIDs` number a graph's
 /// nodes from 0; files hold no node ids.
 ///
-/// Ownership: owns its properties. The graph is borrowed; a graph that dies or lets go of its node clears it.
+/// Ownership: owns its properties. The graph is borrowed; a graph that dies is forgotten by every node that names it,
+/// in whichever way the node came to do so.
 /// Threads: one thread at a time for a whole graph; nodes may be made on any thread.
 class VGraphNode : public Registered<VGraphNode, VObject> {
   public:
@@ -39,7 +41,8 @@ class VGraphNode : public Registered<VGraphNode, VObject> {
     /// The properties, as "properties". The node's place in the file stands for its id.
     bool SerializeAsXML(VXMLFile& file) override;
 
-    /// Copies id, number and properties, of which the values are copied too. The node stays in its graph.
+    /// Copies id, number and properties, of which the values are copied too. The node stays in its graph. When a
+    /// copy throws, nothing has changed.
     virtual VGraphNode& operator=(VGraphNode const& other);
     /// Whether `other` is this very node.
     virtual bool operator==(VGraphNode const& other) const;
@@ -48,7 +51,7 @@ class VGraphNode : public Registered<VGraphNode, VObject> {
     virtual void SetAttrib(long attrib);
     virtual long Attrib() const;
 
-    /// Called by the graph that takes or gives up the node; null detaches.
+    /// Called by the graph that takes or lets go of the node; null detaches.
     virtual void SetGraph(VGraph* graph);
     /// The graph that the node was last added to (borrowed), or null.
     virtual VGraph* Graph() const;
@@ -73,7 +76,7 @@ class VGraphNode : public Registered<VGraphNode, VObject> {
     VDictionary m_properties;
     std::int32_t m_nodeID;
     std::int32_t m_attrib = 0;
-    VGraph* m_graph = nullptr;
+    std::shared_ptr<VGraph*> m_graph; // shared with the graph, which clears it
 };
 
 } // namespace VFoundation

@@ -43,12 +43,12 @@ class VFileInfo : public Registered<VFileInfo, VObject> {
 
     /// Path and flag. False, with the record as it was, when a path that was saved finds no memory on loading.
     bool Serialize(IAIFile& file) override;
-    /// Puts a dying record into the pool, if there is room. Records of derived classes just die.
+    /// The last release puts the record into the pool, if there is room; records of derived classes are deleted.
     void Release() const override;
 
     static void InitializeClass();
     static void UninitializeClass();
-    /// Empties the pool and removes it; records die from then on.
+    /// Empties the pool and removes it; records are deleted from then on.
     static void ReleaseAllRecycledFileInfos();
 
     /// Switches the pool. The library never does.

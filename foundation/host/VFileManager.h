@@ -40,7 +40,7 @@ class VFileManager : public Registered<VFileManager, VObject> {
     bool FileExistsAtPath(VString const& path, bool* isDirectory) const;
 
     /// The bytes of a regular file; empty (a null reference) when it cannot be opened, and when reading it fails.
-    /// Bytes that it loses to a shorter length while it is read are zero. A file of 4 GiB or more, or one that memory
+    /// Bytes that are cut off while it is read are zero. A file of 4 GiB or more, or one that memory
     /// cannot hold, throws a `VException` with id 1; without memory for the buffer object itself `std::bad_alloc`.
     VObjectRef<VData> ContentsAtPath(char const* path) const;
 

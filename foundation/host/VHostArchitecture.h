@@ -5,7 +5,7 @@
 
 namespace VFoundation {
 
-/// Facts about the machine and who uses it.
+/// Facts about the machine and its user.
 ///
 /// Ownership: no instances.
 /// Threads: any thread.
@@ -30,7 +30,7 @@ class VHostArchitecture {
       public:
         VCPUInfo() = delete;
 
-        /// Asks the system, and returns its status, 0 for success.
+        /// Asks the system and returns its status, 0 for success.
         /// DELIBERATE: the answer is ignored; the library takes everything up to SSE3 for granted and
         /// hyper-threading for absent.
         static long InitializeClass() noexcept;

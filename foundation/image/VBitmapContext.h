@@ -10,7 +10,7 @@ namespace VFoundation {
 class PixelBuffer;
 
 /// Memory to draw bitmaps into, for codecs that want the channels in a fixed order: each pixel is the four bytes
-/// alpha, red, green, blue, its colours multiplied by its alpha, whatever the machine's byte order. The first row
+/// alpha, red, green, blue, its colours multiplied by its alpha, in every byte order of the machine. The first row
 /// is the top one. It starts transparent.
 ///
 /// Ownership: owns its memory.

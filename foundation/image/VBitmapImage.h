@@ -16,8 +16,8 @@ namespace VFoundation {
 ///         std::uint32_t const* const row = bitmap->Row(y);     // Width() pixels
 ///     }
 ///
-/// The pixels stay where their maker put them; the callback given to `Create` tells the maker when they are
-/// no longer needed. The class has no factory: a bitmap without pixels does not exist.
+/// The pixels are not copied; the callback given to `Create` says when they are no longer needed. The class has no
+/// factory, as there is no bitmap without pixels.
 ///
 /// Ownership: by reference count; the pixels live as long as the bitmap.
 /// Threads: any number may read; the callback runs on the thread that releases last.

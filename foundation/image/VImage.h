@@ -21,11 +21,9 @@ class VString;
 ///
 /// `ImageFromFile` decodes Targa, JPEG and PNG files, chosen by the path's extension, and remembers every
 /// image in a cache of the process, so that a file is decoded once and every caller shares one image. Cached
-/// images stay until the library shuts down, so a cached image that is changed is changed for everyone; make
-/// a new `VImage` for a picture of your own.
+/// images stay until the library shuts down and are shared: make a new `VImage` for a picture that you change.
 ///
-/// DELIBERATE: of a path `ImageFromFile` uses the first 260 characters; a longer one names another file or,
-/// most often, none.
+/// DELIBERATE: of a path `ImageFromFile` uses the first 260 characters; a longer one names another file or none.
 /// DELIBERATE: `IsCacheEnabled()` is asked by the codecs only; `ImageFromFile` uses the cache whatever it
 /// says.
 ///
@@ -75,7 +73,7 @@ class VImage : public Registered<VImage, VObject> {
     static VString* DefaultImageResourcePath();
 
     /// The most pixels that a picture may have to be loaded, for all codecs and threads from now on. At first the limits
-    /// of each codec hold alone; a budget only lowers them.
+    /// of each codec hold alone; a budget only lowers them. It outlives the library's shut-down.
     static void SetPixelBudget(std::uint64_t pixels) noexcept {
         ms_pixelBudget.store(pixels, std::memory_order_relaxed);
     }

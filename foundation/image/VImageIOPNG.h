@@ -10,7 +10,9 @@ namespace VFoundation {
 /// colours are multiplied by alpha and rounded. The values are the file's, without regard to gamma and colour
 /// profiles; texts and other extras are skipped unread.
 ///
-/// A damaged or incomplete file is refused, as are pictures beyond the limits below or `VImage::PixelBudget()`.
+/// A damaged or incomplete file is refused, as are pictures beyond the limits below or `VImage::PixelBudget()`. Of a
+/// damaged chunk that is not needed to decode the pixels, transparency of palettes and single colours included, nothing
+/// is used. Of an animation the first picture is read.
 ///
 /// Ownership, threads, memory: as `IImageIO`.
 class VImageIOPNG : public ImageFileCodec {

@@ -86,6 +86,10 @@ class IXMLFileIO {
     virtual int GetNodeType() = 0;
     /// Prints four blanks to the standard output for each level but the first; for debugging.
     virtual void PrintIndent() = 0;
+
+    /// False once something was refused while saving: closing the document will fail. A back end that refuses nothing
+    /// need not override it.
+    virtual bool IsComplete() const { return true; }
 };
 
 } // namespace VFoundation

@@ -273,6 +273,10 @@ bool VXMLFile::IsValid() const {
     return m_pIO->IsValid();
 }
 
+bool VXMLFile::IsComplete() const {
+    return m_pIO->IsComplete();
+}
+
 int VXMLFile::GetNodeType() {
     return m_pIO->GetNodeType();
 }

@@ -125,6 +125,9 @@ class VXMLFile : public Registered<VXMLFile, VObject> {
     /// 0 without a document, 1 loading, 2 saving.
     virtual int GetMode() const;
     virtual bool IsValid() const;
+    /// False once the document refused something while saving, such as an element nested too deep: `CloseFile()` will
+    /// be false. `WriteObject` is true even then, so ask here whether an object was written as a whole.
+    bool IsComplete() const;
     /// One of `IXMLFileIO::eNodeType`.
     virtual int GetNodeType();
 

@@ -66,6 +66,7 @@ class VXMLFileIOTinyXml : public IXMLFileIO {
     bool IsValid() const override { return m_pCurrent != nullptr; }
     int GetNodeType() override;
     void PrintIndent() override;
+    bool IsComplete() const override { return !m_isIncomplete; }
 
   private:
     template <class Reader>

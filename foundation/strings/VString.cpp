@@ -352,7 +352,7 @@ bool VString::Serialize(IAIFile& file) {
         file >> &text;
         std::unique_ptr<char[]> const owned(text);
         *this = text;
-        return text && m_capacity;
+        return *this == text; // not when memory ran out
     }
     file << CString();
     return true;

@@ -23,8 +23,7 @@ class VObjectRingBufferTmpl;
 /// make it longer than `kMaxLength` is refused and leaves the string as it was. The length is the position of the
 /// first NUL, except after `Set`.
 ///
-/// `s << t` with a string `t` appends the *description* of `t`, as for any object; append `t.CString()` for
-/// its text. There is no conversion to `char const*`.
+/// To append the text of a string `t`, append `t.CString()`. There is no conversion to `char const*`.
 ///
 /// Released strings go to a pool of `kPoolCapacity` objects, from which `New` and `NewString` take theirs.
 ///
@@ -80,12 +79,14 @@ class VString : public Registered<VString, VObject> {
     /// DELIBERATE: ten characters at most; a number of eleven ("-2147483648") loses its last digit.
     VString& operator<<(int number);
     /// Appends the object's description.
+    /// DELIBERATE: that of a string, too; `s << t` appends "[VString] ".
     VString& operator<<(VObject const& object);
     /// Sets the string to the formatted text, printf-style, cut to `kFormatSize` - 1 bytes.
     void Format(char const* format, ...) __attribute__((format(printf, 2, 3)));
 
     unsigned long Length() const noexcept { return m_length; }
     /// The size of the buffer in bytes, terminator included; 0 without a buffer.
+    /// DELIBERATE: it grows to the next multiple of 128 for a new text, and to 128 more than the text on appending.
     unsigned long Capacity() const noexcept { return m_capacity; }
     bool IsEmpty() const noexcept { return m_length == 0; }
     /// The text (borrowed until the next change); never null.

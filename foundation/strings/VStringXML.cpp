@@ -23,10 +23,10 @@ bool VString::SerializeAsXML(VXMLFile& file) {
     }
     if (file.ReadAttribute(kTextAttribute, text)) {
         *this = text;
-        return m_capacity != 0;
+        return *this == text; // not when memory ran out
     }
     *this = "";
-    bool isWhole = m_capacity != 0;
+    bool isWhole = true;
     if (file.OpenFirstChildText()) { // comments and CDATA sections may divide it
         do {
             isWhole = isWhole && file.ReadText(text) && AppendBytes(text, std::strlen(text));

@@ -13,7 +13,7 @@ namespace Launcher {
 class IElevationService::Reference {
   public:
     std::unique_ptr<IRightHolder> holder;
-    std::string iconPath;
+    SRightQuestion question;
 };
 
 namespace {
@@ -59,7 +59,8 @@ AuthorizationStatus LaunchAskingAgain(IElevationService::Reference& reference, c
     SLaunchRequest const request = MakeRequest(absolutePath.string(), arguments);
     std::optional<AuthorizationStatus> status = reference.holder->Launch(request);
     if (!status) {
-        AuthorizationStatus const asked = reference.holder->Ask(reference.iconPath);
+        reference.question.program = request.path;
+        AuthorizationStatus const asked = reference.holder->Ask(reference.question);
         if (asked != kAuthorized) {
             return asked;
         }
@@ -97,8 +98,8 @@ AuthorizationStatus ElevationService::AcquireRights(Reference* reference, Author
         return kInteractionNotAllowed;
     }
     return WithinMemory([&] {
-        reference->iconPath = IconPath(environment);
-        return reference->holder->Ask(reference->iconPath);
+        reference->question.iconPath = IconPath(environment);
+        return reference->holder->Ask(reference->question);
     });
 }
 

@@ -3,7 +3,6 @@
 #include <array>
 #include <cerrno>
 #include <csignal>
-#include <filesystem>
 #include <poll.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
@@ -108,11 +107,6 @@ std::optional<int> HelperProcess::WaitForExit(int timeOut) {
     } while (ended < 0 && errno == EINTR);
     m_process = -1;
     return ended > 0 ? std::optional(status) : std::nullopt;
-}
-
-std::string HelperFolder() {
-    std::error_code error;
-    return std::filesystem::read_symlink("/proc/self/exe", error).parent_path().string();
 }
 
 } // namespace Launcher

@@ -58,8 +58,4 @@ class HelperProcess {
     pid_t m_process;     // -1 once waited for
 };
 
-/// The folder of this program's own file, where the helpers are, ending without '/'; empty when unknown. Taken
-/// from the running process, never from its arguments.
-std::string HelperFolder();
-
 } // namespace Launcher

@@ -1,6 +1,7 @@
 #include "launcher/linux/RightHolder.h"
 
 #include "launcher/linux/BrokerRightHolder.h"
+#include "launcher/linux/BundlePlaces.h"
 #include "launcher/linux/HelperProcess.h"
 #include "launcher/linux/RootLaunch.h"
 
@@ -11,10 +12,10 @@ namespace Launcher {
 
 namespace {
 
-// A process that is root already has the right and needs nobody to hold it.
+// A process that is root already has the right itself.
 class DirectRightHolder final : public IRightHolder {
   public:
-    AuthorizationStatus Ask(std::string const&) override { return kAuthorized; }
+    AuthorizationStatus Ask(SRightQuestion const&) override { return kAuthorized; }
 
     std::optional<AuthorizationStatus> Launch(SLaunchRequest const& request) override {
         return LaunchStatus(LaunchAsRoot(request, STDOUT_FILENO, STDERR_FILENO));

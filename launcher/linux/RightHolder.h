@@ -20,6 +20,12 @@ struct SHelperPaths {
     static SHelperPaths Installed();
 };
 
+/// What the user is told when asked for the right.
+struct SRightQuestion {
+    std::string iconPath; ///< picture for the dialog
+    std::string program;  ///< what is to start; empty when that is not chosen yet
+};
+
 /// One way to hold the administrator right from the moment it is granted to the launch.
 ///
 /// Ownership: owned by the authorisation it works for.
@@ -28,8 +34,8 @@ class IRightHolder {
   public:
     virtual ~IRightHolder() = default;
 
-    /// Asks for the right, showing the picture at `iconPath` where the system lets it. Blocks for the answer.
-    virtual AuthorizationStatus Ask(std::string const& iconPath) = 0;
+    /// Asks for the right: in a dialog, or on the terminal where there is no display. Blocks for the answer.
+    virtual AuthorizationStatus Ask(SRightQuestion const& question) = 0;
 
     /// Launches with the right that `Ask` got, which is used up by it. Empty when the right was lost before the
     /// request was read: nothing was started then, and asking again is safe.

@@ -2,7 +2,7 @@
 # Sourced by the scripts beside this folder.
 
 PACKAGES_BUILD=(
-    cmake ninja-build g++ pkg-config
+    cmake ninja-build g++ pkg-config gettext
     libtinyxml-dev libmount-dev libjpeg62-turbo-dev libpng-dev
     libgtk-3-dev libpolkit-agent-1-dev libpolkit-gobject-1-dev
 )
@@ -10,7 +10,8 @@ PACKAGES_RUN=(polkitd pkexec sudo adwaita-icon-theme fonts-dejavu-core)
 PACKAGES_TEST=(
     libgtest-dev python3-minimal imagemagick
     dbus polkitd pkexec sudo
-    xvfb xdotool adwaita-icon-theme fonts-dejavu-core
+    xvfb xdotool adwaita-icon-theme fonts-dejavu-core acl at-spi2-core gir1.2-atspi-2.0 python3-gi
+    binutils desktop-file-utils appstream
 )
 PACKAGES_LINT=(clang clang-tidy clang-format)
 PACKAGES_BENCHMARK=(libbenchmark-dev libboost-dev libtbb-dev libspdlog-dev libpugixml-dev libstb-dev qtbase5-dev)

@@ -1,5 +1,6 @@
 #include "foundation/containers/VObjectRingBufferTmpl.h"
 #include "foundation/core/VObjectRef.h"
+#include "foundation/core/internal/ClassRegistry.h"
 #include "tests/support/Counted.h"
 
 #include <gtest/gtest.h>
@@ -40,16 +41,19 @@ TEST(TRingBuffer, TakesAsManyAsItHasRoomForAndReleasesTheRest) {
     {
         Ring ring(1);
         ACounted* out = nullptr;
-        EXPECT_FALSE(ring.Push(nullptr) || ring.Pop(&out));
+        EXPECT_FALSE(ring.Push(nullptr));
+        EXPECT_FALSE(ring.Pop(&out));
         for (int i = 0; i < 3; ++i) {
             EXPECT_TRUE(ring.Push(&object));
-            EXPECT_FALSE(ring.Push(&object) || ring.Pop(nullptr));
+            EXPECT_FALSE(ring.Push(&object));
+            EXPECT_FALSE(ring.Pop(nullptr));
             EXPECT_TRUE(ring.Pop(&out));
             EXPECT_EQ(out, &object);
             EXPECT_EQ(object.RetainCount(), 2); // the ring's reference, now ours
             out->Release();
         }
-        EXPECT_TRUE(ring.Push(&object) && ring.RemoveAllObjects());
+        EXPECT_TRUE(ring.Push(&object));
+        EXPECT_TRUE(ring.RemoveAllObjects());
         EXPECT_EQ(object.RetainCount(), 1);
         EXPECT_TRUE(ring.Push(&object)); // left to the destructor
     }
@@ -62,6 +66,9 @@ TEST(TRingBuffer, CountsInThirtyTwoBits) {
     Ring ring(2);
     ring.UsedWord() = 1;
     EXPECT_FALSE(ring.RemoveAllObjects()); // the count is wrong: the pop gives up
+    ring.UsedWord() = -1;                  // another pop is on its way out
+    EXPECT_EQ(ring.UsedCount(), 0);
+    EXPECT_TRUE(ring.RemoveAllObjects());
 }
 
 TEST(TRingBuffer, APushThatGivesUpLosesItsUnit) {
@@ -94,7 +101,8 @@ TEST(TRingBuffer, APopThatGivesUpLosesItsUnit) {
         EXPECT_TRUE(ring.Push(&object));
         s_onLook = [&] {
             ++looks;
-            ASSERT_TRUE(ring.Push(&object) && ring.Pop(&out));
+            ASSERT_TRUE(ring.Push(&object));
+            ASSERT_TRUE(ring.Pop(&out));
             out->Release();
         };
         EXPECT_FALSE(ring.Pop(&out));
@@ -117,7 +125,7 @@ class AnElement : public Registered<AnElement, VObject> {
 
 TEST(TRingBuffer, HasOneRecordForEachElementClass) {
     VClass* const cls = VObjectRingBufferTmpl<AnElement>::TheClass();
-    EXPECT_EQ(VClass::FindRegistered("TRingBuffer_AnElement"), cls);
+    EXPECT_EQ(ClassRegistry::FindExactly("TRingBuffer_AnElement"), cls);
     auto const placeholder = VObjectRef<VObject>::Adopt(cls->NewInstance());
     EXPECT_EQ(cls->Existing(), 1);
     AnElement element;

@@ -1,5 +1,8 @@
+#include "foundation/core/VException.h"
 #include "tests/persistence/XMLTestSupport.h"
 #include "tests/support/Counted.h"
+
+#include <functional>
 
 namespace {
 
@@ -18,12 +21,15 @@ TEST_F(VDictionaryTest, KeepsCopiesOfItsKeys) {
     VString key("key");
     m_dictionary.SetObjectForKey(value.Get(), &key);
     key = "changed";
-    EXPECT_TRUE(ValueOf("changed") == nullptr && ValueOf("key") == value.Get());
+    EXPECT_TRUE(ValueOf("changed") == nullptr);
+    EXPECT_EQ(ValueOf("key"), value.Get());
     VObject const* const stored = m_dictionary.Keys()->ObjectAtIndex(0);
-    EXPECT_TRUE(stored->RetainCount() == 1 && value->RetainCount() == 2);
+    EXPECT_EQ(stored->RetainCount(), 1);
+    EXPECT_EQ(value->RetainCount(), 2);
     Set(VString::EmptyString(), "key");
     EXPECT_EQ(m_dictionary.Keys()->ObjectAtIndex(0), stored) << "an equal key stays the object it was";
-    EXPECT_TRUE(m_dictionary.Count() == 1 && ValueOf("key") == VString::EmptyString());
+    EXPECT_EQ(m_dictionary.Count(), 1);
+    EXPECT_TRUE(ValueOf("key") == VString::EmptyString());
     EXPECT_EQ(value->RetainCount(), 1);
 }
 
@@ -36,10 +42,13 @@ TEST_F(VDictionaryTest, SurvivesUnusualEntries) {
     m_dictionary.SetObjectForKey(only, nullptr);
     m_dictionary.SetObjectForKey(&m_dictionary, &m_dictionary);
     Set(nullptr, "null");
-    EXPECT_TRUE(m_dictionary.Count() == 3 && !ValueOf("null") && !m_dictionary.ObjectForKey(nullptr));
+    EXPECT_EQ(m_dictionary.Count(), 3);
+    EXPECT_TRUE(!ValueOf("null"));
+    EXPECT_TRUE(!m_dictionary.ObjectForKey(nullptr));
     VString const key("key");
     EXPECT_TRUE(m_dictionary.RemoveObjectForKey(&key));
-    EXPECT_FALSE(m_dictionary.RemoveObjectForKey(&key) || m_dictionary.RemoveObjectForKey(nullptr));
+    EXPECT_FALSE(m_dictionary.RemoveObjectForKey(&key));
+    EXPECT_FALSE(m_dictionary.RemoveObjectForKey(nullptr));
     EXPECT_EQ(m_dictionary.Keys()->Count(), m_dictionary.Values()->Count());
 }
 
@@ -50,6 +59,101 @@ TEST_F(VDictionaryTest, CopiesDeeply) {
     EXPECT_STREQ(copy->Description().CString(),
                  "[VDictionary]\n items: 1\nkeyArray:\n[VObjectArray] items: 1\n  [VString] \n"
                  "valueArray:\n[VObjectArray] items: 1\n  [VString] ");
+}
+
+TEST_F(VDictionaryTest, ChangesAsAWholeOrNotAtAll) {
+    VString const key("key");
+    for (VObjectArray* const array : {m_dictionary.Keys(), m_dictionary.Values()}) {
+        array->FreeMem();
+        array->SetGrowSize(0);
+        Set(VString::EmptyString(), "key");
+        EXPECT_EQ(m_dictionary.Keys()->Count() + m_dictionary.Values()->Count(), 0);
+        array->SetGrowSize(32);
+    }
+    Set(VString::EmptyString(), "key");
+    VObject const* stored = m_dictionary.Keys()->ObjectAtIndex(0);
+    m_dictionary.DeepCopyContents(m_dictionary);
+    EXPECT_NE(m_dictionary.Keys()->ObjectAtIndex(0), stored);
+    EXPECT_TRUE(ValueOf("key")->IsEqual(*VString::EmptyString()));
+    stored = m_dictionary.Keys()->ObjectAtIndex(0);
+    VDictionary other;
+    other.SetObjectForKey(VString::EmptyString(), VString::EmptyString());
+    other.SetObjectForKey(VObjectRef<VObject>::Adopt(new ALast<ACounted>([] {})).Get(), &key);
+    EXPECT_THROW(m_dictionary.DeepCopyContents(other), int);
+    EXPECT_THROW(other.Copy(), int);
+    VObjectRef<VObject> inner;
+    for (int level = 0; level < VDictionary::kMaxCopiedNesting; ++level) {
+        auto const outer = VObjectRef<VDictionary>::Adopt(VDictionary::New());
+        outer->SetObjectForKey(inner.Get(), &key);
+        inner.Exchange(outer.Get());
+    }
+    VObjectRef<VObject>::Adopt(inner->Copy()).Exchange(nullptr);
+    other.SetObjectForKey(inner.Get(), &key);
+    EXPECT_THROW(m_dictionary.DeepCopyContents(other), VException);
+    EXPECT_EQ(m_dictionary.Count(), 1);
+    EXPECT_EQ(m_dictionary.Keys()->ObjectAtIndex(0), stored);
+    EXPECT_NE(ValueOf("key"), nullptr);
+}
+
+TEST_F(VDictionaryTest, MayBeUsedByDestructorsOfItsEntries) {
+    VString const key("key");
+    VString const another("another");
+    auto dictionary = VObjectRef<VDictionary>::Adopt(VDictionary::New());
+    VDictionary* const raw = dictionary.Get();
+    int deaths = 0;
+    auto const setDying = [&](std::function<void()> act) {
+        auto const value = VObjectRef<VObject>::Adopt(new ALast<ACounted>([&deaths, act] {
+            ++deaths;
+            act();
+        }));
+        raw->SetObjectForKey(value.Get(), &key);
+    };
+    raw->SetObjectForKey(VString::EmptyString(), &another);
+    setDying([&] {
+        EXPECT_EQ(raw->ObjectForKey(&key), VString::EmptyString()); // what replaced it
+        EXPECT_TRUE(raw->RemoveObjectForKey(&another));
+    });
+    raw->SetObjectForKey(VString::EmptyString(), &key);
+    EXPECT_EQ(raw->Count(), 1);
+    setDying([&] {
+        EXPECT_EQ(raw->ObjectForKey(&key), nullptr);
+        EXPECT_EQ(raw->Values()->Count(), raw->Keys()->Count());
+        raw->SetObjectForKey(VString::EmptyString(), &another);
+    });
+    EXPECT_TRUE(raw->RemoveObjectForKey(&key));
+    EXPECT_EQ(raw->ObjectForKey(&another), VString::EmptyString());
+    setDying([&] {
+        raw->SetObjectForKey(VString::EmptyString(), &another);
+        EXPECT_EQ(raw->ObjectForKey(&key), nullptr);
+        raw->DeepCopyContents(m_dictionary);
+    });
+    auto const keys = VObjectRef<VObjectArray>(raw->Keys());
+    dictionary.Exchange(nullptr);
+    EXPECT_EQ(keys->RetainCount(), 1);
+    EXPECT_EQ(deaths, 3);
+}
+
+TEST_F(VDictionaryTest, SaysWhenItWasNotWritten) {
+    bool isWhole = true;
+    auto const circle = [&](VObject& object) {
+        return Saved([&](VXMLFile& file) { isWhole = object.SerializeAsXML(file); });
+    };
+    auto const array = VObjectRef<VObjectArray>::Adopt(VObjectArray::NewObjectArray());
+    array->AddObject(array.Get());
+    array->AddObject(array.Get());
+    EXPECT_EQ(circle(*array), "(refused)");
+    EXPECT_FALSE(isWhole);
+    Set(array.Get(), "key");
+    EXPECT_EQ(circle(m_dictionary), "(refused)");
+    EXPECT_FALSE(isWhole);
+    VDictionaryPair pair;
+    EXPECT_EQ(circle(pair), "<R />");
+    EXPECT_FALSE(isWhole);
+    pair.SetKey(VString::EmptyString());
+    pair.SetValue(VString::EmptyString());
+    EXPECT_NE(circle(pair), "(refused)");
+    EXPECT_TRUE(isWhole);
+    array->RemoveAllObjects();
 }
 
 TEST_F(VDictionaryTest, IsSavedAsPairs) {
@@ -63,7 +167,8 @@ TEST_F(VDictionaryTest, IsSavedAsPairs) {
                        "<VString string=\"colour\" /><VString string=\"\" /></VDictionaryPair>"
                        "<VDictionaryPair><VString string=\"null\" /></VDictionaryPair></VDictionary></R>");
     VDictionary read;
-    EXPECT_TRUE(Document(saved()).ReadObject("d", read) && read.Count() == 1) << "a null value is lost";
+    EXPECT_TRUE(Document(saved()).ReadObject("d", read));
+    EXPECT_EQ(read.Count(), 1) << "a null value is lost";
     EXPECT_EQ(Log(), "VDictionaryPair::SerializeAsXML - Error opening second child element\n");
 }
 
@@ -76,18 +181,21 @@ TEST_F(VDictionaryTest, SkipsWhatIsNoPair) {
     EXPECT_TRUE(load("version='2' count='9'><VString/><Unknown/><VDictionaryPair/>"
                      "<VDictionaryPair><Unknown/><VString/></VDictionaryPair>"
                      "<p class='VDictionaryPair'><VString string='k'/><x class='VString' string='v'/></p>"));
-    EXPECT_TRUE(m_dictionary.Count() == 1 && ValueOf("k")->IsEqual(VString("v")));
+    EXPECT_EQ(m_dictionary.Count(), 1);
+    EXPECT_TRUE(ValueOf("k")->IsEqual(VString("v")));
     EXPECT_EQ(Log(), "VObjectArray::SerializeAsXML - Inappropriate class element in VDictionary 'VString'\n"
                      "VObjectArray::SerializeAsXML - Inappropriate class element in VDictionary 'Unknown'\n"
                      "VDictionaryPair::SerializeAsXML - Error opening first child element\n"
                      "VDictionaryPair::SerializeAsXML - No class for className 'Unknown'\n");
     EXPECT_TRUE(load("version='2' count='1'>"));
     EXPECT_EQ(Log(), "VObjectArray::SerializeAsXML - Error opening first child element\n");
-    EXPECT_TRUE(load("version='2' count='0'><VDictionaryPair/>") && Log().empty() &&
-                m_dictionary.Count() == 1);
+    EXPECT_TRUE(load("version='2' count='0'><VDictionaryPair/>"));
+    EXPECT_TRUE(Log().empty());
+    EXPECT_EQ(m_dictionary.Count(), 1);
     EXPECT_TRUE(load("version='3'><VObjectArray name='keyArray' count='2'><VString/><VString/></VObjectArray>"
                      "<VObjectArray name='valueArray' count='1'><VString/></VObjectArray>"));
-    EXPECT_TRUE(m_dictionary.Keys()->Count() == 1 && m_dictionary.Values()->Count() == 1);
+    EXPECT_EQ(m_dictionary.Keys()->Count(), 1);
+    EXPECT_EQ(m_dictionary.Values()->Count(), 1);
     EXPECT_TRUE(load("><VObjectArray name='keyArray' count='1'><VString/></VObjectArray>"));
     EXPECT_EQ(m_dictionary.Count(), 0) << "keys without values";
 }

@@ -1,4 +1,6 @@
+#include "foundation/containers/VDictionary.h"
 #include "foundation/containers/VObjectArrayTmpl.h"
+#include "foundation/containers/VObjectQueue.h"
 #include "foundation/containers/internal/TRecyclePool.h"
 #include "foundation/strings/VString.h"
 #include "tests/support/Counted.h"
@@ -15,6 +17,7 @@ namespace {
 
 using namespace VFoundation;
 using testing_support::ACounted;
+using testing_support::ALast;
 using ArrayRef = VObjectRef<VObjectArray>;
 using Strings = VObjectArrayTmpl<VString>;
 
@@ -56,10 +59,13 @@ TEST(VObjectArray, OnlyTheTypedAddKeepsElementsUnique) {
     EXPECT_TRUE(array.AddObjectTyped(one.Get()));
     EXPECT_FALSE(array.AddObjectTyped(one.Get()));
     EXPECT_TRUE(array.AddObject(one.Get()));
+    array.AddObject(nullptr);
     Strings other;
     other.AddObjectsTyped(&array);
-    EXPECT_EQ(other.Count(), 1);
+    EXPECT_EQ(other.Count(), 2);
     EXPECT_EQ(one->RetainCount(), 4);
+    array.AddObjectsTyped(&array); // null is never found
+    EXPECT_EQ(array.Count(), 4);
 }
 
 /// The array that a comparison changes; comparisons are plain functions.
@@ -144,6 +150,48 @@ TEST(VObjectArray, CopiesContentsFromItselfAndFromItsElements) {
     inner->Release();
     array.CopyContents(*inner); // which nothing else keeps alive
     EXPECT_EQ(array.ObjectAtIndex(0), &object);
+}
+
+/// Containers inside each other, as many as `levels`, each with an element before the inner one and one after it. What
+/// `add` adds them to is released at the end; the result is the order in which the elements died.
+template <class Outer, class Add>
+std::vector<int> DeathsIn(int levels, Add add) {
+    std::vector<int> deaths;
+    VObjectRef<VObject> inner;
+    for (int level = levels; level > 0; --level) {
+        auto const outer = VObjectRef<Outer>::Adopt(Outer::New());
+        auto const addElement = [&](int number) {
+            auto const act = [&deaths, number] { deaths.push_back(number); };
+            add(*outer, VObjectRef<VObject>::Adopt(new ALast<ACounted>(act)).Get());
+        };
+        addElement(level);
+        add(*outer, inner.Get());
+        addElement(-level);
+        inner.Exchange(outer.Get());
+    }
+    EXPECT_GT(inner->Description().Length(), 0U);
+    inner.Exchange(nullptr);
+    return deaths;
+}
+
+TEST(VObjectArray, IsReleasedInOrderAndWithoutRecursionHoweverDeep) {
+    auto const add = [](VObjectArray& array, VObject* object) { array.AddObject(object); };
+    for (int const levels : {1000, 300000}) {
+        std::vector<int> const deaths = DeathsIn<VObjectArray>(levels, add);
+        std::vector<int> expected;
+        for (int level = 1; level <= 2 * levels; ++level) {
+            expected.push_back(level <= levels ? level : level - 2 * levels - 1);
+        }
+        ASSERT_EQ(deaths.size(), expected.size());
+        EXPECT_TRUE(std::equal(deaths.begin(), deaths.begin() + 1000, expected.begin()));
+        EXPECT_TRUE(std::equal(deaths.end() - 1000, deaths.end(), expected.end() - 1000));
+    }
+    auto const enqueue = [](VObjectQueue& queue, VObject* object) { queue.Array().AddObject(object); };
+    EXPECT_EQ(DeathsIn<VObjectQueue>(50000, enqueue).size(), 100000U);
+    auto const set = [](VDictionary& dictionary, VObject* object) {
+        dictionary.SetObjectForKey(object, VObjectRef<VObject>::Adopt(new ACounted).Get());
+    };
+    EXPECT_EQ(DeathsIn<VDictionary>(50000, set).size(), 100000U);
 }
 
 class AArray : public VObjectArray {}; // not registered

@@ -4,15 +4,23 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <fstream>
 #include <functional>
 #include <future>
+#include <sched.h>
 #include <set>
+#include <string>
+#include <sys/syscall.h>
+#include <unistd.h>
+#include <utility>
 #include <vector>
 
 namespace {
 
 using namespace VFoundation;
 using testing_support::ACounted;
+using testing_support::ALast;
 using Objects = std::vector<VObject*>;
 
 enum Kind { kPlain, kLocked, kArray };
@@ -58,7 +66,8 @@ TEST_P(VObjectContainerTest, ReportsFixedStepsOfGrowth) {
     for (long const step : {0L, -5L, -0x100000000L, 0x100000000L}) { // steps that cannot be taken
         m_box->FreeMem();
         m_box->SetGrowSize(step);
-        EXPECT_FALSE(m_box->AddObject(&a) || m_box->InsertObjectAtIndex(&a, 0));
+        EXPECT_FALSE(m_box->AddObject(&a));
+        EXPECT_FALSE(m_box->InsertObjectAtIndex(&a, 0));
     }
 }
 
@@ -67,7 +76,8 @@ TEST_P(VObjectContainerTest, ChecksIndexesAndMovesElements) {
     for (long const index : {-1L, 2L, 3L, -0x80000000L, 0x100000000L}) {
         EXPECT_EQ(m_box->ObjectAtIndex(index), nullptr);
         EXPECT_FALSE(m_box->RemoveObjectAtIndex(index));
-        EXPECT_FALSE(m_box->SwapObjectsAtIndexes(index, 0) || m_box->SwapObjectsAtIndicies(0, index));
+        EXPECT_FALSE(m_box->SwapObjectsAtIndexes(index, 0));
+        EXPECT_FALSE(m_box->SwapObjectsAtIndicies(0, index));
         EXPECT_EQ(m_box->ReplaceObjectAtIndex(&c, index), index == 2); // at the count: appends
         EXPECT_FALSE(m_box->InsertObjectAtIndex(&c, index == 2 ? 4 : index));
         m_box->RemoveObject(&c);
@@ -88,7 +98,8 @@ TEST_P(VObjectContainerTest, RemovesTheLastOccurrenceAndFindsTheFirst) {
     EXPECT_TRUE(m_box->RemoveObjectUnsafe(&b));
     EXPECT_TRUE(m_box->RemoveObject(nullptr));
     EXPECT_EQ(Contents(), (Objects{&a, &b, nullptr}));
-    EXPECT_FALSE(m_box->ContainsObject(nullptr) || m_box->RemoveObject(&c));
+    EXPECT_FALSE(m_box->ContainsObject(nullptr));
+    EXPECT_FALSE(m_box->RemoveObject(&c));
 }
 
 TEST_P(VObjectContainerTest, ReplacingReleasesTheOldBeforeItRetainsTheNew) {
@@ -105,9 +116,11 @@ TEST_P(VObjectContainerTest, EqualityAsksForASubset) {
     Fill({&a, &b});
     other->AddObject(&a);
     other->AddObject(&a);
-    EXPECT_TRUE(m_box->IsEqual(*other) && *other != *m_box);
+    EXPECT_TRUE(m_box->IsEqual(*other));
+    EXPECT_TRUE(*other != *m_box);
     other->AddObject(nullptr);
-    EXPECT_TRUE(*m_box != *other && *other == *other);
+    EXPECT_TRUE(*m_box != *other);
+    EXPECT_TRUE(*other == *other);
 }
 
 TEST_P(VObjectContainerTest, CopiesAndWorksOnItself) {
@@ -123,20 +136,21 @@ TEST_P(VObjectContainerTest, CopiesAndWorksOnItself) {
         EXPECT_NE(deep->ObjectAtIndex(0), &a);
         EXPECT_EQ(deep->ObjectAtIndex(0)->RetainCount(), 1);
     }
+    m_box->SetGrowSize(0);
+    {
+        auto const copy = VObjectRef<VObjectContainer>::Adopt(m_box->Copy());
+        EXPECT_EQ(copy->Count(), 4);
+        EXPECT_EQ(copy->GetGrowSize(), GetParam() == kArray ? 32 : 0);
+    }
+    m_box->SetGrowSize(1);
     m_box->RemoveObjects(m_box.Get());
     EXPECT_EQ(m_box->Count(), 0);
     m_box->AddObject(m_box.Get());
     EXPECT_TRUE(m_box->RemoveObject(m_box.Get()));
 }
 
-/// An element whose destructor does what the test says.
-struct ALast : ACounted {
-    explicit ALast(std::function<void()> act) : m_act(std::move(act)) {}
-    ~ALast() override { m_act(); }
-    std::function<void()> m_act;
-};
-void AddDying(VObjectContainer& container, std::function<void()> act) {
-    container.AddObject(VObjectRef<ALast>::Adopt(new ALast(std::move(act))).Get());
+void AddDying(VObjectContainer& container, std::function<void()> act, bool throws = false) {
+    container.AddObject(VObjectRef<VObject>::Adopt(new ALast<ACounted>(std::move(act), throws)).Get());
 }
 
 TEST_P(VObjectContainerTest, MayBeUsedByDestructorsOfItsElements) {
@@ -147,8 +161,55 @@ TEST_P(VObjectContainerTest, MayBeUsedByDestructorsOfItsElements) {
     AddDying(*m_box, [this] { Fill(Objects(100, &b)); }); // moves the slots
     m_box->RemoveAllObjects();
     EXPECT_EQ(m_box->Count(), 0);
+    EXPECT_GE(m_box->AllocatedCapacity(), 100);
     AddDying(*m_box, [this] { m_box->FreeMem(); });
     EXPECT_FALSE(m_box->ReplaceObjectAtIndex(&c, 0));
+}
+
+TEST_P(VObjectContainerTest, ReleasesInOrderWhatItHasTakenOut) {
+    int const alive = ACounted::ms_alive;
+    auto const noMore = [] {};
+    std::string order;
+    for (char const name : {'a', 'b', 'c'}) {
+        auto const act = [this, name, &order] {
+            order += name;
+            EXPECT_EQ(m_box->Count(), 0);
+            m_box->RemoveObjectAtIndex(0); // not one that waits for its turn
+            m_box->RemoveAllObjects();
+        };
+        AddDying(*m_box, act, name != 'a'); // the rest is released although a death throws
+    }
+    EXPECT_THROW(m_box->RemoveAllObjects(), int);
+    EXPECT_EQ(order, "abc");
+    AddDying(*m_box, noMore);
+    long const capacity = m_box->AllocatedCapacity();
+    m_box->RemoveAllObjects();
+    EXPECT_EQ(m_box->AllocatedCapacity(), capacity);
+    AddDying(*m_box, noMore, true);
+    try {
+        m_box.Detach()->Release();
+    } catch (int) { // a recycled array's; a destructor lets nothing out
+    }
+    EXPECT_EQ(ACounted::ms_alive, alive);
+}
+
+TEST_P(VObjectContainerTest, MayEndInTheDestructorOfAnElement) {
+    auto const isOver = [this] { m_box.Exchange(nullptr); };
+    for (auto const& end : std::vector<std::function<void(VObjectContainer&)>>{
+             [](VObjectContainer& box) { box.RemoveAllObjects(); },
+             [](VObjectContainer& box) { box.RemoveObjectAtIndex(1); },
+             [](VObjectContainer& box) { box.FreeMem(); },
+             [](VObjectContainer& box) { box.Init(); },
+             [this](VObjectContainer& box) { EXPECT_TRUE(box.ReplaceObjectAtIndex(&c, 1)); },
+             [](VObjectContainer& box) { box.RemoveObjects(&box); },
+         }) {
+        m_box = VObjectRef<VObjectContainer>::Adopt(NewOne());
+        Fill({&a});
+        AddDying(*m_box, isOver);
+        Fill({&b});
+        end(*m_box);
+        EXPECT_FALSE(m_box);
+    }
 }
 
 TEST(VObjectArray, DoesNotTakeAnArrayThatAnElementRetained) {
@@ -170,6 +231,91 @@ TEST(VObjectContainer, LockIsHeldAsLongAsTheCallersScope) {
         EXPECT_FALSE(std::async(std::launch::async, tryEnter).get());
     }
     EXPECT_TRUE(std::async(std::launch::async, tryEnter).get());
+}
+
+/// Runs `operation` on another thread while this one holds the lock, and returns whether it went to sleep before its
+/// end; it has nothing else to sleep for.
+bool WaitsForLock(VObjectContainer const& container, std::function<void()> const& operation) {
+    VCriticalSectionScope scope(container.CriticalSection());
+    std::atomic<pid_t> id{0};
+    std::atomic<bool> isOver{false};
+    auto const thread = std::async(std::launch::async, [&] {
+        id = static_cast<pid_t>(::syscall(SYS_gettid));
+        operation();
+        isOver = true;
+    });
+    for (bool sleeps = false; !sleeps && !isOver; ::sched_yield()) {
+        std::string state;
+        std::getline(std::ifstream("/proc/self/task/" + std::to_string(id) + "/stat"), state);
+        sleeps = state.find(") S ") != state.npos;
+    }
+    bool const waits = !isOver;
+    scope.SetAndEnter(nullptr); // before the thread is waited for
+    return waits;
+}
+
+TEST(VObjectContainer, LocksInAllOperationsButTheUnsafeOnes) {
+    ACounted object;
+    auto const box = VObjectRef<VObjectContainer>::Adopt(new VObjectContainer(nullptr, 0, true));
+    VObjectContainer other(nullptr, 0, true);
+    other.AddObject(&object);
+    for (auto const& [name, operation] : std::vector<std::pair<char const*, std::function<void()>>>{
+             {"AddObject", [&] { box->AddObject(&object); }},
+             {"AddObjects to another", [&] { other.AddObjects(box.Get()); }},
+             {"InsertObjectAtIndex", [&] { box->InsertObjectAtIndex(&object, 0); }},
+             {"ReplaceObjectAtIndex", [&] { box->ReplaceObjectAtIndex(nullptr, 0); }},
+             {"SwapObjectsAtIndexes", [&] { box->SwapObjectsAtIndexes(0, 1); }},
+             {"IndexOfObject", [&] { box->IndexOfObject(&object); }},
+             {"operator==", [&] { EXPECT_TRUE(*box == other); }},
+             {"operator!= of another", [&] { EXPECT_TRUE(other != *box); }},
+             {"RemoveObject", [&] { box->RemoveObject(&object); }},
+             {"RemoveObjects from another", [&] { other.RemoveObjects(box.Get()); }},
+             {"RemoveObjectAtIndex", [&] { box->RemoveObjectAtIndex(0); }},
+             {"RemoveAllObjects", [&] { box->RemoveAllObjects(); }},
+             {"FreeMem", [&] { box->FreeMem(); }},
+         }) {
+        box->AddObjectNonThreadSafe(&object);
+        box->AddObjectNonThreadSafe(&object);
+        EXPECT_TRUE(WaitsForLock(*box, operation)) << name;
+    }
+    auto const useUnlocked = [&] {
+        box->RemoveAllObjects(); // of none
+        for (int i = 0; i < 3; ++i) {
+            box->AddObjectNonThreadSafe(&object);
+        }
+        EXPECT_TRUE(box->RemoveObjectUnsafe(&object));
+        EXPECT_TRUE(box->RemoveObjectAtIndexUnsafe(0));
+        EXPECT_EQ(box->GetObjects()[box->Count() - 1], &object);
+        box->RemoveAllObjectsUnsafe();
+    };
+    VCriticalSectionScope const scope(box->CriticalSection());
+    std::async(std::launch::async, useUnlocked).get();
+}
+
+TEST(VObjectContainer, LockLetsThreadsEmptyEachOthersContainers) {
+    int const alive = ACounted::ms_alive;
+    {
+        VObjectContainer boxes[] = {VObjectContainer(nullptr, 0, true), VObjectContainer(nullptr, 0, true)};
+        auto const use = [&boxes](std::size_t own) {
+            VObjectContainer& box = boxes[own];
+            VObjectContainer& other = boxes[1 - own];
+            for (int i = 0; i < 2000; ++i) {
+                for (int k = 0; k < 5; ++k) {
+                    box.AddObject(VObjectRef<ACounted>::Adopt(new ACounted).Get());
+                }
+                VObjectContainer copy;
+                copy.AddObjects(&other);
+                EXPECT_FALSE(copy.RemoveObject(nullptr)); // a null that was never added
+                box.RemoveObjects(&other);
+                other.RemoveObjects(&copy);
+                i % 3 ? other.RemoveAllObjects() : other.FreeMem();
+            }
+        };
+        auto const second = std::async(std::launch::async, use, 1);
+        use(0);
+        second.wait();
+    }
+    EXPECT_EQ(ACounted::ms_alive, alive);
 }
 
 TEST(VObjectContainer, LockLetsThreadsChangeAndCompareBothWaysRound) {

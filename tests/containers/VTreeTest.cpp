@@ -17,6 +17,7 @@ namespace {
 
 using namespace VFoundation;
 using testing_support::ACounted;
+using testing_support::ALast;
 using TreeRef = VObjectRef<VTree>;
 using Rows = std::vector<VObject*>;
 
@@ -37,7 +38,7 @@ VTree* Add(VTree* parent) {
     return child.Get();
 }
 
-/// The rows that the count promises, and the one behind them, which is none.
+/// The rows that the count promises, and the one after them, which is none.
 Rows RowsOf(IObjectContainer const& tree) {
     Rows rows;
     for (long row = 0; row < tree.Count() - 1; ++row) {
@@ -51,7 +52,8 @@ Rows RowsOf(IObjectContainer const& tree) {
 TEST(VTree, ShowsRowsInOrderAndHidesWhatIsBelowOpaqueNodes) {
     TreeRef const root = TreeRef::Adopt(VTree::New());
     EXPECT_EQ(RowsOf(*root), Rows{});
-    EXPECT_FALSE(root->AddLeaf(nullptr) || root->AddLeaf(root.Get()));
+    EXPECT_FALSE(root->AddLeaf(nullptr));
+    EXPECT_FALSE(root->AddLeaf(root.Get()));
     VTree* const a = Add(root.Get());
     VTree* const aa = Add(a);
     VTree* const ab = Add(a);
@@ -127,13 +129,75 @@ TEST(VTree, RetainsDataAndChildrenWhichOutliveItWithoutIt) {
     TreeRef const kept(Add(Add(root.Get())));
     TreeRef const twice(Add(root.Get()));
     TreeRef const moved(Add(root.Get()));
-    EXPECT_TRUE(root->AddLeaf(twice.Get()) && other->AddLeaf(moved.Get()));
+    EXPECT_TRUE(root->AddLeaf(twice.Get()));
+    EXPECT_TRUE(other->AddLeaf(moved.Get()));
     Add(kept.Get());
     root = TreeRef();
     EXPECT_EQ(kept->Parent(), nullptr);
     EXPECT_EQ(kept->Count(), 2); // its own children stay
     EXPECT_EQ(kept->RetainCount() + twice->RetainCount(), 2);
     EXPECT_EQ(moved->Parent(), other.Get());
+}
+
+TEST(VTree, HasNoRowForANodeBelowItself) {
+    TreeRef const a = TreeRef::Adopt(VTree::New());
+    TreeRef const b = TreeRef::Adopt(VTree::New());
+    TreeRef const c = TreeRef::Adopt(VTree::New());
+    EXPECT_TRUE(a->AddLeaf(b.Get()));
+    EXPECT_TRUE(c->AddLeaf(b.Get()));
+    VTree* const leaf = Add(b.Get());
+    EXPECT_TRUE(b->AddLeaf(a.Get())); // below a, but c is its parent
+    EXPECT_EQ(RowsOf(*a), (Rows{b.Get(), leaf}));
+    EXPECT_EQ(RowsOf(*b), (Rows{leaf, a.Get()}));
+    EXPECT_EQ(RowsOf(*c), (Rows{b.Get(), leaf, a.Get()}));
+    c->Children()->AddObject(c.Get());
+    EXPECT_EQ(c->Count(), 4);
+    // Parents in a circle, which those that look for a node above must leave.
+    a->Children()->RemoveObject(b.Get());
+    b->Children()->RemoveAllObjects();
+    EXPECT_TRUE(a->AddLeaf(b.Get()));
+    EXPECT_EQ(a->Parent(), b.Get());
+    EXPECT_TRUE(b->AddLeaf(Add(c.Get())));
+    TreeRef const parent = TreeRef::Adopt(VTree::New());
+    Add(parent.Get());
+    EXPECT_TRUE(a->AddLeaf(parent.Get()));
+    for (VTree* const node : {a.Get(), b.Get(), c.Get()}) {
+        node->ClearTree();
+    }
+}
+
+TEST(VTree, MayBeUsedByDestructorsOfItsDataAndChildren) {
+    TreeRef root = TreeRef::Adopt(VTree::New());
+    TreeRef const other = TreeRef::Adopt(VTree::New());
+    TreeRef const survivor(Add(root.Get()));
+    VTree* const tree = root.Get();
+    auto const dying = [tree](auto act) {
+        tree->AddDataLeaf(VObjectRef<VObject>::Adopt(new ALast<ACounted>(act)).Get());
+    };
+    dying([&] { EXPECT_TRUE(other->AddLeaf(survivor.Get())); }); // which is leaving, too
+    dying([&] { Add(tree); });
+    dying([&] { tree->ClearTree(); });
+    tree->SetNodeData(VObjectRef<VObject>::Adopt(new ALast<ACounted>([&] {
+                          EXPECT_EQ(tree->Children(), nullptr);
+                          EXPECT_EQ(survivor->Parent(), nullptr);
+                      })).Get());
+    root->ClearTree();
+    EXPECT_EQ(survivor->Parent(), other.Get());
+    EXPECT_EQ(root->Count(), 1);
+    TreeRef const kept = TreeRef::Adopt(VTree::New());
+    dying([&] { tree->AddLeaf(kept.Get()); });
+    root = TreeRef(); // its destructor gets another child
+    EXPECT_EQ(kept->Parent(), nullptr);
+    EXPECT_EQ(kept->RetainCount(), 1);
+    EXPECT_EQ(ACounted::ms_alive, 0);
+}
+
+TEST(VTree, ForgetsAParentThatDiesWhicheverWayItWasRemoved) {
+    TreeRef root = TreeRef::Adopt(VTree::New());
+    TreeRef const child(Add(root.Get()));
+    root->Children()->RemoveAllObjects();
+    root = TreeRef();
+    EXPECT_EQ(child->Parent(), nullptr);
 }
 
 TEST(VTree, MayBeWideAndDeep) {
@@ -147,7 +211,7 @@ TEST(VTree, MayBeWideAndDeep) {
             node = Add(node);
         }
         EXPECT_EQ(root->Count(), 2 * kNodes + 1);
-        EXPECT_EQ(root->ObjectAtIndex(kNodes), node); // behind the first leaf
+        EXPECT_EQ(root->ObjectAtIndex(kNodes), node); // after the first leaf
         EXPECT_EQ(root->ObjectAtIndex(2 * kNodes - 1), root->Children()->ObjectAtIndex(kNodes));
     }
     EXPECT_EQ(VTree::TheClass()->Existing(), existing);

@@ -16,12 +16,14 @@ import time
 import traceback
 
 sys.dont_write_bytecode = True  # root's files have no place in the tree
-import guarding  # first: the last case of the other leaves nothing to ask with
+import guarding  # the last case of the third leaves nothing to ask with
+import showing
 import cases
 from rig import CASES, NAMESPACE, POLKITD, Desktop, Run, World
 
 
-PRIVATE_ONLY = {**cases.PRIVATE_ONLY, guarding.sudo_that_logs_input: "pkexec can be hidden"}
+PRIVATE_ONLY = {**cases.PRIVATE_ONLY, guarding.sudo_that_logs_input: "pkexec can be hidden",
+                showing.terminal_instead_of_display: "pkexec can be hidden"}
 
 
 def main():
@@ -53,7 +55,7 @@ def main():
         pictures = os.open(options.pictures, os.O_RDONLY) if options.pictures else None
         world.build(os.path.abspath(options.bundles), options.probe)
         desktop = Desktop(world, pictures)
-        for function in CASES:
+        for function in CASES + ([showing.take_pictures] if options.pictures else []):
             if options.only and function.__name__ not in options.only:
                 continue
             if plain and function in PRIVATE_ONLY:

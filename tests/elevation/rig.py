@@ -5,8 +5,8 @@ import subprocess
 import time
 import traceback
 
-USERS = {"admin": "vftest-admin", "yes": "vftest-yes", "no": "vftest-no"}
-PASSWORD = "right horse 42"
+USERS = {"admin": "vftest-admin", "yes": "vftest-yes", "no": "vftest-no", "second": "vftest-second"}
+PASSWORD, SECOND_PASSWORD = "right horse 42", "other horse 43"
 NAMESPACE = "--mount --pid --fork --mount-proc --kill-child=KILL --propagation private".split()
 COPIED = ("/etc", "/usr/share/polkit-1", "/var/lib/polkit-1", "/home")
 MACOS = "/QuillmarkLauncher.app/Contents/MacOS/"
@@ -16,11 +16,12 @@ RULES = "/etc/polkit-1/rules.d/00-vftest.rules"
 SUDOERS = "/etc/sudoers.d/vftest"
 RULES_TEXT = """
 polkit.addAdminRule(function(action, subject) {
+    if (subject.user == "vftest-second") { return ["unix-user:vftest-admin", "unix-user:vftest-second"]; }
     if (subject.user.indexOf("vftest-") == 0) { return ["unix-user:vftest-admin"]; }
 });
 polkit.addRule(function(action, subject) {
     if (action.id != "org.freedesktop.policykit.exec") { return polkit.Result.NOT_HANDLED; }
-    return { "vftest-admin": polkit.Result.AUTH_ADMIN, "vftest-yes": polkit.Result.YES,
+    return { "vftest-admin": polkit.Result.AUTH_ADMIN, "vftest-yes": polkit.Result.YES, "vftest-second": polkit.Result.AUTH_ADMIN,
              "vftest two words": polkit.Result.YES, "vftest-no": polkit.Result.NO }[subject.user];
 });
 """
@@ -80,7 +81,8 @@ class World:
         for user in USERS.values():
             self.undo.append(lambda user=user: call("userdel", "--remove", user, check=False))
             call("useradd", "--create-home", "--shell", "/bin/bash", user)
-        call("chpasswd", input="".join(f"{user}:{PASSWORD}\n" for user in USERS.values()))
+        call("chpasswd", input="".join(f"{user}:{PASSWORD}\n" for user in USERS.values()) +
+             f"{USERS['second']}:{SECOND_PASSWORD}\n")
         self.stage("portable", self.home + "/plain", USERS["yes"])
         for path, text, mode in ((RULES, RULES_TEXT, 0o644), (SUDOERS, "vftest-admin ALL=(ALL) ALL\n", 0o440)):
             self.undo.append(lambda path=path: os.unlink(path))
@@ -149,7 +151,7 @@ class Desktop:
 
     def __init__(self, world, pictures):
         read, write_end = os.pipe()
-        world.start("Xvfb", "-displayfd", str(write_end), "-screen", "0", "800x600x24", "-noreset", "-nolisten", "tcp", "-ac",
+        world.start("Xvfb", "-displayfd", str(write_end), "-screen", "0", "1600x1200x24", "-noreset", "-nolisten", "tcp", "-ac",
                     pass_fds=[write_end])
         self.pictures = pictures  # a descriptor: the folder may be out of sight by now
         self.environment = {"DISPLAY": ":" + os.read(read, 16).decode().strip()}
@@ -193,8 +195,8 @@ class Desktop:
     def click_ok(self):
         geometry = dict(line.split("=") for line in
                         self.tool("xdotool", "getwindowgeometry", "--shell", self.window).split())
-        self.tool("xdotool", "mousemove", "--window", self.window, str(int(geometry["WIDTH"]) - 50),
-                  str(int(geometry["HEIGHT"]) - 30), "click", "1")
+        self.tool("xdotool", "mousemove", "--window", self.window, str(int(geometry["WIDTH"]) - 60),
+                  str(int(geometry["HEIGHT"]) - 36), "click", "1")
 
 
 class Run:
@@ -218,8 +220,8 @@ class Run:
         spare = os.open("/etc/hostname", os.O_RDONLY)
         self.process = subprocess.Popen(
             identity + ["env", "-i"] + [f"{name}={value}" for name, value in variables.items()] +
-            [*through, *(launcher or [self.folder + MACOS + "QuillmarkLauncher"])], pass_fds=[spare],
-            **{"stdin": subprocess.DEVNULL, "stdout": streams[0], "stderr": streams[1], "cwd": self.folder, **options})
+            [*through, *(launcher or [self.folder + MACOS + "QuillmarkLauncher"])],
+            **{"pass_fds": [spare], "stdin": subprocess.DEVNULL, "stdout": streams[0], "stderr": streams[1], "cwd": self.folder, **options})
         Run.last = self.process
         os.close(spare)
 

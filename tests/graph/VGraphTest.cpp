@@ -10,7 +10,11 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <optional>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -45,7 +49,8 @@ GraphRef GraphOf(long nodes, Ends const& edges, VGraph* made = VGraph::New()) {
     }
     for (auto const& [from, to] : edges) {
         auto const edge = VObjectRef<VGraphEdge>::Adopt(VGraphEdge::New());
-        EXPECT_TRUE(edge->SetNodes(NodeAt(graph, from), NodeAt(graph, to)) && graph->AddEdge(edge.Get()));
+        EXPECT_TRUE(edge->SetNodes(NodeAt(graph, from), NodeAt(graph, to)));
+        EXPECT_TRUE(graph->AddEdge(edge.Get()));
     }
     return graph;
 }
@@ -71,7 +76,9 @@ IDs IDsOf(GraphRef const& graph) {
 std::string XMLOf(GraphRef const& graph) {
     VString text;
     VXMLFile file;
-    EXPECT_TRUE(file.WriteFileToString(text, "Root") && file.WriteObject("g", *graph) && file.CloseFile());
+    EXPECT_TRUE(file.WriteFileToString(text, "Root"));
+    EXPECT_TRUE(file.WriteObject("g", *graph));
+    EXPECT_TRUE(file.CloseFile());
     return text.CString();
 }
 
@@ -108,13 +115,20 @@ TEST_F(VGraphTest, TakesNodesAndEdges) {
     EXPECT_EQ(a->RetainCount(), 2);
     EXPECT_EQ(a->Graph(), graph.Get());
     EXPECT_EQ(a->GraphCriticalSection(), graph->CriticalSection());
-    EXPECT_TRUE(graph->ContainsNode(a) && graph->ContainsEdge(edge) && graph->Changed());
+    EXPECT_TRUE(graph->ContainsNode(a));
+    EXPECT_TRUE(graph->ContainsEdge(edge));
+    EXPECT_TRUE(graph->Changed());
     graph->SetChanged(false);
-    EXPECT_FALSE(graph->AddNode(nullptr) || graph->AddEdge(nullptr) || graph->RemoveEdge(nullptr) ||
-                 graph->RemoveNode(nullptr) || graph->ReplaceNode(nullptr, a) ||
-                 graph->ReplaceNode(a, nullptr));
+    EXPECT_FALSE(graph->AddNode(nullptr));
+    EXPECT_FALSE(graph->AddEdge(nullptr));
+    EXPECT_FALSE(graph->RemoveEdge(nullptr));
+    EXPECT_FALSE(graph->RemoveNode(nullptr));
+    EXPECT_FALSE(graph->ReplaceNode(nullptr, a));
+    EXPECT_FALSE(graph->ReplaceNode(a, nullptr));
+    EXPECT_EQ(a->Graph(), graph.Get());
     EXPECT_FALSE(graph->Changed());
-    EXPECT_TRUE(graph->RemoveEdge(edge) && graph->Changed());
+    EXPECT_TRUE(graph->RemoveEdge(edge));
+    EXPECT_TRUE(graph->Changed());
     EXPECT_STREQ(VGraphNode::ms_keyScreenXY->CString(), "screen_XY");
 }
 
@@ -126,7 +140,111 @@ TEST_F(VGraphTest, RemovesANodeWithAllItsEdges) {
     EXPECT_EQ(EndsOf(graph), (Ends{{1, 2}, {2, 0}})); // in their order
     EXPECT_EQ(node->GraphCriticalSection(), nullptr);
     EXPECT_EQ(node->RetainCount(), 1);
-    EXPECT_FALSE(graph->RemoveNode(node.Get()));
+}
+
+TEST_F(VGraphTest, RemovesAndReplacesNodesThatAreNotInIt) {
+    GraphRef graph = GraphOf(2, {{0, 1}});
+    GraphRef const other = GraphOf(2, {});
+    NodeRef const foreign(NodeAt(other, 0));
+    NodeRef const newNode = NodeRef::Adopt(VGraphNode::New());
+    EXPECT_TRUE(EdgeAt(graph, 0)->SetNodes(NodeAt(graph, 0), foreign.Get()));
+    EXPECT_TRUE(graph->ReplaceNode(foreign.Get(), newNode.Get()));
+    EXPECT_EQ(EdgeAt(graph, 0)->Node2(), newNode.Get());
+    EXPECT_EQ(graph->NodeCount(), 2);
+    EXPECT_EQ(foreign->Graph(), nullptr);
+    EXPECT_EQ(newNode->Graph(), graph.Get());
+    graph->SetChanged(false);
+    EXPECT_TRUE(graph->RemoveNode(newNode.Get()));
+    EXPECT_TRUE(graph->Changed());
+    EXPECT_EQ(graph->EdgeCount(), 0);
+    EXPECT_EQ(newNode->Graph(), nullptr);
+    EXPECT_TRUE(graph->ReplaceNode(foreign.Get(), newNode.Get())); // which no edge touches
+    EXPECT_EQ(newNode->GraphCriticalSection(), graph->CriticalSection());
+    graph = GraphRef();
+    EXPECT_EQ(newNode->GraphCriticalSection(), nullptr);
+}
+
+TEST_F(VGraphTest, DetachesNodesThatLeaveItsArray) {
+    using Action = std::function<void(VGraph::NodeArray&)>;
+    for (auto const& leave : std::vector<Action>{
+             [](VGraph::NodeArray& nodes) { nodes.RemoveObject(nodes.ObjectAtIndex(0)); },
+             [](VGraph::NodeArray& nodes) { nodes.RemoveObjectUnsafe(nodes.ObjectAtIndex(0)); },
+             [](VGraph::NodeArray& nodes) { nodes.RemoveAllObjects(); },
+             [](VGraph::NodeArray& nodes) { nodes.RemoveAllObjectsUnsafe(); },
+             [](VGraph::NodeArray& nodes) { nodes.FreeMem(); },
+             [](VGraph::NodeArray& nodes) { nodes.ReplaceObjectAtIndex(nullptr, 0); },
+             [](VGraph::NodeArray& nodes) { nodes.DeepCopyContents(VGraph::NodeArray()); },
+         }) {
+        GraphRef const graph = GraphOf(1, {});
+        NodeRef const node(NodeAt(graph, 0));
+        EXPECT_TRUE(graph->Nodes().ReplaceObjectAtIndex(node.Get(), 0)); // by itself
+        EXPECT_EQ(node->Graph(), graph.Get());
+        leave(graph->Nodes());
+        EXPECT_EQ(node->Graph(), nullptr);
+    }
+}
+
+using ALastNode = testing_support::ALast<VGraphNode>;
+
+TEST_F(VGraphTest, MayBeUsedByDestructorsOfItsNodes) {
+    GraphRef graph = GraphOf(2, {{0, 1}});
+    VGraph* const raw = graph.Get();
+    NodeRef const plain(NodeAt(graph, 0));
+    VObjectRef<VGraphEdge> edge(EdgeAt(graph, 0));
+    int deaths = 0;
+    auto const addDying = [&](std::function<void()> act) {
+        auto const node = NodeRef::Adopt(new ALastNode([&deaths, act] {
+            ++deaths;
+            act();
+        }));
+        EXPECT_TRUE(raw->AddNode(node.Get()));
+        return node.Get();
+    };
+    // An edge that exchanges its ends, and one that ends with an end.
+    edge->SetNodes(addDying([] {}), addDying([&] { edge.Exchange(nullptr); }));
+    graph->Nodes().RemoveAllObjects();
+    EXPECT_TRUE(edge->SetNodes(edge->Node2(), edge->Node1()));
+    EXPECT_EQ(deaths, 0);
+    EXPECT_TRUE(graph->RemoveEdge(edge.Get()));
+    EXPECT_TRUE(edge->SetNodes(plain.Get(), plain.Get()));
+    EXPECT_EQ(deaths, 2);
+    EXPECT_FALSE(edge);
+    // A node whose death changes the graph, and the death of the graph.
+    edge = VObjectRef<VGraphEdge>::Adopt(VGraphEdge::New());
+    edge->SetNodes(plain.Get(), addDying([&] { raw->RemoveNode(plain.Get()); }));
+    EXPECT_TRUE(graph->AddEdge(edge.Get()));
+    edge.Exchange(nullptr);
+    EXPECT_TRUE(graph->RemoveNode(NodeAt(graph, 0)));
+    EXPECT_EQ(graph->EdgeCount(), 0);
+    addDying([&] { EXPECT_TRUE(raw->AddNode(plain.Get())); });
+    graph = GraphRef();
+    EXPECT_EQ(plain->Graph(), nullptr);
+    EXPECT_EQ(plain->RetainCount(), 1);
+    EXPECT_EQ(deaths, 4);
+}
+
+TEST_F(VGraphTest, IsUnchangedWhenACopyThrows) {
+    long const existing = VGraph::TheClass()->Existing();
+    GraphRef const graph = GraphOf(2, {{0, 1}});
+    graph->AddNode(NodeRef::Adopt(new ALastNode([] {})).Get());
+    GraphRef const target = GraphOf(3, {{0, 1}, {1, 2}});
+    NodeRef const node(NodeAt(target, 0));
+    target->SetChanged(false);
+    EXPECT_THROW(*target = *graph, int);
+    EXPECT_EQ(NodeAt(target, 0), node.Get());
+    EXPECT_EQ(node->Graph(), target.Get());
+    EXPECT_EQ(EndsOf(target), (Ends{{0, 1}, {1, 2}}));
+    EXPECT_FALSE(target->Changed());
+    EXPECT_THROW(graph->CopyGraph(), int);
+    EXPECT_THROW(graph->CreateSubGraphWithNodes(&graph->Nodes()), int);
+    EXPECT_EQ(VGraph::TheClass()->Existing(), existing + 2);
+    // A value that cannot be copied leaves the node as it was.
+    NodeAt(graph, 0)->Properties().SetObjectForKey(NodeAt(graph, 2), &m_key);
+    NodeAt(graph, 0)->SetAttrib(7);
+    long const id = node->NodeID();
+    EXPECT_THROW(*node = *NodeAt(graph, 0), int);
+    EXPECT_EQ(node->NodeID(), id);
+    EXPECT_EQ(node->Attrib(), 0);
 }
 
 TEST_F(VGraphTest, ReplacesANodeButLeavesTheSecondEndOfALoop) {
@@ -139,7 +257,6 @@ TEST_F(VGraphTest, ReplacesANodeButLeavesTheSecondEndOfALoop) {
     EXPECT_EQ(EdgeAt(graph, 2)->Node2(), oldNode.Get());
     EXPECT_EQ(oldNode->Graph(), nullptr);
     EXPECT_EQ(newNode->Graph(), graph.Get());
-    EXPECT_FALSE(graph->ReplaceNode(oldNode.Get(), newNode.Get()));
     EXPECT_TRUE(graph->ReplaceNode(NodeAt(graph, 0), NodeAt(graph, 0))); // by itself
     EXPECT_EQ(NodeAt(graph, 0)->Graph(), graph.Get());
     EXPECT_TRUE(graph->ReplaceNode(NodeAt(graph, 2), oldNode.Get())); // held by nothing else
@@ -177,13 +294,17 @@ TEST_F(VGraphTest, CopiesNodesAndEdgesButNotTheRest) {
     EXPECT_EQ(IDsOf(copy), IDsOf(graph));
     VObject const* const copied = NodeAt(copy, 0)->Properties().ObjectForKey(&m_key);
     EXPECT_TRUE(copied && copied != value.Get() && copied->IsEqual(*value));
-    EXPECT_TRUE(NodeAt(copy, 0)->Graph() == nullptr && copy->Properties().Count() == 0 && copy->Changed());
+    EXPECT_TRUE(NodeAt(copy, 0)->Graph() == nullptr);
+    EXPECT_EQ(copy->Properties().Count(), 0);
+    EXPECT_TRUE(copy->Changed());
     // Assignment lets go of what was there; onto itself it changes nothing.
     GraphRef const target = GraphOf(3, {{0, 1}});
     NodeRef const former(NodeAt(target, 0));
     *target = *graph;
     EXPECT_EQ(former->Graph(), nullptr);
+    VGraphNode* const first = NodeAt(target, 0);
     *target = static_cast<VGraph const&>(*target);
+    EXPECT_EQ(NodeAt(target, 0), first);
     EXPECT_EQ(EndsOf(target), EndsOf(graph));
     // Of nodes with the same id the first gets the edges, in whatever order the ids are.
     GraphRef const mixed = GraphOf(200, {{199, 2}, {0, 1}});
@@ -267,18 +388,21 @@ TEST_F(VGraphTest, PassesOverEntriesThatAreNoNodesOrEdges) {
     graph->Nodes().AddObject(nullptr);
     graph->AssignUniqueIDs();
     std::string const expected = "VGraph::SerializeAsXML - node expected to be VGraphNode: ";
-    EXPECT_TRUE(m_lines->Has(expected + "VString\n") && m_lines->Has(expected + "NULL\n"));
+    EXPECT_TRUE(m_lines->Has(expected + "VString\n"));
+    EXPECT_TRUE(m_lines->Has(expected + "NULL\n"));
     EXPECT_EQ(graph->NodeForID(1), NodeAt(graph, 2)); // without a gap
     EXPECT_EQ(EdgeAt(graph, 1)->Node2(), NodeAt(graph, 2));
     for (long const place : {2L, 3L}) { // ends at the string and beyond
-        EXPECT_FALSE(EdgeAt(graph, place)->Node1() || EdgeAt(graph, place)->Node2());
+        EXPECT_FALSE(EdgeAt(graph, place)->Node1());
+        EXPECT_FALSE(EdgeAt(graph, place)->Node2());
     }
     GraphRef const copy = GraphRef::Adopt(graph->CopyGraph());
     EXPECT_EQ(EdgeAt(copy, 1)->Node2(), NodeAt(copy, 2));
     // The string has a place but no number: the edge comes back one place earlier, where the string stands.
     EXPECT_TRUE(Read(XMLOf(graph), copy));
     EXPECT_EQ(EdgeAt(copy, 1)->DestinationNodeID(), -1);
-    EXPECT_TRUE(copy->MergeWithGraph(graph.Get()) && copy->RemoveNode(NodeAt(copy, 0)));
+    EXPECT_TRUE(copy->MergeWithGraph(graph.Get()));
+    EXPECT_TRUE(copy->RemoveNode(NodeAt(copy, 0)));
     EXPECT_EQ(copy->EdgeCount(), 7);
 }
 

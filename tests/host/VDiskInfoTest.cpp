@@ -1,6 +1,7 @@
 #include "foundation/host/VDiskInfo.h"
 #include "foundation/containers/VObjectArray.h"
 #include "foundation/host/internal/MountTable_linux.h"
+#include "tests/support/FailingAllocator.h"
 #include "tests/support/ScratchFile.h"
 
 #include <gtest/gtest.h>
@@ -81,6 +82,23 @@ TEST(VDiskInfo, ReadsTheTableOnce) {
     VDiskInfo::UninitializeClass();
     EXPECT_EQ(VDiskInfo::VDISK_INFO_VOLUME_INFO, nullptr);
     EXPECT_STREQ(VDiskInfo().Description().CString(), "VolumeName [Unknown], Size [0], Free [0]");
+}
+
+TEST(VDiskInfo, MakesBothTablesOrNone) {
+    testing_support::FailEachAllocation([] {
+        VDiskInfo::UninitializeClass();
+        try {
+            VDiskInfo::InitializeVolumeInformation();
+        } catch (...) {
+            EXPECT_EQ(VDiskInfo::VDISK_INFO_VOLUME_NAMES, nullptr);
+            EXPECT_EQ(VDiskInfo::VDISK_INFO_VOLUME_INFO, nullptr);
+            throw;
+        }
+        EXPECT_EQ(VDiskInfo::VDISK_INFO_VOLUME_NAMES == nullptr,
+                  VDiskInfo::VDISK_INFO_VOLUME_INFO == nullptr);
+    });
+    EXPECT_NE(VDiskInfo::VDISK_INFO_VOLUME_NAMES, nullptr);
+    VDiskInfo::UninitializeClass();
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 #include "foundation/containers/VObjectRingBufferTmpl.h"
 #include "foundation/core/VObjectRef.h"
 #include "foundation/persistence/VAIFile.h"
+#include "tests/support/FailingAllocator.h"
 #include "tests/support/ScratchFile.h"
 
 #include <gtest/gtest.h>
@@ -32,6 +33,13 @@ TEST(VFileInfo, TravelsThroughAFileAndCutsLongPaths) {
     EXPECT_TRUE(read->Serialize(file));
     EXPECT_FALSE(read->Flag());
     EXPECT_EQ(std::strlen(read->Path()), 259U);
+    testing_support::FailEachAllocation([&read, &file] {
+        read->SetPath("kept");
+        file.FileSeek(0, VFile::kFromStart);
+        bool const isRead = read->Serialize(file);
+        EXPECT_STREQ(read->Path(), isRead ? "a/b" : "kept");
+        EXPECT_TRUE(isRead || testing_support::AllocationHasFailed());
+    });
 }
 
 TEST(VFileInfo, TakesAPartOfItsOwnPath) {

@@ -82,7 +82,7 @@ TEST(VFile, OpensClosedOnExec) {
     VString const path(folder.Path("new").c_str());
     std::string const longMode = "w+b" + std::string(100, ' ');
     for (std::string const& mode :
-         {std::string("w+b"), std::string("w+b             "), longMode, std::string("w+b,ccs=UTF-8")}) {
+         {std::string("w+b"), std::string("w+b             "), longMode, std::string("w+b,none")}) {
         std::FILE* const stream = VFileManager::vfc_fopen(path, mode.c_str());
         ASSERT_NE(stream, nullptr) << mode;
         EXPECT_TRUE(::fcntl(::fileno(stream), F_GETFD) & FD_CLOEXEC) << mode;

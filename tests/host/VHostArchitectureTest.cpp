@@ -1,4 +1,5 @@
 #include "foundation/host/VHostArchitecture.h"
+#include "tests/support/FailingAllocator.h"
 
 #include <gtest/gtest.h>
 
@@ -35,6 +36,11 @@ TEST(VHostArchitecture, WritesTheUserNameIntoAnyBuffer) {
                   size == 0 ? "####" : std::string(name, size - 1) + '\0' + std::string(4 - size, '#'));
     }
     VHostArchitecture::UserName(nullptr, 10);
+    testing_support::FailEachAllocation([&name] {
+        char again[sizeof name];
+        EXPECT_NO_THROW(VHostArchitecture::UserName(again, sizeof again));
+        EXPECT_STREQ(again, testing_support::AllocationHasFailed() ? "" : name);
+    });
 }
 
 TEST(VHostArchitecture, TakesTheProcessorForGranted) {

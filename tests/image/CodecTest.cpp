@@ -68,7 +68,7 @@ TEST_F(Codec, RefusesCutFilesAndSurvivesDamagedOnes) {
     for (bool const isPng : {false, true}) {
         for (std::string const& path : PicturesOf(isPng ? ".png" : ".jpg")) {
             Bytes const whole = BytesOf(path);
-            // Of a JPEG that is not arithmetic and of one scan the mark at its end may be missing.
+            // A Huffman-coded JPEG of one scan is complete without its end-of-image marker.
             bool const mayLackMark =
                 !isPng && path.find("progressive") == path.npos && path.find("arithmetic") == path.npos;
             EXPECT_EQ(Load(isPng, whole.substr(0, whole.size() - 2)).empty(), !mayLackMark) << path;
@@ -108,7 +108,7 @@ TEST_F(Codec, RefusesFilesThatFailOrGetShorterWhileTheyAreRead) {
                     << name << readable;
             }
         }
-        // The picture is complete, but nobody can know.
+        // All of the picture was read, but the decoder cannot know that.
         testing_support::FailingReads const failing(size - 2, EIO);
         EXPECT_TRUE((isPng ? Load(VImageIOPNG(), path.c_str()) : Load(VImageIOJPEG(), path.c_str())).empty());
     }

@@ -3,8 +3,10 @@
 #include "foundation/containers/VObjectArray.h"
 #include "foundation/containers/VObjectContainer.h"
 #include "foundation/image/VImageIOJPEG.h"
+#include "foundation/image/VImageIOPNG.h"
 #include "foundation/image/VImageIOTarga.h"
 #include "tests/image/ImageTestSupport.h"
+#include "tests/support/FailingAllocator.h"
 
 #include <latch>
 #include <sys/stat.h>
@@ -88,6 +90,41 @@ TEST_F(Image, CachesUnderTheFirstName) {
     EXPECT_FALSE(VImage::IsCacheEnabled() || VImage::AddNamedImageToCache("icon", a.Get()));
     ImageRef const uncached = FromFile(NewTarga("uncached.tga"));
     EXPECT_NE(FromFile(Path("uncached.tga")).Get(), uncached.Get());
+}
+
+TEST_F(Image, IsNullOrNotSavedWithoutMemory) {
+    VImage::ms_cacheEnabled = false;
+    VImageIOTarga const targa;
+    VImageIOJPEG const jpeg;
+    VImageIOPNG const png;
+    ImageRef const whole = FromFile(NewTarga("a.tga"));
+    testing::internal::CaptureStderr();
+    for (auto const& [codec, path] :
+         {std::pair<IImageIO const*, char const*>{&targa, IMAGE_TEST_DATA "/pillow_alpha.tga"},
+          {&jpeg, IMAGE_TEST_DATA "/colour.jpg"},
+          {&png, IMAGE_TEST_DATA "/rgba-8.png"}}) {
+        testing_support::FailEachAllocation([&codec = codec, &path = path] {
+            ImageRef image;
+            EXPECT_NO_THROW(image = ImageRef::Adopt(codec->LoadImageFromFile(path)));
+            EXPECT_TRUE(image || testing_support::AllocationHasFailed());
+        });
+        testing_support::FailEachAllocation([&path = path] {
+            VImage::UninitializeClass();
+            VImage::InitializeClass();
+            ImageRef image;
+            EXPECT_NO_THROW(image = ImageRef::Adopt(VImage::ImageFromFile(path)));
+            EXPECT_TRUE(image || testing_support::AllocationHasFailed());
+            EXPECT_LE(VImage::ms_imageNames.load()->Count(), VImage::ms_imageCache.load()->Count());
+        });
+    }
+    testing_support::FailEachAllocation([&] {
+        bool isSaved = false;
+        EXPECT_NO_THROW(isSaved = targa.SaveImageToFile(*whole, m_scratch.Path()));
+        EXPECT_TRUE(isSaved || testing_support::AllocationHasFailed());
+    });
+    std::string const errors = testing::internal::GetCapturedStderr();
+    EXPECT_NE(errors.find("Caught and unknown exception whilst loading image\nFailed to load"), errors.npos);
+    EXPECT_NE(errors.find("JPG Data providerFailed to load image: "), errors.npos);
 }
 
 TEST_F(Image, SaysWhatItCouldNotLoad) {

@@ -352,6 +352,14 @@ TEST(StartedCenter, MayBeStoppedAndReleasedByItsHandler) {
     EXPECT_EQ(handled, 1);
 }
 
+TEST(StartedCenter, AStopEndsTheSleepBetweenPolls) {
+    auto const center = NewCenter(1);
+    center->StartCenter(UniqueName().c_str(), 3'600'000);
+    VThread::Sleep(20); // until it sleeps; else there is nothing to see
+    center->StopCenter();
+    EXPECT_EQ(center->RetainCount(), 1);
+}
+
 TEST(StartedCenter, ItsOwnerWaitsForAHandlerThatHasStoppedIt) {
     auto const center = NewCenter(4);
     std::atomic<bool> stopped{false};

@@ -12,6 +12,7 @@ using testing_support::AJob;
 using testing_support::OnThreads;
 using testing_support::ServerScope;
 using testing_support::StressFactor;
+using testing_support::WaitUntil;
 
 class Counts : public IVJobDelegate {
   public:
@@ -46,9 +47,7 @@ TEST(JobServerStress, RunsEveryJobOnceAndTellsOfIt) {
             }
         }
     });
-    while (counts.m_succeeded + counts.m_failed < total) {
-        std::this_thread::yield();
-    }
+    WaitUntil([&] { return counts.m_succeeded + counts.m_failed == total; });
     for (auto const& count : runs) {
         ASSERT_EQ(count, 1);
     }
@@ -74,9 +73,7 @@ TEST(JobServerStress, StartsAndEndsOverAndOver) {
             server->StartServer(); // or the producer was faster
             ASSERT_TRUE(server->EndServer(true));
         }
-        for (int const before = runs; runs == before;) { // the next job starts it again
-            std::this_thread::yield();
-        }
+        WaitUntil([&, before = runs.load()] { return runs != before; }); // the next job starts it again
         over = true;
         producer.join();
         server->EndServer(true);

@@ -2,7 +2,10 @@
 
 #include "foundation/core/Registered.h"
 
+#include <atomic>
+#include <functional>
 #include <string>
+#include <utility>
 
 namespace testing_support {
 
@@ -43,6 +46,24 @@ class ACounted : public VFoundation::Registered<ACounted, VFoundation::VObject> 
         }
     }
     std::string* m_log = nullptr;
+};
+
+/// A `Base` whose destructor does what the test says, whose death throws if it says so, and which cannot be copied.
+template <class Base>
+struct ALast : Base {
+    explicit ALast(std::function<void()> act, bool throws = false)
+        : m_act(std::move(act)), m_throws(throws) {}
+    ~ALast() override { m_act(); }
+    decltype(std::declval<Base const&>().Copy()) Copy() const override { throw 1; }
+    void DeleteInstance() const override {
+        bool const throws = m_throws;
+        Base::DeleteInstance();
+        if (throws) {
+            throw 1;
+        }
+    }
+    std::function<void()> m_act;
+    bool m_throws;
 };
 
 } // namespace testing_support

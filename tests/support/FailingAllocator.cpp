@@ -52,10 +52,26 @@ void* __wrap_aligned_alloc(std::size_t alignment, std::size_t size) {
     }
     return block;
 }
+// A sanitizer's own array and nothrow forms would not come here.
+[[gnu::noinline]] void* operator new[](std::size_t size) {
+    return ::operator new(size);
+}
+[[gnu::noinline]] void* operator new(std::size_t size, std::nothrow_t const&) noexcept {
+    return MustFail() ? nullptr : __real_malloc(size ? size : 1);
+}
+[[gnu::noinline]] void* operator new[](std::size_t size, std::nothrow_t const&) noexcept {
+    return ::operator new(size, std::nothrow);
+}
 [[gnu::noinline]] void operator delete(void* block) noexcept {
     std::free(block);
 }
 [[gnu::noinline]] void operator delete(void* block, std::size_t) noexcept {
+    std::free(block);
+}
+[[gnu::noinline]] void operator delete[](void* block) noexcept {
+    std::free(block);
+}
+[[gnu::noinline]] void operator delete[](void* block, std::size_t) noexcept {
     std::free(block);
 }
 

@@ -13,6 +13,13 @@ thread_local long testing_support::t_failingNew = 0;
     }
     return block;
 }
+[[gnu::noinline]] void* operator new(std::size_t size, std::nothrow_t const&) noexcept {
+    try {
+        return operator new(size);
+    } catch (std::bad_alloc const&) {
+        return nullptr;
+    }
+}
 [[gnu::noinline]] void operator delete(void* block) noexcept {
     std::free(block);
 }

@@ -15,8 +15,7 @@ inline std::string BytesOf(std::string const& path) {
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-/// A file of the test's own in a folder of its own, gone with the object. It is not there until somebody
-/// writes it.
+/// The path of a file in a folder of its own, removed with the object. The file exists once it is written.
 class ScratchFile {
   public:
     ScratchFile() {

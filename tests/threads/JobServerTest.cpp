@@ -152,8 +152,10 @@ TEST_F(JobServer, KillsJobsWithoutHoldingALock) {
 
 TEST_F(JobServer, StartsOnceAndEndsInEveryState) {
     int const open = s_openSemaphores;
+    long const listed = VJobServer::ms_jobServersArray ? VJobServer::ms_jobServersArray->Count() : 0;
     {
         ServerScope const server(4);
+        EXPECT_EQ(VJobServer::ms_jobServersArray->Count(), listed + 1);
         EXPECT_TRUE(server->EndServer(true));
         server->ServerLock()->TryLock(-1);
         EXPECT_FALSE(server->StartServer());
@@ -167,6 +169,7 @@ TEST_F(JobServer, StartsOnceAndEndsInEveryState) {
         EXPECT_EQ(s_openSemaphores, open + 1);
     }
     EXPECT_EQ(s_openSemaphores, open);
+    EXPECT_EQ(VJobServer::ms_jobServersArray->Count(), listed);
 }
 
 // The log keeps each thread from its running lock until `EndServer` could have taken it.
@@ -273,7 +276,6 @@ TEST_F(JobServer, LivesAsLongAsItsThread) {
         released = true;
         WaitUntil([&] { return m_log.Has("VJobServer [DESTRUCTOR]: " + name + "  END\n"); });
         EXPECT_TRUE(m_log.Has("VJobServer [DESTRUCTOR]: " + name + "  Server running: no\n"));
-        WaitUntil([&] { return !VJobServer::ms_jobServersArray->IsPtrInArray(server); });
     }
 }
 

@@ -19,13 +19,19 @@ constinit thread_local Nesting s_nesting;
 
 } // namespace
 
+VObjectRef<SlotBlock> SlotBlock::OfCapacity(long slots) {
+    try {
+        auto block = VObjectRef<SlotBlock>::Adopt(new SlotBlock);
+        block->SetCapacity(slots);
+        return block;
+    } catch (std::bad_alloc const&) {
+        throw VException(VException::eOutOfMemory, nullptr, "Error allocating container slots", -1);
+    }
+}
+
 void SlotBlock::SetCapacity(long slots) {
     long const former = Capacity();
-    try {
-        SetLength(static_cast<unsigned long>(slots) * sizeof(VObject*), true);
-    } catch (std::bad_alloc const&) {
-        throw VException(VException::eOutOfMemory, this, "Error allocating container slots", -1);
-    }
+    SetLength(static_cast<unsigned long>(slots) * sizeof(VObject*), true);
     if (slots > former) {
         std::fill(Slots() + former, Slots() + slots, nullptr);
     }

@@ -16,7 +16,8 @@ class SlotBlock final : public VData {
     /// released one after the other, so that the depth of a structure is not limited by the stack.
     static constexpr int kMaxDepth = 1000;
 
-    SlotBlock() : VData(nullptr, 0) {}
+    /// A block of null slots. Throws `VException` with id 1 when memory runs out.
+    static VObjectRef<SlotBlock> OfCapacity(long slots);
 
     VObject** Slots() noexcept { return reinterpret_cast<VObject**>(Bytes()); }
     long Capacity() const noexcept { return static_cast<long>(Length() / sizeof(VObject*)); }
@@ -31,6 +32,8 @@ class SlotBlock final : public VData {
 
   private:
     class Releaser;
+
+    SlotBlock() : VData(nullptr, 0) {}
 
     SlotBlock* m_nextWaiting = nullptr; // while it waits for its turn
     long m_first = 0;

@@ -12,8 +12,7 @@ Snapshot::Snapshot(VObjectContainer const& container)
     if (count <= 0) {
         return;
     }
-    m_block = VObjectRef<detail::SlotBlock>::Adopt(new detail::SlotBlock);
-    m_block->SetCapacity(count);
+    m_block = detail::SlotBlock::OfCapacity(count);
     for (VObject** slot = m_block->Slots(); m_count < count; ++m_count, ++slot) {
         VObject* const element = container.ObjectAtIndex(m_count);
         if (element) {

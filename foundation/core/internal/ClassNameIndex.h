@@ -13,12 +13,9 @@ class ClassNameIndex {
   public:
     /// Room for `count` names.
     explicit ClassNameIndex(std::size_t count);
-    /// Only while nobody else reads.
+    /// Only while no other thread reads.
     void Insert(VClass* record);
     VClass* Find(char const* name) const noexcept;
-
-    /// The next older table: readers may still be in it, so the registry frees it only at its own end.
-    std::unique_ptr<ClassNameIndex> older;
 
   private:
     struct Entry {

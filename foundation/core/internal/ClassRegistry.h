@@ -2,54 +2,81 @@
 
 #include "foundation/core/VClass.h"
 
+#include <map>
+#include <string>
+
 namespace VFoundation {
 
 class VCriticalSection;
 
-/// The process's list of class records and what is kept beside it. Internal to the kernel: `VClass` is its
-/// face.
+/// The process's list of class records and what is kept beside it. Internal to the kernel; `VClass` is its
+/// interface.
 ///
 /// Life of the list: made by the first record, ended by `Destroy`, made again by the next record. Records
 /// that outlive a list (instances exist, or it is the entry that the walk does not visit) are *kept*: they
 /// hang on a chain of their own until their class's next `TheClass()` enters them again. Records that were to
-/// be deleted under living instances are *set aside* and freed once the last instance is gone.
+/// be deleted while instances exist are *set aside*: the last instance frees them.
 ///
-/// Threads: `Register`, `Destroy` and everything that may make a class record hold `ClassCreationLock()`
-/// first and the list's critical section second; look-ups take the critical section only, or no lock at all
-/// when the name index stands.
+/// Threads: any, except that nothing else uses the registry during `Destroy`. Whatever changes the registry holds
+/// a `CreationScope` and, where there is a list, the list's critical section inside it. Look-ups read the name
+/// index without a lock; without an index they lock and make one.
 struct ClassRegistry {
-    /// Makes the list unless it exists or is just being made.
-    static void MakeIfAbsent();
+    /// Serialises the making of records. Re-entrant: a record may be made while another is. Held while user code
+    /// runs only by the dump, whose log it calls, and by the end of the registry.
+    class CreationScope {
+      public:
+        CreationScope() noexcept;
+        ~CreationScope();
+        CreationScope(CreationScope const&) = delete;
+        CreationScope& operator=(CreationScope const&) = delete;
+        static bool IsHeldByThisThread() noexcept;
+    };
+
+    /// Enters a record that is being made, and counts it.
     static void Register(VClass* record);
+    /// Undoes `Register`.
     static void Unregister(VClass* record);
+    /// Empties the slot of a record that goes.
+    static void ClearSlot(VClass* record);
     static VClass* Find(char const* name);
+    /// The record registered under exactly this name, the last one included; null if none.
     static VClass* FindExactly(char const* name);
     static void Sort();
-    static void Destroy(VClass* criticalSectionRecord, VClass* objectRecord, VClass* profilerRecord);
+    static void Destroy();
     static bool Exists() noexcept;
+    /// The record of `VClass` itself.
+    static VClass* OwnRecord();
+    static std::map<std::string, VClass*>& Substitutions();
 
     /// Null when there is no registry.
     static VCriticalSection* Lock() noexcept;
     static long Count();
     static VClass* RecordAt(long index);
 
-    /// Ends a record outside the walk: deletes it, or sets it aside while instances exist.
+    /// Ends a record outside the walk: deletes it, or sets it aside while instances exist. Its slot is cleared
+    /// either way. Null is ignored.
     static void Retire(VClass* record);
-    static void Reattach(VClass* record);
+    /// Frees a record that was set aside and has no instances left.
+    static void FreeSetAside(VClass* record) noexcept;
+    /// Enters a record that outlived a registry in the present one, below `superClass`.
+    static void Reattach(VClass* record, VClass* superClass);
+    /// Marks every record, so that `InitializeMarked` or the class's turn at the next start runs its hook again.
     static void MarkAllForInitialization();
-    /// Frees the records set aside whose last instance is gone.
-    static void SweepSetAside();
+    static void InitializeMarked();
 
   private:
+    static void MakeIfAbsent();
     static void Make();
+    static void EnterInList(VClass* record);
+    static void LeaveList(VClass* record);
     static void Append(VClass* record);
-    static void DropNameIndex();
-    static void WalkAndDelete(VClass* criticalSectionRecord, VClass* objectRecord, VClass* profilerRecord);
+    static void DropNameIndex() noexcept;
+    static void WalkAndDelete();
     static void Delete(VClass* record);
-    static void ClearSlot(VClass* record);
     static void ForgetAsSuperClass(VClass const* record);
     static void Keep(VClass* record);
     static void DropFromKept(VClass const* record);
+    static VClass* NextMarked();
 };
 
 } // namespace VFoundation

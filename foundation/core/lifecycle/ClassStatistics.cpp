@@ -115,7 +115,7 @@ void VClass::DumpClassDetails(bool onlyExisting, bool commaSeparated) {
         return;
     }
     // Printing may make class records, which takes this lock first.
-    std::lock_guard const creation(ClassCreationLock());
+    ClassRegistry::CreationScope const creation;
     VCriticalSectionScope scope;
     scope.SetAndEnter(ClassRegistry::Lock());
     PlainOutputScope const plain(VLog::GetDefaultLog());
@@ -124,13 +124,11 @@ void VClass::DumpClassDetails(bool onlyExisting, bool commaSeparated) {
     Totals totals;
     for (long i = 0; i < ClassRegistry::Count(); ++i) {
         VClass& record = *ClassRegistry::RecordAt(i);
-        long const created = record.Created();
-        long const existing = record.Existing();
-        if (!onlyExisting || existing >= 1) {
+        if (!onlyExisting || record.Existing() >= 1) {
             PrintRow(i, record, commaSeparated);
         }
-        totals.created += created;
-        totals.existing += existing;
+        totals.created += record.Created(); // after the row's array is gone: arrays are counted too
+        totals.existing += record.Existing();
     }
     if (!commaSeparated) {
         VLog::Trace("%s", kRule);

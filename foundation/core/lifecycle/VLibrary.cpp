@@ -16,6 +16,8 @@
 #include "foundation/core/VException.h"
 #include "foundation/core/VGarbageCan.h"
 #include "foundation/core/VMemoryProfiler.h"
+#include "foundation/core/internal/ClassRegistry.h"
+#include "foundation/core/internal/ClassStart.h"
 #include "foundation/graph/VGraph.h"
 #include "foundation/graph/VGraphEdge.h"
 #include "foundation/graph/VGraphNode.h"
@@ -80,8 +82,8 @@ bool s_bWasShutDown = false;
 
 using ClassAccessor = VClass* (*)();
 
-/// The order of registration, which the statistics table shows. Superclasses come by themselves; a class that
-/// stands here twice is found the second time.
+/// The order of registration, which the statistics table shows. Superclasses register with their subclasses; a
+/// class that is listed twice is found the second time.
 constexpr ClassAccessor kClasses[] = {
     &VClass::TheClass,
     &VObject::TheClass,
@@ -157,12 +159,12 @@ constexpr ClassAccessor kClasses[] = {
 bool RegisterClass(ClassAccessor theClass) {
     VClass* const cls = theClass();
     if (cls) {
-        cls->InitializeClassAgain();
+        ClassStart::RunAgain(*cls);
     }
     return cls != nullptr;
 }
 
-/// Where a shut-down has got to; the number stands in the message of an unexpected exception.
+/// How far a shut-down has got; the number is part of the message of an unexpected exception.
 enum Stage : int {
     eStopping = 0,
     eEmptyingPools = 2,
@@ -208,7 +210,7 @@ void ShutDown::Run() {
     if (m_destroyRegistry) {
         EndRegistry();
     }
-    VClass::MarkAllForInitialization();
+    ClassRegistry::MarkAllForInitialization();
     s_bWasShutDown = true;
     ms_bInit = false;
     m_stage = eEndingBackEnd;
@@ -290,10 +292,10 @@ void ShutDown::EndRegistry() {
     VMemoryProfiler::UninitializeClass();
     VObject::UninitializeVObject();
     // These had instances when the registry went: its own list and lock, and the profiler.
-    VClass::Retire(LoadClassSlot(VMemoryProfiler::ms_theClass));
-    VClass::Retire(LoadClassSlot(VPtrArray::ms_theClass));
-    VClass::Retire(LoadClassSlot(VData::ms_theClass));
-    VClass::Retire(LoadClassSlot(VCriticalSection::ms_theClass));
+    ClassRegistry::Retire(LoadClassSlot(VMemoryProfiler::ms_theClass));
+    ClassRegistry::Retire(LoadClassSlot(VPtrArray::ms_theClass));
+    ClassRegistry::Retire(LoadClassSlot(VData::ms_theClass));
+    ClassRegistry::Retire(LoadClassSlot(VCriticalSection::ms_theClass));
 }
 
 } // namespace
@@ -328,6 +330,7 @@ void InitializeLibrary(bool) {
     VXMLFile::SetIXMLFileIOFactory(new VXMLFileIOTinyXmlFactory);
     failures += RegisterClass(&VXMLFile::TheClass) ? 0 : 1;
     VDiskInfo::InitializeVolumeInformation();
+    ClassRegistry::InitializeMarked(); // the classes of the library's users
     if (failures > 0) {
         VLog::Trace("%i classes failed to initialize.\n", narrow_cast<int>(failures));
     }

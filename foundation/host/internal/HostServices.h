@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-/// What the library needs of the operating system beyond the C library; the one place to port.
+/// What the library needs of the operating system beyond the C library: what a port to another system replaces.
 namespace VFoundation::HostServices {
 
 /// `fopen`, with a descriptor that is closed on exec.
@@ -27,12 +27,12 @@ long ProcessorFeatures(unsigned long& features) noexcept;
 struct MountedVolume {
     std::string name;
     std::string mountPath;
-    /// Bytes; 0 where asking might block.
+    /// In bytes; 0 where asking might block.
     std::uint64_t totalBytes = 0;
     std::uint64_t freeBytes = 0;
 };
 
-/// The volumes that a user would call so, in the order of the system's table; see `VDiskInfo`. Without memory
+/// The mounted volumes, as a user understands the word, in the order of the system's table; see `VDiskInfo`. Without memory
 /// `std::bad_alloc`.
 std::vector<MountedVolume> MountedVolumes();
 

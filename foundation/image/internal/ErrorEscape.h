@@ -4,11 +4,11 @@
 
 namespace VFoundation {
 
-/// Calls into C libraries that report an error by a callback which must not return. `Run` makes one step of the
-/// work, a member function that makes such calls; the callback calls `Escape`, and `Run` is false.
+/// Calls C libraries that report an error by a callback which must not return. `Run` calls one step of the work, a
+/// member function with such calls; the callback calls `Escape`, and `Run` is false.
 ///
-/// A step that was escaped from is simply gone: it must hold nothing in local variables that has a destructor.
-/// What the work needs lives in the object, or with whoever calls `Run`. Not for clients.
+/// A step that is left this way runs no destructors: local variables that have one belong into the object, or into the
+/// caller of `Run`.
 ///
 /// Threads: one thread at a time.
 class ErrorEscape {

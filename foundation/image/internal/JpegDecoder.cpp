@@ -21,7 +21,7 @@ namespace VFoundation {
 
 namespace {
 
-/// One file on its way through the library.
+/// Decodes one file.
 class JpegDecoder {
   public:
     explicit JpegDecoder(VFile& file)
@@ -39,7 +39,7 @@ class JpegDecoder {
     static JpegDecoder& Of(j_common_ptr info) { return *static_cast<JpegDecoder*>(info->client_data); }
     static JpegDecoder& Of(j_decompress_ptr info) { return *static_cast<JpegDecoder*>(info->client_data); }
 
-    // What the library calls.
+    // Called by libjpeg.
     static void OnError(j_common_ptr info) { Of(info).m_errorEscape.Escape(); }
     static void OnMessage(j_common_ptr info, int level);
     static void OnProgress(j_common_ptr info);
@@ -68,8 +68,7 @@ class JpegDecoder {
     JOCTET m_buffer[kBufferSize];
 };
 
-/// Warnings are about damage that the library bridges. Past the end of the file they mean that the picture goes on
-/// without data.
+/// Warnings are about damage that libjpeg bridges. Past the end of the file they mean that the picture lacks data.
 void JpegDecoder::OnMessage(j_common_ptr info, int level) {
     if (level < 0 && Of(info).m_fileEnded) {
         OnError(info);
@@ -86,7 +85,7 @@ void JpegDecoder::OnProgress(j_common_ptr info) {
     }
 }
 
-/// Past the end of the file, feed the library an end-of-image marker.
+/// Past the end of the file, feed libjpeg an end-of-image marker.
 boolean JpegDecoder::OnBufferEmpty(j_decompress_ptr info) {
     static constexpr JOCTET kEndOfImage[] = {0xFF, JPEG_EOI};
     JpegDecoder& self = Of(info);
@@ -130,7 +129,7 @@ void JpegDecoder::ReadHeader() {
     jpeg_read_header(&m_info, TRUE);
 }
 
-/// Has the library make the pixels as bitmaps hold them; those of inks are converted after it.
+/// Has libjpeg produce the pixels as bitmaps hold them; inks are converted afterwards.
 void JpegDecoder::Start() {
     bool const isInks = m_info.jpeg_color_space == JCS_CMYK || m_info.jpeg_color_space == JCS_YCCK;
     m_info.out_color_space = isInks                                       ? JCS_CMYK

@@ -7,7 +7,6 @@
 namespace VFoundation {
 
 /// Pixels while a decoder fills them in; `IntoImage` makes a bitmap of them. Not cleared when allocated.
-/// Not for clients.
 ///
 /// Ownership: owns its memory until `IntoImage` hands it on.
 /// Threads: one thread at a time.

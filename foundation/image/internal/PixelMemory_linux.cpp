@@ -24,7 +24,7 @@ void* AllocatePixelMemory(std::size_t bytes) noexcept {
     if (::posix_memalign(&block, kLargePage, bytes) != 0) {
         return nullptr;
     }
-    // Only a wish: without large pages the memory is as good. The rest of the block stays in small ones.
+    // Only advice; a refusal changes nothing. The rest of the block stays in small pages.
     ::madvise(block, inLargePages, MADV_HUGEPAGE);
     return block;
 }

@@ -18,7 +18,7 @@ namespace VFoundation {
 
 namespace {
 
-/// One file on its way through the library.
+/// Decodes one file.
 class PngDecoder {
   public:
     explicit PngDecoder(VFile& file)
@@ -30,7 +30,7 @@ class PngDecoder {
     VBitmapImage* Decode();
 
   private:
-    // What the library calls.
+    // Called by libpng.
     static void OnError(png_structp png, png_const_charp) {
         static_cast<PngDecoder*>(png_get_error_ptr(png))->m_errorEscape.Escape();
     }
@@ -72,11 +72,11 @@ void PngDecoder::ReadHeader() {
     png_set_user_limits(m_png, VImageIOPNG::kMaxSide, VImageIOPNG::kMaxSide);
     png_set_chunk_malloc_max(m_png, VImageIOPNG::kMaxChunkSize);
     png_set_chunk_cache_max(m_png, VImageIOPNG::kMaxChunks);
-    png_set_keep_unknown_chunks(m_png, PNG_HANDLE_CHUNK_NEVER, nullptr, -1); // whatever is not pixels
+    png_set_keep_unknown_chunks(m_png, PNG_HANDLE_CHUNK_NEVER, nullptr, -1); // skip what is not pixels
     png_read_info(m_png, m_info);
 }
 
-/// Has the library make the pixels as bitmaps hold them, but for the multiplication by alpha.
+/// Has libpng produce the pixels as bitmaps hold them, but for the multiplication by alpha.
 void PngDecoder::Transform() {
     png_set_expand(m_png);
     png_set_scale_16(m_png);

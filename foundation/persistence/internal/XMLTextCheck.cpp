@@ -307,6 +307,9 @@ bool Scanner::ScanXMLInstruction(std::string_view target, bool isAtStart) {
                 value.find_first_not_of(kDeclaredValue) != std::string_view::npos) {
                 return false;
             }
+            if (name == "standalone"sv && value != "yes"sv && value != "no"sv) {
+                return false;
+            }
             m_encoding = name == "encoding"sv ? value : m_encoding;
             next = found + 1;
         }

@@ -32,8 +32,8 @@ struct TInterval {
         m_length = std::min(m_length, LongestFrom(m_start));
     }
 
-    // Where several lengths, or none, give the exact end, an intersection is the shortest that fits in both, and a
-    // union the longest of those that just hold both.
+    // Sums of floating numbers are rounded. Of two intervals with the same ends, an intersection is the shorter and a
+    // union the longer. Where no length gives the exact end, an intersection ends just before it, a union just after.
 
     /// What lies in both; empty and at 0 when nothing does.
     TInterval Intersection(TInterval const& other) const noexcept {
@@ -71,8 +71,8 @@ struct TInterval {
         return from > Number{} ? static_cast<Number>(kMax - from) : kMax;
     }
     bool HasEnds(Number from, Number to) const noexcept { return m_start == from && End() == to; }
-    /// The interval from `from` to `to`: this one or the other if they have these ends. A difference of two floating
-    /// numbers is rounded; it moves toward `limit` until `isBetter(end, to)` no longer asks for it.
+    /// The interval from `from` to `to`: this one or the other if they have these ends, and of both the one whose length
+    /// `isBetter`. Else a new one, whose length moves toward `limit` while `to` would be better than its end.
     template <class IsBetter>
     TInterval Between(TInterval const& other, Number from, Number to, Number limit,
                       IsBetter isBetter) const noexcept {

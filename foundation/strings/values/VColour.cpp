@@ -1,6 +1,7 @@
 #include "foundation/strings/values/VColour.h"
 
 #include "foundation/core/Mutex.h"
+#include "foundation/core/VException.h"
 #include "foundation/core/internal/ClassOwned.h"
 #include "foundation/core/internal/CopyByAssignment.h"
 #include "foundation/persistence/VXMLFile.h"
@@ -85,7 +86,8 @@ bool VColour::IsEqual(VObject const& other) const {
 bool VColour::SerializeAsXML(VXMLFile& file) {
     constexpr char const* kColourKey = "colour";
     if (!VObject::SerializeAsXML(file)) {
-        return file.WriteAttribute(kColourKey, GetColourAsString(eTagged));
+        VString const text = GetColourAsString(eTagged);
+        return !text.IsEmpty() && file.WriteAttribute(kColourKey, text);
     }
     if (VString text; file.ReadAttribute(kColourKey, text)) {
         SetColourFromString(text);
@@ -124,12 +126,14 @@ VColour* VColour::Named(eNamed which) {
     // Made outside the lock, because that may make class records, which takes locks of its own.
     Row const& row = kRows[which];
     auto made = VObjectRef<VColour>::Adopt(new VColour(row.red, row.green, row.blue, row.alpha, row.name));
-    detail::MutexLock const lock(s_lock);
+    detail::MutexLock lock(s_lock);
     if (VColour* const colour = ms_namedColours[which].load(std::memory_order_relaxed)) {
         return colour; // another thread was first
     }
-    if (ms_namedColoursArray) {
-        ms_namedColoursArray->AddObject(made.Get());
+    bool const hasName = *made->GetName() != '\0'; // not when memory ran out
+    if (!hasName || (ms_namedColoursArray && !ms_namedColoursArray->AddObject(made.Get()))) {
+        lock.Unlock(); // an exception is logged, by any log
+        throw VException(VException::eOutOfMemory, nullptr, "Error making a named colour", -1);
     }
     VColour* const colour = made.Detach();
     ms_namedColours[which].store(colour, std::memory_order_release);

@@ -59,7 +59,8 @@ class VColour : public Registered<VColour, VObject>, public SColour {
     enum eNamed : int { VFOUNDATION_NAMED_COLOURS(VFOUNDATION_ROW) kNamedCount };
 #undef VFOUNDATION_ROW
     /// The named colour, made on first use and entered in `ms_namedColoursArray` when there is one. Null for a number
-    /// that is none of `eNamed`.
+    /// that is none of `eNamed`. When memory runs out, throws `std::bad_alloc` or a `VException` with id 1, and the next
+    /// use tries again.
     static VColour* Named(eNamed which);
     // `VColour::Aqua()` and the others.
 #define VFOUNDATION_ROW(accessor, name, r, g, b, a)                                                          \

@@ -165,11 +165,11 @@ bool VValue::LoadValue(VXMLFile& file) {
             m_value.m_string = VString::New();
         }
         char const* text = nullptr; // as it is, so that an empty one counts
-        bool const hasText = file.ReadAttribute(kValueKey, text);
-        if (hasText) {
-            *m_value.m_string = text;
+        if (!file.ReadAttribute(kValueKey, text)) {
+            return false;
         }
-        return hasText;
+        *m_value.m_string = text;
+        return *m_value.m_string == text; // not when memory ran out
     }
     case SValue::kObject:
         m_value.SetValueToObject(

@@ -5,10 +5,13 @@
 #include "launcher/linux/DialogRoles.h"
 #include "launcher/linux/HelperExit.h"
 #include "launcher/linux/dialog/DialogBody.h"
+#include "launcher/linux/dialog/DisplayWatch.h"
 #include "launcher/linux/dialog/PasswordDialog.h"
 #include "launcher/linux/dialog/PolkitAgent.h"
 
+#include <csignal>
 #include <cstdlib>
+#include <gdk/gdkx.h>
 #include <glib-unix.h>
 #include <string_view>
 #include <sys/prctl.h>
@@ -19,10 +22,11 @@ namespace {
 
 using namespace Launcher;
 
-constexpr int kAlertIconSize = 48; // pixels
-constexpr int kAlertArguments = 5; // program, role, three texts
-constexpr int kAgentArguments = 3; // program, role, icon path
-constexpr int kExitNoPassword = 1; // as sudo wants it
+constexpr int kAlertIconSize = 48;                            // pixels
+constexpr int kAlertArguments = 5;                            // program, role, three texts
+constexpr int kAgentArguments = 4;                            // program, role, icon path, program to start
+constexpr int kExitNoPassword = 1;                            // as sudo wants it
+constexpr char kApplicationName[] = "com.quillmark.Launcher"; // of the menu entry, for the task bar's icon
 
 // Nothing that holds a password may be dumped or looked into by the user's other programs.
 void ProtectMemory() {
@@ -40,34 +44,57 @@ void LeaveWithLauncher() {
 int RunAlert(char const* message, char const* information, char const* button) {
     SDialogBody const body =
         MakeDialogBody(MakePicture({}, kAlertIconSize, "dialog-warning"), message, information);
-    gtk_widget_grab_default(gtk_dialog_add_button(body.dialog, button, GTK_RESPONSE_OK));
-    gtk_widget_show_all(GTK_WIDGET(body.dialog));
-    gtk_dialog_run(body.dialog); // whatever closed it, the user has seen it
-    gtk_widget_destroy(GTK_WIDGET(body.dialog));
+    atk_object_set_role(gtk_widget_get_accessible(GTK_WIDGET(body.dialog)), ATK_ROLE_ALERT);
+    AddButton(body, button, GTK_RESPONSE_OK, true);
+    g_signal_connect(body.dialog, "response", G_CALLBACK(gtk_main_quit), nullptr); // whatever closed it, the
+    g_signal_connect(body.dialog, "destroy", G_CALLBACK(gtk_main_quit), nullptr);  // user has seen it
+    ShowDialog(body);
+    SendWord(STDIN_FILENO, EWord::eReady);
+    gtk_main();
     return 0;
 }
 
-int RunAskpass(char const* iconPath, char const* prompt) {
+void WritePassword(SecretText const& password, int* exitStatus) {
+    bool const isWritten = ::write(STDOUT_FILENO, password.CString(), password.Length()) ==
+                               static_cast<ssize_t>(password.Length()) &&
+                           ::write(STDOUT_FILENO, "\n", 1) == 1;
+    *exitStatus = isWritten ? 0 : kExitNoPassword;
+    gtk_main_quit();
+}
+
+int RunAskpass(char const* iconPath, std::string_view prompt) {
     int exitStatus = kExitNoPassword;
-    PasswordDialog dialog(iconPath, {},
-                          {.answered =
-                               [&exitStatus](SecretText const& password) {
-                                   bool const isWritten =
-                                       ::write(STDOUT_FILENO, password.CString(), password.Length()) ==
-                                           static_cast<ssize_t>(password.Length()) &&
-                                       ::write(STDOUT_FILENO, "\n", 1) == 1;
-                                   exitStatus = isWritten ? 0 : kExitNoPassword;
-                                   gtk_main_quit();
-                               },
-                           .cancelled =
-                               [] {
-                                   SendWord(STDIN_FILENO, EWord::eCancelled);
-                                   gtk_main_quit();
-                               },
-                           .userChosen = {}});
-    dialog.AskFor(prompt, false);
+    char const* const program = std::getenv(kAskpassProgramVariable);
+    PasswordDialog dialog(
+        iconPath, ReasonToStart(program ? program : ""),
+        {.answered = [&exitStatus](SecretText const& password) { WritePassword(password, &exitStatus); },
+         .cancelled =
+             [] {
+                 SendWord(STDIN_FILENO, EWord::eCancelled);
+                 gtk_main_quit();
+             },
+         .userChosen = {}});
+    if (prompt.starts_with(kAskpassPasswordOf)) {
+        dialog.AskForPasswordOf(std::string(prompt.substr(std::string_view(kAskpassPasswordOf).size())));
+    } else {
+        dialog.AskFor(std::string(prompt), false);
+    }
     gtk_main();
     return exitStatus;
+}
+
+bool OpenDisplay() {
+    DisplayWatch const watch;
+    if (gtk_init_check(nullptr, nullptr)) {
+        GdkDisplay* const display = gdk_display_get_default();
+        if (GDK_IS_X11_DISPLAY(
+                display)) { // for good: a window that another program destroys must not end this one
+            gdk_x11_display_error_trap_push(display);
+        }
+        return true;
+    }
+    SendWord(STDIN_FILENO, EWord::eNoDisplay);
+    return false;
 }
 
 } // namespace
@@ -84,13 +111,14 @@ int main(int argc, char** argv) {
     if (!isAlert) {
         ProtectMemory();
     }
-    g_set_prgname("QuillmarkLauncher");
-    if (!gtk_init_check(nullptr, nullptr)) {
+    ::prctl(PR_SET_PDEATHSIG, SIGKILL); // until there is a loop that watches the launcher
+    g_set_prgname(kApplicationName);
+    if (!OpenDisplay()) {
         return kExitNoDisplay;
     }
     LeaveWithLauncher();
     if (isAlert) {
         return RunAlert(argv[2], argv[3], argv[4]);
     }
-    return isAgent ? RunPolkitAgent(argv[2]) : RunAskpass(askpassIcon, argv[1]);
+    return isAgent ? RunPolkitAgent(argv[2], argv[3]) : RunAskpass(askpassIcon, argv[1]);
 }

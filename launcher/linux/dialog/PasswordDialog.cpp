@@ -1,54 +1,81 @@
 #include "launcher/linux/dialog/PasswordDialog.h"
 
+#include "launcher/linux/BundlePlaces.h"
+#include "launcher/linux/Messages.h"
+
+#include <filesystem>
+
 namespace Launcher {
 
 namespace {
 
-constexpr int kIconSize = 64; // pixels
+constexpr int kIconSize = 64;    // pixels
+constexpr int kFieldSpacing = 8; // pixels
+constexpr int kFieldsMargin = 6; // pixels, above the fields
+constexpr int kEntryWidth = 24;  // characters
+constexpr int kUsersRow = 0;     // of the grid of fields
+constexpr int kPasswordRow = 1;
 
-void MakeSmallAndDim(GtkWidget* label) {
+GtkWidget* MakeDetail(std::string const& text) {
+    GtkWidget* const label = MakeTextLabel(text);
     PangoAttrList* const attributes = pango_attr_list_new();
     pango_attr_list_insert(attributes, pango_attr_scale_new(PANGO_SCALE_SMALL));
     gtk_label_set_attributes(GTK_LABEL(label), attributes);
     pango_attr_list_unref(attributes);
-    gtk_style_context_add_class(gtk_widget_get_style_context(label), GTK_STYLE_CLASS_DIM_LABEL);
+    return label;
 }
 
-void SetText(GtkLabel* label, std::string const& text) {
-    char* const valid = g_utf8_make_valid(text.c_str(), -1);
-    gtk_label_set_text(label, valid);
-    g_free(valid);
+GtkWidget* MakeFieldLabel(std::string const& labelWithMnemonic, GtkWidget* field) {
+    GtkWidget* const label = gtk_label_new_with_mnemonic(labelWithMnemonic.c_str());
+    gtk_label_set_xalign(GTK_LABEL(label), 0);
+    gtk_label_set_mnemonic_widget(GTK_LABEL(label), field);
+    return label;
+}
+
+// Text for a label with mnemonics in which no '_' marks one.
+std::string WithoutMnemonic(std::string const& text) {
+    std::string result;
+    for (char const c : text) {
+        result += c == '_' ? "__" : std::string(1, c);
+    }
+    return result;
+}
+
+GdkKeymap* Keymap() {
+    return gdk_keymap_get_for_display(gdk_display_get_default());
 }
 
 } // namespace
 
-PasswordDialog::PasswordDialog(std::string const& iconPath, std::string const& detail, SHandlers handlers)
+SPasswordReason ReasonToStart(std::string const& program) {
+    SOwnBundle const bundle = OwnBundle();
+    std::string const name = ReadableName(bundle.name);
+    std::string const folder = ReadableName(bundle.folder);
+    if (program.empty()) {
+        return {Translated("\"{bundle}\" in the folder \"{folder}\" wants to start a program that may change "
+                           "anything on "
+                           "this computer. An administrator's password allows it.",
+                           {{"bundle", name}, {"folder", folder}}),
+                ReadableName(bundle.path)};
+    }
+    return {Translated(
+                "\"{bundle}\" in the folder \"{folder}\" wants to start \"{program}\", which may then change "
+                "anything on this computer. An administrator's password allows it.",
+                {{"bundle", name},
+                 {"folder", folder},
+                 {"program", ReadableName(std::filesystem::path(program).filename().string())}}),
+            ReadableName(program)};
+}
+
+PasswordDialog::PasswordDialog(std::string const& iconPath, SPasswordReason const& reason, SHandlers handlers)
     : m_handlers(std::move(handlers)),
       m_body(MakeDialogBody(MakePicture(iconPath, kIconSize, "dialog-password"),
-                            "Administrator rights are needed",
-                            "Quillmark is about to start a program as administrator. "
-                            "Enter an administrator’s password to allow it.")),
-      m_prompt(GTK_LABEL(MakeTextLabel("Password:"))), m_entry(GTK_ENTRY(gtk_entry_new())),
-      m_note(GTK_LABEL(MakeTextLabel(""))) {
-    if (!detail.empty()) {
-        GtkWidget* const label = MakeTextLabel(detail);
-        MakeSmallAndDim(label);
-        gtk_box_pack_start(m_body.column, label, FALSE, FALSE, 0);
+                            Translated("Administrator rights are needed"), reason.text)) {
+    if (!reason.detail.empty()) {
+        gtk_box_pack_start(m_body.column, MakeDetail(reason.detail), FALSE, FALSE, 0);
     }
-    gtk_entry_set_visibility(m_entry, FALSE);
-    gtk_entry_set_input_purpose(m_entry, GTK_INPUT_PURPOSE_PASSWORD);
-    gtk_entry_set_max_length(m_entry, SecretText::kMaxLength / 4); // characters of up to four bytes
-    gtk_entry_set_activates_default(m_entry, TRUE);
-    gtk_label_set_mnemonic_widget(m_prompt, GTK_WIDGET(m_entry));
-    for (GtkWidget* const widget : {GTK_WIDGET(m_prompt), GTK_WIDGET(m_entry), GTK_WIDGET(m_note)}) {
-        gtk_box_pack_start(m_body.column, widget, FALSE, FALSE, 0);
-    }
-    gtk_widget_set_no_show_all(GTK_WIDGET(m_note), TRUE);
-
-    gtk_dialog_add_button(m_body.dialog, "_Cancel", GTK_RESPONSE_CANCEL);
-    GtkWidget* const allow = gtk_dialog_add_button(m_body.dialog, "_Allow", GTK_RESPONSE_OK);
-    gtk_style_context_add_class(gtk_widget_get_style_context(allow), GTK_STYLE_CLASS_SUGGESTED_ACTION);
-    gtk_dialog_set_default_response(m_body.dialog, GTK_RESPONSE_OK);
+    AddFields();
+    AddButtons();
     SetOpen(false);
     g_signal_connect(m_body.dialog, "response", G_CALLBACK(+[](GtkDialog*, int response, gpointer self) {
                          static_cast<PasswordDialog*>(self)->OnResponse(response);
@@ -56,15 +83,59 @@ PasswordDialog::PasswordDialog(std::string const& iconPath, std::string const& d
                      this);
     // A closed window must not take its widgets along: this object destroys them.
     g_signal_connect(m_body.dialog, "delete-event", G_CALLBACK(gtk_true), nullptr);
+    g_signal_connect(m_body.dialog, "destroy", G_CALLBACK(+[](GtkWidget*, gpointer self) {
+                         static_cast<PasswordDialog*>(self)->OnDestroyed();
+                     }),
+                     this);
+    m_keymapHandler = g_signal_connect(Keymap(), "state-changed", G_CALLBACK(+[](GdkKeymap*, gpointer self) {
+                                           static_cast<PasswordDialog*>(self)->ShowCapsLock();
+                                       }),
+                                       this);
 }
 
 PasswordDialog::~PasswordDialog() {
-    gtk_entry_set_text(m_entry, ""); // wipes what was typed
-    gtk_widget_destroy(GTK_WIDGET(m_body.dialog));
+    g_signal_handler_disconnect(Keymap(), m_keymapHandler);
+    if (m_body.dialog) {
+        g_signal_handlers_disconnect_by_data(m_body.dialog, this);
+        gtk_entry_set_text(m_entry, ""); // wipes what was typed
+        gtk_widget_destroy(GTK_WIDGET(m_body.dialog));
+    }
+}
+
+void PasswordDialog::AddFields() {
+    m_entry = GTK_ENTRY(gtk_entry_new());
+    gtk_entry_set_visibility(m_entry, FALSE);
+    gtk_entry_set_input_purpose(m_entry, GTK_INPUT_PURPOSE_PASSWORD);
+    gtk_entry_set_max_length(m_entry, SecretText::kMaxLength / 4); // characters of up to four bytes
+    gtk_entry_set_width_chars(m_entry, kEntryWidth);
+    gtk_entry_set_activates_default(m_entry, TRUE);
+    gtk_widget_set_hexpand(GTK_WIDGET(m_entry), TRUE);
+    m_prompt = GTK_LABEL(MakeFieldLabel(Translated("_Password:"), GTK_WIDGET(m_entry)));
+
+    m_fields = GTK_GRID(gtk_grid_new());
+    gtk_grid_set_row_spacing(m_fields, kFieldSpacing);
+    gtk_grid_set_column_spacing(m_fields, kFieldSpacing);
+    gtk_widget_set_margin_top(GTK_WIDGET(m_fields), kFieldsMargin);
+    gtk_grid_attach(m_fields, GTK_WIDGET(m_prompt), 0, kPasswordRow, 1, 1);
+    gtk_grid_attach(m_fields, GTK_WIDGET(m_entry), 1, kPasswordRow, 1, 1);
+    gtk_box_pack_start(m_body.column, GTK_WIDGET(m_fields), FALSE, FALSE, 0);
+
+    GtkLabel* capsLock = nullptr;
+    m_capsLockRow = MakeNoteRow("dialog-information", &capsLock);
+    SetLabelText(capsLock, Translated("Caps Lock is on."));
+    m_noteRow = MakeNoteRow("dialog-warning", &m_note);
+    gtk_box_pack_start(m_body.column, m_capsLockRow, FALSE, FALSE, 0);
+    gtk_box_pack_start(m_body.column, m_noteRow, FALSE, FALSE, 0);
+}
+
+void PasswordDialog::AddButtons() {
+    AddButton(m_body, Translated("_Cancel"), GTK_RESPONSE_CANCEL, false);
+    m_allow = AddButton(m_body, Translated("_Allow"), GTK_RESPONSE_OK, true);
+    gtk_style_context_add_class(gtk_widget_get_style_context(m_allow), GTK_STYLE_CLASS_SUGGESTED_ACTION);
 }
 
 void PasswordDialog::SetUsers(std::vector<std::string> const& names, std::size_t selected) {
-    if (names.size() < 2 || m_users) {
+    if (names.size() < 2 || m_users || !m_body.dialog) {
         return;
     }
     m_users = gtk_combo_box_text_new();
@@ -80,31 +151,55 @@ void PasswordDialog::SetUsers(std::vector<std::string> const& names, std::size_t
                          }
                      }),
                      this);
-    gtk_box_pack_start(m_body.column, m_users, FALSE, FALSE, 0);
-    gtk_box_reorder_child(m_body.column, m_users, 2); // between the text and the prompt
+    gtk_grid_attach(m_fields, MakeFieldLabel(Translated("Ad_ministrator:"), m_users), 0, kUsersRow, 1, 1);
+    gtk_grid_attach(m_fields, m_users, 1, kUsersRow, 1, 1);
+}
+
+void PasswordDialog::AskForPasswordOf(std::string const& user) {
+    bool const isNamed = m_users || user.empty(); // beside the chooser
+    ShowPrompt(isNamed ? Translated("_Password:")
+                       : Translated("_Password of {user}:", {{"user", WithoutMnemonic(user)}}),
+               false);
 }
 
 void PasswordDialog::AskFor(std::string const& prompt, bool isEchoed) {
-    SetText(m_prompt, prompt);
+    ShowPrompt(WithoutMnemonic(prompt), isEchoed);
+}
+
+void PasswordDialog::ShowPrompt(std::string const& labelWithMnemonic, bool isEchoed) {
+    if (!m_body.dialog) {
+        return;
+    }
+    gtk_label_set_text_with_mnemonic(m_prompt, labelWithMnemonic.c_str());
     gtk_entry_set_visibility(m_entry, isEchoed);
     SetOpen(true);
-    gtk_widget_show_all(GTK_WIDGET(m_body.dialog));
-    gtk_window_present(GTK_WINDOW(m_body.dialog));
+    ShowCapsLock();
+    ShowDialog(m_body);
     gtk_widget_grab_focus(GTK_WIDGET(m_entry));
 }
 
 void PasswordDialog::SetNote(std::string const& text) {
-    SetText(m_note, text);
-    gtk_widget_set_visible(GTK_WIDGET(m_note), !text.empty());
+    if (m_body.dialog) {
+        SetLabelText(m_note, text);
+        gtk_widget_set_visible(m_noteRow, !text.empty());
+    }
+}
+
+void PasswordDialog::ShowCapsLock() {
+    if (m_body.dialog) {
+        gtk_widget_set_visible(m_capsLockRow, gdk_keymap_get_caps_lock_state(Keymap()));
+    }
 }
 
 void PasswordDialog::Hide() {
-    gtk_widget_hide(GTK_WIDGET(m_body.dialog));
+    if (m_body.dialog) {
+        gtk_widget_hide(GTK_WIDGET(m_body.dialog));
+    }
 }
 
 void PasswordDialog::SetOpen(bool isOpen) {
     gtk_widget_set_sensitive(GTK_WIDGET(m_entry), isOpen);
-    gtk_dialog_set_response_sensitive(m_body.dialog, GTK_RESPONSE_OK, isOpen);
+    gtk_widget_set_sensitive(m_allow, isOpen);
 }
 
 void PasswordDialog::Answer() {
@@ -121,6 +216,11 @@ void PasswordDialog::OnResponse(int response) {
     } else if (gtk_widget_get_sensitive(GTK_WIDGET(m_entry))) {
         Answer();
     }
+}
+
+void PasswordDialog::OnDestroyed() {
+    m_body.dialog = nullptr;
+    m_handlers.cancelled();
 }
 
 } // namespace Launcher

@@ -2,6 +2,7 @@
 
 #include "launcher/linux/BrokerProtocol.h"
 #include "launcher/linux/HelperExit.h"
+#include "launcher/linux/Messages.h"
 #include "launcher/linux/dialog/PasswordDialog.h"
 
 #define POLKIT_AGENT_I_KNOW_API_IS_SUBJECT_TO_CHANGE
@@ -9,6 +10,7 @@
 #include <memory>
 #include <polkit/polkit.h>
 #include <polkitagent/polkitagent.h>
+#include <string_view>
 #include <unistd.h>
 
 namespace Launcher {
@@ -17,12 +19,16 @@ namespace {
 
 constexpr int kMaxAttempts = 3;
 
+// What polkit asks about when pkexec starts the broker: of pkexec itself, or of an installed broker's policy.
+constexpr char kDefaultAction[] = "org.freedesktop.policykit.exec";
+constexpr char kInstalledAction[] = "com.quillmark.Launcher.start";
+
 /// One question of polkit's, from its arrival to its answer.
 class Authentication {
   public:
     /// `task` is adopted; it gets the answer.
-    Authentication(std::string const& iconPath, char const* message, char const* cookie, GList* identities,
-                   GTask* task);
+    Authentication(std::string const& iconPath, SPasswordReason const& reason, char const* cookie,
+                   GList* identities, GTask* task);
     ~Authentication();
     Authentication(Authentication const&) = delete;
     Authentication& operator=(Authentication const&) = delete;
@@ -45,13 +51,14 @@ class Authentication {
     PolkitAgentSession* m_session = nullptr;
     gulong m_cancelHandler = 0;
     int m_attempts = 0;
+    bool m_isTold = false; // the session has said something about this attempt
     PasswordDialog m_dialog;
 };
 
-Authentication::Authentication(std::string const& iconPath, char const* message, char const* cookie,
+Authentication::Authentication(std::string const& iconPath, SPasswordReason const& reason, char const* cookie,
                                GList* identities, GTask* task)
     : m_cookie(cookie), m_task(task),
-      m_dialog(iconPath, message,
+      m_dialog(iconPath, reason,
                {.answered =
                     [this](SecretText const& password) {
                         if (m_session) {
@@ -62,6 +69,7 @@ Authentication::Authentication(std::string const& iconPath, char const* message,
                 .userChosen =
                     [this](std::size_t user) {
                         m_user = user;
+                        m_dialog.SetNote("");
                         StartSession();
                     }}) {
     for (GList const* item = identities; item; item = item->next) {
@@ -108,7 +116,9 @@ void Authentication::StartSession() {
                          static_cast<Authentication*>(self)->OnRequest(prompt, isEchoed);
                      }),
                      this);
+    m_isTold = false;
     auto const showNote = +[](PolkitAgentSession*, char* text, gpointer self) {
+        static_cast<Authentication*>(self)->m_isTold = true;
         static_cast<Authentication*>(self)->m_dialog.SetNote(text);
     };
     g_signal_connect(m_session, "show-error", G_CALLBACK(showNote), this);
@@ -131,8 +141,11 @@ void Authentication::EndSession() {
 
 void Authentication::OnRequest(char const* prompt, bool isEchoed) {
     std::string_view text(prompt);
-    bool const isPlainPassword = text.starts_with("Password");
-    m_dialog.AskFor(isPlainPassword ? "Password of " + m_names[m_user] + ":" : std::string(text), isEchoed);
+    if (text.starts_with("Password") && !isEchoed) {
+        m_dialog.AskForPasswordOf(m_names[m_user]);
+    } else {
+        m_dialog.AskFor(std::string(text), isEchoed);
+    }
 }
 
 void Authentication::OnCompleted(bool isGained) {
@@ -140,7 +153,9 @@ void Authentication::OnCompleted(bool isGained) {
         Finish(false);
         return;
     }
-    m_dialog.SetNote("That password was not accepted. Please try again.");
+    if (!m_isTold) { // the system knows the reason better
+        m_dialog.SetNote(Translated("That password was not accepted. Please try again."));
+    }
     StartSession();
 }
 
@@ -168,6 +183,7 @@ void Authentication::Finish(bool isCancelled) {
 
 struct SAgentState {
     std::string iconPath;
+    std::string program;
     std::unique_ptr<Authentication> authentication; // the last question, finished or not
 };
 
@@ -186,10 +202,10 @@ G_DEFINE_TYPE(QuillmarkListener, quillmark_listener, POLKIT_AGENT_TYPE_LISTENER)
 static void quillmark_listener_init(QuillmarkListener*) {
 }
 
-static void quillmark_listener_initiate(PolkitAgentListener* listener, char const*, char const* message,
-                                        char const*, PolkitDetails*, char const* cookie, GList* identities,
-                                        GCancellable* cancellable, GAsyncReadyCallback callback,
-                                        gpointer userData) {
+static void quillmark_listener_initiate(PolkitAgentListener* listener, char const* action,
+                                        char const* message, char const*, PolkitDetails*, char const* cookie,
+                                        GList* identities, GCancellable* cancellable,
+                                        GAsyncReadyCallback callback, gpointer userData) {
     using namespace Launcher;
     GTask* const task = g_task_new(listener, cancellable, callback, userData);
     SAgentState& state = *reinterpret_cast<QuillmarkListener*>(listener)->state;
@@ -198,8 +214,11 @@ static void quillmark_listener_initiate(PolkitAgentListener* listener, char cons
         g_object_unref(task);
         return;
     }
-    state.authentication =
-        std::make_unique<Authentication>(state.iconPath, message, cookie, identities, task);
+    std::string_view const asked(action);
+    bool const isOurs = asked == kDefaultAction || asked == kInstalledAction;
+    state.authentication = std::make_unique<Authentication>(
+        state.iconPath, isOurs ? ReasonToStart(state.program) : SPasswordReason{message, action}, cookie,
+        identities, task);
     state.authentication->Begin();
 }
 
@@ -214,8 +233,8 @@ static void quillmark_listener_class_init(QuillmarkListenerClass* listenerClass)
 
 namespace Launcher {
 
-int RunPolkitAgent(std::string const& iconPath) {
-    SAgentState state{iconPath, nullptr};
+int RunPolkitAgent(std::string const& iconPath, std::string const& program) {
+    SAgentState state{iconPath, program, nullptr};
     auto* const listener =
         static_cast<QuillmarkListener*>(g_object_new(quillmark_listener_get_type(), nullptr));
     listener->state = &state;

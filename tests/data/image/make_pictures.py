@@ -118,7 +118,7 @@ def pngs():
     png("rgba-16", w, h, RGBA, 16, interlaced=True)
     png("one-pixel", 1, 1, RGBA, 8, interlaced=True)
     png("tall", 1, 300, GREY, 8)
-    # An animation: its first frame is the picture, the second is no business of ours.
+    # An animation: its first frame is the picture, the second is skipped.
     control = struct.pack(">IIIIIHHBB", 0, w, h, 0, 0, 1, 10, 0, 0)
     second = struct.pack(">I", 2) + zlib.compress(bytes((w * 4 + 1) * h))
     png("animation", w, h, RGBA, 8,

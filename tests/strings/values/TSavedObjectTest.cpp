@@ -64,6 +64,15 @@ TEST(TSavedObject, CopiesAreWholeOrThrow) {
             EXPECT_TRUE(testing_support::AllocationHasFailed() || copy->IsEqual(*object));
         });
     }
+    testing_support::FailEachAllocation([&] {
+        VColour target(9, 9, 9, 9, nullptr);
+        try {
+            target = colour;
+        } catch (...) {
+            EXPECT_EQ(target.red, 9);
+            throw;
+        }
+    });
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "foundation/strings/values/VColour.h"
 
+#include "tests/support/FailingAllocator.h"
 #include "tests/support/SavedForms.h"
 
 #include <algorithm>
@@ -95,6 +96,21 @@ TEST_F(VColourTest, MakesNamedColoursAgainAfterAnEnd) {
     VColour::InitializeClass();
     VColour const* const red = VColour::Red();
     EXPECT_EQ(VColour::GetColourNamed("red"), red);
+}
+
+TEST_F(VColourTest, EntersEveryNamedColourOrThrows) {
+    testing_support::FailEachAllocation([] {
+        VColour::UninitializeClass();
+        VColour::InitializeClass();
+        for (int i = 0; i < 20; ++i) {
+            VColour::ms_namedColoursArray->AddObject(nullptr); // so that the array has to grow
+        }
+        VColour::InitAllNamedColours();
+        EXPECT_EQ(VColour::ms_namedColoursArray->Count(), 55);
+        for (char const* const name : {"Aqua", "Gold", "Yellow", "Carraway Violet"}) {
+            EXPECT_NE(VColour::GetColourNamed(name), nullptr) << name;
+        }
+    });
 }
 
 TEST_F(VColourTest, GivesTheSameNamedColoursToEveryThread) {

@@ -52,7 +52,7 @@ inline bool SerializeMember(VXMLFile& file, char const* name, VString& member) {
         return false;
     }
     member = text;
-    return true;
+    return member == text; // not when memory ran out
 }
 
 template <class Derived>

@@ -1,6 +1,7 @@
 #include "foundation/core/VException.h"
 #include "foundation/core/VObjectRef.h"
 #include "foundation/core/lifecycle/VLibrary.h"
+#include "foundation/log/VLog.h"
 #include "tests/support/Counted.h"
 
 #include <gtest/gtest.h>
@@ -11,7 +12,7 @@ namespace {
 
 using namespace VFoundation;
 
-TEST(Exception, DescribesItself) {
+TEST(VException, DescribesItself) {
     VString text;
     VException(5, nullptr, "x", -1).GetDescription(text);
     EXPECT_STREQ(text.CString(), R"(VException: id: "File not found"  src:"Unknown"  descr: "x")");
@@ -29,7 +30,7 @@ TEST(Exception, DescribesItself) {
     EXPECT_NE(std::string(text.CString()).find(longText), std::string::npos);
 }
 
-TEST(Exception, EveryConstructionIsLogged) {
+TEST(VException, EveryConstructionIsLogged) {
     InitializeLibrary(false);
     testing::internal::CaptureStderr();
     {
@@ -45,7 +46,18 @@ TEST(Exception, EveryConstructionIsLogged) {
     UninitializeLibrary(true, false, true);
 }
 
-TEST(Exception, CollectsATrace) {
+TEST(VException, DoesNotThrowWhatTheLogThrows) {
+    struct Throwing : VLog {
+        void AddString(char const*) override { throw 7; }
+    };
+    InitializeLibrary(false);
+    VLog::SetLog(VObjectRef<Throwing>::Adopt(new Throwing).Get());
+    EXPECT_THROW(throw VException(VException::eFileNotFound, nullptr, "real", -1), VException);
+    VLog::SetLog(nullptr);
+    UninitializeLibrary(true, false, true);
+}
+
+TEST(VException, CollectsATrace) {
     VException exception(0, nullptr, "", -1);
     exception.AppendStackTrace("Inner", 4);
     exception.AppendStackTrace("Outer", -1);

@@ -26,7 +26,7 @@ std::string CaptureShutDown(bool destroyRegistry, bool dumpClasses, bool quiet) 
     return testing::internal::GetCapturedStderr();
 }
 
-TEST(Library, NestedPairsWorkOnlyAtTheOuterEnds) {
+TEST(VLibrary, NestedPairsWorkOnlyAtTheOuterEnds) {
     InitializeLibrary(false);
     InitializeLibrary(true);
     EXPECT_EQ(CaptureShutDown(true, true, true), "");
@@ -37,7 +37,7 @@ TEST(Library, NestedPairsWorkOnlyAtTheOuterEnds) {
     EXPECT_EQ(VString::ms_recycledStrings, nullptr);
 }
 
-TEST(Library, AnInnerShutDownLeavesItsContextOpen) {
+TEST(VLibrary, AnInnerShutDownLeavesItsContextOpen) {
     InitializeLibrary(false);
     InitializeLibrary(false);
     EXPECT_EQ(CaptureShutDown(true, false, false), "[ VFoundation::UninitializeLibrary - START ]\n");
@@ -46,7 +46,7 @@ TEST(Library, AnInnerShutDownLeavesItsContextOpen) {
     EXPECT_EQ(outer.rfind(" [ VFoundation::UninitializeLibrary - START ]\n", 0), 0U);
 }
 
-TEST(Library, TellsWhatItShutsDown) {
+TEST(VLibrary, TellsWhatItShutsDown) {
     InitializeLibrary(false);
     VString::NewString("pooled")->Release();
     std::string const log = CaptureShutDown(true, true, false);
@@ -61,7 +61,7 @@ TEST(Library, TellsWhatItShutsDown) {
     }
 }
 
-TEST(Library, KeepsTheRecordsWhenAskedTo) {
+TEST(VLibrary, KeepsTheRecordsWhenAskedTo) {
     InitializeLibrary(false);
     VClass* const object = VObject::TheClass();
     VClass* const string = VString::TheClass();
@@ -81,7 +81,7 @@ TEST(Library, KeepsTheRecordsWhenAskedTo) {
     EXPECT_EQ(VMemoryProfiler::DefaultProfiler(), nullptr);
 }
 
-TEST(Library, MayBeShutDownWithoutAStartAndStartedAfterAnyEnd) {
+TEST(VLibrary, MayBeShutDownWithoutAStartAndStartedAfterAnyEnd) {
     UninitializeLibrary(true, true, true); // the count is -1 now
     InitializeLibrary(false);              // 0
     EXPECT_TRUE(IsLibraryInitialized());
@@ -126,7 +126,7 @@ class AFailingLog : public VLog {
     bool m_library;
 };
 
-TEST(Library, AnExceptionEndsTheShutDownWithItsStage) {
+TEST(VLibrary, AnExceptionEndsTheShutDownWithItsStage) {
     for (bool const library : {false, true}) {
         InitializeLibrary(false);
         auto* const log = new AFailingLog("Killing recycled", library);
@@ -151,7 +151,7 @@ TEST(Library, AnExceptionEndsTheShutDownWithItsStage) {
     }
 }
 
-TEST(Library, ThousandCyclesDoNotGrowTheHeap) {
+TEST(VLibrary, ThousandCyclesDoNotGrowTheHeap) {
     std::size_t afterThird = 0;
     for (int cycle = 1; cycle <= 1000; ++cycle) {
         InitializeLibrary(false);

@@ -1,10 +1,12 @@
 #include "foundation/core/VException.h"
+#include "foundation/core/VObjectRef.h"
 #include "foundation/core/lifecycle/VLibrary.h"
 #include "foundation/strings/VData.h"
 #include "tests/support/Counted.h"
 
 #include <gtest/gtest.h>
 
+#include <malloc.h>
 #include <stdexcept>
 
 namespace {
@@ -12,7 +14,7 @@ namespace {
 using namespace VFoundation;
 using testing_support::ACounted;
 
-class RegistryEnd : public testing::Test {
+class VClassEndTest : public testing::Test {
   protected:
     void SetUp() override { InitializeLibrary(false); }
     void TearDown() override {
@@ -22,10 +24,12 @@ class RegistryEnd : public testing::Test {
     }
 };
 
-TEST_F(RegistryEnd, ClearsTheSlotsOfClassesWithoutObjects) {
+TEST_F(VClassEndTest, ClearsTheSlotsOfClassesWithoutObjects) {
     ACounted::New()->Release();
     UninitializeLibrary(true, false, true);
-    EXPECT_TRUE(!ACounted::ms_theClass && !VObject::ms_theClass && VObject::ms_finalShutdown);
+    EXPECT_EQ(ACounted::ms_theClass, nullptr);
+    EXPECT_EQ(VObject::ms_theClass, nullptr);
+    EXPECT_TRUE(VObject::ms_finalShutdown);
     EXPECT_FALSE(VClass::DestroyClassRegistry());
 
     VClass* const fresh = ACounted::TheClass(); // works without the library, and counts from the start
@@ -36,7 +40,7 @@ TEST_F(RegistryEnd, ClearsTheSlotsOfClassesWithoutObjects) {
     EXPECT_EQ(ACounted::TheClass(), fresh);
 }
 
-TEST_F(RegistryEnd, AClassWithObjectsKeepsItsRecordAndEntersTheNextRegistryOnce) {
+TEST_F(VClassEndTest, AClassWithObjectsKeepsItsRecordAndEntersTheNextRegistryOnce) {
     ACounted* const survivor = ACounted::New();
     VClass* const record = survivor->Class();
     UninitializeLibrary(true, false, true);
@@ -54,7 +58,7 @@ TEST_F(RegistryEnd, AClassWithObjectsKeepsItsRecordAndEntersTheNextRegistryOnce)
     EXPECT_EQ(record->Existing(), 0);
 }
 
-TEST_F(RegistryEnd, ObjectsMayOutliveARecordThatIsDeletedByName) {
+TEST_F(VClassEndTest, ObjectsMayOutliveARecordThatIsDeletedByName) {
     auto* const data = new VData(8); // its class's record is among those deleted last
     UninitializeLibrary(true, false, true);
     EXPECT_EQ(VData::ms_theClass, nullptr);
@@ -66,7 +70,43 @@ TEST_F(RegistryEnd, ObjectsMayOutliveARecordThatIsDeletedByName) {
     InitializeLibrary(false);
     auto* const late = new VData(8);
     UninitializeLibrary(true, false, true);
-    late->Release(); // after the end: counts nothing, touches nothing
+    EXPECT_EQ(late->Class()->Existing(), 1);
+    late->Retain();
+    late->Release();
+    late->Release(); // its record goes with it
+}
+
+TEST_F(VClassEndTest, ARecordSetAsideGoesWithItsLastInstance) {
+    std::size_t afterTenth = 0;
+    VObjectRef<VData> survivor;
+    for (int life = 0; life < 200; ++life) {
+        auto const next = VObjectRef<VData>::Adopt(new VData(8));
+        UninitializeLibrary(true, false, true);
+        if (life % 2 == 0) {
+            InitializeLibrary(false);
+        }
+        survivor = next; // the former one goes in a later life than its own, or between two
+        if (life % 2 == 1) {
+            InitializeLibrary(false);
+        }
+        if (life == 10) {
+            afterTenth = mallinfo2().uordblks;
+        }
+    }
+    EXPECT_LE(mallinfo2().uordblks, afterTenth + 16 * 1024);
+}
+
+TEST_F(VClassEndTest, AnObjectThatGoesAfterTheEndStillCountsButItsRecordIsFreed) {
+    auto* const object = ACounted::New();
+    VClass* const record = object->Class();
+    UninitializeLibrary(true, false, true);
+    object->Release();
+    EXPECT_EQ(record->Existing(), 1);
+    InitializeLibrary(false);
+    EXPECT_EQ(ACounted::TheClass(), record);
+    EXPECT_EQ(record->Existing(), 1);
+    UninitializeLibrary(true, false, true);
+    EXPECT_EQ(ACounted::ms_theClass, nullptr);
 }
 
 class AThrowing : public Registered<AThrowing, VObject> {
@@ -86,7 +126,7 @@ class AThrowing : public Registered<AThrowing, VObject> {
     static inline int ms_throws = 0;
 };
 
-TEST_F(RegistryEnd, WhatAHookThrowsLeavesARecordAsAnException) {
+TEST_F(VClassEndTest, WhatAHookThrowsLeavesARecordAsAnException) {
     for (int const kind : {1, 2}) {
         VClass* const record = AThrowing::TheClass();
         AThrowing::ms_throws = kind;
@@ -103,7 +143,19 @@ TEST_F(RegistryEnd, WhatAHookThrowsLeavesARecordAsAnException) {
     }
 }
 
-TEST_F(RegistryEnd, AHookThatThrowsEndsTheWalkAndNothingElse) {
+TEST_F(VClassEndTest, ARecordMayHaveNoName) {
+    auto const fail = [] { throw std::runtime_error("hook"); };
+    auto* const record = new VClass(nullptr, nullptr, nullptr, 1, nullptr, fail, 24, nullptr);
+    EXPECT_STREQ(record->Name(), "");
+    try {
+        delete record;
+        FAIL() << "nothing was thrown";
+    } catch (VException const& exception) {
+        EXPECT_STREQ(exception.DescriptionText().CString(), "~VClass: <unknown>\n");
+    }
+}
+
+TEST_F(VClassEndTest, AHookThatThrowsEndsTheWalkAndNothingElse) {
     AThrowing::TheClass();
     AThrowing::ms_throws = 1;
     EXPECT_TRUE(VClass::DestroyClassRegistry());
@@ -121,7 +173,7 @@ class AFirst : public Registered<AFirst, VObject> { // "AFirst" sorts to the fir
     static AFirst* New() { return new AFirst; }
 };
 
-TEST_F(RegistryEnd, TheFirstEntryIsNotVisited) {
+TEST_F(VClassEndTest, TheFirstEntryIsNotVisited) {
     VClass* const record = AFirst::TheClass();
     VClass::SortClassArray();
     UninitializeLibrary(true, false, true);

@@ -17,7 +17,7 @@ class Plain : public VObject {
     Plain(Plain const&) = default;
 };
 
-TEST(Object, OnlyTheLow30BitsOfTheCountDecide) {
+TEST(VObject, OnlyTheLow30BitsOfTheCountDecide) {
     for (std::int32_t const flags : {0x40000000, INT32_MIN, INT32_MIN | 0x40000000}) {
         auto* const object = ACounted::New();
         object->CountWord() = flags | 1;
@@ -27,7 +27,7 @@ TEST(Object, OnlyTheLow30BitsOfTheCountDecide) {
     }
 }
 
-TEST(Object, CountsFromManyThreads) {
+TEST(VObject, CountsFromManyThreads) {
     ACounted const object;
     auto const count = [&] {
         for (int i = 0; i < 20000; ++i) {
@@ -41,7 +41,7 @@ TEST(Object, CountsFromManyThreads) {
     EXPECT_EQ(object.RetainCount(), 1);
 }
 
-TEST(Object, CopiesAndAssignmentsKeepClassAndCountApart) {
+TEST(VObject, CopiesAndAssignmentsKeepClassAndCountApart) {
     ACounted const original;
     auto const copy = VObjectRef<VObject>::Adopt(original.Copy());
     EXPECT_TRUE(copy->IsMemberOfClass(ACounted::TheClass()));
@@ -56,16 +56,19 @@ TEST(Object, CopiesAndAssignmentsKeepClassAndCountApart) {
     EXPECT_EQ(VObject::TheClass()->Created(), created + 1);
 }
 
-TEST(Object, TellsItsKindDescriptionAndIdentity) {
+TEST(VObject, TellsItsKindDescriptionAndIdentity) {
     ACounted const a;
-    EXPECT_TRUE(a.IsKindOfClass(VObject::TheClass()) && !a.IsMemberOfClass(VObject::TheClass()));
-    EXPECT_FALSE(a.IsKindOfClass(VString::TheClass()) || a.IsKindOfClass(nullptr));
+    EXPECT_TRUE(a.IsKindOfClass(VObject::TheClass()));
+    EXPECT_FALSE(a.IsMemberOfClass(VObject::TheClass()));
+    EXPECT_FALSE(a.IsKindOfClass(VString::TheClass()));
+    EXPECT_FALSE(a.IsKindOfClass(nullptr));
     EXPECT_STREQ(a.Description().CString(), "[ACounted]");
     EXPECT_EQ(a.Hash(), reinterpret_cast<unsigned long>(&a));
-    EXPECT_TRUE(a.IsEqual(a) && !a.IsEqual(ACounted()));
+    EXPECT_TRUE(a.IsEqual(a));
+    EXPECT_FALSE(a.IsEqual(ACounted()));
 }
 
-TEST(ObjectRef, RetainsTheNewBeforeItReleasesTheOld) {
+TEST(VObjectRef, RetainsTheNewBeforeItReleasesTheOld) {
     std::string log;
     auto* const first = ACounted::New();
     first->LogTo(&log);
@@ -84,7 +87,7 @@ TEST(ObjectRef, RetainsTheNewBeforeItReleasesTheOld) {
     EXPECT_EQ(log, "++---x-x");
 }
 
-TEST(ObjectRef, AdoptsAllocatesMovesAndDetaches) {
+TEST(VObjectRef, AdoptsAllocatesMovesAndDetaches) {
     VObjectRef<ACounted> ref;
     EXPECT_EQ(ref.Allocate()->RetainCount(), 1);
     VObjectRef<ACounted> copy = ref;
@@ -100,7 +103,7 @@ TEST(ObjectRef, AdoptsAllocatesMovesAndDetaches) {
     EXPECT_EQ(ACounted::ms_alive, 0);
 }
 
-TEST(AtomicOp, ReturnsTheNewValueAndTakesTheExpectedValueLast) {
+TEST(VAtomicOp, ReturnsTheNewValueAndTakesTheExpectedValueLast) {
     long value = 41;
     EXPECT_EQ(VAtomicOp::AtomicIncrement32(&value), 42);
     EXPECT_EQ(VAtomicOp::AtomicDecrement32(&value), 41);
@@ -113,6 +116,10 @@ TEST(AtomicOp, ReturnsTheNewValueAndTakesTheExpectedValueLast) {
     EXPECT_EQ(target, &a);
     EXPECT_TRUE(VAtomicOp::AtomicCompareAndSwapPtr(&target, &b, &a));
     EXPECT_EQ(target, &b);
+    void volatile* pointee = &a;
+    EXPECT_FALSE(VAtomicOp::AtomicCompareAndSwapPtr(&pointee, &a, &b));
+    EXPECT_TRUE(VAtomicOp::AtomicCompareAndSwapPtr(&pointee, &b, &a));
+    EXPECT_EQ(pointee, &b);
 }
 
 } // namespace
