@@ -25,13 +25,13 @@ char const* TextOfID(long id) {
 
 VException::VException(long id, VObject const* source, char const* description, int stage)
     : Registered(nullptr), m_id(narrow_cast<std::int32_t>(id)), m_source(source), m_description(description),
-      m_stage(stage) {
+      m_stage(stage), m_sourceClass(source ? source->ClassName() : nullptr) {
     Announce();
 }
 
 VException::VException(VException const& other)
     : Registered(nullptr), m_id(other.m_id), m_source(other.m_source), m_description(other.m_description),
-      m_trace(other.m_trace), m_stage(other.m_stage) {
+      m_trace(other.m_trace), m_stage(other.m_stage), m_sourceClass(other.m_sourceClass) {
     Announce();
 }
 
@@ -58,8 +58,8 @@ void VException::AppendStackTrace(char const* function, int stage) {
 void VException::GetDescription(VString& out) const {
     // Put together piece by piece: a description may be longer than a formatted text can be.
     out = "VException: id: \"";
-    out << TextOfID(m_id) << "\"  src:\"" << (m_source ? m_source->ClassName() : "Unknown") << "\"  descr: \""
-        << m_description.CString() << "\"";
+    out << TextOfID(m_id) << "\"  src:\"" << (m_source ? m_sourceClass.CString() : "Unknown")
+        << "\"  descr: \"" << m_description.CString() << "\"";
     if (m_stage >= 0) {
         VString stage;
         stage.Format("stage: %i", static_cast<int>(m_stage));

@@ -17,8 +17,9 @@ namespace VFoundation {
 /// `VExceptionManager::ExceptionHasOccured()`; a thrown exception leaves a line even if it is never caught.
 /// What the log throws meanwhile is dropped: it must not take the exception's place.
 ///
-/// Ownership: thrown and caught by value or reference; the source object is borrowed, so look at it only
-/// where it is known to live.
+/// Ownership: thrown and caught by value or reference. The source object is borrowed, and may be gone by the time
+/// the exception is caught: look at it only where it is known to live. Its class is named in the description all
+/// the same.
 /// Threads: one thread at a time.
 class VException : public Registered<VException, VObject> {
   public:
@@ -72,6 +73,7 @@ class VException : public Registered<VException, VObject> {
     VString m_description;
     VString m_trace;
     std::int32_t m_stage;
+    VString m_sourceClass; // copied while the source lives
 };
 
 /// Remembers whether any `VException` was made in this process.

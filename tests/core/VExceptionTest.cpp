@@ -16,8 +16,10 @@ TEST(VException, DescribesItself) {
     VString text;
     VException(5, nullptr, "x", -1).GetDescription(text);
     EXPECT_STREQ(text.CString(), R"(VException: id: "File not found"  src:"Unknown"  descr: "x")");
-    auto const source = VObjectRef<testing_support::ACounted>::Adopt(testing_support::ACounted::New());
-    VException(1, source.Get(), "x", 3).GetDescription(text);
+    auto source = VObjectRef<testing_support::ACounted>::Adopt(testing_support::ACounted::New());
+    VException const exception(1, source.Get(), "x", 3);
+    source = VObjectRef<testing_support::ACounted>(); // an exception outlives what raised it
+    exception.GetDescription(text);
     EXPECT_STREQ(text.CString(),
                  R"(VException: id: "Out of memory exception"  src:"ACounted"  descr: "x"stage: 3)");
     for (long const unknown : {-1L, 8L, 1L << 40}) {
