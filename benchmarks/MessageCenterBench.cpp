@@ -108,7 +108,6 @@ void Queued_MessageCenter(benchmark::State& state) {
 }
 BENCHMARK(Queued_MessageCenter);
 
-
 class QtSender : public QObject {
     Q_OBJECT
   signals:
@@ -149,7 +148,6 @@ void Queued_QtSignal(benchmark::State& state) {
     CheckSum(state, receiver.m_sum, kBatch);
 }
 BENCHMARK(Queued_QtSignal);
-
 
 } // namespace
 
