@@ -5,6 +5,7 @@
 #include "tests/support/Fork.h"
 #include "tests/support/Jobs.h"
 #include "tests/support/LineLog.h"
+#include "tests/support/PrivateSemaphores.h"
 #include "tests/support/ScratchFile.h"
 
 #include <gtest/gtest.h>
@@ -390,12 +391,9 @@ TEST(VLogFile, IsNotMisledBySignalsThatAProcessHasLeft) {
 TEST(VLogFile, DoesWithoutSemaphores) {
     LineLogScope const traced;
     ForgetSemaphores();
-    rlimit before{};
-    ::getrlimit(RLIMIT_NOFILE, &before);
-    rlimit const none{0, before.rlim_max};
-    ::setrlimit(RLIMIT_NOFILE, &none);
+    testing_support::s_refusesSemaphores = true;
     auto const log = NewLog(nullptr);
-    ::setrlimit(RLIMIT_NOFILE, &before);
+    testing_support::s_refusesSemaphores = false;
     EXPECT_TRUE(traced.Has("Error creating semaphore\n"));
     ExpectToLoseNothing(*log);
 }

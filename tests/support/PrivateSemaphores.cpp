@@ -18,6 +18,7 @@
 // No `operator new`, which tests let fail.
 
 std::atomic<int> testing_support::s_openSemaphores{0};
+std::atomic<bool> testing_support::s_refusesSemaphores{false};
 
 namespace {
 
@@ -56,6 +57,10 @@ extern "C" sem_t* sem_open(char const* name, int flags, ...) noexcept {
     mode_t const mode = (flags & O_CREAT) != 0 ? va_arg(arguments, mode_t) : 0;
     unsigned const value = (flags & O_CREAT) != 0 ? va_arg(arguments, unsigned) : 0;
     va_end(arguments);
+    if (testing_support::s_refusesSemaphores) {
+        errno = EMFILE;
+        return SEM_FAILED;
+    }
     std::lock_guard const lock(s_lock);
     Known** const link = Find(name);
     if (*link) {
