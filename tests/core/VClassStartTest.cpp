@@ -178,16 +178,21 @@ TEST_F(VClassStartTest, AUsersClassThatOutlivesTheLibraryIsSetUpByTheNextStart) 
     EXPECT_EQ(Kept::ms_calls, 3);
 }
 
+template <class Used>
+int UseAndFind() {
+    VObjectRef<Used>::Adopt(Used::New());
+    return VClass::ClassForClassName(Used::kClassName) == Used::ms_theClass ? 1 : 0;
+}
 template <int... Numbers>
-void UseAll(std::integer_sequence<int, Numbers...>) {
-    (VObjectRef<Numbered<100 + Numbers>>::Adopt(Numbered<100 + Numbers>::New()), ...);
+int UseAll(std::integer_sequence<int, Numbers...>) {
+    return (UseAndFind<Numbered<100 + Numbers>>() + ...);
 }
 
 TEST_F(VClassStartTest, ThreadsThatUseNewClassesAtOnceMakeEachOnce) {
     constexpr int kThreads = 4;
     using Numbers = std::make_integer_sequence<int, 32>;
     UninitializeLibrary(true, false, true); // nothing is there: the threads make the registry too
-    testing_support::OnThreads(kThreads, [](int) { UseAll(Numbers{}); });
+    testing_support::OnThreads(kThreads, [](int) { EXPECT_EQ(UseAll(Numbers{}), 32); });
     InitializeLibrary(false);
     EXPECT_EQ(Numbered<100>::ms_calls, 1);
     EXPECT_EQ(Numbered<131>::TheClass()->Created(), kThreads);

@@ -13,6 +13,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <malloc.h>
 #include <string>
 #include <thread>
@@ -118,29 +119,8 @@ class AFailingLog : public VLog {
     bool m_library;
 };
 
-TEST(VLibrary, AnExceptionEndsTheShutDownWithItsStage) {
-    for (bool const library : {false, true}) {
-        InitializeLibrary(false);
-        auto* const log = new AFailingLog("Killing recycled", library);
-        VLog::SetLog(log);
-        log->Release();
-        try {
-            UninitializeLibrary(true, false, true);
-            FAIL() << "nothing was thrown";
-        } catch (VException const& exception) {
-            EXPECT_EQ(exception.Id(), library ? 6 : 0);
-            EXPECT_STREQ(exception.DescriptionText().CString(),
-                         library ? "log" : "Unknown exception in UninitializeLibrary, stage:2");
-            EXPECT_EQ(exception.Stage(), library ? 2 : -1);
-        }
-        EXPECT_TRUE(IsLibraryInitialized()); // the remaining steps did not run
-        VLog::SetLog(nullptr);
-        UninitializeLibrary(true, false, true);
-        EXPECT_FALSE(IsLibraryInitialized());
-        InitializeLibrary(false); // brings the count back to 0
-        InitializeLibrary(false);
-        UninitializeLibrary(true, false, true);
-    }
+void SetLog(VLog* adopted) {
+    VLog::SetLog(VObjectRef<VLog>::Adopt(adopted).Get());
 }
 
 struct AFailingProfiler : VMemoryProfiler {
@@ -152,7 +132,7 @@ struct AFailingProfiler : VMemoryProfiler {
 
 /// A default log with an open context whose end line throws.
 void SetLogThatFailsAtItsEnd() {
-    VLog::SetLog(VObjectRef<VLog>::Adopt(new AFailingLog("open - END", false)).Get());
+    SetLog(new AFailingLog("open - END", false));
     VLog::StartLoggingContext("open");
 }
 
@@ -169,47 +149,41 @@ void SetProfiler(VMemoryProfiler* adopted) {
     VMemoryProfiler::ms_theProfiler.exchange(adopted)->Release();
 }
 
-TEST(VLibrary, AnUnexpectedExceptionIsReportedAtEveryStage) {
-    auto const setLog = [](VLog* adopted) { VLog::SetLog(VObjectRef<VLog>::Adopt(adopted).Get()); };
-    for (int const stage : {0, 2, 3, 8, 10}) {
+TEST(VLibrary, AnExceptionEndsTheShutDownWithItsStage) {
+    struct {
+        int stage; // -1: the library's own exception, which is passed on
+        std::function<void()> prepare;
+        bool isUp, isCounted;
+    } const rows[] = {{0, [] { SetLog(new AFailingLog("UninitializeLibrary - START", false)); }, true, false},
+                      {-1, [] { SetLog(new AFailingLog("Killing recycled", true)); }, true, true},
+                      {2, [] { SetLog(new AFailingLog("Killing recycled", false)); }, true, true},
+                      {3, SetLogThatFailsAtItsEnd, true, true},
+                      {8, [] { SetProfiler(new AFailingProfiler); }, true, true},
+                      {10, [] { SetProfiler(new ALoggingProfiler); }, false, false}};
+    for (auto const& [stage, prepare, isUp, isCounted] : rows) {
         SCOPED_TRACE(stage);
         InitializeLibrary(false);
-        switch (stage) {
-        case 0:
-            setLog(new AFailingLog("UninitializeLibrary - START", false));
-            break;
-        case 2:
-            setLog(new AFailingLog("Killing recycled", false));
-            break;
-        case 3:
-            SetLogThatFailsAtItsEnd();
-            break;
-        case 8:
-            SetProfiler(new AFailingProfiler);
-            break;
-        default:
-            SetProfiler(new ALoggingProfiler);
-        }
+        prepare();
         std::string const expected =
             "Unknown exception in UninitializeLibrary, stage:" + std::to_string(stage);
         try {
             UninitializeLibrary(true, false, stage != 0);
             ADD_FAILURE() << "nothing was thrown";
         } catch (VException const& exception) {
-            EXPECT_EQ(exception.DescriptionText().CString(), expected);
-            EXPECT_EQ(exception.Id(), 0);
-            EXPECT_EQ(exception.Stage(), -1);
+            EXPECT_EQ(exception.DescriptionText().CString(), stage < 0 ? "log" : expected);
+            EXPECT_EQ(exception.Id(), stage < 0 ? 6 : 0);
+            EXPECT_EQ(exception.Stage(), stage < 0 ? 2 : -1);
         }
-        EXPECT_EQ(IsLibraryInitialized(), stage != 10); // cleared before the last stage
+        EXPECT_EQ(IsLibraryInitialized(), isUp); // the remaining steps did not run
+        if (!isUp) {
+            continue;
+        }
         if (stage < 3) {
             VLog::SetLog(nullptr);
         }
-        if (stage == 10) {
-            continue;
-        }
         UninitializeLibrary(true, false, true);
         EXPECT_FALSE(IsLibraryInitialized());
-        if (stage != 0) { // the attempt that failed was counted
+        if (isCounted) {
             InitializeLibrary(false);
             InitializeLibrary(false);
             UninitializeLibrary(true, false, true);

@@ -1,7 +1,5 @@
 #include "foundation/strings/values/VBitString.h"
 
-#include "foundation/core/VException.h"
-#include "tests/support/FailingAllocator.h"
 #include "tests/support/SavedForms.h"
 
 namespace {
@@ -71,24 +69,6 @@ TEST_F(VBitStringTest, TakesNoBitsFromAFileThatHasNone) {
     VBitString bits(40);
     EXPECT_TRUE(bits.Serialize(m_file));
     EXPECT_EQ(bits.CountOnes(), 3) << "bits after the last do not count";
-}
-
-TEST_F(VBitStringTest, KeepsItsBitsWhenMemoryRunsOut) {
-    VBitString saved(100);
-    SaveChunk(saved);
-    OpenChunk(0);
-    VBitString bits;
-    testing_support::FailEachAllocation([&] {
-        bits = Bits("101");
-        m_file.Seek(8, VFile::kFromStart);
-        try {
-            bits.Serialize(m_file);
-        } catch (VException const&) {
-            EXPECT_STREQ(bits.AsString().CString(), "101");
-            throw;
-        }
-    });
-    EXPECT_TRUE(bits == saved);
 }
 
 } // namespace

@@ -2,10 +2,9 @@
 
 #include "tests/support/FailingAllocator.h"
 #include "tests/support/SavedForms.h"
+#include "tests/support/Stress.h"
 
-#include <algorithm>
 #include <string>
-#include <thread>
 #include <vector>
 
 namespace {
@@ -117,14 +116,10 @@ TEST_F(VColourTest, GivesTheSameNamedColoursToEveryThread) {
     VColour::ReleaseAllStaticColours();
     VColour::InitializeClass();
     std::vector<VColour*> seen(4);
-    std::vector<std::thread> threads;
-    for (VColour*& colour : seen) {
-        threads.emplace_back([&colour] {
-            VColour::InitAllNamedColours();
-            colour = VColour::GetColourNamed("slate");
-        });
-    }
-    std::for_each(threads.begin(), threads.end(), [](std::thread& thread) { thread.join(); });
+    testing_support::OnThreads(4, [&seen](int thread) {
+        VColour::InitAllNamedColours();
+        seen[static_cast<std::size_t>(thread)] = VColour::GetColourNamed("slate");
+    });
     EXPECT_EQ(seen, std::vector<VColour*>(4, VColour::Slate()));
     EXPECT_EQ(VColour::ms_namedColoursArray->Count(), 35);
 }
