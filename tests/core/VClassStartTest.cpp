@@ -9,12 +9,11 @@
 #include "foundation/strings/VData.h"
 #include "foundation/strings/VString.h"
 #include "foundation/threads/VCriticalSection.h"
+#include "tests/support/Jobs.h"
 #include "tests/support/Stress.h"
 
 #include <gtest/gtest.h>
 
-#include <functional>
-#include <future>
 #include <stdexcept>
 #include <string>
 
@@ -41,15 +40,13 @@ class Numbered : public Registered<Numbered<Number>, VObject> {
     }
 };
 
-/// A promise whose waiting is bounded.
-class Signal {
-  public:
-    void Send() { m_promise.set_value(); }
-    bool Arrives() { return m_future.wait_for(std::chrono::seconds(20)) == std::future_status::ready; }
-
-  private:
-    std::promise<void> m_promise;
-    std::future<void> m_future = m_promise.get_future();
+/// Waiting for it is bounded.
+struct Signal {
+    void Send() { m_isSent = true; }
+    bool Arrives() const {
+        return testing_support::WaitUntil([this] { return m_isSent.load(); });
+    }
+    std::atomic<bool> m_isSent{false};
 };
 
 class VClassStartTest : public testing::Test {
