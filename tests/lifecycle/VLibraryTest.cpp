@@ -9,19 +9,16 @@
 #include "foundation/log/VLog.h"
 #include "foundation/messaging/VConnectionTuple.h"
 #include "foundation/strings/VString.h"
-#include "tests/support/Counted.h"
 
 #include <gtest/gtest.h>
 
 #include <functional>
 #include <malloc.h>
 #include <string>
-#include <thread>
 
 namespace {
 
 using namespace VFoundation;
-using testing_support::ACounted;
 
 std::string CaptureShutDown(bool destroyRegistry, bool dumpClasses, bool quiet) {
     testing::internal::CaptureStderr();
