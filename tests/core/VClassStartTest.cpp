@@ -9,12 +9,11 @@
 #include "foundation/strings/VData.h"
 #include "foundation/strings/VString.h"
 #include "foundation/threads/VCriticalSection.h"
+#include "tests/support/Jobs.h"
 #include "tests/support/Stress.h"
 
 #include <gtest/gtest.h>
 
-#include <functional>
-#include <future>
 #include <stdexcept>
 #include <string>
 
@@ -41,15 +40,13 @@ class Numbered : public Registered<Numbered<Number>, VObject> {
     }
 };
 
-/// A promise whose waiting is bounded.
-class Signal {
-  public:
-    void Send() { m_promise.set_value(); }
-    bool Arrives() { return m_future.wait_for(std::chrono::seconds(20)) == std::future_status::ready; }
-
-  private:
-    std::promise<void> m_promise;
-    std::future<void> m_future = m_promise.get_future();
+/// Waiting for it is bounded.
+struct Signal {
+    void Send() { m_isSent = true; }
+    bool Arrives() const {
+        return testing_support::WaitUntil([this] { return m_isSent.load(); });
+    }
+    std::atomic<bool> m_isSent{false};
 };
 
 class VClassStartTest : public testing::Test {
@@ -178,16 +175,21 @@ TEST_F(VClassStartTest, AUsersClassThatOutlivesTheLibraryIsSetUpByTheNextStart) 
     EXPECT_EQ(Kept::ms_calls, 3);
 }
 
+template <class Used>
+int UseAndFind() {
+    VObjectRef<Used>::Adopt(Used::New());
+    return VClass::ClassForClassName(Used::kClassName) == Used::ms_theClass ? 1 : 0;
+}
 template <int... Numbers>
-void UseAll(std::integer_sequence<int, Numbers...>) {
-    (VObjectRef<Numbered<100 + Numbers>>::Adopt(Numbered<100 + Numbers>::New()), ...);
+int UseAll(std::integer_sequence<int, Numbers...>) {
+    return (UseAndFind<Numbered<100 + Numbers>>() + ...);
 }
 
 TEST_F(VClassStartTest, ThreadsThatUseNewClassesAtOnceMakeEachOnce) {
     constexpr int kThreads = 4;
     using Numbers = std::make_integer_sequence<int, 32>;
     UninitializeLibrary(true, false, true); // nothing is there: the threads make the registry too
-    testing_support::OnThreads(kThreads, [](int) { UseAll(Numbers{}); });
+    testing_support::OnThreads(kThreads, [](int) { EXPECT_EQ(UseAll(Numbers{}), 32); });
     InitializeLibrary(false);
     EXPECT_EQ(Numbered<100>::ms_calls, 1);
     EXPECT_EQ(Numbered<131>::TheClass()->Created(), kThreads);

@@ -1,7 +1,6 @@
 #include "foundation/numerics/VFloatVectorMapXY.h"
 
 #include "tests/numerics/FloatVectors.h"
-#include "tests/support/FailingAllocator.h"
 #include "tests/support/SavedForms.h"
 
 #include <cmath>
@@ -43,31 +42,6 @@ TEST(VFloatVectorMapXY, RefusesWhatIsNoCurve) {
     EXPECT_TRUE(curve.SetPoints(curve.Y(), curve.X())) << "its own vectors";
     EXPECT_TRUE(curve.X().IsEqual(VectorOf({3, 4})));
     EXPECT_TRUE(curve.Y().IsEqual(VectorOf({1, 2})));
-}
-
-TEST(VFloatVectorMapXY, KeepsItsPointsWhenMemoryRunsOut) {
-    VFloatVectorMapXY large;
-    for (int i = 0; i < 100; ++i) {
-        large.AddPoint(static_cast<float>(i), 0);
-    }
-    for (auto const& change : std::initializer_list<std::function<void(VFloatVectorMapXY&)>>{
-             [](auto& curve) { curve.AddPoint(0, 2); }, [&](auto& curve) { curve = large; },
-             [&](auto& curve) { curve.SetPoints(large.X(), large.Y()); }}) {
-        VFloatVectorMapXY const before = [] {
-            VFloatVectorMapXY points;
-            points.SetPoints(VectorOf({-1, 1, 3, 5}), VectorOf({0, 1, 2, 3}));
-            return points;
-        }();
-        FailEachAllocation([&] {
-            VFloatVectorMapXY curve(before);
-            try {
-                change(curve);
-            } catch (...) {
-                EXPECT_TRUE(curve.IsEqual(before));
-                throw;
-            }
-        });
-    }
 }
 
 TEST_F(VFloatVectorMapXYTest, TravelsThroughBothForms) {

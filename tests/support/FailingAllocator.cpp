@@ -4,9 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include <atomic>
 #include <cstdint>
-#include <cstdio>
 #include <cstdlib>
 #include <mutex>
 #include <new>
@@ -21,21 +19,14 @@ void __real_free(void* block);
 
 namespace {
 
-/// A block that is alive: libc's own blocks are freed through here too and must not count.
-struct Entry {
-    std::uintptr_t block; // 1: was removed
-    std::uint32_t number;
-    std::uint32_t run; // how often a failure had been ordered
-    std::size_t size;
-};
 constexpr std::size_t kEntries = std::size_t{1} << 20;
-constexpr std::uintptr_t kRemoved = 1;
+constexpr std::uintptr_t kRemoved = 1; // there was a block in this place
 
 std::mutex s_lock;
-Entry s_entries[kEntries];
+/// The blocks that are alive: libc's own are freed through here too and must not count.
+std::uintptr_t s_blocks[kEntries];
 long s_live = 0;
 long s_number = 0;
-std::uint32_t s_run = 0;
 long s_failAt = 0;
 bool s_onward = false;
 bool s_failed = false;
@@ -58,15 +49,15 @@ bool MustFail(std::size_t size) {
     return fails;
 }
 
-void* Born(void* block, std::size_t size) {
+void* Born(void* block) {
     if (block) {
         std::lock_guard const lock(s_lock);
         auto const address = reinterpret_cast<std::uintptr_t>(block);
         std::size_t slot = SlotOf(address);
-        while (s_entries[slot].block > kRemoved) {
+        while (s_blocks[slot] > kRemoved) {
             slot = (slot + 1) % kEntries;
         }
-        s_entries[slot] = {address, static_cast<std::uint32_t>(s_number), s_run, size};
+        s_blocks[slot] = address;
         ++s_live;
     }
     return block;
@@ -75,10 +66,10 @@ void* Born(void* block, std::size_t size) {
 void Gone(void* block) {
     std::lock_guard const lock(s_lock);
     auto const address = reinterpret_cast<std::uintptr_t>(block);
-    for (std::size_t slot = SlotOf(address); s_entries[slot].block != 0; slot = (slot + 1) % kEntries) {
-        if (s_entries[slot].block == address) {
+    for (std::size_t slot = SlotOf(address); s_blocks[slot] != 0; slot = (slot + 1) % kEntries) {
+        if (s_blocks[slot] == address) {
             // A removed entry at the end of a row of entries is as good as none.
-            s_entries[slot].block = s_entries[(slot + 1) % kEntries].block == 0 ? 0 : kRemoved;
+            s_blocks[slot] = s_blocks[(slot + 1) % kEntries] == 0 ? 0 : kRemoved;
             --s_live;
             return;
         }
@@ -89,20 +80,20 @@ void Gone(void* block) {
 
 extern "C" {
 void* __wrap_malloc(std::size_t size) {
-    return MustFail(size) ? nullptr : Born(__real_malloc(size), size);
+    return MustFail(size) ? nullptr : Born(__real_malloc(size));
 }
 void* __wrap_calloc(std::size_t count, std::size_t size) {
-    return MustFail(count * size) ? nullptr : Born(__real_calloc(count, size), count * size);
+    return MustFail(count * size) ? nullptr : Born(__real_calloc(count, size));
 }
 void* __wrap_realloc(void* block, std::size_t size) {
     if (MustFail(size)) {
         return nullptr;
     }
     Gone(block); // before it can be another's
-    return Born(__real_realloc(block, size), size);
+    return Born(__real_realloc(block, size));
 }
 void* __wrap_aligned_alloc(std::size_t alignment, std::size_t size) {
-    return MustFail(size) ? nullptr : Born(__real_aligned_alloc(alignment, size), size);
+    return MustFail(size) ? nullptr : Born(__real_aligned_alloc(alignment, size));
 }
 void __wrap_free(void* block) {
     if (block) {
@@ -183,7 +174,6 @@ void FailingAllocator::FailAt(long n, bool onward) {
     std::lock_guard const lock(s_lock);
     if (n > 0) {
         s_number = 0;
-        ++s_run;
         s_failed = false;
     }
     s_failAt = n;
@@ -207,21 +197,6 @@ std::vector<std::size_t> FailingAllocator::RecordedSizes() {
         s_isRecording = false;
     }
     return {s_sizes, s_sizes + s_sizeCount};
-}
-
-std::string FailingAllocator::LiveSizes() {
-    char text[1000] = "";
-    std::size_t length = 0;
-    {
-        std::lock_guard const lock(s_lock); // no allocation in here
-        for (Entry const& entry : s_entries) {
-            if (entry.block > kRemoved && entry.run == s_run && length + 60 < sizeof text) {
-                length += static_cast<std::size_t>(std::snprintf(text + length, sizeof text - length,
-                                                                 " %u: %zu,", entry.number, entry.size));
-            }
-        }
-    }
-    return text;
 }
 
 } // namespace testing_support

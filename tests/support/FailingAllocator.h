@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <functional>
-#include <string>
 #include <vector>
 
 namespace testing_support {
@@ -27,8 +26,6 @@ struct FailingAllocator {
     /// Starts a list of the sizes of allocations; `RecordedSizes` ends it.
     static void RecordSizes();
     static std::vector<std::size_t> RecordedSizes();
-    /// The numbers and sizes of the blocks allocated since a failure was last ordered, and still alive.
-    static std::string LiveSizes();
 };
 
 } // namespace testing_support

@@ -30,17 +30,12 @@ TEST(SPoint, ReadsStrictly) {
     EXPECT_STREQ(buffer, "-3,");
 }
 
-TEST(SSize, TextReadsBackWhatItWrote) {
-    char buffer[SPoint::kTextSize];
-    SSize{3, 4}.SizeToString(buffer, sizeof buffer);
-    EXPECT_STREQ(buffer, "3, 4");
-    SSize size;
-    EXPECT_TRUE(size.SizeFromString(buffer));
-    EXPECT_EQ(size, (SSize{3, 4}));
-}
-
 TEST(SRect, TextReadsBackWhatItWrote) {
     char buffer[SPoint::kTextSize];
+    SSize size;
+    SSize{3, 4}.SizeToString(buffer, sizeof buffer);
+    EXPECT_TRUE(size.SizeFromString(buffer));
+    EXPECT_EQ(size, (SSize{3, 4}));
     SRect const rect{INT_MIN, -1, 0, INT_MAX};
     rect.RectToString(buffer, sizeof buffer);
     EXPECT_STREQ(buffer, "-2147483648, -1, 0, 2147483647");

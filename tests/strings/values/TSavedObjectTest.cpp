@@ -2,8 +2,6 @@
 
 #include "foundation/strings/values/TSavedObject.h"
 
-#include "foundation/strings/values/VBitString.h"
-#include "foundation/strings/values/VColour.h"
 #include "foundation/strings/values/VDate.h"
 #include "foundation/strings/values/VPDFConnection.h"
 #include "foundation/strings/values/VPoint.h"
@@ -12,7 +10,6 @@
 #include "foundation/strings/values/VSize.h"
 #include "foundation/strings/values/VTimeRange.h"
 #include "foundation/strings/values/VURL.h"
-#include "tests/support/FailingAllocator.h"
 #include "tests/support/SavedForms.h"
 
 #include <climits>
@@ -50,31 +47,6 @@ TEST_F(TSavedObjectTest, AbsentMembersStayAndOthersAreBroughtIntoRange) {
     EXPECT_TRUE(ReadXML(range, "<VRange location='-1' length='-7'/>"));
     EXPECT_TRUE(range == VRange(-1, 0));
     EXPECT_STREQ(VTimeRange(0.5, 2).Description().CString(), "[VTimeRange] start: 0.5, duration: 2");
-}
-
-TEST(TSavedObject, CopiesAreWholeOrThrow) {
-    VString::ms_bRecyclingEnabled = false; // a pooled string takes no memory
-    VPDFConnection connection;
-    connection.SetName("a name");
-    VColour const colour(1, 2, 3, 4, "mine");
-    VBitString bits(1000);
-    bits.SetBit(999, true);
-    for (VObject const* const object : std::initializer_list<VObject const*>{&connection, &colour, &bits}) {
-        testing_support::FailEachAllocation([&] {
-            auto const copy = VObjectRef<VObject>::Adopt(object->Copy());
-            EXPECT_TRUE(testing_support::AllocationHasFailed() || copy->IsEqual(*object));
-        });
-    }
-    testing_support::FailEachAllocation([&] {
-        VColour target(9, 9, 9, 9, nullptr);
-        try {
-            target = colour;
-        } catch (...) {
-            EXPECT_EQ(target.red, 9);
-            throw;
-        }
-    });
-    VString::ms_bRecyclingEnabled = true;
 }
 
 } // namespace

@@ -12,38 +12,34 @@ using VValueTest = testing_support::SavedForms;
 
 TEST_F(VValueTest, TravelsByType) {
     auto const object = VObjectRef<VPoint>::Adopt(new VPoint(SPoint{1, 2}));
-    int const pointee = 0;
-    SValue values[11];
-    values[1].SetValueToBool(true);
-    values[2].SetValueToChar('\x80');
-    values[3].SetValueToInt(INT32_MIN);
-    values[4].SetValueToFloat(-0.5F);
-    values[5].SetValueToDouble(1.25e-300);
-    values[6].SetValueToString(" a\n<b>");
-    values[7].SetValueToObject(object.Get());
-    values[8].SetValueToVoidPointer(const_cast<int*>(&pointee));
-    values[9].SetValueToString("");
-    values[10].SetValueToObject(nullptr);
-    char const* const elements[11] = {R"(<VValue type="unknown" />)",
-                                      R"(<VValue type="bool" value="true" />)",
-                                      R"(<VValue type="char" value="-128" />)",
-                                      R"(<VValue type="int" value="-2147483648" />)",
-                                      R"(<VValue type="float" value="-0.5" />)",
-                                      R"(<VValue type="double" value="1.25e-300" />)",
-                                      R"(<VValue type="string" value=" a&#x0A;&lt;b&gt;" />)",
-                                      R"(<VValue type="object"><VPoint name="value" x="1" y="2" /></VValue>)",
-                                      R"(<VValue type="pvoid" />)",
-                                      R"(<VValue type="string" value="" />)",
-                                      R"(<VValue type="object" />)"};
+    int pointee = 0;
+    struct {
+        char const* element;
+        std::function<void(SValue&)> set;
+    } const rows[] = {
+        {R"(<VValue type="unknown" />)", [](SValue&) {}},
+        {R"(<VValue type="bool" value="true" />)", [](SValue& v) { v.SetValueToBool(true); }},
+        {R"(<VValue type="char" value="-128" />)", [](SValue& v) { v.SetValueToChar('\x80'); }},
+        {R"(<VValue type="int" value="-2147483648" />)", [](SValue& v) { v.SetValueToInt(INT32_MIN); }},
+        {R"(<VValue type="float" value="-0.5" />)", [](SValue& v) { v.SetValueToFloat(-0.5F); }},
+        {R"(<VValue type="double" value="1.25e-300" />)", [](SValue& v) { v.SetValueToDouble(1.25e-300); }},
+        {R"(<VValue type="string" value=" a&#x0A;&lt;b&gt;" />)",
+         [](SValue& v) { v.SetValueToString(" a\n<b>"); }},
+        {R"(<VValue type="object"><VPoint name="value" x="1" y="2" /></VValue>)",
+         [&](SValue& v) { v.SetValueToObject(object.Get()); }},
+        {R"(<VValue type="pvoid" />)", [&](SValue& v) { v.SetValueToVoidPointer(&pointee); }},
+        {R"(<VValue type="string" value="" />)", [](SValue& v) { v.SetValueToString(""); }},
+        {R"(<VValue type="object" />)", [](SValue& v) { v.SetValueToObject(nullptr); }}};
     SValue before;
     before.SetValueToInt(-1);
-    for (int i = 0; i < 11; ++i) {
-        SCOPED_TRACE(elements[i]);
-        VValue value(values[i]);
-        std::int32_t const type = values[i].Type();
-        EXPECT_EQ(XMLOf(value), elements[i]);
+    for (auto const& [element, set] : rows) {
+        SCOPED_TRACE(element);
+        VValue value;
+        set(value.Value());
+        std::int32_t const type = value.Value().Type();
+        EXPECT_EQ(XMLOf(value), element);
         VValue read(before);
-        ReadXML(read, elements[i]);
+        ReadXML(read, element);
         EXPECT_EQ(read.Value().Type(), type);
         EXPECT_EQ(read.IsEqual(value), type != SValue::kPVoid);
         auto const copy = VObjectRef<VObject>::Adopt(value.Copy());
@@ -54,7 +50,8 @@ TEST_F(VValueTest, TravelsByType) {
         EXPECT_TRUE(ReadChunk(loaded));
         EXPECT_EQ(m_file.ChunkRemaining(), 0U);
         EXPECT_EQ(loaded.Value().Type(), type);
-        EXPECT_EQ(loaded.IsEqual(value), type < SValue::kString || i == 10);
+        EXPECT_EQ(loaded.IsEqual(value),
+                  type < SValue::kString || element == std::string("<VValue type=\"object\" />"));
         EXPECT_EQ(loaded.Value().GetVoidPointer(), nullptr) << "no bits of the number before";
     }
 }
