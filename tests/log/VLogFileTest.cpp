@@ -156,12 +156,7 @@ TEST(VLogFile, StopsItsThreadThoughTheDefaultLogThrows) {
 TEST(VLogFile, OpensAsAWholeOrNotAtAll) {
     struct ALogFile : VLogFile {
         ALogFile() : VLogFile(nullptr) {}
-        void AddString(char const* line) override {
-            if (m_throws) {
-                throw 7;
-            }
-            VLogFile::AddString(line);
-        }
+        void AddString(char const* line) override { m_throws ? throw 7 : VLogFile::AddString(line); }
         bool m_throws = true;
     };
     ScratchFile const file;
