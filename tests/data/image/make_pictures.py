@@ -1,14 +1,8 @@
 #!/usr/bin/env python3
-"""Writes the PNG and JPEG files beside it, and their pixels as NAME.bgra: words 0xAARRGGBB, little-endian, colours
-multiplied by alpha and rounded, the top row first.
-
-PNG files are put together byte by byte, so that their pixels are known without any decoder. JPEG files are written with
-libjpeg (make_jpegs.cpp) and read with ImageMagick. Run it in this folder; the tests need the files alone.
-"""
+"""Writes the PNG files beside it and the pixels of all PNG and JPEG files (see README.md). Run it here."""
 import pathlib
 import struct
 import subprocess
-import tempfile
 import zlib
 
 GREY, RGB, PALETTE, GREY_ALPHA, RGBA = 0, 2, 3, 4, 6
@@ -61,11 +55,11 @@ def write_pixels(name, pixels):
         most = (1 << depth) - 1
         return (value * 255 * 2 + most) // (2 * most)
 
-    with open(f"{name}.bgra", "wb") as file:
-        for red, green, blue, alpha, depth in pixels:
-            a = eight(alpha, depth)
-            r, g, b = ((eight(c, depth) * a * 2 + 255) // 510 for c in (red, green, blue))
-            file.write(bytes((b, g, r, a)))
+    def word(red, green, blue, alpha, depth):
+        a = eight(alpha, depth)
+        return bytes([*((eight(c, depth) * a * 2 + 255) // 510 for c in (blue, green, red)), a])
+
+    pathlib.Path(f"{name}.bgra").write_bytes(b"".join(word(*pixel) for pixel in pixels))
 
 
 def png(name, width, height, kind, depth, interlaced=False, transparent=None, parts=1, before=b"", after=b""):
@@ -98,44 +92,28 @@ def png(name, width, height, kind, depth, interlaced=False, transparent=None, pa
     write_pixels(name, (pixel(x, y) for y in range(height) for x in range(width)))
 
 
-def pngs():
-    w, h = 19, 13
-    png("grey-1", w, h, GREY, 1)
-    png("grey-2", w, h, GREY, 2, transparent=(2,))
-    png("grey-4", w, h, GREY, 4, interlaced=True)
-    png("grey-8", w, h, GREY, 8, transparent=(sample(3, 2, 0, 8),))
-    png("grey-16", w, h, GREY, 16, interlaced=True, transparent=(sample(5, 4, 0, 16),))
-    png("palette-1", w, h, PALETTE, 1, interlaced=True)
-    png("palette-2", w, h, PALETTE, 2, transparent=3)
-    png("palette-4", w, h, PALETTE, 4)
-    png("palette-8", w, h, PALETTE, 8, interlaced=True, transparent=200)
-    png("rgb-8", w, h, RGB, 8, parts=9)
-    png("rgb-16", w, h, RGB, 16, transparent=tuple(sample(7, 6, c, 16) for c in range(3)))
-    png("grey-alpha-8", w, h, GREY_ALPHA, 8, interlaced=True)
-    png("grey-alpha-16", w, h, GREY_ALPHA, 16)
-    png("rgba-8", w, h, RGBA, 8)
-    png("rgba-8-interlaced", w, h, RGBA, 8, interlaced=True)
-    png("rgba-16", w, h, RGBA, 16, interlaced=True)
-    png("one-pixel", 1, 1, RGBA, 8, interlaced=True)
-    png("tall", 1, 300, GREY, 8)
-    # An animation: its first frame is the picture, the second is skipped.
-    control = struct.pack(">IIIIIHHBB", 0, w, h, 0, 0, 1, 10, 0, 0)
-    second = struct.pack(">I", 2) + zlib.compress(bytes((w * 4 + 1) * h))
-    png("animation", w, h, RGBA, 8,
-        before=chunk(b"acTL", struct.pack(">II", 2, 0)) + chunk(b"fcTL", control),
-        after=chunk(b"fcTL", struct.pack(">I", 1) + control[4:]) + chunk(b"fdAT", second))
-
-
-def jpegs():
-    with tempfile.TemporaryDirectory() as folder:
-        program = folder + "/make_jpegs"
-        subprocess.run(["g++", "-std=c++20", "make_jpegs.cpp", "-o", program, "-ljpeg"], check=True)
-        subprocess.run([program], check=True)
-    for path in sorted(pathlib.Path().glob("*.jpg")):
-        raw = subprocess.run(["convert-im6.q16", path, "-depth", "16", "-endian", "MSB", "rgba:-"], check=True,
-                             stdout=subprocess.PIPE).stdout
-        write_pixels(path.stem, (struct.unpack(">4H", raw[i : i + 8]) + (16,) for i in range(0, len(raw), 8)))
-
-
-pngs()
-jpegs()
+W, H = 19, 13
+# An animation: its first frame is the picture, the second is skipped.
+CONTROL = struct.pack(">IIIIIHHBB", 0, W, H, 0, 0, 1, 10, 0, 0)
+SECOND = struct.pack(">I", 2) + zlib.compress(bytes((W * 4 + 1) * H))
+for name, kind, depth, options in (
+        ("grey-1", GREY, 1, {}), ("grey-2", GREY, 2, {"transparent": (2,)}),
+        ("grey-4", GREY, 4, {"interlaced": True}),
+        ("grey-8", GREY, 8, {"transparent": (sample(3, 2, 0, 8),)}),
+        ("grey-16", GREY, 16, {"interlaced": True, "transparent": (sample(5, 4, 0, 16),)}),
+        ("palette-1", PALETTE, 1, {"interlaced": True}), ("palette-2", PALETTE, 2, {"transparent": 3}),
+        ("palette-4", PALETTE, 4, {}), ("palette-8", PALETTE, 8, {"interlaced": True, "transparent": 200}),
+        ("rgb-8", RGB, 8, {"parts": 9}),
+        ("rgb-16", RGB, 16, {"transparent": tuple(sample(7, 6, c, 16) for c in range(3))}),
+        ("grey-alpha-8", GREY_ALPHA, 8, {"interlaced": True}), ("grey-alpha-16", GREY_ALPHA, 16, {}),
+        ("rgba-8", RGBA, 8, {}), ("rgba-8-interlaced", RGBA, 8, {"interlaced": True}),
+        ("rgba-16", RGBA, 16, {"interlaced": True}),
+    ("animation", RGBA, 8, {"before": chunk(b"acTL", struct.pack(">II", 2, 0)) + chunk(b"fcTL", CONTROL),
+                            "after": chunk(b"fcTL", b"\0\0\0\1" + CONTROL[4:]) + chunk(b"fdAT", SECOND)})):
+    png(name, W, H, kind, depth, **options)
+png("one-pixel", 1, 1, RGBA, 8, interlaced=True)
+png("tall", 1, 300, GREY, 8)
+for path in sorted(pathlib.Path().glob("*.jpg")):
+    raw = subprocess.run(["convert-im6.q16", path, "-depth", "16", "-endian", "MSB", "rgba:-"], check=True,
+                         stdout=subprocess.PIPE).stdout
+    write_pixels(path.stem, (struct.unpack(">4H", raw[i : i + 8]) + (16,) for i in range(0, len(raw), 8)))
