@@ -98,13 +98,12 @@ def protected_bundle_runs_nothing_else(world, desktop):
     run.ends(1, "Status is invalid -60031\n")
     os.symlink(plain + "/ZephGuide.app", world.home + "/ZephGuide.app")  # a way around that leads to the right file
     os.symlink(plain + "/QuillmarkLauncher.app", world.home + "/QuillmarkLauncher.app")
-    run = Run(world, user, launcher=[world.home + MACOS + "QuillmarkLauncher"])
-    run.ends(0, "Status is valid 0\n")
-    run.guide_ran()  # with its own path as its first argument, not the way that led there
+    # The guide's own path is its first argument, not the way that led there.
+    Run(world, user, launcher=[world.home + MACOS + "QuillmarkLauncher"]).succeeds()
     os.unlink(world.home + "/ZephGuide.app"), os.unlink(world.home + "/QuillmarkLauncher.app")
-    for asked in (["/bin/sh", "-c", f"id >{evil}/ran"], ["/bin/true"], [guide], [guide, "-uname"], [guide, "-uname", "root"],
-                  [guide, "-uname", user, "more"], [guide, "-c", user], [evil + GUIDE, "-uname", user],
-                  [broker, "-uname", user], [plain, "-uname", user]):
+    for asked in (["/bin/sh", "-c", f"id >{evil}/ran"], ["/bin/true"], [guide], [guide, "-uname"],
+                  [guide, "-uname", "root"], [guide, "-uname", user, "more"], [guide, "-c", user],
+                  [evil + GUIDE, "-uname", user], [broker, "-uname", user], [plain, "-uname", user]):
         Probe(world, user, asks_for=asked).gets(REFUSED)
     pkexec = ["/usr/bin/pkexec", "--disable-internal-agent", broker]
     assert Client(user, *pkexec).answers(guide, "-uname", user) == [READY, STARTED, 0]
@@ -118,20 +117,16 @@ def protected_bundle_is_strict(world, desktop):
     user = USERS["yes"]
     folder = world.stage("strict", world.home + "/plain")
     app, guide = folder + "/ZephGuide.app", folder + GUIDE
-    changes = {
-        "guide of others": (("chown", user, guide), ("chown", "root", guide)),
-        "guide for a group": (("chmod", "g+w", guide), ("chmod", "g-w", guide)),
-        "guide with an access list": (("setfacl", "-m", f"u:{user}:rwx", guide), ("setfacl", "-b", guide)),
-        "folder with an access list": (("setfacl", "-m", f"u:{user}:rwx", app), ("setfacl", "-b", app)),
-        "folder for all": (("chmod", "1777", app), ("chmod", "755", app)),
-        "link": (("sh", "-c", f"mv {app} {app}.real; ln -s {app}.real {app}"), ("sh", "-c", f"rm {app}; mv {app}.real {app}")),
-    }
-    for kind, (change, back) in changes.items():
+    for change, back in (
+            (("chown", user, guide), ("chown", "root", guide)), (("chmod", "g+w", guide), ("chmod", "g-w", guide)),
+            (("setfacl", "-m", f"u:{user}:rwx", guide), ("setfacl", "-b", guide)),
+            (("setfacl", "-m", f"u:{user}:rwx", app), ("setfacl", "-b", app)),
+            (("chmod", "1777", app), ("chmod", "755", app)),
+            (("sh", "-c", f"mv {app} {app}.real; ln -s {app}.real {app}"),
+             ("sh", "-c", f"rm {app}; mv {app}.real {app}"))):
         call(*change)
-        got = Probe(world, user, "strict", asks_for=[guide, "-uname", user])
-        got.gets(REFUSED)
+        Probe(world, user, "strict", asks_for=[guide, "-uname", user]).gets(REFUSED)
         call(*back)
-        assert kind
     Probe(world, user, "strict", asks_for=[guide, "-uname", user]).gets("0\nexecuted 0")
     for change, back in ((("chmod", "o+w", folder), ("chmod", "o-w", folder)),
                          (("setfacl", "-m", f"u:{user}:rwx", folder), ("setfacl", "-b", folder)),
@@ -146,13 +141,12 @@ def protected_bundle_is_strict(world, desktop):
 def right_cannot_be_taken(world, desktop):
     """Another process of the same user, while the launcher holds the right: it is stopped there."""
     user = USERS["admin"]
-    run = Run(world, user, "portable", environment=desktop.environment)
-    desktop.expect()
+    run = desktop.run(Run, user, folder="portable")
     run.process.send_signal(signal.SIGSTOP)
     desktop.password()
     desktop.gone()
-    wait_for("the broker", lambda: any(os.path.basename(word) == b"QuillmarkBroker" for process in running("QuillmarkBroker")
-                                       for word in open(f"/proc/{process}/cmdline", "rb").read().split(b"\0")[:1]))
+    wait_for("the broker", lambda: any(open(f"/proc/{process}/cmdline", "rb").read().split(b"\0")[0].endswith(
+        b"/QuillmarkBroker") for process in running("QuillmarkBroker")))
     descriptors = sorted(map(int, os.listdir(f"/proc/{run.process.pid}/fd")))
     read, write_end = os.pipe()
     thief = os.fork()
@@ -169,8 +163,7 @@ def right_cannot_be_taken(world, desktop):
     assert len(descriptors) > 3, descriptors
     assert json.loads(os.read(read, 1000)) == [True, [], False, []]
     run.process.send_signal(signal.SIGCONT)
-    run.ends(0, "Status is valid 0\n")
-    run.guide_ran()
+    run.succeeds()
 
 
 @case
@@ -179,7 +172,7 @@ def set_user_id_gives_nothing(world, desktop):
     folder = world.stage("set-uid", world.home + "/plain")
     for mode in ("u+s", "g+s"):
         call("chmod", mode, folder + MACOS + "QuillmarkLauncher")
-        run = Run(world, user, "set-uid", launcher=[folder + MACOS + "QuillmarkLauncher"])
+        run = Run(world, user, "set-uid")
         run.ends(1, "", "img path = ")
         assert run.text(1).endswith("Created authorisation\nALERT: Failed to create the authorisation with status -60008\n")
         call("chmod", "ug-s", folder + MACOS + "QuillmarkLauncher")
@@ -216,18 +209,18 @@ os.execv(sys.argv[3], sys.argv[3:])"""
     may_raise = int(re.search(r"CapBnd:\t(\w+)", open("/proc/self/status").read())[1], 16) >> 24 & 1
     for kind in ["soft"] + ["hard"] * may_raise:
         run = Run(world, user, "clean", through=["/usr/bin/python3", "-c", code, kind, build])
-        run.ends(0, "Status is valid 0\n")
+        run.ends(0, VALID)
         got = state(run)
         for name, value in expected.items():
             assert got[name] == value, f"{name}: {got[name]}, not {value}"
         assert "Could not reset" not in run.text(1), run.text(1)
     run = Run(world, user, "clean", through=["/usr/bin/python3", "-c", code, "hard", build], bounding="-sys_resource")
-    run.ends(0, "Status is valid 0\n", "Could not reset the limits: Operation not permitted\n")  # told, not fatal
+    run.ends(0, VALID, "Could not reset the limits: Operation not permitted\n")  # told, not fatal
     got = state(run)
     assert got["limits"][resource.RLIMIT_NOFILE] == [64, 64], got
     assert got["nice"] == 0, got
     run = Run(world, "root", "clean", through=["/usr/bin/prlimit", "--nofile=64:64", "nice", "-n", "7"])
-    run.ends(0, "Status is valid 0\n")
+    run.ends(0, VALID)
     got = state(run)  # root's own settings are left
     assert got["limits"][resource.RLIMIT_NOFILE] == [64, 64], got
     assert got["nice"] == os.nice(0) + 7, got
@@ -236,11 +229,10 @@ os.execv(sys.argv[3], sys.argv[3:])"""
 @case
 def closed_streams(world, desktop):
     for user in ("root", USERS["yes"]):
-        run = Run(world, user, through=["/bin/sh", "-c", 'exec "$@" <&- >&- 2>&-', "sh"])
-        run.ends(0)
+        Run(world, user, through=["/bin/sh", "-c", 'exec "$@" <&- >&- 2>&-', "sh"]).ends(0)
         run = Run(world, user, through=["/bin/sh", "-c", 'exec "$@" <&- 3>&1 >&2 2>&3 3>&-', "sh"])  # crossed
         run.files.reverse()
-        run.ends(0, "Status is valid 0\n")
+        run.ends(0, VALID)
         run.files.reverse()
         wait_for("the guide", lambda: "ZephGuide: done\n" in run.text(1))
     read, write_end = os.pipe()
@@ -275,19 +267,13 @@ def false_words_from_a_broker(world, desktop):
 @case
 def sudo_that_logs_input(world, desktop):
     """Each setting of sudo that comes between the broker and its standard input."""
-    call("mount", "--bind", "/dev/null", "/usr/bin/pkexec")
     os.makedirs("/var/log/sudo-io", exist_ok=True)
     call("mount", "-t", "tmpfs", "tmpfs", "/var/log/sudo-io")
-    try:
-        for settings in ("log_input", "log_output", "log_input,log_output", "log_input,!use_pty", "!use_pty", "use_pty"):
+    with hidden("/usr/bin/pkexec"):
+        for settings in ("log_input", "log_output", "log_input,log_output", "log_input,!use_pty", "!use_pty",
+                         "use_pty"):
             write(SUDOERS, f"Defaults {settings},timestamp_timeout=0\nvftest-admin ALL=(ALL) ALL\n", 0o440)
-            run = Run(world, USERS["admin"], environment=desktop.environment)
-            desktop.expect()
-            desktop.password()
-            run.ends(0, "Status is valid 0\n")
-            run.guide_ran()
+            desktop.run(Run, USERS["admin"], PASSWORD).succeeds()
             wait_for("sudo to leave", lambda: not running("QuillmarkBroker"))
-    finally:
-        write(SUDOERS, "vftest-admin ALL=(ALL) ALL\n", 0o440)
-        call("umount", "/var/log/sudo-io")
-        call("umount", "/usr/bin/pkexec")
+    write(SUDOERS, "vftest-admin ALL=(ALL) ALL\n", 0o440)
+    call("umount", "/var/log/sudo-io")

@@ -1,4 +1,5 @@
 """A private system bus, users, a display and runs of the launcher in front of them; what the cases share."""
+import contextlib
 import os
 import pwd
 import subprocess
@@ -25,6 +26,7 @@ polkit.addRule(function(action, subject) {
              "vftest two words": polkit.Result.YES, "vftest-no": polkit.Result.NO }[subject.user];
 });
 """
+VALID = "Status is valid 0\n"
 HANG = 30  # seconds; far beyond what any step takes
 
 
@@ -50,13 +52,35 @@ def running(word):
     """Processes whose command line holds the word."""
     found = []
     for entry in filter(str.isdigit, os.listdir("/proc")):
-        try:
-            with open(f"/proc/{entry}/cmdline", "rb") as file:
-                if word.encode() in file.read() and int(entry) != os.getpid():
-                    found.append(int(entry))
-        except OSError:
-            pass
+        with contextlib.suppress(OSError), open(f"/proc/{entry}/cmdline", "rb") as file:
+            if word.encode() in file.read() and int(entry) != os.getpid():
+                found.append(int(entry))
     return found
+
+
+@contextlib.contextmanager
+def next_question():
+    """What is done inside makes polkit, after its delay, ask again."""
+    before = running("polkit-agent-helper-1")
+    yield
+    wait_for("the next question", lambda: set(running("polkit-agent-helper-1")) - set(before))
+    time.sleep(0.2)
+
+
+@contextlib.contextmanager
+def hidden(*programs):
+    for program in programs:
+        call("mount", "--bind", "/dev/null", program)
+    try:
+        yield
+    finally:
+        for program in programs:
+            call("umount", program)
+
+
+def identity_of(user):
+    record = pwd.getpwnam(user)
+    return ["setpriv", f"--reuid={record.pw_uid}", f"--regid={record.pw_gid}", "--init-groups"]
 
 
 class World:
@@ -94,7 +118,9 @@ class World:
             os.makedirs("/run/dbus", exist_ok=True)
             self.start("dbus-daemon", "--system", "--nofork", "--nopidfile", "--nosyslog")
             wait_for("the system bus", lambda: self.ask_bus("GetId"))
-        self.start_polkitd()
+        if not self.has_polkit():
+            self.polkitd = self.start(POLKITD, "--no-debug")
+            wait_for("polkitd", self.has_polkit)
 
     def hide_machine(self):
         for place in ("/run", "/tmp"):
@@ -120,11 +146,6 @@ class World:
 
     def has_polkit(self):
         return "boolean true" in self.ask_bus("NameHasOwner", "string:org.freedesktop.PolicyKit1")
-
-    def start_polkitd(self):
-        if not self.has_polkit():
-            self.polkitd = self.start(POLKITD, "--no-debug")
-            wait_for("polkitd", self.has_polkit)
 
     def stop_polkitd(self):
         call("mount", "-t", "tmpfs", "tmpfs", "/usr/share/dbus-1/system-services")  # else the bus restarts it
@@ -154,9 +175,9 @@ class Desktop:
 
     def __init__(self, world, pictures):
         read, write_end = os.pipe()
-        world.start("Xvfb", "-displayfd", str(write_end), "-screen", "0", "1600x1200x24", "-noreset", "-nolisten", "tcp", "-ac",
-                    pass_fds=[write_end])
-        self.pictures = pictures  # a descriptor: the folder may be out of sight by now
+        world.start("Xvfb", "-displayfd", str(write_end), "-screen", "0", "1600x1200x24", "-noreset", "-nolisten",
+                    "tcp", "-ac", pass_fds=[write_end])
+        self.world, self.pictures = world, pictures  # a descriptor: the folder may be out of sight by now
         self.environment = {"DISPLAY": ":" + os.read(read, 16).decode().strip()}
 
     def tool(self, *command):
@@ -172,11 +193,17 @@ class Desktop:
         self.tool("xdotool", "windowfocus", "--sync", self.window)
         if picture and self.pictures is not None:
             time.sleep(0.3)  # let it draw
-            png = subprocess.run(["import", "-window", self.window, "png:-"], check=True, capture_output=True,
-                                 env=dict(os.environ, **self.environment)).stdout
-            file = os.open(picture + ".png", os.O_WRONLY | os.O_CREAT | os.O_TRUNC, 0o644, dir_fd=self.pictures)
-            os.write(file, png)
-            os.close(file)
+            self.tool("import", "-window", self.window, f"/proc/{os.getpid()}/fd/{self.pictures}/{picture}.png")
+
+    def run(self, kind, user, answer=None, folder="plain", picture=None, **options):
+        """A `kind` of run that opens a dialog, which gets a key or else a password as its answer."""
+        run = kind(self.world, user, folder, **{"environment": self.environment, **options})
+        self.expect(picture)
+        if answer in ("Escape", "Return"):
+            self.key(answer)
+        elif answer:
+            self.password(answer)
+        return run
 
     def key(self, name):
         self.tool("xdotool", "key", name)
@@ -189,11 +216,8 @@ class Desktop:
         self.key("Return")
 
     def wrong_password(self):
-        """Types one and waits until polkit, after its delay, asks again."""
-        before = running("polkit-agent-helper-1")
-        self.password("wrong")
-        wait_for("the next question", lambda: set(running("polkit-agent-helper-1")) - set(before))
-        time.sleep(0.2)
+        with next_question():
+            self.password("wrong")
 
     def click_ok(self):
         geometry = dict(line.split("=") for line in
@@ -215,16 +239,15 @@ class Run:
         base = os.path.join(world.home, f"run{Run.count}")
         self.files = [base + ".out", base + ".err"]
         streams = [open(path, "a") for path in self.files]
-        record = pwd.getpwnam(user)
-        identity = ["setpriv", f"--reuid={record.pw_uid}", f"--regid={record.pw_gid}", "--init-groups",
-                    *([f"--bounding-set={bounding}"] if bounding else [])]
+        identity = identity_of(user) + ([f"--bounding-set={bounding}"] if bounding else [])
         variables = {"PATH": "/usr/bin:/bin", "HOME": "/tmp", "LD_LIBRARY_PATH": "/nowhere", "IFS": "x",
                      **(environment or {})}
         spare = os.open("/etc/hostname", os.O_RDONLY)
         self.process = subprocess.Popen(
             identity + ["env", "-i"] + [f"{name}={value}" for name, value in variables.items()] +
             [*through, *(launcher or [self.folder + MACOS + "QuillmarkLauncher"])],
-            **{"pass_fds": [spare], "stdin": subprocess.DEVNULL, "stdout": streams[0], "stderr": streams[1], "cwd": self.folder, **options})
+            **{"pass_fds": [spare], "stdin": subprocess.DEVNULL, "stdout": streams[0], "stderr": streams[1],
+               "cwd": self.folder, **options})
         Run.last = self.process
         os.close(spare)
 
@@ -242,11 +265,12 @@ class Run:
         for noise in ("Gtk", "sudo", "polkit", "WARNING"):
             assert noise not in self.text(1), self.text(1)
 
-    def guide_ran(self):
-        """The guide ran as root with one argument for the name, and with nothing that was not meant for it."""
+    def succeeds(self, stderr=""):
+        """The launcher ends well, and the guide ran as root with nothing that was not meant for it."""
+        self.ends(0, VALID, stderr)
         wait_for("the guide", lambda: "ZephGuide: done\n" in self.text())
         text = self.text()
-        lines = [line[len("ZephGuide: "):] for line in text.split("\n") if line.startswith("ZephGuide: ")]
+        lines = [line[11:] for line in text.split("\n") if line.startswith("ZephGuide: ")]
         assert "user 0, effective user 0, group 0, effective group 0" in lines, text
         guide = self.folder + GUIDE
         for index, argument in enumerate((guide, "-uname", self.user)):
@@ -260,6 +284,12 @@ class Run:
             [f"descriptor {i + 1} = {path}" for i, path in enumerate(self.files)], descriptors
         process, session = [word.split()[1] for word in lines[1].split(", ")[:2]]
         assert process == session, lines[1]
+
+
+    def dies(self):
+        self.process.kill()
+        self.process.wait()
+        wait_for("the helpers to leave", lambda: not running("QuillmarkDialog") and not running("QuillmarkBroker"))
 
 
 class Probe(Run):
