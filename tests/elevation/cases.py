@@ -102,8 +102,7 @@ def odd_names(world, desktop):
     folder = "odd 'quoted\" $(name)\n; end"
     world.stage(folder, world.home + "/plain")
     Run(world, USERS["yes"], folder).succeeds()
-    if world.private:
-        Run(world, "vftest two words").succeeds("Uname = vftest two words\n")
+    Run(world, "vftest two words").succeeds("Uname = vftest two words\n")
     run = Run(world, USERS["yes"], launcher=["QuillmarkLauncher.app/Contents/MacOS/QuillmarkLauncher"])
     run.ends(1, "invalid -60031\n")  # four removals leave the launcher's own name of a short path
 
@@ -126,6 +125,3 @@ def nothing_to_ask_with(world, desktop):
     Probe(world, USERS["yes"]).gets(-60005)
     with hidden("/usr/bin/pkexec", "/usr/bin/sudo"):
         Run(world, USERS["yes"]).ends(1, "", "ALERT: Failed to create the authorisation with status -60008")
-
-
-PRIVATE_ONLY = {sudo_dialog: "pkexec can be hidden", nothing_to_ask_with: "polkitd, pkexec and sudo can be hidden"}

@@ -4,7 +4,6 @@ import os
 import pwd
 import subprocess
 import time
-import traceback
 
 USERS = {"admin": "vftest-admin", "yes": "vftest-yes", "no": "vftest-no", "second": "vftest-second"}
 PASSWORD, SECOND_PASSWORD = "right horse 42", "other horse 43"
@@ -84,60 +83,42 @@ def identity_of(user):
 
 
 class World:
-    """Users, rules, bus and polkitd; `private` in namespaces that vanish, else on the machine itself."""
+    """Users, rules, bus and polkitd, in namespaces that vanish with the test."""
 
-    def __init__(self, private):
-        self.private, self.undo, self.polkitd = private, [], None
+    home = "/opt/quillmark"
 
     def build(self, bundles, probe, installed):
-        self.home = "/opt/quillmark"
-        if self.private:
-            call("mount", "-t", "tmpfs", "-o", "mode=755", "tmpfs", "/opt")
-        elif os.path.exists(self.home):
-            raise AssertionError(self.home + " exists; it is not touched")
-        else:
-            self.undo.append(lambda: call("rm", "-rf", self.home))
-        os.makedirs(self.home, exist_ok=True)
+        call("mount", "-t", "tmpfs", "-o", "mode=755", "tmpfs", "/opt")
         self.stage("plain", bundles)
         call("cp", probe, self.home + "/plain" + MACOS + "StatusProbe")
         if installed:
             call("cp", "-a", installed + self.home + "/installed", self.home)
             call("chown", "-R", "root:root", self.home + "/installed")
-        if self.private:
-            self.hide_machine()
-        for user in USERS.values():
-            self.undo.append(lambda user=user: call("userdel", "--remove", user, check=False))
-            call("useradd", "--create-home", "--shell", "/bin/bash", user)
-        call("chpasswd", input="".join(f"{user}:{PASSWORD}\n" for user in USERS.values()) +
-             f"{USERS['second']}:{SECOND_PASSWORD}\n")
-        self.stage("portable", self.home + "/plain", USERS["yes"])
-        for path, text, mode in ((RULES, RULES_TEXT, 0o644), (SUDOERS, "vftest-admin ALL=(ALL) ALL\n", 0o440)):
-            self.undo.append(lambda path=path: os.unlink(path))
-            write(path, text, mode)
-        if not self.ask_bus("GetId"):
-            os.makedirs("/run/dbus", exist_ok=True)
-            self.start("dbus-daemon", "--system", "--nofork", "--nopidfile", "--nosyslog")
-            wait_for("the system bus", lambda: self.ask_bus("GetId"))
-        if not self.has_polkit():
-            self.polkitd = self.start(POLKITD, "--no-debug")
-            wait_for("polkitd", self.has_polkit)
-
-    def hide_machine(self):
-        for place in ("/run", "/tmp"):
-            call("mount", "-t", "tmpfs", "-o", "mode=1777" if place == "/tmp" else "mode=755", "tmpfs", place)
+        for place, mode in (("/run", 755), ("/tmp", 1777)):
+            call("mount", "-t", "tmpfs", "-o", f"mode={mode}", "tmpfs", place)
         for folder in ("dbus", "user", "lock", "sudo", "copies"):
             os.mkdir("/run/" + folder, 0o711 if folder == "sudo" else 0o755)
         for place in filter(os.path.isdir, COPIED):
             copy = "/run/copies" + place.replace("/", "_")
             call("cp", "-a", place, copy)
             call("mount", "--bind", copy, place)
+        for user in USERS.values():
+            call("useradd", "--create-home", "--shell", "/bin/bash", user)
         with open("/etc/passwd", "a") as file:
             file.write("vftest two words:x:61234:61234::/tmp:/bin/sh\n")
+        call("chpasswd", input="".join(f"{user}:{PASSWORD}\n" for user in USERS.values()) +
+             f"{USERS['second']}:{SECOND_PASSWORD}\n")
+        self.stage("portable", self.home + "/plain", USERS["yes"])
+        write(RULES, RULES_TEXT)
+        write(SUDOERS, "vftest-admin ALL=(ALL) ALL\n", 0o440)
+        self.start("dbus-daemon", "--system", "--nofork", "--nopidfile", "--nosyslog")
+        wait_for("the system bus", lambda: self.ask_bus("GetId"))
+        self.polkitd = self.start(POLKITD, "--no-debug")
+        wait_for("polkitd", self.has_polkit)
 
-    def start(self, *command, **options):
-        process = subprocess.Popen(command, stderr=subprocess.DEVNULL, stdout=subprocess.DEVNULL, **options)
-        self.undo.append(lambda: (process.kill(), process.wait()))
-        return process
+    @staticmethod
+    def start(*command, **options):
+        return subprocess.Popen(command, stderr=subprocess.DEVNULL, stdout=subprocess.DEVNULL, **options)
 
     @staticmethod
     def ask_bus(method, *arguments):
@@ -161,13 +142,6 @@ class World:
         call("chown", "-R", f"{owner}:", folder)
         call("chmod", "-R", "u+w,a+rX", folder)
         return folder
-
-    def clean(self):
-        for action in reversed(self.undo):
-            try:
-                action()
-            except Exception:
-                traceback.print_exc()
 
 
 class Desktop:

@@ -7,10 +7,10 @@
 #include "foundation/image/VImageIOTarga.h"
 #include "tests/image/ImageTestSupport.h"
 #include "tests/support/FailingAllocator.h"
+#include "tests/support/Stress.h"
 
 #include <latch>
 #include <sys/stat.h>
-#include <thread>
 
 namespace {
 
@@ -174,25 +174,16 @@ TEST_F(Image, IsTheSameForThreadsThatLoadAtOnce) {
     for (int round = 0; round < 200; ++round) {
         VImage::UninitializeClass();
         VImage::InitializeClass();
-        std::vector<ImageRef> images[4];
-        std::vector<std::thread> threads;
         std::latch start(4);
-        for (auto& mine : images) {
-            threads.emplace_back([&mine, &paths, &start] {
-                start.arrive_and_wait();
-                for (auto const& path : paths) {
-                    mine.push_back(FromFile(path));
-                    ImageRef::Adopt(VImageIOTarga().LoadImageFromFile(path.c_str()))->GetName();
-                }
-            });
-        }
-        for (std::size_t i = 0; i < threads.size(); ++i) {
-            threads[i].join();
-            for (std::size_t j = 0; j < paths.size(); ++j) {
-                EXPECT_TRUE(images[i][j]);
-                EXPECT_EQ(images[i][j].Get(), VImage::FindImageInCacheWithName(paths[j].c_str()));
+        testing_support::OnThreads(4, [&](int) {
+            start.arrive_and_wait();
+            for (auto const& path : paths) {
+                ImageRef const image = FromFile(path);
+                EXPECT_TRUE(image);
+                EXPECT_EQ(image.Get(), VImage::FindImageInCacheWithName(path.c_str()));
+                ImageRef::Adopt(VImageIOTarga().LoadImageFromFile(path.c_str()))->GetName();
             }
-        }
+        });
         EXPECT_EQ(VImage::ms_imageCache.load()->Count(), 3);
     }
 }
