@@ -170,18 +170,16 @@ std::string AskedToAcquire(std::string const& icon, std::size_t folderLength) {
 } // namespace
 
 TEST_F(LauncherRun, EveryLaunchStatusForEveryProgram) {
-    struct SOutcome {
+    struct {
         AuthorizationStatus status;
-        std::string alert;
-        std::string out;
+        std::string alert, out;
         int exitStatus;
-    };
-    SOutcome const outcomes[] = {{0, "", "valid 0\n", 0},
-                                 {-60031, kNotFoundAlert, "invalid -60031\n", 1},
-                                 {-60006, "", "cancelled -60006\n", 0},
-                                 {-60005, "Could not authorise with status -60005", "invalid -60005\n", 1},
-                                 {-60008, "Could not authorise with status -60008", "invalid -60008\n", 1},
-                                 {7, "Could not authorise with status 7", "invalid 7\n", 1}};
+    } const outcomes[] = {{0, "", "valid 0\n", 0},
+                          {-60031, kNotFoundAlert, "invalid -60031\n", 1},
+                          {-60006, "", "cancelled -60006\n", 0},
+                          {-60005, "Could not authorise with status -60005", "invalid -60005\n", 1},
+                          {-60008, "Could not authorise with status -60008", "invalid -60008\n", 1},
+                          {7, "Could not authorise with status 7", "invalid 7\n", 1}};
     std::string const icon = "@/QuillmarkLauncher.app/Contents/Resources/AuthIcon.png";
     // From the uninstaller, which nobody looks for, to the guide, beside which the installer does not matter.
     for (std::string const& program : {kUninstaller, kInstaller, kGuide}) {
@@ -194,7 +192,7 @@ TEST_F(LauncherRun, EveryLaunchStatusForEveryProgram) {
         search +=
             program == kUninstaller ? kMissing + "uninstall system on path @/" + kUninstaller + "\n" : "";
         search += "Exe path = @/" + program + " \n";
-        for (SOutcome const& outcome : outcomes) {
+        for (auto const& outcome : outcomes) {
             SCOPED_TRACE(program + " " + outcome.out);
             SRun const run = Run({.launch = outcome.status}, (m_folder / kLauncher).string());
             EXPECT_EQ(run.exitStatus, outcome.exitStatus);
@@ -242,22 +240,17 @@ TEST_F(LauncherRun, OddArguments) {
     std::string const uninstaller =
         "/Resources/QuillmarkUninstallSystem.app/Contents/MacOS/QuillmarkUninstallSystem";
     struct {
-        std::string path;
-        std::string workingFolder;
-        std::string icon;
-        std::string program;
-    } const cases[] = {
-        {"", "", "Resources/AuthIcon.png", uninstaller.substr(1)},
-        {"bare", "bare", "bare/Resources/AuthIcon.png", "bare" + uninstaller},
-        {"a/b", "a", "a/Resources/AuthIcon.png", "a" + uninstaller},
-        {"/a", "", "Resources/AuthIcon.png", uninstaller.substr(1)},
-        {"./x.app/C/M/l", ".", "./x.app/C/Resources/AuthIcon.png", "./x.app/C" + uninstaller},
-        {longName, longName, longName + "/Resources/AuthIcon.png", longName + uninstaller},
-        {"q '\"\n%s/x.app/C/M/l", "q '\"\n%s", "q '\"\n%s/x.app/C/Resources/AuthIcon.png",
-         "q '\"\n%s/x.app/C" + uninstaller},
-        {R"(C:\x.app/C/M/l)", "C:", "C:/Resources/AuthIcon.png",
-         "C:" + uninstaller}, // a backslash cuts first
-    };
+        std::string path, workingFolder, icon, program;
+    } const cases[] = {{"", "", "Resources/AuthIcon.png", uninstaller.substr(1)},
+                       {"bare", "bare", "bare/Resources/AuthIcon.png", "bare" + uninstaller},
+                       {"a/b", "a", "a/Resources/AuthIcon.png", "a" + uninstaller},
+                       {"/a", "", "Resources/AuthIcon.png", uninstaller.substr(1)},
+                       {"./x.app/C/M/l", ".", "./x.app/C/Resources/AuthIcon.png", "./x.app/C" + uninstaller},
+                       {longName, longName, longName + "/Resources/AuthIcon.png", longName + uninstaller},
+                       {"q '\"\n%s/x.app/C/M/l", "q '\"\n%s", "q '\"\n%s/x.app/C/Resources/AuthIcon.png",
+                        "q '\"\n%s/x.app/C" + uninstaller},
+                       // A backslash cuts first.
+                       {R"(C:\x.app/C/M/l)", "C:", "C:/Resources/AuthIcon.png", "C:" + uninstaller}};
     for (auto const& odd : cases) {
         SCOPED_TRACE(odd.path.substr(0, 40));
         SRun const run = Run({}, odd.path);
