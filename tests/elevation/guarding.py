@@ -1,5 +1,6 @@
 """What an attacker who is the same user, or another one, must not get: each case tries it."""
 import array
+import contextlib
 import ctypes
 import json
 import os
@@ -31,60 +32,46 @@ print("ZephGuide: done", flush=True)
 """
 
 
-def state(run):
+def state(run, stderr=""):
+    run.ends(0, VALID, stderr)
     wait_for("the guide", lambda: "ZephGuide: done\n" in run.text())
     return json.loads(next(line for line in run.text().split("\n") if line.startswith("STATE"))[6:])
 
 
-class Client:
-    """Speaks to an installed broker past the launcher, over a socket pair of its own, as `user`."""
+def broker_answers(user, command, *texts, foreign=False):
+    """Speaks to a broker past the launcher, as `user`: its first word, its answer to the path and its arguments
+    (which another process sends if `foreign`), its exit status."""
+    request = struct.pack("=III", REQUEST, len(texts) - 1, 0) + b"".join(
+        struct.pack("=I", len(text)) + text.encode() for text in texts) if texts else b""
+    read, write_end = os.pipe()
+    process = os.fork()
+    if process == 0:
+        os.initgroups(user, pwd.getpwnam(user).pw_gid)
+        os.setgid(pwd.getpwnam(user).pw_gid)
+        os.setuid(pwd.getpwnam(user).pw_uid)
+        ours, theirs = socket.socketpair(socket.AF_UNIX, socket.SOCK_SEQPACKET)
+        broker = subprocess.Popen(command, stdin=theirs, env={"PATH": "/usr/bin:/bin"}, stdout=subprocess.DEVNULL,
+                                  stderr=subprocess.DEVNULL)
+        theirs.close()
+        ours.settimeout(HANG)
 
-    def __init__(self, user, *command):
-        record = pwd.getpwnam(user)
-        ours, theirs = os.pipe(), os.pipe()
-        self.process = os.fork()
-        if self.process == 0:
-            os.initgroups(user, record.pw_gid)
-            os.setgid(record.pw_gid)
-            os.setuid(record.pw_uid)
-            self.socket, broker_end = socket.socketpair(socket.AF_UNIX, socket.SOCK_SEQPACKET)
-            broker = subprocess.Popen(command, stdin=broker_end, env={"PATH": "/usr/bin:/bin"}, stdout=subprocess.DEVNULL,
-                                      stderr=subprocess.DEVNULL)
-            broker_end.close()
-            self.socket.settimeout(HANG)
-            answers = [self.word()]
-            request = os.read(ours[0], 70000)
-            if request[:1] == b"F" and os.fork() == 0:  # sent by somebody else
-                self.send(request[1:])
+        def word():
+            with contextlib.suppress(OSError, struct.error):
+                return (list(struct.unpack("=II", ours.recv(100))) + [0])[1]
+
+        answers = [word()]
+        if texts and (not foreign or os.fork() == 0):
+            with open("/dev/null", "w") as null:
+                rights = array.array("i", [null.fileno()] * 2)
+                ours.sendmsg([request], [(socket.SOL_SOCKET, socket.SCM_RIGHTS, rights)])
+            if foreign:
                 os._exit(0)
-            if request[:1] == b"S":
-                self.send(request[1:])
-            answers.append(self.word() if request else None)
-            os.write(theirs[1], json.dumps([*answers, broker.wait(HANG)]).encode())
-            os._exit(0)
-        os.close(ours[0]), os.close(theirs[1])
-        self.to, self.back = ours[1], theirs[0]
-
-    def word(self):
-        try:
-            return (list(struct.unpack("=II", self.socket.recv(100))) + [0])[1]
-        except (OSError, struct.error):
-            return None
-
-    def send(self, request):
-        with open("/dev/null", "w") as null:
-            rights = array.array("i", [null.fileno()] * 2)
-            self.socket.sendmsg([request], [(socket.SOL_SOCKET, socket.SCM_RIGHTS, rights)])
-
-    def answers(self, path, *arguments, how=b"S"):
-        """The broker's first word, its answer to the request, its exit status."""
-        texts = [path, *arguments]
-        request = struct.pack("=III", REQUEST, len(arguments), 0) + b"".join(
-            struct.pack("=I", len(text)) + text.encode() for text in texts)
-        os.write(self.to, how + request)
-        result = json.loads(os.read(self.back, 1000))
-        os.waitpid(self.process, 0)
-        return result
+        answers.append(word() if texts else None)
+        os.write(write_end, json.dumps([*answers, broker.wait(HANG)]).encode())
+        os._exit(0)
+    os.close(write_end)
+    os.waitpid(process, 0)
+    return json.loads(os.read(read, 1000))
 
 
 @case
@@ -98,18 +85,17 @@ def protected_bundle_runs_nothing_else(world, desktop):
     run.ends(1, "Status is invalid -60031\n")
     os.symlink(plain + "/ZephGuide.app", world.home + "/ZephGuide.app")  # a way around that leads to the right file
     os.symlink(plain + "/QuillmarkLauncher.app", world.home + "/QuillmarkLauncher.app")
-    run = Run(world, user, launcher=[world.home + MACOS + "QuillmarkLauncher"])
-    run.ends(0, "Status is valid 0\n")
-    run.guide_ran()  # with its own path as its first argument, not the way that led there
+    # The guide's own path is its first argument, not the way that led there.
+    Run(world, user, launcher=[world.home + MACOS + "QuillmarkLauncher"]).succeeds()
     os.unlink(world.home + "/ZephGuide.app"), os.unlink(world.home + "/QuillmarkLauncher.app")
-    for asked in (["/bin/sh", "-c", f"id >{evil}/ran"], ["/bin/true"], [guide], [guide, "-uname"], [guide, "-uname", "root"],
-                  [guide, "-uname", user, "more"], [guide, "-c", user], [evil + GUIDE, "-uname", user],
-                  [broker, "-uname", user], [plain, "-uname", user]):
+    for asked in (["/bin/sh", "-c", f"id >{evil}/ran"], ["/bin/true"], [guide], [guide, "-uname"],
+                  [guide, "-uname", "root"], [guide, "-uname", user, "more"], [guide, "-c", user],
+                  [evil + GUIDE, "-uname", user], [broker, "-uname", user], [plain, "-uname", user]):
         Probe(world, user, asks_for=asked).gets(REFUSED)
     pkexec = ["/usr/bin/pkexec", "--disable-internal-agent", broker]
-    assert Client(user, *pkexec).answers(guide, "-uname", user) == [READY, STARTED, 0]
-    assert Client(user, *pkexec).answers("/bin/sh", "-c", f"id >{evil}/ran") == [READY, NOT_EXECUTABLE, NOT_STARTED]
-    assert Client(user, *pkexec).answers(guide, "-uname", user, how=b"F") == [READY, FAILED, BAD_INPUT]
+    assert broker_answers(user, pkexec, guide, "-uname", user) == [READY, STARTED, 0]
+    assert broker_answers(user, pkexec, "/bin/sh", "-c", f"id >{evil}/ran") == [READY, NOT_EXECUTABLE, NOT_STARTED]
+    assert broker_answers(user, pkexec, guide, "-uname", user, foreign=True) == [READY, FAILED, BAD_INPUT]
     assert not os.path.exists(evil + "/ran")
 
 
@@ -118,20 +104,16 @@ def protected_bundle_is_strict(world, desktop):
     user = USERS["yes"]
     folder = world.stage("strict", world.home + "/plain")
     app, guide = folder + "/ZephGuide.app", folder + GUIDE
-    changes = {
-        "guide of others": (("chown", user, guide), ("chown", "root", guide)),
-        "guide for a group": (("chmod", "g+w", guide), ("chmod", "g-w", guide)),
-        "guide with an access list": (("setfacl", "-m", f"u:{user}:rwx", guide), ("setfacl", "-b", guide)),
-        "folder with an access list": (("setfacl", "-m", f"u:{user}:rwx", app), ("setfacl", "-b", app)),
-        "folder for all": (("chmod", "1777", app), ("chmod", "755", app)),
-        "link": (("sh", "-c", f"mv {app} {app}.real; ln -s {app}.real {app}"), ("sh", "-c", f"rm {app}; mv {app}.real {app}")),
-    }
-    for kind, (change, back) in changes.items():
+    for change, back in (
+            (("chown", user, guide), ("chown", "root", guide)), (("chmod", "g+w", guide), ("chmod", "g-w", guide)),
+            (("setfacl", "-m", f"u:{user}:rwx", guide), ("setfacl", "-b", guide)),
+            (("setfacl", "-m", f"u:{user}:rwx", app), ("setfacl", "-b", app)),
+            (("chmod", "1777", app), ("chmod", "755", app)),
+            (("sh", "-c", f"mv {app} {app}.real; ln -s {app}.real {app}"),
+             ("sh", "-c", f"rm {app}; mv {app}.real {app}"))):
         call(*change)
-        got = Probe(world, user, "strict", asks_for=[guide, "-uname", user])
-        got.gets(REFUSED)
+        Probe(world, user, "strict", asks_for=[guide, "-uname", user]).gets(REFUSED)
         call(*back)
-        assert kind
     Probe(world, user, "strict", asks_for=[guide, "-uname", user]).gets("0\nexecuted 0")
     for change, back in ((("chmod", "o+w", folder), ("chmod", "o-w", folder)),
                          (("setfacl", "-m", f"u:{user}:rwx", folder), ("setfacl", "-b", folder)),
@@ -146,13 +128,12 @@ def protected_bundle_is_strict(world, desktop):
 def right_cannot_be_taken(world, desktop):
     """Another process of the same user, while the launcher holds the right: it is stopped there."""
     user = USERS["admin"]
-    run = Run(world, user, "portable", environment=desktop.environment)
-    desktop.expect()
+    run = desktop.run(Run, user, folder="portable")
     run.process.send_signal(signal.SIGSTOP)
     desktop.password()
     desktop.gone()
-    wait_for("the broker", lambda: any(os.path.basename(word) == b"QuillmarkBroker" for process in running("QuillmarkBroker")
-                                       for word in open(f"/proc/{process}/cmdline", "rb").read().split(b"\0")[:1]))
+    wait_for("the broker", lambda: any(open(f"/proc/{process}/cmdline", "rb").read().split(b"\0")[0].endswith(
+        b"/QuillmarkBroker") for process in running("QuillmarkBroker")))
     descriptors = sorted(map(int, os.listdir(f"/proc/{run.process.pid}/fd")))
     read, write_end = os.pipe()
     thief = os.fork()
@@ -169,8 +150,7 @@ def right_cannot_be_taken(world, desktop):
     assert len(descriptors) > 3, descriptors
     assert json.loads(os.read(read, 1000)) == [True, [], False, []]
     run.process.send_signal(signal.SIGCONT)
-    run.ends(0, "Status is valid 0\n")
-    run.guide_ran()
+    run.succeeds()
 
 
 @case
@@ -179,17 +159,17 @@ def set_user_id_gives_nothing(world, desktop):
     folder = world.stage("set-uid", world.home + "/plain")
     for mode in ("u+s", "g+s"):
         call("chmod", mode, folder + MACOS + "QuillmarkLauncher")
-        run = Run(world, user, "set-uid", launcher=[folder + MACOS + "QuillmarkLauncher"])
+        run = Run(world, user, "set-uid")
         run.ends(1, "", "img path = ")
         assert run.text(1).endswith("Created authorisation\nALERT: Failed to create the authorisation with status -60008\n")
         call("chmod", "ug-s", folder + MACOS + "QuillmarkLauncher")
         call("chmod", mode, folder + MACOS + "QuillmarkBroker")
-        *words, status = Client(user, folder + MACOS + "QuillmarkBroker").answers("", how=b"")
+        *words, status = broker_answers(user, [folder + MACOS + "QuillmarkBroker"])
         assert words == [None, None], words
         # The leak checker cannot look into such a process and ends it with a status of its own.
         assert status == SET_USER_ID or world.sanitized and status != 0, status
         call("chmod", "ug-s", folder + MACOS + "QuillmarkBroker")
-    assert Client(user, folder + MACOS + "QuillmarkBroker").answers("", how=b"") == [None, None, NOT_ROOT]
+    assert broker_answers(user, [folder + MACOS + "QuillmarkBroker"]) == [None, None, NOT_ROOT]
 
 
 @case
@@ -216,31 +196,24 @@ os.execv(sys.argv[3], sys.argv[3:])"""
     may_raise = int(re.search(r"CapBnd:\t(\w+)", open("/proc/self/status").read())[1], 16) >> 24 & 1
     for kind in ["soft"] + ["hard"] * may_raise:
         run = Run(world, user, "clean", through=["/usr/bin/python3", "-c", code, kind, build])
-        run.ends(0, "Status is valid 0\n")
         got = state(run)
         for name, value in expected.items():
             assert got[name] == value, f"{name}: {got[name]}, not {value}"
         assert "Could not reset" not in run.text(1), run.text(1)
     run = Run(world, user, "clean", through=["/usr/bin/python3", "-c", code, "hard", build], bounding="-sys_resource")
-    run.ends(0, "Status is valid 0\n", "Could not reset the limits: Operation not permitted\n")  # told, not fatal
-    got = state(run)
-    assert got["limits"][resource.RLIMIT_NOFILE] == [64, 64], got
-    assert got["nice"] == 0, got
-    run = Run(world, "root", "clean", through=["/usr/bin/prlimit", "--nofile=64:64", "nice", "-n", "7"])
-    run.ends(0, "Status is valid 0\n")
-    got = state(run)  # root's own settings are left
-    assert got["limits"][resource.RLIMIT_NOFILE] == [64, 64], got
-    assert got["nice"] == os.nice(0) + 7, got
+    got = state(run, "Could not reset the limits: Operation not permitted\n")  # told, not fatal
+    assert (got["limits"][resource.RLIMIT_NOFILE], got["nice"]) == ([64, 64], 0), got
+    got = state(Run(world, "root", "clean", through=["/usr/bin/prlimit", "--nofile=64:64", "nice", "-n", "7"]))
+    assert (got["limits"][resource.RLIMIT_NOFILE], got["nice"]) == ([64, 64], os.nice(0) + 7), got  # root's are left
 
 
 @case
 def closed_streams(world, desktop):
     for user in ("root", USERS["yes"]):
-        run = Run(world, user, through=["/bin/sh", "-c", 'exec "$@" <&- >&- 2>&-', "sh"])
-        run.ends(0)
+        Run(world, user, through=["/bin/sh", "-c", 'exec "$@" <&- >&- 2>&-', "sh"]).ends(0)
         run = Run(world, user, through=["/bin/sh", "-c", 'exec "$@" <&- 3>&1 >&2 2>&3 3>&-', "sh"])  # crossed
         run.files.reverse()
-        run.ends(0, "Status is valid 0\n")
+        run.ends(0, VALID)
         run.files.reverse()
         wait_for("the guide", lambda: "ZephGuide: done\n" in run.text(1))
     read, write_end = os.pipe()
@@ -254,20 +227,17 @@ def closed_streams(world, desktop):
 def false_words_from_a_broker(world, desktop):
     folder = world.stage("false", world.home + "/plain", USERS["yes"])
     write(folder + MACOS + "QuillmarkBroker", "#!/usr/bin/python3\n"
-          "import os, socket, struct, sys\n"
+          "import socket\n"
           "line = socket.socket(fileno=0)\n"
           f"for step in open('{folder}/script').read().split():\n"
           "    if step == 'wait': line.recv(70000)\n"
-          "    elif step == 'nobody': os.setuid(65534)\n"
-          "    elif step == 'child':\n"
-          "        if os.fork(): os.wait(); sys.exit(0)\n"
           "    else: line.send(bytes.fromhex(step))\n", 0o755)
     word = {n: struct.pack("=II", WORD, n).hex() for n in range(9)}
     for steps, status in (
             ([word[READY], "wait", word[STARTED]], "0\nexecuted 0"), ([word[READY], "wait", word[READY]], "0\nexecuted -60008"),
             ([word[READY], "wait", word[7]], "0\nexecuted -60008"), ([word[READY], "wait", "00"], "0\nexecuted -60008"),
             ([word[READY], "wait"], "0\nexecuted -60008"), ([word[STARTED]], -60008), ([word[0]], -60008), (["00"], -60008),
-            ([word[READY] + "00"], -60008), (["00" * 60000], -60008), (["child", "nobody", word[READY], "wait"], -60008)):
+            ([word[READY] + "00"], -60008), (["00" * 60000], -60008)):
         write(folder + "/script", " ".join(steps))
         Probe(world, USERS["yes"], "false").gets(status)
 
@@ -275,19 +245,13 @@ def false_words_from_a_broker(world, desktop):
 @case
 def sudo_that_logs_input(world, desktop):
     """Each setting of sudo that comes between the broker and its standard input."""
-    call("mount", "--bind", "/dev/null", "/usr/bin/pkexec")
     os.makedirs("/var/log/sudo-io", exist_ok=True)
     call("mount", "-t", "tmpfs", "tmpfs", "/var/log/sudo-io")
-    try:
-        for settings in ("log_input", "log_output", "log_input,log_output", "log_input,!use_pty", "!use_pty", "use_pty"):
+    with hidden("/usr/bin/pkexec"):
+        for settings in ("log_input", "log_output", "log_input,log_output", "log_input,!use_pty", "!use_pty",
+                         "use_pty"):
             write(SUDOERS, f"Defaults {settings},timestamp_timeout=0\nvftest-admin ALL=(ALL) ALL\n", 0o440)
-            run = Run(world, USERS["admin"], environment=desktop.environment)
-            desktop.expect()
-            desktop.password()
-            run.ends(0, "Status is valid 0\n")
-            run.guide_ran()
+            desktop.run(Run, USERS["admin"], PASSWORD).succeeds()
             wait_for("sudo to leave", lambda: not running("QuillmarkBroker"))
-    finally:
-        write(SUDOERS, "vftest-admin ALL=(ALL) ALL\n", 0o440)
-        call("umount", "/var/log/sudo-io")
-        call("umount", "/usr/bin/pkexec")
+    write(SUDOERS, "vftest-admin ALL=(ALL) ALL\n", 0o440)
+    call("umount", "/var/log/sudo-io")

@@ -24,17 +24,13 @@ def installed_and_removed(world, desktop):
     with open(prefix + ENTRY) as file:
         command = next(shlex.split(line[len("Exec="):]) for line in file if line.startswith("Exec="))
     wait_for("the policy to be read", lambda: "com.quillmark.Launcher.start" in call("pkaction"))
-    assert "implicit active:   auth_admin\n" in call("pkaction", "--verbose", "--action-id", "com.quillmark.Launcher.start")
+    assert "implicit active:   auth_admin\n" in call("pkaction", "--verbose", "--action-id",
+                                                    "com.quillmark.Launcher.start")
     run = Run(world, USERS["yes"], launcher=command, cwd="/")
-    run.ends(0, "Status is valid 0\n")
     run.folder = prefix + "/libexec/quillmark"
-    run.guide_ran()
-    run = Run(world, USERS["admin"], environment=desktop.environment, launcher=command, cwd="/")
-    desktop.expect()
-    desktop.password()
-    run.ends(0, "Status is valid 0\n")
-    run = Run(world, USERS["no"], launcher=command, cwd="/")
-    run.ends(1)
+    run.succeeds()
+    desktop.run(Run, USERS["admin"], PASSWORD, launcher=command, cwd="/").ends(0, VALID)
+    Run(world, USERS["no"], launcher=command, cwd="/").ends(1)
     assert tree(prefix) == installed
     call("rm", "-r", prefix + "/libexec/quillmark/ZephGuide.app")  # the sample guide is a component of its own
     Run(world, USERS["yes"], launcher=command, cwd="/").ends(1, "Status is invalid -60031\n")

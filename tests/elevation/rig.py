@@ -1,9 +1,9 @@
 """A private system bus, users, a display and runs of the launcher in front of them; what the cases share."""
+import contextlib
 import os
 import pwd
 import subprocess
 import time
-import traceback
 
 USERS = {"admin": "vftest-admin", "yes": "vftest-yes", "no": "vftest-no", "second": "vftest-second"}
 PASSWORD, SECOND_PASSWORD = "right horse 42", "other horse 43"
@@ -25,6 +25,7 @@ polkit.addRule(function(action, subject) {
              "vftest two words": polkit.Result.YES, "vftest-no": polkit.Result.NO }[subject.user];
 });
 """
+VALID = "Status is valid 0\n"
 HANG = 30  # seconds; far beyond what any step takes
 
 
@@ -50,68 +51,74 @@ def running(word):
     """Processes whose command line holds the word."""
     found = []
     for entry in filter(str.isdigit, os.listdir("/proc")):
-        try:
-            with open(f"/proc/{entry}/cmdline", "rb") as file:
-                if word.encode() in file.read() and int(entry) != os.getpid():
-                    found.append(int(entry))
-        except OSError:
-            pass
+        with contextlib.suppress(OSError), open(f"/proc/{entry}/cmdline", "rb") as file:
+            if word.encode() in file.read() and int(entry) != os.getpid():
+                found.append(int(entry))
     return found
 
 
-class World:
-    """Users, rules, bus and polkitd; `private` in namespaces that vanish, else on the machine itself."""
+@contextlib.contextmanager
+def next_question():
+    """What is done inside makes polkit, after its delay, ask again."""
+    before = running("polkit-agent-helper-1")
+    yield
+    wait_for("the next question", lambda: set(running("polkit-agent-helper-1")) - set(before))
+    time.sleep(0.2)
 
-    def __init__(self, private):
-        self.private, self.undo, self.polkitd = private, [], None
+
+@contextlib.contextmanager
+def hidden(*programs):
+    for program in programs:
+        call("mount", "--bind", "/dev/null", program)
+    try:
+        yield
+    finally:
+        for program in programs:
+            call("umount", program)
+
+
+def identity_of(user):
+    record = pwd.getpwnam(user)
+    return ["setpriv", f"--reuid={record.pw_uid}", f"--regid={record.pw_gid}", "--init-groups"]
+
+
+class World:
+    """Users, rules, bus and polkitd, in namespaces that vanish with the test."""
+
+    home = "/opt/quillmark"
 
     def build(self, bundles, probe, installed):
-        self.home = "/opt/quillmark"
-        if self.private:
-            call("mount", "-t", "tmpfs", "-o", "mode=755", "tmpfs", "/opt")
-        elif os.path.exists(self.home):
-            raise AssertionError(self.home + " exists; it is not touched")
-        else:
-            self.undo.append(lambda: call("rm", "-rf", self.home))
-        os.makedirs(self.home, exist_ok=True)
+        call("mount", "-t", "tmpfs", "-o", "mode=755", "tmpfs", "/opt")
         self.stage("plain", bundles)
         call("cp", probe, self.home + "/plain" + MACOS + "StatusProbe")
         if installed:
             call("cp", "-a", installed + self.home + "/installed", self.home)
             call("chown", "-R", "root:root", self.home + "/installed")
-        if self.private:
-            self.hide_machine()
-        for user in USERS.values():
-            self.undo.append(lambda user=user: call("userdel", "--remove", user, check=False))
-            call("useradd", "--create-home", "--shell", "/bin/bash", user)
-        call("chpasswd", input="".join(f"{user}:{PASSWORD}\n" for user in USERS.values()) +
-             f"{USERS['second']}:{SECOND_PASSWORD}\n")
-        self.stage("portable", self.home + "/plain", USERS["yes"])
-        for path, text, mode in ((RULES, RULES_TEXT, 0o644), (SUDOERS, "vftest-admin ALL=(ALL) ALL\n", 0o440)):
-            self.undo.append(lambda path=path: os.unlink(path))
-            write(path, text, mode)
-        if not self.ask_bus("GetId"):
-            os.makedirs("/run/dbus", exist_ok=True)
-            self.start("dbus-daemon", "--system", "--nofork", "--nopidfile", "--nosyslog")
-            wait_for("the system bus", lambda: self.ask_bus("GetId"))
-        self.start_polkitd()
-
-    def hide_machine(self):
-        for place in ("/run", "/tmp"):
-            call("mount", "-t", "tmpfs", "-o", "mode=1777" if place == "/tmp" else "mode=755", "tmpfs", place)
+        for place, mode in (("/run", 755), ("/tmp", 1777)):
+            call("mount", "-t", "tmpfs", "-o", f"mode={mode}", "tmpfs", place)
         for folder in ("dbus", "user", "lock", "sudo", "copies"):
             os.mkdir("/run/" + folder, 0o711 if folder == "sudo" else 0o755)
         for place in filter(os.path.isdir, COPIED):
             copy = "/run/copies" + place.replace("/", "_")
             call("cp", "-a", place, copy)
             call("mount", "--bind", copy, place)
+        for user in USERS.values():
+            call("useradd", "--create-home", "--shell", "/bin/bash", user)
         with open("/etc/passwd", "a") as file:
             file.write("vftest two words:x:61234:61234::/tmp:/bin/sh\n")
+        call("chpasswd", input="".join(f"{user}:{PASSWORD}\n" for user in USERS.values()) +
+             f"{USERS['second']}:{SECOND_PASSWORD}\n")
+        self.stage("portable", self.home + "/plain", USERS["yes"])
+        write(RULES, RULES_TEXT)
+        write(SUDOERS, "vftest-admin ALL=(ALL) ALL\n", 0o440)
+        self.start("dbus-daemon", "--system", "--nofork", "--nopidfile", "--nosyslog")
+        wait_for("the system bus", lambda: self.ask_bus("GetId"))
+        self.polkitd = self.start(POLKITD, "--no-debug")
+        wait_for("polkitd", self.has_polkit)
 
-    def start(self, *command, **options):
-        process = subprocess.Popen(command, stderr=subprocess.DEVNULL, stdout=subprocess.DEVNULL, **options)
-        self.undo.append(lambda: (process.kill(), process.wait()))
-        return process
+    @staticmethod
+    def start(*command, **options):
+        return subprocess.Popen(command, stderr=subprocess.DEVNULL, stdout=subprocess.DEVNULL, **options)
 
     @staticmethod
     def ask_bus(method, *arguments):
@@ -120,11 +127,6 @@ class World:
 
     def has_polkit(self):
         return "boolean true" in self.ask_bus("NameHasOwner", "string:org.freedesktop.PolicyKit1")
-
-    def start_polkitd(self):
-        if not self.has_polkit():
-            self.polkitd = self.start(POLKITD, "--no-debug")
-            wait_for("polkitd", self.has_polkit)
 
     def stop_polkitd(self):
         call("mount", "-t", "tmpfs", "tmpfs", "/usr/share/dbus-1/system-services")  # else the bus restarts it
@@ -141,22 +143,15 @@ class World:
         call("chmod", "-R", "u+w,a+rX", folder)
         return folder
 
-    def clean(self):
-        for action in reversed(self.undo):
-            try:
-                action()
-            except Exception:
-                traceback.print_exc()
-
 
 class Desktop:
     """A display without a window manager, and somebody who sits in front of it."""
 
     def __init__(self, world, pictures):
         read, write_end = os.pipe()
-        world.start("Xvfb", "-displayfd", str(write_end), "-screen", "0", "1600x1200x24", "-noreset", "-nolisten", "tcp", "-ac",
-                    pass_fds=[write_end])
-        self.pictures = pictures  # a descriptor: the folder may be out of sight by now
+        world.start("Xvfb", "-displayfd", str(write_end), "-screen", "0", "1600x1200x24", "-noreset", "-nolisten",
+                    "tcp", "-ac", pass_fds=[write_end])
+        self.world, self.pictures = world, pictures  # a descriptor: the folder may be out of sight by now
         self.environment = {"DISPLAY": ":" + os.read(read, 16).decode().strip()}
 
     def tool(self, *command):
@@ -172,11 +167,17 @@ class Desktop:
         self.tool("xdotool", "windowfocus", "--sync", self.window)
         if picture and self.pictures is not None:
             time.sleep(0.3)  # let it draw
-            png = subprocess.run(["import", "-window", self.window, "png:-"], check=True, capture_output=True,
-                                 env=dict(os.environ, **self.environment)).stdout
-            file = os.open(picture + ".png", os.O_WRONLY | os.O_CREAT | os.O_TRUNC, 0o644, dir_fd=self.pictures)
-            os.write(file, png)
-            os.close(file)
+            self.tool("import", "-window", self.window, f"/proc/{os.getpid()}/fd/{self.pictures}/{picture}.png")
+
+    def run(self, kind, user, answer=None, folder="plain", picture=None, **options):
+        """A `kind` of run that opens a dialog, which gets a key or else a password as its answer."""
+        run = kind(self.world, user, folder, **{"environment": self.environment, **options})
+        self.expect(picture)
+        if answer in ("Escape", "Return"):
+            self.key(answer)
+        elif answer:
+            self.password(answer)
+        return run
 
     def key(self, name):
         self.tool("xdotool", "key", name)
@@ -189,11 +190,8 @@ class Desktop:
         self.key("Return")
 
     def wrong_password(self):
-        """Types one and waits until polkit, after its delay, asks again."""
-        before = running("polkit-agent-helper-1")
-        self.password("wrong")
-        wait_for("the next question", lambda: set(running("polkit-agent-helper-1")) - set(before))
-        time.sleep(0.2)
+        with next_question():
+            self.password("wrong")
 
     def click_ok(self):
         geometry = dict(line.split("=") for line in
@@ -215,16 +213,15 @@ class Run:
         base = os.path.join(world.home, f"run{Run.count}")
         self.files = [base + ".out", base + ".err"]
         streams = [open(path, "a") for path in self.files]
-        record = pwd.getpwnam(user)
-        identity = ["setpriv", f"--reuid={record.pw_uid}", f"--regid={record.pw_gid}", "--init-groups",
-                    *([f"--bounding-set={bounding}"] if bounding else [])]
+        identity = identity_of(user) + ([f"--bounding-set={bounding}"] if bounding else [])
         variables = {"PATH": "/usr/bin:/bin", "HOME": "/tmp", "LD_LIBRARY_PATH": "/nowhere", "IFS": "x",
                      **(environment or {})}
         spare = os.open("/etc/hostname", os.O_RDONLY)
         self.process = subprocess.Popen(
             identity + ["env", "-i"] + [f"{name}={value}" for name, value in variables.items()] +
             [*through, *(launcher or [self.folder + MACOS + "QuillmarkLauncher"])],
-            **{"pass_fds": [spare], "stdin": subprocess.DEVNULL, "stdout": streams[0], "stderr": streams[1], "cwd": self.folder, **options})
+            **{"pass_fds": [spare], "stdin": subprocess.DEVNULL, "stdout": streams[0], "stderr": streams[1],
+               "cwd": self.folder, **options})
         Run.last = self.process
         os.close(spare)
 
@@ -242,11 +239,12 @@ class Run:
         for noise in ("Gtk", "sudo", "polkit", "WARNING"):
             assert noise not in self.text(1), self.text(1)
 
-    def guide_ran(self):
-        """The guide ran as root with one argument for the name, and with nothing that was not meant for it."""
+    def succeeds(self, stderr=""):
+        """The launcher ends well, and the guide ran as root with nothing that was not meant for it."""
+        self.ends(0, VALID, stderr)
         wait_for("the guide", lambda: "ZephGuide: done\n" in self.text())
         text = self.text()
-        lines = [line[len("ZephGuide: "):] for line in text.split("\n") if line.startswith("ZephGuide: ")]
+        lines = [line[11:] for line in text.split("\n") if line.startswith("ZephGuide: ")]
         assert "user 0, effective user 0, group 0, effective group 0" in lines, text
         guide = self.folder + GUIDE
         for index, argument in enumerate((guide, "-uname", self.user)):
@@ -260,6 +258,12 @@ class Run:
             [f"descriptor {i + 1} = {path}" for i, path in enumerate(self.files)], descriptors
         process, session = [word.split()[1] for word in lines[1].split(", ")[:2]]
         assert process == session, lines[1]
+
+
+    def dies(self):
+        self.process.kill()
+        self.process.wait()
+        wait_for("the helpers to leave", lambda: not running("QuillmarkDialog") and not running("QuillmarkBroker"))
 
 
 class Probe(Run):

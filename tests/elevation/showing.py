@@ -2,8 +2,9 @@
 import contextlib
 import json
 import os
-import signal
+import shutil
 import socket
+import subprocess
 
 from rig import *
 
@@ -35,25 +36,22 @@ print(json.dumps(found))
 @contextlib.contextmanager
 def screen_reader(world, user, desktop):
     """A session bus of the user with the accessibility service; gives a function that reads what is shown."""
-    record = pwd.getpwnam(user)
     folder = os.path.join(world.home, "session")
     os.makedirs(folder, exist_ok=True)
-    os.chown(folder, record.pw_uid, record.pw_gid)
-    identity = ["setpriv", f"--reuid={record.pw_uid}", f"--regid={record.pw_gid}", "--init-groups", "env", "-i"]
+    shutil.chown(folder, user)
     address = f"unix:path={folder}/bus"
-    variables = {"DBUS_SESSION_BUS_ADDRESS": address, "XDG_RUNTIME_DIR": folder, "HOME": folder, "PATH": "/usr/bin:/bin",
-                 **desktop.environment}
-    words = [f"{name}={value}" for name, value in variables.items()]
-    bus = subprocess.Popen([*identity, *words, "dbus-daemon", "--session", "--nofork", "--nopidfile", f"--address={address}"],
+    variables = {"DBUS_SESSION_BUS_ADDRESS": address, "XDG_RUNTIME_DIR": folder, "HOME": folder,
+                 "PATH": "/usr/bin:/bin", **desktop.environment}
+    words = identity_of(user) + ["env", "-i"] + [f"{name}={value}" for name, value in variables.items()]
+    bus = subprocess.Popen([*words, "dbus-daemon", "--session", "--nofork", "--nopidfile", f"--address={address}"],
                            stderr=subprocess.DEVNULL)
     try:
         wait_for("the session bus", lambda: os.path.exists(folder + "/bus"))
-        call(*identity, *words, "dbus-send", "--session", "--print-reply", "--dest=org.a11y.Bus", "/org/a11y/bus",
-             "org.freedesktop.DBus.Properties.Set", "string:org.a11y.Status", "string:IsEnabled", "variant:boolean:true")
+        call(*words, "dbus-send", "--session", "--print-reply", "--dest=org.a11y.Bus", "/org/a11y/bus", "org.freedesktop.DBus.Properties.Set",
+             "string:org.a11y.Status", "string:IsEnabled", "variant:boolean:true")
 
         def read():
-            found = json.loads(call(*identity, *words, "/usr/bin/python3", "-c", READER, timeout=HANG))
-            nodes, flat = list(found), []
+            nodes, flat = json.loads(call(*words, "/usr/bin/python3", "-c", READER, timeout=HANG)), []
             while nodes:
                 node = nodes.pop(0)
                 flat.append(node)
@@ -87,24 +85,21 @@ def blocked_display(world, desktop):
         server.listen(20)
         environment = {"DISPLAY": ":77"}
         Run(world, USERS["admin"], environment=environment).ends(1, "", "Copied the authorisation = \n")
-        Run(world, USERS["yes"], without_guide(world), environment).ends(1, "Status is invalid -60031\n", "ALERT: Error: Unable")
+        Run(world, USERS["yes"], without_guide(world), environment).ends(
+            1, "Status is invalid -60031\n", "ALERT: Error: Unable")
         assert not running("QuillmarkDialog")
         run = Run(world, USERS["admin"], environment=environment)
         wait_for("the dialog program", lambda: running("QuillmarkDialog"))
-        run.process.kill()
-        run.process.wait()
-        wait_for("the dialog program to leave", lambda: not running("QuillmarkDialog"))
+        run.dies()
     os.unlink("/tmp/.X11-unix/X77")
 
 
 @case
 def window_destroyed_from_outside(world, desktop):
-    run = Probe(world, USERS["admin"], environment=desktop.environment)
-    desktop.expect()
+    run = desktop.run(Probe, USERS["admin"])
     desktop.tool("xdotool", "windowclose", desktop.window)
     run.gets(-60006)
-    run = Run(world, USERS["yes"], without_guide(world), desktop.environment)
-    desktop.expect()
+    run = desktop.run(Run, USERS["yes"], folder=without_guide(world))
     desktop.tool("xdotool", "windowclose", desktop.window)
     run.ends(1, "Status is invalid -60031\n")
 
@@ -113,8 +108,7 @@ def window_destroyed_from_outside(world, desktop):
 def keys_alone_will_do(world, desktop):
     for keys, status in ((("alt+c",), -60006), (("Tab", "Tab", "Return"), GRANTED), (("Tab", "space"), -60006),
                          (("alt+a",), GRANTED), (("Tab", "alt+p", "Return"), GRANTED)):
-        run = Probe(world, USERS["admin"], "portable", desktop.environment)
-        desktop.expect()
+        run = desktop.run(Probe, USERS["admin"], folder="portable")
         desktop.tool("xdotool", "type", "--delay", "2", PASSWORD)
         for key in keys:
             desktop.key(key)
@@ -123,18 +117,12 @@ def keys_alone_will_do(world, desktop):
 
 @case
 def two_administrators(world, desktop):
-    run = Run(world, USERS["second"], environment=desktop.environment)
-    desktop.expect("two-administrators")
-    desktop.password(SECOND_PASSWORD)  # one's own is chosen first
-    run.ends(0, "Status is valid 0\n")
-    run.guide_ran()
-    run = Probe(world, USERS["second"], "portable", desktop.environment)
-    desktop.expect()
-    before = running("polkit-agent-helper-1")
-    for key in ("alt+m", "Up"):
-        desktop.key(key)
-    wait_for("the question to the other", lambda: set(running("polkit-agent-helper-1")) - set(before))
-    time.sleep(0.2)
+    # One's own account is chosen first.
+    desktop.run(Run, USERS["second"], SECOND_PASSWORD, picture="two-administrators").succeeds()
+    run = desktop.run(Probe, USERS["second"], folder="portable")
+    with next_question():
+        for key in ("alt+m", "Up"):
+            desktop.key(key)
     desktop.password()
     run.gets(GRANTED)
 
@@ -143,46 +131,44 @@ def two_administrators(world, desktop):
 def screen_reader_hears(world, desktop):
     user = USERS["admin"]
     with screen_reader(world, user, desktop) as (variables, read):
-        run = Probe(world, user, environment=variables)
-        desktop.expect()
+        def hears(word, role="label"):
+            wait_for(word, lambda: word in " ".join(names(read(), role)))
+
+        run = desktop.run(Probe, user, environment=variables)
         nodes = read()
-        assert "Administrator rights are needed" in names(nodes, "label"), nodes
-        assert '"QuillmarkLauncher" in the folder "plain" wants to start' in " ".join(names(nodes, "label")), nodes
-        assert world.home + "/plain/QuillmarkLauncher.app" in names(nodes, "label"), nodes
+        for text in ("Administrator rights are needed", world.home + "/plain/QuillmarkLauncher.app",
+                     '"QuillmarkLauncher" in the folder "plain" wants to start'):
+            assert text in " ".join(names(nodes, "label")), nodes
         assert [(node["by"], node["focused"]) for node in nodes if node["role"] == "password text"] == \
             [(f"Password of {user}:", True)], nodes
         assert names(nodes, "push button") == ["Cancel", "Allow"], nodes
-        assert not [node for node in nodes if node["role"] == "notification"], nodes
+        assert not names(nodes, "notification"), nodes
         desktop.wrong_password()
         nodes = read()
         assert [names(node["children"], "label") for node in nodes if node["role"] == "notification"] == \
             [["That password was not accepted. Please try again."]], nodes
         desktop.key("Caps_Lock")
-        wait_for("the word of Caps Lock", lambda: "Caps Lock is on." in names(read(), "label"))
+        hears("Caps Lock is on.")
         desktop.key("Caps_Lock")
         call("chage", "--expiredate", "0", user)
         desktop.expect()
-        before = running("polkit-agent-helper-1")
-        desktop.password()
-        wait_for("the next question", lambda: set(running("polkit-agent-helper-1")) - set(before))
-        wait_for("the system's own message", lambda: "account has expired" in " ".join(names(read(), "label")))
+        with next_question():
+            desktop.password()
+        hears("account has expired")
         call("chage", "--expiredate", "-1", user)
         desktop.key("Escape")
         run.gets(-60006)
-        run = Run(world, user, without_guide(world), variables)
-        desktop.expect()
-        desktop.password()
-        wait_for("the alert", lambda: "ALERT!" in names(read(), "label"))
+        run = desktop.run(Run, user, PASSWORD, without_guide(world), environment=variables)
+        hears("ALERT!")
         nodes = read()
         assert names(nodes, "push button") == ["OK"], nodes
-        assert [node for node in nodes if node["role"] == "alert"], nodes
+        assert names(nodes, "alert"), nodes
         desktop.expect()
         desktop.key("Return")
         run.ends(1, "Status is invalid -60031\n")
         for language, allow, begin in (("de", "Erlauben", "„QuillmarkLauncher“ im Ordner „plain“"),
                                        ("fr", "Autoriser", "« QuillmarkLauncher », dans le dossier « plain »")):
-            run = Run(world, user, environment={**variables, "LANG": "C.UTF-8", "LANGUAGE": language})
-            desktop.expect()
+            run = desktop.run(Run, user, environment={**variables, "LANG": "C.UTF-8", "LANGUAGE": language})
             nodes = read()
             assert allow in names(nodes, "push button"), nodes
             assert begin in " ".join(names(nodes, "label")), nodes
@@ -194,43 +180,34 @@ def screen_reader_hears(world, desktop):
 def terminal_instead_of_display(world, desktop):
     """An administrator answers on the terminal; nothing is added to the launcher's streams."""
     for hide in ((), ("/usr/bin/pkexec",)):
-        for program in hide:
-            call("mount", "--bind", "/dev/null", program)
-        for answer, status in ((PASSWORD, 0), ("wrong", 1)):
-            controller, terminal = os.openpty()
-            run = Run(world, USERS["admin"], start_new_session=True, through=[
-                "/usr/bin/python3", "-c", "import fcntl, os, sys, termios\n"
-                "fcntl.ioctl(int(sys.argv[1]), termios.TIOCSCTTY, 0); os.execvp(sys.argv[2], sys.argv[2:])",
-                str(terminal)], pass_fds=[terminal])
-            seen = b""
-            for _ in range(1 if status == 0 else 3):
-                while not seen.endswith(b"Password of vftest-admin: "):
-                    seen += os.read(controller, 1000)
-                os.write(controller, answer.encode() + b"\n")
-                seen += b"."
-            run.ends(status, "Status is valid 0\n" if status == 0 else "", "Copied the authorisation = \n")
-            assert b"QuillmarkLauncher asks for administrator rights." in seen, seen
-            assert "Password" not in run.text() + run.text(1)
-            if status == 0:
-                run.guide_ran()
-            call("sudo", "-u", USERS["admin"], "sudo", "-K")
-            os.close(controller), os.close(terminal)
-        for program in hide:
-            call("umount", program)
+        with hidden(*hide):
+            for answer, status in ((PASSWORD, 0), ("wrong", 1)):
+                controller, terminal = os.openpty()
+                run = Run(world, USERS["admin"], start_new_session=True, through=[
+                    "/usr/bin/python3", "-c", "import fcntl, os, sys, termios\n"
+                    "fcntl.ioctl(int(sys.argv[1]), termios.TIOCSCTTY, 0); os.execvp(sys.argv[2], sys.argv[2:])",
+                    str(terminal)], pass_fds=[terminal])
+                seen = b""
+                for _ in range(1 if status == 0 else 3):
+                    while not seen.endswith(b"Password of vftest-admin: "):
+                        seen += os.read(controller, 1000)
+                    os.write(controller, answer.encode() + b"\n")
+                    seen += b"."
+                run.ends(status, VALID if status == 0 else "", "Copied the authorisation = \n")
+                assert b"QuillmarkLauncher asks for administrator rights." in seen, seen
+                assert "Password" not in run.text() + run.text(1)
+                if status == 0:
+                    run.succeeds()
+                call("sudo", "-u", USERS["admin"], "sudo", "-K")
+                os.close(controller), os.close(terminal)
 
 
 def take_pictures(world, desktop):
     """The dialogs in light and dark, at scale 1 and 2; only with --pictures."""
     world.stage("Quillmark", world.home + "/plain")
-    for theme in ("", ":dark"):
-        for scale in ("1", "2"):
-            environment = {**desktop.environment, "GTK_THEME": "Adwaita" + theme, "GDK_SCALE": scale}
-            suffix = (theme.replace(":", "-") or "-light") + "-" + scale
-            run = Run(world, USERS["admin"], "Quillmark", environment)
-            desktop.expect("password-dialog" + suffix)
-            desktop.key("Escape")
-            run.ends(1)
-            run = Run(world, USERS["yes"], without_guide(world), environment)
-            desktop.expect("alert" + suffix)
-            desktop.key("Return")
-            run.ends(1, "Status is invalid -60031\n")
+    for theme, scale in (("", "1"), ("", "2"), (":dark", "1"), (":dark", "2")):
+        environment = {**desktop.environment, "GTK_THEME": "Adwaita" + theme, "GDK_SCALE": scale}
+        suffix = (theme.replace(":", "-") or "-light") + "-" + scale
+        for user, folder, dialog, key in ((USERS["admin"], "Quillmark", "password-dialog", "Escape"),
+                                          (USERS["yes"], without_guide(world), "alert", "Return")):
+            desktop.run(Run, user, key, folder, dialog + suffix, environment=environment).process.wait(HANG)

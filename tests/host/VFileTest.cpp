@@ -13,7 +13,6 @@
 #include <string>
 #include <sys/stat.h>
 #include <tuple>
-#include <unistd.h>
 
 namespace {
 
@@ -38,6 +37,7 @@ TEST(VFile, ReadsFromWhereItSeeks) {
     }
     EXPECT_FALSE(file.IsEndOfFile());
     EXPECT_EQ(file.ReadBytes(buffer, sizeof buffer), 6U);
+    EXPECT_EQ(file.ReadError(), 0);
     EXPECT_STREQ(buffer, "456789");
     EXPECT_TRUE(file.IsEndOfFile());
     file.FileSeek(12, VFile::kFromStart);
@@ -57,22 +57,19 @@ TEST(VFile, GivesNothingUnlessOpen) {
     EXPECT_EQ(VFile::TheClass()->NewInstance(), nullptr);
 }
 
-long OpenDescriptors() {
-    return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
-}
-
 TEST(VFile, OpensOnlyRegularFiles) {
     TestFolder const folder;
     ASSERT_EQ(::mkfifo(folder.Path("pipe").c_str(), 0600), 0);
     std::filesystem::create_symlink("pipe", folder.Path("pipelink"));
+    auto const openDescriptors = [] {
+        return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
+    };
+    auto const open = openDescriptors();
     for (auto const& refused : {folder.Path("pipe"), folder.Path("pipelink"), folder.Path(""),
                                 folder.Path("no"), std::string("/dev/null")}) {
         EXPECT_FALSE(VFile().OpenForReading(refused.c_str())) << refused;
     }
-    std::filesystem::create_directory(folder.Path("folder"));
-    long const open = OpenDescriptors();
-    EXPECT_FALSE(VFile().OpenForReading(folder.Path("folder").c_str()));
-    EXPECT_EQ(OpenDescriptors(), open);
+    EXPECT_EQ(openDescriptors(), open);
     std::filesystem::create_symlink(folder.Write("plain", "x"), folder.Path("link"));
     EXPECT_TRUE(VFile().OpenForReading(folder.Path("link").c_str()));
 }
@@ -80,18 +77,14 @@ TEST(VFile, OpensOnlyRegularFiles) {
 TEST(VFile, OpensClosedOnExec) {
     TestFolder const folder;
     VString const path(folder.Path("new").c_str());
-    std::string const longMode = "w+b" + std::string(100, ' ');
-    for (std::string const& mode :
-         {std::string("w+b"), std::string("w+b             "), longMode, std::string("w+b,none")}) {
-        std::FILE* const stream = VFileManager::vfc_fopen(path, mode.c_str());
+    std::string const modes[] = {"w+b", "w+b             ", "w+b" + std::string(100, ' '), "w+b,none", ""};
+    for (std::string const& mode : modes) {
+        std::FILE* const stream = mode.empty() ? VFile::OpenRegularFile(path.CString())
+                                               : VFileManager::vfc_fopen(path, mode.c_str());
         ASSERT_NE(stream, nullptr) << mode;
         EXPECT_TRUE(::fcntl(::fileno(stream), F_GETFD) & FD_CLOEXEC) << mode;
         EXPECT_EQ(std::fclose(stream), 0);
     }
-    std::FILE* const stream = VFile::OpenRegularFile(path.CString());
-    ASSERT_NE(stream, nullptr);
-    EXPECT_TRUE(::fcntl(::fileno(stream), F_GETFD) & FD_CLOEXEC);
-    std::fclose(stream);
     EXPECT_EQ(VFile::vfc_fopen(folder.Path("missing").c_str(), "r"), nullptr);
     EXPECT_EQ(VFile::vfc_fopen(path, ""), nullptr);
     EXPECT_EQ(VFile::vfc_fopen(nullptr, "r"), nullptr);
@@ -101,10 +94,6 @@ TEST(VFile, TellsAFailedReadFromTheEnd) {
     TestFolder const folder;
     VString const path(folder.Write("ten", "0123456789").c_str());
     char buffer[20];
-    VFile whole;
-    ASSERT_TRUE(whole.OpenForReading(path));
-    EXPECT_EQ(whole.ReadBytes(buffer, sizeof buffer), 10U);
-    EXPECT_EQ(whole.ReadError(), 0);
     testing_support::FailingReads const failing(4);
     VFile broken;
     ASSERT_TRUE(broken.OpenForReading(path));

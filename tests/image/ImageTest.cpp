@@ -7,10 +7,10 @@
 #include "foundation/image/VImageIOTarga.h"
 #include "tests/image/ImageTestSupport.h"
 #include "tests/support/FailingAllocator.h"
+#include "tests/support/Stress.h"
 
 #include <latch>
 #include <sys/stat.h>
-#include <thread>
 
 namespace {
 
@@ -103,19 +103,20 @@ TEST_F(Image, IsNullOrNotSavedWithoutMemory) {
          {std::pair<IImageIO const*, char const*>{&targa, IMAGE_TEST_DATA "/pillow_alpha.tga"},
           {&jpeg, IMAGE_TEST_DATA "/colour.jpg"},
           {&png, IMAGE_TEST_DATA "/rgba-8.png"}}) {
-        testing_support::FailEachAllocation([&codec = codec, &path = path] {
-            ImageRef image;
-            EXPECT_NO_THROW(image = ImageRef::Adopt(codec->LoadImageFromFile(path)));
-            EXPECT_TRUE(image || testing_support::AllocationHasFailed());
-        });
-        testing_support::FailEachAllocation([&path = path] {
-            VImage::UninitializeClass();
-            VImage::InitializeClass();
-            ImageRef image;
-            EXPECT_NO_THROW(image = ImageRef::Adopt(VImage::ImageFromFile(path)));
-            EXPECT_TRUE(image || testing_support::AllocationHasFailed());
-            EXPECT_LE(VImage::ms_imageNames.load()->Count(), VImage::ms_imageCache.load()->Count());
-        });
+        for (bool const isCached : {false, true}) {
+            testing_support::FailEachAllocation([&codec = codec, &path = path, isCached] {
+                if (isCached) {
+                    VImage::UninitializeClass();
+                    VImage::InitializeClass();
+                }
+                ImageRef image;
+                EXPECT_NO_THROW(image = ImageRef::Adopt(isCached ? VImage::ImageFromFile(path)
+                                                                 : codec->LoadImageFromFile(path)));
+                EXPECT_TRUE(image || testing_support::AllocationHasFailed());
+                EXPECT_LE(VImage::ms_imageNames.load()->Count(), VImage::ms_imageCache.load()->Count());
+            });
+        }
+        VImage::ms_cacheEnabled = false;
     }
     testing_support::FailEachAllocation([&] {
         bool isSaved = false;
@@ -136,21 +137,22 @@ TEST_F(Image, SaysWhatItCouldNotLoad) {
         EXPECT_FALSE(FromFile(path)) << path;
         EXPECT_EQ(testing::internal::GetCapturedStderr(), errors) << path;
     };
-    for (auto const& [extension, start] : {std::pair{".jpg", "Failed to load image with JPG Data provider"},
-                                           {".JpEg", "Failed to load image with JPG Data provider"},
+    for (auto const& [extension, start] : {std::pair{".JpEg", "Failed to load image with JPG Data provider"},
                                            {".PNG", "Failed to load image with PNG Data provider"},
                                            {".tga", ""}}) {
-        auto const failure = [&text = start](std::string const& path) {
-            return std::string(text) + "Failed to load image: " + path + "\n";
-        };
-        std::ofstream(Path("junk") + extension) << "anything";
-        std::filesystem::create_directory(Path("folder") + extension);
-        EXPECT_EQ(::mkfifo((Path("pipe") + extension).c_str(), 0600), 0);
-        expect(std::string("missing") + extension, failure(Path("resources/missing") + extension));
-        expect(Path("folder") + extension, failure(Path("folder") + extension));
-        expect(Path("pipe") + extension, failure(Path("pipe") + extension));
-        bool const isSilent = *start == '\0'; // a Targa file that was read but is no picture
-        expect(Path("junk") + extension, isSilent ? "" : failure(Path("junk") + extension));
+        std::string const junk = Path("junk") + extension;
+        std::ofstream(junk) << "anything";
+        std::string const folder = Path("folder") + extension;
+        std::filesystem::create_directory(folder);
+        std::string const pipe = Path("pipe") + extension;
+        EXPECT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+        std::string const missing = std::string("missing") + extension;
+        std::string const text = std::string(start) + "Failed to load image: ";
+        expect(missing, text + Path("resources/" + missing) + "\n");
+        expect(folder, text + folder + "\n");
+        expect(pipe, text + pipe + "\n");
+        // A Targa file that was read but is no picture is refused silently.
+        expect(junk, *start == '\0' ? "" : text + junk + "\n");
     }
     expect("picture.gif", "");
     expect("", "");
@@ -172,25 +174,16 @@ TEST_F(Image, IsTheSameForThreadsThatLoadAtOnce) {
     for (int round = 0; round < 200; ++round) {
         VImage::UninitializeClass();
         VImage::InitializeClass();
-        std::vector<ImageRef> images[4];
-        std::vector<std::thread> threads;
         std::latch start(4);
-        for (auto& mine : images) {
-            threads.emplace_back([&mine, &paths, &start] {
-                start.arrive_and_wait();
-                for (auto const& path : paths) {
-                    mine.push_back(FromFile(path));
-                    ImageRef::Adopt(VImageIOTarga().LoadImageFromFile(path.c_str()))->GetName();
-                }
-            });
-        }
-        for (std::size_t i = 0; i < threads.size(); ++i) {
-            threads[i].join();
-            for (std::size_t j = 0; j < paths.size(); ++j) {
-                EXPECT_TRUE(images[i][j]);
-                EXPECT_EQ(images[i][j].Get(), VImage::FindImageInCacheWithName(paths[j].c_str()));
+        testing_support::OnThreads(4, [&](int) {
+            start.arrive_and_wait();
+            for (auto const& path : paths) {
+                ImageRef const image = FromFile(path);
+                EXPECT_TRUE(image);
+                EXPECT_EQ(image.Get(), VImage::FindImageInCacheWithName(path.c_str()));
+                ImageRef::Adopt(VImageIOTarga().LoadImageFromFile(path.c_str()))->GetName();
             }
-        }
+        });
         EXPECT_EQ(VImage::ms_imageCache.load()->Count(), 3);
     }
 }

@@ -43,14 +43,8 @@ class ImageTest : public testing::Test {
 
     std::string Path(std::string const& name) const { return (m_scratch.Folder() / name).string(); }
 
-    /// The pixels that the codec finds in a file of these bytes; none when it is refused.
-    template <class Codec>
-    Pixels Load(Codec const& codec, Bytes const& bytes) const {
-        m_scratch.SetBytes(bytes);
-        return Load(codec, m_scratch.Path());
-    }
-    template <class Codec>
-    static Pixels Load(Codec const& codec, char const* path) {
+    /// The pixels that the codec finds in the file; none when it is refused.
+    static Pixels Load(IImageIO const& codec, char const* path) {
         return PixelsOf(ImageRef::Adopt(codec.LoadImageFromFile(path)).Get());
     }
 

@@ -1,12 +1,11 @@
 #include "launcher/linux/BrokerProtocol.h"
-
 #include "launcher/linux/DisplayVariable.h"
 #include "launcher/linux/HelperExit.h"
 #include "launcher/linux/HelperProcess.h"
+#include "tests/support/ScratchFile.h"
 
-#include <cstdlib>
-#include <filesystem>
 #include <gtest/gtest.h>
+#include <sstream>
 #include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -21,23 +20,26 @@ SLaunchRequest const kRequest{.path = "/bin/true",
                               .environment = {"DISPLAY=:0", "LANG=C.UTF-8"}};
 
 /// A copy of the broker in a folder that others may write to, so that it starts whatever it is asked for.
-class PortableBroker {
-  public:
+struct PortableBroker {
     PortableBroker() {
-        char pattern[] = "/tmp/broker-XXXXXX";
-        m_folder = ::mkdtemp(pattern);
-        fs::permissions(m_folder, fs::perms::all);
-        fs::copy_file(QUILLMARK_BROKER, m_folder / "QuillmarkBroker");
+        fs::permissions(m_scratch.Folder(), fs::perms::all);
+        fs::copy_file(QUILLMARK_BROKER, m_scratch.Path());
     }
-    ~PortableBroker() { fs::remove_all(m_folder); }
-
     std::unique_ptr<HelperProcess> Start() const {
-        return HelperProcess::Start({.path = m_folder / "QuillmarkBroker", .environment = {}});
+        return HelperProcess::Start({.path = m_scratch.Path(), .environment = {}});
     }
-
-  private:
-    fs::path m_folder;
+    testing_support::ScratchFile const m_scratch;
 };
+
+/// The words between the marks '|'.
+std::vector<std::string> Split(std::string const& text) {
+    std::vector<std::string> words;
+    std::istringstream stream(text);
+    for (std::string word; std::getline(stream, word, '|');) {
+        words.push_back(word);
+    }
+    return words;
+}
 
 } // namespace
 
@@ -52,63 +54,34 @@ TEST(BrokerProtocol, TakesExactlyARequest) {
         EXPECT_FALSE(DecodeRequest(std::string_view(bytes).substr(0, length), decoded)) << length;
     }
     EXPECT_FALSE(DecodeRequest(bytes + "x", decoded));
-    auto const isRefused = [&decoded](SLaunchRequest const& request) {
+    SLaunchRequest const refused[] = {{"bin/true", {}, {}},
+                                      {"", {}, {}},
+                                      {std::string("/a\0b", 4), {}, {}},
+                                      {"/" + std::string(kMaxRequestBytes, 'x'), {}, {}},
+                                      {"/a", std::vector<std::string>(17), {}},
+                                      {"/a", {}, {"LD_PRELOAD=/tmp/x.so"}}};
+    for (SLaunchRequest const& request : refused) {
         std::optional<std::string> const encoded = EncodeRequest(request);
-        return !encoded || !DecodeRequest(*encoded, decoded);
-    };
-    EXPECT_TRUE(isRefused({.path = "bin/true", .arguments = {}, .environment = {}}));
-    EXPECT_TRUE(isRefused({.path = "", .arguments = {}, .environment = {}}));
-    EXPECT_TRUE(isRefused({.path = std::string("/a\0b", 4), .arguments = {}, .environment = {}}));
-    EXPECT_TRUE(
-        isRefused({.path = "/" + std::string(kMaxRequestBytes, 'x'), .arguments = {}, .environment = {}}));
-    EXPECT_TRUE(isRefused({.path = "/a", .arguments = std::vector<std::string>(17), .environment = {}}));
-    EXPECT_TRUE(isRefused({.path = "/a", .arguments = {}, .environment = {"LD_PRELOAD=/tmp/x.so"}}));
+        EXPECT_FALSE(encoded && DecodeRequest(*encoded, decoded)) << request.path.substr(0, 10);
+    }
 }
 
 TEST(DisplayVariable, HasItsRealForm) {
-    for (char const* const good :
-         {"DISPLAY=:0", "DISPLAY=host-1.example:10.2", "XAUTHORITY=/home/a b/.Xauthority", "LANG=C",
-          "LANG=de_DE.UTF-8@euro", "WAYLAND_DISPLAY=/run/user/1/wayland-0"}) {
+    for (std::string const& good :
+         Split("DISPLAY=:0|DISPLAY=host-1.example:10.2|XAUTHORITY=/home/a b/.Xauthority|LANG=C|"
+               "LANG=de_DE.UTF-8@euro|WAYLAND_DISPLAY=/run/user/1/wayland-0|XAUTHORITY=/" +
+               std::string(200, 'x'))) {
         EXPECT_TRUE(IsDisplayVariable(good)) << good;
     }
-    for (char const* const bad : {"",
-                                  "DISPLAY",
-                                  "DISPLAY=",
-                                  "=x",
-                                  "DISPLAY=:0\n",
-                                  "DISPLAY=0",
-                                  "DISPLAY=:",
-                                  "DISPLAY=:0.",
-                                  "DISPLAY=:123456",
-                                  "DISPLAY=:0.1.2",
-                                  "DISPLAY=a b:0",
-                                  "DISPLAY=/tmp/x:0",
-                                  "XAUTHORITY=a",
-                                  "XAUTHORITY=/a/../b",
-                                  "XAUTHORITY=/a/.",
-                                  "XAUTHORITY=/a\tb",
-                                  "WAYLAND_DISPLAY=wayland-0",
-                                  "WAYLAND_DISPLAY=/run/../x",
-                                  "LANG=",
-                                  "LANG=_DE",
-                                  "LANG=de_",
-                                  "LANG=de.",
-                                  "LANG=de@",
-                                  "LANG=de-DE",
-                                  "LANG=de_DE.UTF-8.x",
-                                  "LANG=.UTF-8",
-                                  "LANG=../../x",
-                                  "LANG=%s",
-                                  "PATH=/bin",
-                                  "LD_PRELOAD=/x",
-                                  "DISPLAYX=:0",
-                                  "LC_ALL=C",
-                                  "display=:0"}) {
+    for (std::string const& bad :
+         Split("|DISPLAY|DISPLAY=|=x|DISPLAY=:0\n|DISPLAY=0|DISPLAY=:|DISPLAY=:0.|DISPLAY=:123456|"
+               "DISPLAY=:0.1.2|DISPLAY=a b:0|DISPLAY=/tmp/x:0|XAUTHORITY=a|XAUTHORITY=/a/../b|"
+               "XAUTHORITY=/a/.|XAUTHORITY=/a\tb|WAYLAND_DISPLAY=wayland-0|WAYLAND_DISPLAY=/run/../x|"
+               "LANG=|LANG=_DE|LANG=de_|LANG=de.|LANG=de@|LANG=de-DE|LANG=de_DE.UTF-8.x|LANG=.UTF-8|"
+               "LANG=../../x|LANG=%s|PATH=/bin|LD_PRELOAD=/x|DISPLAYX=:0|LC_ALL=C|display=:0|DISPLAY=" +
+               std::string(5000, 'x') + ":0|WAYLAND_DISPLAY=/" + std::string(200, 'x'))) {
         EXPECT_FALSE(IsDisplayVariable(bad)) << bad;
     }
-    EXPECT_FALSE(IsDisplayVariable("DISPLAY=" + std::string(5000, 'x') + ":0"));
-    EXPECT_TRUE(IsDisplayVariable("XAUTHORITY=/" + std::string(200, 'x')));
-    EXPECT_FALSE(IsDisplayVariable("WAYLAND_DISPLAY=/" + std::string(200, 'x')));
 }
 
 TEST(Broker, LeavesUnlessItIsRootWithASocket) {
@@ -141,19 +114,17 @@ TEST(Broker, StartsOneProgramOnRequest) {
     struct {
         std::string bytes;
         EWord answer;
-    } const cases[] = {{good, EWord::eStarted},
-                       {EncodeRequest(missing).value(), EWord::eNotExecutable},
-                       {good.substr(1), EWord::eFailed},
-                       {good + std::string(2 * kMaxRequestBytes, 'x'), EWord::eFailed}};
-    for (auto const& request : cases) {
+        int exitStatus;
+    } const cases[] = {{good, EWord::eStarted, 0},
+                       {EncodeRequest(missing).value(), EWord::eNotExecutable, kExitNotStarted},
+                       {good.substr(1), EWord::eFailed, kExitBadInput},
+                       {good + std::string(2 * kMaxRequestBytes, 'x'), EWord::eFailed, kExitBadInput}};
+    for (auto const& [bytes, answer, exitStatus] : cases) {
         std::unique_ptr<HelperProcess> const broker = portable.Start();
         ASSERT_EQ(broker->Receive(), EWord::eReady);
-        ASSERT_TRUE(SendRequest(broker->Socket(), request.bytes, STDOUT_FILENO, STDERR_FILENO));
-        EXPECT_EQ(broker->Receive(), request.answer);
-        EXPECT_EQ(WEXITSTATUS(broker->WaitForExit().value()), request.answer == EWord::eStarted ? 0
-                                                              : request.answer == EWord::eFailed
-                                                                  ? kExitBadInput
-                                                                  : kExitNotStarted);
+        ASSERT_TRUE(SendRequest(broker->Socket(), bytes, STDOUT_FILENO, STDERR_FILENO));
+        EXPECT_EQ(broker->Receive(), answer);
+        EXPECT_EQ(WEXITSTATUS(broker->WaitForExit().value()), exitStatus);
     }
     std::unique_ptr<HelperProcess> const broker = portable.Start();
     ASSERT_EQ(broker->Receive(), EWord::eReady);
@@ -166,16 +137,15 @@ TEST(HelperProcess, HearsOnlyTheHelperAndRoot) {
         GTEST_SKIP() << "only root can become another user";
     }
     auto const wordOf = [](EWord word, int asChild, int user) {
-        std::string const code = "import os, socket, struct, time\n"
-                                 "if " +
-                                 std::to_string(asChild) +
-                                 " and os.fork(): os.wait(); os._exit(0)\n"
-                                 "os.setuid(" +
-                                 std::to_string(user) +
-                                 ")\n"
-                                 "socket.socket(fileno=0).send(struct.pack('=II', 0x514d5731, " +
-                                 std::to_string(static_cast<int>(word)) + "))\n";
-        return HelperProcess::Start({.path = "/usr/bin/python3", .arguments = {"-c", code}})->Receive();
+        std::string const code = R"(import os, socket, struct, sys
+word, as_child, user = map(int, sys.argv[1:])
+if as_child and os.fork(): os.wait(); os._exit(0)
+os.setuid(user)
+socket.socket(fileno=0).send(struct.pack("=II", 0x514d5731, word)))";
+        return HelperProcess::Start({.path = "/usr/bin/python3",
+                                     .arguments = {"-c", code, std::to_string(static_cast<int>(word)),
+                                                   std::to_string(asChild), std::to_string(user)}})
+            ->Receive();
     };
     constexpr int kNobody = 65534;
     EXPECT_EQ(wordOf(EWord::eReady, 0, kNobody), EWord::eReady);

@@ -4,9 +4,8 @@
 #include "launcher/IAlertPanel.h"
 #include "launcher/IElevationService.h"
 #include "launcher/VApplication.h"
+#include "tests/support/ScratchFile.h"
 
-#include <filesystem>
-#include <fstream>
 #include <gtest/gtest.h>
 #include <sstream>
 #include <sys/wait.h>
@@ -16,6 +15,7 @@ namespace {
 
 using namespace Launcher;
 namespace fs = std::filesystem;
+using testing_support::BytesOf;
 
 struct SStatuses {
     AuthorizationStatus create = 0;
@@ -80,23 +80,12 @@ class ScriptedPair : public IElevationService, public IAlertPanel {
     std::ofstream m_record;
 };
 
-std::string Text(fs::path const& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
 std::string Replaced(std::string text, std::string const& from, std::string const& to) {
     for (std::size_t at = text.find(from); !from.empty() && at != std::string::npos;
          at = text.find(from, at + to.size())) {
         text.replace(at, from.size(), to);
     }
     return text;
-}
-
-std::string UserName() {
-    char name[1024];
-    VFoundation::VHostArchitecture::UserName(name, sizeof(name));
-    return name;
 }
 
 /// What a run left behind, with the folder shown as @ and the user's name as USER.
@@ -111,11 +100,11 @@ struct SRun {
 class LauncherRun : public testing::Test {
   protected:
     LauncherRun() {
-        char pattern[] = "/tmp/launcher-run-XXXXXX";
-        m_folder = ::mkdtemp(pattern);
         fs::create_directory(m_folder / "work");
+        char name[1024];
+        VFoundation::VHostArchitecture::UserName(name, sizeof(name));
+        m_user = name;
     }
-    ~LauncherRun() override { fs::remove_all(m_folder); }
 
     /// Runs the steps in a process of their own, as they start and stop the library.
     SRun Run(SStatuses const& statuses, char const* const* argv) {
@@ -132,14 +121,13 @@ class LauncherRun : public testing::Test {
         }
         int status = 0;
         ::waitpid(process, &status, 0);
-        std::string const folder = m_folder.string();
-        std::string err = Replaced(Text(m_folder / "err"), folder, "@");
+        auto const written = [this](char const* name) {
+            return Replaced(BytesOf(m_folder / name), m_folder.string(), "@");
+        };
+        std::string err = Replaced(written("err"), "Uname = " + m_user, "Uname = USER");
         std::size_t const shutDown = err.find("[ VFoundation::UninitializeLibrary - START ]\n");
-        bool const isShutDown = shutDown != std::string::npos;
-        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, Text(m_folder / "out"),
-                Replaced(isShutDown ? err.substr(0, shutDown) : err, "Uname = " + UserName(), "Uname = USER"),
-                isShutDown,
-                Replaced(Replaced(Text(m_folder / "asked"), folder, "@"), "[" + UserName() + "]", "[USER]")};
+        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, written("out"), err.substr(0, shutDown),
+                shutDown != std::string::npos, Replaced(written("asked"), "[" + m_user + "]", "[USER]")};
     }
 
     SRun Run(SStatuses const& statuses, std::string const& launcherPath) {
@@ -147,20 +135,18 @@ class LauncherRun : public testing::Test {
         return Run(statuses, argv);
     }
 
-    void Touch(fs::path const& path) {
-        fs::create_directories((m_folder / path).parent_path());
-        std::ofstream(m_folder / path) << "x";
-    }
-
-    fs::path m_folder;
+    testing_support::ScratchFile const m_scratch;
+    fs::path const m_folder = m_scratch.Folder();
+    std::string m_user;
 };
 
 constexpr char kLauncher[] = "QuillmarkLauncher.app/Contents/MacOS/QuillmarkLauncher";
-constexpr char kGuide[] = "ZephGuide.app/Contents/MacOS/ZephGuide";
-constexpr char kInstaller[] =
+std::string const kGuide = "ZephGuide.app/Contents/MacOS/ZephGuide";
+std::string const kMissing = "File doesnt exist, looking for ";
+std::string const kInstaller =
     "QuillmarkLauncher.app/Contents/Resources/QuillmarkInstallSystem.app/Contents/MacOS/"
     "QuillmarkInstallSystem";
-constexpr char kUninstaller[] =
+std::string const kUninstaller =
     "QuillmarkLauncher.app/Contents/Resources/QuillmarkUninstallSystem.app/Contents/"
     "MacOS/QuillmarkUninstallSystem";
 
@@ -171,18 +157,8 @@ img path = @/QuillmarkLauncher.app/Contents/Resources/AuthIcon.png
 Created authorisation
 )";
 constexpr char kAsked[] = "Copied the authorisation = \n";
-constexpr char kLookForGuide[] = R"(Constructing path 1
-About to check default exe path @/ZephGuide.app/Contents/MacOS/ZephGuide
-)";
-constexpr char kLookForInstaller[] =
-    "File doesnt exist, looking for install system on path @/QuillmarkLauncher.app/Contents/Resources/"
-    "QuillmarkInstallSystem.app/Contents/MacOS/QuillmarkInstallSystem\n";
-constexpr char kLookForUninstaller[] =
-    "File doesnt exist, looking for uninstall system on path @/QuillmarkLauncher.app/Contents/Resources/"
-    "QuillmarkUninstallSystem.app/Contents/MacOS/QuillmarkUninstallSystem\n";
 constexpr char kNotFoundAlert[] =
     "Error: Unable to find installer application to run. Please contact Quillmark technical support";
-
 constexpr char kAskedToCreate[] = "create 0\n";
 
 std::string AskedToAcquire(std::string const& icon, std::size_t folderLength) {
@@ -194,28 +170,29 @@ std::string AskedToAcquire(std::string const& icon, std::size_t folderLength) {
 } // namespace
 
 TEST_F(LauncherRun, EveryLaunchStatusForEveryProgram) {
-    struct SOutcome {
+    struct {
         AuthorizationStatus status;
-        std::string alert;
-        std::string out;
+        std::string alert, out;
         int exitStatus;
-    };
-    SOutcome const outcomes[] = {{0, "", "valid 0\n", 0},
-                                 {-60031, kNotFoundAlert, "invalid -60031\n", 1},
-                                 {-60006, "", "cancelled -60006\n", 0},
-                                 {-60005, "Could not authorise with status -60005", "invalid -60005\n", 1},
-                                 {-60008, "Could not authorise with status -60008", "invalid -60008\n", 1},
-                                 {7, "Could not authorise with status 7", "invalid 7\n", 1}};
+    } const outcomes[] = {{0, "", "valid 0\n", 0},
+                          {-60031, kNotFoundAlert, "invalid -60031\n", 1},
+                          {-60006, "", "cancelled -60006\n", 0},
+                          {-60005, "Could not authorise with status -60005", "invalid -60005\n", 1},
+                          {-60008, "Could not authorise with status -60008", "invalid -60008\n", 1},
+                          {7, "Could not authorise with status 7", "invalid 7\n", 1}};
     std::string const icon = "@/QuillmarkLauncher.app/Contents/Resources/AuthIcon.png";
     // From the uninstaller, which nobody looks for, to the guide, beside which the installer does not matter.
-    for (std::string const program : {kUninstaller, kInstaller, kGuide}) {
+    for (std::string const& program : {kUninstaller, kInstaller, kGuide}) {
         if (program != kUninstaller) {
-            Touch(program);
+            fs::create_directories((m_folder / program).parent_path());
+            std::ofstream(m_folder / program) << "x";
         }
-        std::string const search = std::string(kLookForGuide) + (program != kGuide ? kLookForInstaller : "") +
-                                   (program == kUninstaller ? kLookForUninstaller : "") + "Exe path = @/" +
-                                   program + " \n";
-        for (SOutcome const& outcome : outcomes) {
+        std::string search = "Constructing path 1\nAbout to check default exe path @/" + kGuide + "\n";
+        search += program == kGuide ? "" : kMissing + "install system on path @/" + kInstaller + "\n";
+        search +=
+            program == kUninstaller ? kMissing + "uninstall system on path @/" + kUninstaller + "\n" : "";
+        search += "Exe path = @/" + program + " \n";
+        for (auto const& outcome : outcomes) {
             SCOPED_TRACE(program + " " + outcome.out);
             SRun const run = Run({.launch = outcome.status}, (m_folder / kLauncher).string());
             EXPECT_EQ(run.exitStatus, outcome.exitStatus);
@@ -233,24 +210,22 @@ TEST_F(LauncherRun, EveryLaunchStatusForEveryProgram) {
 }
 
 TEST_F(LauncherRun, WithoutTheRightTheLibraryStaysUp) {
-    SRun run = Run({.create = -60008}, (m_folder / kLauncher).string());
-    EXPECT_EQ(run.exitStatus, 1);
-    EXPECT_EQ(run.out, "");
-    EXPECT_EQ(run.err,
-              kBegin + std::string("ALERT: Failed to create the authorisation with status -60008\n"));
-    EXPECT_FALSE(run.isShutDown);
-    EXPECT_EQ(run.asked,
-              std::string(kAskedToCreate) +
-                  "alert 0 [ALERT!] [Failed to create the authorisation with status -60008] [OK]\n");
-
-    for (AuthorizationStatus const status : {-60006, -60005}) { // a cancelled dialog too is silent, and fails
-        run = Run({.acquire = status}, (m_folder / kLauncher).string());
+    std::string const alert = "Failed to create the authorisation with status -60008";
+    struct {
+        SStatuses statuses;
+        std::string err, end;
+    } const cases[] = {
+        {{.create = -60008}, "ALERT: " + alert + "\n", "create 0\nalert 0 [ALERT!] [" + alert + "] [OK]\n"},
+        {{.acquire = -60006}, kAsked, " 19\nfree 0\n"}, // a cancelled dialog too is silent, and fails
+        {{.acquire = -60005}, kAsked, " 19\nfree 0\n"}};
+    for (auto const& [statuses, err, end] : cases) {
+        SRun const run = Run(statuses, (m_folder / kLauncher).string());
         EXPECT_EQ(run.exitStatus, 1);
         EXPECT_EQ(run.out, "");
-        EXPECT_EQ(run.err, kBegin + std::string(kAsked));
+        EXPECT_EQ(run.err, kBegin + err);
         EXPECT_FALSE(run.isShutDown);
-        EXPECT_EQ(run.asked.find("alert"), std::string::npos);
-        EXPECT_TRUE(run.asked.ends_with(" 19\nfree 0\n")) << run.asked;
+        EXPECT_EQ(run.asked.find("alert") != std::string::npos, statuses.create != 0);
+        EXPECT_TRUE(run.asked.ends_with(end)) << run.asked;
     }
 }
 
@@ -265,22 +240,17 @@ TEST_F(LauncherRun, OddArguments) {
     std::string const uninstaller =
         "/Resources/QuillmarkUninstallSystem.app/Contents/MacOS/QuillmarkUninstallSystem";
     struct {
-        std::string path;
-        std::string workingFolder;
-        std::string icon;
-        std::string program;
-    } const cases[] = {
-        {"", "", "Resources/AuthIcon.png", uninstaller.substr(1)},
-        {"bare", "bare", "bare/Resources/AuthIcon.png", "bare" + uninstaller},
-        {"a/b", "a", "a/Resources/AuthIcon.png", "a" + uninstaller},
-        {"/a", "", "Resources/AuthIcon.png", uninstaller.substr(1)},
-        {"./x.app/C/M/l", ".", "./x.app/C/Resources/AuthIcon.png", "./x.app/C" + uninstaller},
-        {longName, longName, longName + "/Resources/AuthIcon.png", longName + uninstaller},
-        {"q '\"\n%s/x.app/C/M/l", "q '\"\n%s", "q '\"\n%s/x.app/C/Resources/AuthIcon.png",
-         "q '\"\n%s/x.app/C" + uninstaller},
-        {R"(C:\x.app/C/M/l)", "C:", "C:/Resources/AuthIcon.png",
-         "C:" + uninstaller}, // a backslash cuts first
-    };
+        std::string path, workingFolder, icon, program;
+    } const cases[] = {{"", "", "Resources/AuthIcon.png", uninstaller.substr(1)},
+                       {"bare", "bare", "bare/Resources/AuthIcon.png", "bare" + uninstaller},
+                       {"a/b", "a", "a/Resources/AuthIcon.png", "a" + uninstaller},
+                       {"/a", "", "Resources/AuthIcon.png", uninstaller.substr(1)},
+                       {"./x.app/C/M/l", ".", "./x.app/C/Resources/AuthIcon.png", "./x.app/C" + uninstaller},
+                       {longName, longName, longName + "/Resources/AuthIcon.png", longName + uninstaller},
+                       {"q '\"\n%s/x.app/C/M/l", "q '\"\n%s", "q '\"\n%s/x.app/C/Resources/AuthIcon.png",
+                        "q '\"\n%s/x.app/C" + uninstaller},
+                       // A backslash cuts first.
+                       {R"(C:\x.app/C/M/l)", "C:", "C:/Resources/AuthIcon.png", "C:" + uninstaller}};
     for (auto const& odd : cases) {
         SCOPED_TRACE(odd.path.substr(0, 40));
         SRun const run = Run({}, odd.path);
@@ -298,5 +268,5 @@ TEST_F(LauncherRun, AlertTextIsBounded) {
     VFoundation::VApplication::SetAlertPanel(nullptr);
     VFoundation::VApplication::AlertBox("only traced");
     std::string const text(VFoundation::VApplication::kAlertTextSize - 1, 'x');
-    EXPECT_EQ(Text(m_folder / "asked"), "alert 0 [ALERT!] [" + text + "] [OK]\n");
+    EXPECT_EQ(BytesOf(m_folder / "asked"), "alert 0 [ALERT!] [" + text + "] [OK]\n");
 }

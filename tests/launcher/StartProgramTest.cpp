@@ -76,14 +76,3 @@ TEST(StartProgram, AnEarlyEndIsAStartOnlyAfterExecve) {
     ::waitpid(process, &status, 0);
     EXPECT_EQ(WEXITSTATUS(status), static_cast<int>(EStartResult::eNoProcess));
 }
-
-TEST(StartProgram, KeepsTheSessionOnlyForATerminal) {
-    std::string const session = std::to_string(::getsid(0)) + "\n";
-    char const code[] = "cut -d ' ' -f 6 /proc/self/stat";
-    EXPECT_NE(Output({.path = "/bin/sh", .arguments = {"-c", code}, .environment = {"PATH=/bin"}}), session);
-    EXPECT_EQ(Output({.path = "/bin/sh",
-                      .arguments = {"-c", code},
-                      .environment = {"PATH=/bin"},
-                      .keepsTerminal = true}),
-              session);
-}
