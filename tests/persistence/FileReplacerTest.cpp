@@ -1,4 +1,5 @@
 #include "tests/persistence/XMLTestSupport.h"
+#include "tests/support/FailingAllocator.h"
 
 #include <cerrno>
 #include <csignal>
@@ -92,7 +93,7 @@ TEST_F(FileReplacer, AFailedSaveLeavesTheOldDocumentAndNothingElse) {
 
 TEST_F(FileReplacer, SavingFailsWhereItCannotWrite) {
     ASSERT_EQ(::mkfifo(Path("pipe").c_str(), 0600), 0);
-    for (char const* const name : {"pipe", ".", "no/such/folder", "/dev/full"}) { // nobody reads the pipe
+    for (char const* const name : {"pipe", ".", "no/such/folder", "/dev/full"}) { // the pipe has no reader
         EXPECT_FALSE(Save((m_folder / name).string(), 1, 'a')) << name;
     }
     EXPECT_FALSE(Save("", 1, 'a') || Save("/dev/full", 10000, 'a'));
@@ -158,6 +159,29 @@ TEST_F(FileReplacer, AKilledSaveLeavesAWholeDocument) {
         std::string const name = entry.path().filename().string();
         EXPECT_TRUE(name == "document" || name == "link" || name.starts_with(".vfoundation-")) << name;
     }
+}
+
+TEST_F(FileReplacer, SavesAllOrNothingWhenMemoryRunsOut) {
+    std::string const path = Path("file");
+    VString const text(std::string(100, 'b').c_str());
+    ASSERT_TRUE(Save(path, 1, 'b'));
+    std::string const whole = Contents(path);
+    ASSERT_TRUE(Save(path, 1, 'a'));
+    std::string last = Contents(path);
+    FailEachAllocation([&] {
+        bool saved = false;
+        {
+            VXMLFile file;
+            saved = file.OpenFileForWrite(path.c_str(), "R") && file.WriteObject(nullptr, text) &&
+                    file.CloseFile();
+        }
+        FailingAllocator::FailAt(0, false); // the checks have memory
+        EXPECT_TRUE(saved || AllocationHasFailed());
+        EXPECT_EQ(Entries(), 1);
+        std::string const now = Contents(path);
+        EXPECT_EQ(now, saved ? whole : last);
+        last = now;
+    });
 }
 
 TEST_F(FileReplacer, ADocumentIsDroppedWhenAnObjectThrows) {

@@ -165,7 +165,7 @@ TEST_F(AIFile, CountsNothingWithoutChunkSafety) {
     EXPECT_EQ(Read(0), 0x61626364);
     EXPECT_EQ(State(), "20 4");
     EXPECT_TRUE(m_file.CloseChunk());
-    EXPECT_EQ(State(), "24 4") << "skipped from behind the value; the child counts all the same";
+    EXPECT_EQ(State(), "24 4") << "skipped from after the value; the child counts all the same";
     m_file.Seek(-2, VFile::kFromEnd);
     EXPECT_EQ(Read(7), 7) << "left alone where the file ends";
     EXPECT_TRUE(m_file.Eof());

@@ -194,25 +194,4 @@ TEST_F(XMLFileObjectsOfOlderFiles, IsRead) {
     EXPECT_TRUE(Read(Save(prefs), again) && Save(again) == Save(prefs));
 }
 
-TEST_F(XMLFileObjectsOfOlderFiles, LeavesUsableObjectsWhenDamaged) {
-    VDictionary prefs;
-    ASSERT_TRUE(Read(m_document, prefs));
-    int loaded = 0;
-    auto const tryOut = [&loaded](std::string const& damaged) {
-        VDictionary read;
-        loaded += Read(damaged, read) ? 1 : 0;
-        EXPECT_EQ(read.Keys()->Count(), read.Values()->Count());
-        EXPECT_NE(Save(read), "(refused)");
-    };
-    for (std::string const& document : {m_document, Save(prefs)}) {
-        for (std::size_t i = 0; i < document.size(); ++i) {
-            tryOut(document.substr(0, i));
-            for (char const byte : {'\x00', '\x7F', '\x80', '\xFF'}) {
-                tryOut(std::string(document).replace(i, 1, 1, byte));
-            }
-        }
-    }
-    EXPECT_GT(loaded, 100) << "damage inside a text is not noticed";
-}
-
 } // namespace
