@@ -1,3 +1,4 @@
+#include "foundation/persistence/ChunkId.h"
 #include "foundation/persistence/VArchive.h"
 #include "foundation/strings/VString.h"
 #include "foundation/strings/values/VBitString.h"
@@ -12,27 +13,49 @@
 namespace {
 
 using namespace VFoundation;
-using testing_support::Mover;
-using testing_support::ScratchFile;
+using namespace testing_support;
 
 struct Form {
-    std::string suffix;
+    char const* suffix;
     long flags;
-} const kForms[] = {{"-be.bin", 0},
-                    {"-be-padded.bin", VAIFile::kPadChunks},
-                    {"-le.bin", VAIFile::kLittleEndian},
-                    {"-le-padded.bin", VAIFile::kLittleEndian | VAIFile::kPadChunks}};
+};
 
-std::string GoldenBytes(std::string const& kind, Form const& form) {
-    return testing_support::BytesOf(PERSISTENCE_TEST_DATA "/" + kind + form.suffix);
-}
+/// Writes everything that the file of values holds, or checks it.
+struct Mover {
+    VAIFile& file;
 
-/// Everything that the file of values holds.
-void MoveValues(VAIFile& file, Mover::eHow how) {
-    Mover mover{file, how};
-    VPoint point(SPoint{10, -20});
-    VDate date(1234567890123);
-    VString name("Gold");
+    template <class T>
+    void Value(T value) {
+        T moved = file.IsStoring() ? value : T{};
+        file.IsStoring() ? file << moved : file >> moved;
+        EXPECT_EQ(moved, value);
+    }
+    template <class T>
+    void Object(T object) {
+        T moved = file.IsStoring() ? object : T();
+        file.IsStoring() ? file << moved : file >> moved;
+        EXPECT_TRUE(moved.IsEqual(object));
+    }
+    void Text(std::string const& text) {
+        EXPECT_EQ(file.IsStoring() ? (file << text.c_str(), text) : ReadString(file), text);
+    }
+    template <class Body>
+    void Chunk(char const (&id)[5], Body body) {
+        unsigned long read = ChunkId(id);
+        EXPECT_TRUE(file.IsStoring() ? file.OpenChunk(id) : file.ReadChunkHeader(&read, nullptr));
+        EXPECT_EQ(read, ChunkId(id));
+        body();
+        EXPECT_EQ(file.ChunkRemaining(), 0UL);
+        EXPECT_TRUE(file.CloseChunk());
+    }
+    template <class... Ts>
+    void Values(Ts... values) {
+        (Value(values), ...);
+    }
+};
+
+void MoveValues(VAIFile& file) {
+    Mover mover{file};
     VValue value;
     value.Value().SetValueToDouble(0.25);
     VBitString bits;
@@ -43,13 +66,13 @@ void MoveValues(VAIFile& file, Mover::eHow how) {
                      -0.1);
         mover.Text("abc");
         mover.Text("");
-        mover.Chunk("Kid1", [&] { mover.Bytes("\1\2\3"); });
+        mover.Chunk("Kid1", [&] { mover.Values('\1', '\2', '\3'); });
         mover.Chunk("Objs", [&] {
-            mover.Object(point, VPoint());
-            mover.Object(value, VValue());
-            mover.Object(date, VDate());
-            mover.Object(bits, VBitString());
-            mover.Object(name, VString());
+            mover.Object(VPoint(SPoint{10, -20}));
+            mover.Object(value);
+            mover.Object(VDate(1234567890123));
+            mover.Object(bits);
+            mover.Object(VString("Gold"));
         });
     });
     mover.Chunk("END!", [] {});
@@ -73,16 +96,18 @@ TEST(AIFileGolden, LoadAndAreSavedByteByByte) {
     ScratchFile const scratch;
     VAIFile file;
     VArchive archive;
-    for (Form const& form : kForms) {
-        SCOPED_TRACE(form.suffix);
+    for (Form const& form : {Form{"-be.bin", 0}, Form{"-be-padded.bin", VAIFile::kPadChunks},
+                             Form{"-le.bin", VAIFile::kLittleEndian},
+                             Form{"-le-padded.bin", VAIFile::kLittleEndian | VAIFile::kPadChunks}}) {
         for (std::string const kind : {"values", "archive"}) {
-            std::string const golden = GoldenBytes(kind, form);
+            SCOPED_TRACE(kind + form.suffix);
+            std::string const golden = BytesOf(PERSISTENCE_TEST_DATA "/" + kind + form.suffix);
             scratch.SetBytes(golden);
-            ASSERT_TRUE(file.Open(scratch.Path(), VAIFile::kRead | VAIFile::kChunkSafe | form.flags));
-            kind == "values" ? MoveValues(file, Mover::eCheck) : void(archive.Serialize(file));
-            ASSERT_TRUE(file.Open(scratch.Path(), VAIFile::kWrite | form.flags));
-            kind == "values" ? MoveValues(file, Mover::eWrite) : void(archive.Serialize(file));
-            EXPECT_TRUE(file.Close());
+            for (long const mode : {VAIFile::kRead | VAIFile::kChunkSafe, long{VAIFile::kWrite}}) {
+                ASSERT_TRUE(file.Open(scratch.Path(), mode | form.flags));
+                kind == "values" ? MoveValues(file) : void(archive.Serialize(file));
+                EXPECT_TRUE(file.Close());
+            }
             EXPECT_EQ(scratch.Bytes(), golden);
         }
         EXPECT_EQ(ListOf(archive), "a/b+-|a/b|");

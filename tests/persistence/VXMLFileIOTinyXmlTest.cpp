@@ -1,9 +1,7 @@
 #include "foundation/persistence/IXMLFileIO.h"
 #include "tests/persistence/XMLTestSupport.h"
 
-#include <algorithm>
 #include <numeric>
-#include <random>
 #include <sstream>
 #include <sys/stat.h>
 
@@ -13,76 +11,24 @@ using namespace testing_support;
 
 using XMLFileIOTinyXml = XMLTest;
 
-std::vector<std::string> AwkwardTexts() {
-    std::vector<std::string> texts = {
-        "",
-        "tencharact",
-        "elevenchars",
-        "  leading, trailing and    repeated blanks  ",
-        "line\nfeeds\r\nand\rreturns \n",
-        R"(quotes " ' and <&> with &amp; &#x41; &#65; &#x<b;)",
-        "a CDATA end ]]> and ]]]]>> within",
-        std::string(11, ' '),
-        std::string(11, '\r'),
-        "\xEF\xBB\xBF begins like a byte order mark",
-        "Latin-1 \xE9\xE8 and UTF-8 \xC3\xA9\xE2\x82\xAC and broken \xE2\x82",
-        std::string(100000, 'x'),
-    };
+TEST_F(XMLFileIOTinyXml, KeepsTextsBesideOtherNodes) {
     std::string everyByte(255, '\0');
     std::iota(everyByte.begin(), everyByte.end(), '\1');
-    texts.push_back(everyByte);
-    std::mt19937 random(20240229); // NOLINT: the same texts every time
-    std::string_view const letters = "  \r\n\t]]>><&;#x3a\"'\x01\x7F\xC3\xA9";
-    for (int i = 0; i < 400; ++i) {
-        std::string& text = texts.emplace_back(random() % 24, '\0');
-        std::generate(text.begin(), text.end(), [&] { return letters[random() % letters.size()]; });
+    std::string const texts[] = {"one", "two & \xE9\x01", "   ", " \n ", everyByte, std::string(100000, 'x')};
+    Document file(Saved([&](VXMLFile& saving) {
+        saving.OpenChildren();
+        for (auto const& text : texts) {
+            EXPECT_TRUE(saving.OpenNextSiblingText() && saving.WriteText(text.c_str()));
+        }
+        EXPECT_TRUE(saving.OpenNextSiblingElement("E") && saving.WriteAttribute("a", everyByte.c_str()));
+    }));
+    char const* read = nullptr;
+    file.OpenChildren();
+    for (auto const& text : texts) {
+        EXPECT_TRUE(file.OpenNextSiblingText() && file.ReadText(read) && read == text) << text;
     }
-    return texts;
-}
-
-TEST_F(XMLFileIOTinyXml, KeepsEveryByteOfTextsAttributesAndStrings) {
-    auto const texts = AwkwardTexts();
-    RoundTrip(
-        [&](VXMLFile& file) {
-            for (auto const& text : texts) {
-                EXPECT_TRUE(file.OpenFirstChildElement("T") && file.WriteAttribute("a", text.c_str()));
-                EXPECT_TRUE(file.OpenFirstChildText() && file.WriteText(text.c_str()) && file.CloseChild());
-                EXPECT_TRUE(file.CloseChild() && file.WriteObject(nullptr, VString(text.c_str())));
-            }
-        },
-        [&](VXMLFile& file) {
-            bool first = true;
-            for (auto const& text : texts) {
-                char const* read = nullptr;
-                VString string;
-                ASSERT_TRUE(file.OpenChildElement("T", first) && file.ReadAttribute("a", read) &&
-                            read == text);
-                bool const hasText = file.OpenFirstChildText();
-                EXPECT_EQ(hasText, !text.empty());
-                EXPECT_TRUE(!hasText || (file.ReadText(read) && read == text && file.CloseChild())) << text;
-                ASSERT_TRUE(file.OpenChildElement("VString", first) && string.SerializeAsXML(file));
-                EXPECT_EQ(string.CString(), text);
-            }
-        });
-}
-
-TEST_F(XMLFileIOTinyXml, KeepsTextsBesideOtherNodes) {
-    std::string const texts[] = {"one", "two & \xE9\x01", "   ", " \n "};
-    RoundTrip(
-        [&](VXMLFile& file) {
-            file.OpenChildren();
-            for (auto const& text : texts) {
-                EXPECT_TRUE(file.OpenNextSiblingText() && file.WriteText(text.c_str()));
-            }
-            EXPECT_TRUE(file.OpenNextSiblingElement("E") && file.CloseChildren());
-        },
-        [&](VXMLFile& file) {
-            file.OpenChildren();
-            for (auto const& text : texts) {
-                char const* read = nullptr;
-                EXPECT_TRUE(file.OpenNextSiblingText() && file.ReadText(read) && read == text);
-            }
-        });
+    EXPECT_TRUE(file.OpenNextSiblingElement("E") && file.ReadAttribute("a", read));
+    EXPECT_EQ(read, everyByte);
 }
 
 TEST_F(XMLFileIOTinyXml, WritesReferencesWhereCDataCannotStand) {

@@ -67,18 +67,6 @@ class XMLTest : public testing::Test {
         return file.CloseFile() ? text.CString() : "(refused)";
     }
 
-    /// Writes a document through `write` into a file and into a string; has `read` read both.
-    template <class Write, class Read>
-    void RoundTrip(Write write, Read read) const {
-        VXMLFile file;
-        ASSERT_TRUE(file.OpenFileForWrite(Path("round-trip").c_str(), "R"));
-        write(file);
-        ASSERT_TRUE(file.CloseFile() && file.OpenFileForRead(Path("round-trip").c_str(), "R"));
-        read(file);
-        Document fromString(Saved(write));
-        read(fromString);
-    }
-
     /// What was logged since the last call.
     std::string Log() {
         std::string text;
