@@ -48,17 +48,6 @@ class Archive : public testing::Test {
     VArchive m_archive;
 };
 
-TEST_F(Archive, IsFortyEightBytesWhenEmpty) {
-    VArchive empty;
-    for (long const flags : {0L, VAIFile::kPadChunks}) {
-        ASSERT_TRUE(m_file.Open(m_scratch.Path(), VAIFile::kWrite | flags));
-        EXPECT_TRUE(empty.Serialize(m_file) && m_file.Close());
-        EXPECT_EQ(m_scratch.Bytes(),
-                  Chunk("VArc", Chunk("Info", Array("", 0)) + Chunk("Data", Array("", 0))));
-    }
-    EXPECT_EQ(m_scratch.Bytes().size(), 48U);
-}
-
 TEST_F(Archive, TakesTheElementsThatAreThere) {
     std::string const mixed = Contents("a") + Chunk("junk", "x") + Contents("") + Contents("ccc");
     std::string const info = Chunk("elem", std::string("\0\2n\0\1", 5));

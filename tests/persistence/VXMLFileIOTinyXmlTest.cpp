@@ -32,19 +32,12 @@ TEST_F(XMLFileIOTinyXml, KeepsTextsBesideOtherNodes) {
 }
 
 TEST_F(XMLFileIOTinyXml, WritesReferencesWhereCDataCannotStand) {
-    auto const write = [](VXMLFile& file) {
-        EXPECT_TRUE(file.OpenFirstChildText() && file.WriteText("a]]>b\r"));
-        EXPECT_TRUE(file.CloseChild() && file.OpenFirstChildElement("E"));
-        EXPECT_TRUE(file.OpenFirstChildText() && file.WriteText("<]]>"));
-    };
-    EXPECT_EQ(Saved(write), "<R>a]]&gt;b&#x0D;<E>&lt;]]&gt;</E></R>");
-    VXMLFile file;
-    ASSERT_TRUE(file.OpenFileForWrite(Path("f").c_str(), "R"));
-    write(file);
-    ASSERT_TRUE(file.CloseFile() && file.OpenFileForRead(Path("f").c_str(), "R"));
-    char const* text = nullptr;
-    EXPECT_TRUE(file.OpenFirstChildText() && file.ReadText(text));
-    EXPECT_STREQ(text, "a]]>b\r\n    ") << "with the indentation of the next element";
+    EXPECT_EQ(Saved([](VXMLFile& file) {
+                  EXPECT_TRUE(file.OpenFirstChildText() && file.WriteText("a]]>b\r"));
+                  EXPECT_TRUE(file.CloseChild() && file.OpenFirstChildElement("E"));
+                  EXPECT_TRUE(file.OpenFirstChildText() && file.WriteText("<]]>"));
+              }),
+              "<R>a]]&gt;b&#x0D;<E>&lt;]]&gt;</E></R>");
 }
 
 TEST_F(XMLFileIOTinyXml, ReadsWhatOthersWrote) {
@@ -60,7 +53,6 @@ TEST_F(XMLFileIOTinyXml, ReadsWhatOthersWrote) {
         {"<R>\r\n<T>a\r\nb\rc</T></R>", "a\r\nb\rc"},
         {"\xEF\xBB\xBF<R><T>\xEF\xBB\xBF</T></R>", "\xEF\xBB\xBF"},
         {"<?xml version='1.0'?><R><T> \xEF\xBF\xBE&#32;<!-- --></T></R>", " \xEF\xBF\xBE "},
-        {"<R><T>\xEF\xBB\xBF</T></R>", "\xEF\xBB\xBF"},
         {"<R><T><![CDATA[a]]>\n <![CDATA[b]]> </T></R>", "ab"},
     };
     for (auto const& [document, text] : cases) {
@@ -88,26 +80,19 @@ TEST_F(XMLFileIOTinyXml, RefusesWhatIsNotOneWellFormedDocument) {
 }
 
 TEST_F(XMLFileIOTinyXml, BoundsWhatItReads) {
-    auto const nested = [](int levels, bool isClosed = true) {
-        std::string text;
-        for (int i = 0; i < (isClosed ? 2 * levels : levels); ++i) {
-            text += i < levels ? "<R>" : "</R>";
-        }
-        return text;
-    };
-    auto const withAttributes = [](int count) {
-        std::string text = "<R";
-        for (int i = 0; i < count; ++i) {
-            text += " a" + std::to_string(i) + "=''";
-        }
-        return text + "/>";
-    };
     VXMLFile file;
-    EXPECT_TRUE(Load(file, nested(IXMLFileIO::kMaxNesting)));
-    EXPECT_TRUE(Load(file, withAttributes(IXMLFileIO::kMaxAttributes)));
     for (int const tooMany : {IXMLFileIO::kMaxNesting + 1, IXMLFileIO::kMaxAttributes + 1, 100000}) {
-        EXPECT_FALSE(Load(file, nested(tooMany)) || Load(file, nested(tooMany, false)));
-        EXPECT_FALSE(Load(file, withAttributes(tooMany)));
+        std::string starts;
+        std::string ends;
+        std::string attributes;
+        for (int i = 0; i < tooMany; ++i) {
+            starts += "<R>";
+            ends += "</R>";
+            attributes += " a" + std::to_string(i) + "=''";
+        }
+        for (std::string const& text : {starts, starts + ends, "<R" + attributes + "/>"}) {
+            EXPECT_FALSE(Load(file, text)) << tooMany;
+        }
     }
     unsigned char const byte = '<';
     EXPECT_FALSE(file.LoadFile("", &byte, IXMLFileIO::kMaxTextSize + 1, "R"));

@@ -68,19 +68,15 @@ TEST_F(XMLFile, MovesOverEveryKindOfNode) {
 }
 
 TEST_F(XMLFile, BuildsWhatTheCursorIsToldTo) {
-    auto const write = [](VXMLFile& file) {
-        EXPECT_TRUE(file.OpenChildren() && file.OpenNextSiblingElement("A", "x"));
-        EXPECT_TRUE(file.WriteAttribute("n", "1") && file.WriteAttribute("n", "2"));
-        EXPECT_TRUE(file.OpenNextSiblingElement("B") && file.OpenFirstChildText() && file.WriteText("<t>"));
-        EXPECT_FALSE(file.WriteAttribute("n", "1")) << "on a text";
-        EXPECT_TRUE(file.CloseChild() && file.CloseChildren() && file.GetLevel() == 1);
-        EXPECT_FALSE(file.OpenFirstChildElement(nullptr)) << "creates nothing";
-    };
-    EXPECT_EQ(Saved(write), R"(<R><A name="x" n="2" /><B>&lt;t&gt;</B></R>)");
     VXMLFile file;
     ASSERT_TRUE(file.OpenFileForWrite(Path("f").c_str(), "R"));
-    write(file);
-    EXPECT_FALSE(std::filesystem::exists(Path("f"))) << "only closing writes";
+    EXPECT_TRUE(file.OpenChildren() && file.OpenNextSiblingElement("A", "x"));
+    EXPECT_TRUE(file.WriteAttribute("n", "1") && file.WriteAttribute("n", "2"));
+    EXPECT_TRUE(file.OpenNextSiblingElement("B") && file.OpenFirstChildText() && file.WriteText("<t>"));
+    EXPECT_FALSE(file.WriteAttribute("n", "1")) << "on a text";
+    EXPECT_TRUE(file.CloseChild() && file.CloseChildren() && file.GetLevel() == 1);
+    EXPECT_FALSE(file.OpenFirstChildElement(nullptr)) << "creates nothing";
+    EXPECT_EQ(Entries(), 0) << "only closing writes";
     EXPECT_TRUE(file.CloseFile());
     EXPECT_EQ(Contents(Path("f")), "<R>\n    <A name=\"x\" n=\"2\" />\n    <B>&lt;t&gt;</B>\n</R>\n");
     EXPECT_FALSE(file.IsValid() || file.CloseFile() || file.GetMode() != IXMLFileIO::kNoDocument);
