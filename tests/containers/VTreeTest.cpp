@@ -1,5 +1,3 @@
-// The outline tree, and the two containers that are names only.
-
 #include "foundation/containers/VTree.h"
 #include "foundation/containers/VHashTable.h"
 #include "foundation/containers/VObjectArray.h"

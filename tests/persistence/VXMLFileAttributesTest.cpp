@@ -97,19 +97,20 @@ TEST_F(XMLFileAttributes, DefaultsAreNotWritten) {
     int index = 1;
     bool flag = true;
     unsigned long flags = 6;
-    EXPECT_EQ(Saved([&](VXMLFile& file) {
-                  EXPECT_TRUE(file.SerializeAttribute("a", text, "d") &&
-                              file.SerializeAttribute("b", text, "o"));
-                  EXPECT_TRUE(file.SerializeEnumAttribute("c", index, 3, names, 1));
-                  EXPECT_TRUE(file.SerializeEnumAttribute("d", index, 3, names, 2));
-                  EXPECT_FALSE(file.WriteEnumAttribute("e", 3, 3, names) ||
-                               file.WriteEnumAttribute("e", -1, 3, names));
-                  EXPECT_TRUE(file.SerializeBoolAttribute("f", flag, true));
-                  EXPECT_TRUE(file.SerializeBoolAttribute("g", flag, false));
-                  EXPECT_TRUE(file.SerializeBoolFlagAttribute("h", flags, 2, false));
-                  EXPECT_TRUE(file.SerializeBoolFlagAttribute("i", flags, 8, false));
-              }),
-              R"(<R b="d" d="one" g="true" h="true" />)");
+    EXPECT_EQ(
+        Saved([&](VXMLFile& file) {
+            for (bool const isDone :
+                 {file.SerializeAttribute("a", text, "d"), file.SerializeAttribute("b", text, "o"),
+                  file.SerializeEnumAttribute("c", index, 3, names, 1),
+                  file.SerializeEnumAttribute("d", index, 3, names, 2),
+                  !file.WriteEnumAttribute("e", 3, 3, names), !file.WriteEnumAttribute("e", -1, 3, names),
+                  file.SerializeBoolAttribute("f", flag, true), file.SerializeBoolAttribute("g", flag, false),
+                  file.SerializeBoolFlagAttribute("h", flags, 2, false),
+                  file.SerializeBoolFlagAttribute("i", flags, 8, false)}) {
+                EXPECT_TRUE(isDone);
+            }
+        }),
+        R"(<R b="d" d="one" g="true" h="true" />)");
     Document file("<R b='o' d='TWO' g='no' h='true' j='three' k=''/>");
     EXPECT_TRUE(file.SerializeAttribute("b", text, "d") && text == "o");
     EXPECT_TRUE(file.SerializeAttribute("k", text, "d") && text == "d") << "empty counts as absent";

@@ -167,22 +167,10 @@ TEST_F(XMLFileObjects, DocumentsOfSeveralThreadsDoNotMeet) {
     }
 }
 
-class XMLFileObjectsOfOlderFiles : public XMLFileObjects {
-  protected:
-    static bool Read(std::string const& text, VDictionary& prefs) {
-        VXMLFile file;
-        return Load(file, text, "Settings") && file.ReadObject("prefs", prefs);
-    }
-    static std::string Save(VDictionary& prefs) {
-        std::string text = Saved([&](VXMLFile& file) { file.WriteObject("prefs", prefs); });
-        return text == "(refused)" ? text : "<Settings" + text.substr(2, text.size() - 5) + "/Settings>";
-    }
-    std::string const m_document = Contents(PERSISTENCE_TEST_DATA "/older-dictionary.xml");
-};
-
-TEST_F(XMLFileObjectsOfOlderFiles, IsRead) {
+TEST_F(XMLFileObjects, OfOlderFilesAreRead) {
+    Document file(Contents(PERSISTENCE_TEST_DATA "/older-dictionary.xml"), "Settings");
     VDictionary prefs;
-    ASSERT_TRUE(Read(m_document, prefs) && prefs.Count() == 3);
+    ASSERT_TRUE(file.ReadObject("prefs", prefs) && prefs.Count() == 3);
     EXPECT_EQ(Log(), "");
     auto const value = [&](VString const& key) { return prefs.ObjectForKey(&key); };
     EXPECT_TRUE(value("colour")->IsEqual(VString("d\xC3\xA9j\xC3\xA0 vu")));
@@ -192,7 +180,9 @@ TEST_F(XMLFileObjectsOfOlderFiles, IsRead) {
     EXPECT_TRUE(list->ObjectAtIndex(0)->IsEqual(VString("<&>")));
     EXPECT_TRUE(list->ObjectAtIndex(1)->IsEqual(VString("\r\n blanks & lines ")));
     VDictionary again;
-    EXPECT_TRUE(Read(Save(prefs), again) && Save(again) == Save(prefs));
+    std::string const saved = Saved([&](VXMLFile& saving) { saving.WriteObject("prefs", prefs); });
+    EXPECT_TRUE(Document(saved).ReadObject("prefs", again));
+    EXPECT_EQ(Saved([&](VXMLFile& saving) { saving.WriteObject("prefs", again); }), saved);
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 #include "tests/persistence/XMLTestSupport.h"
 
 #include <functional>
+#include <vector>
 
 namespace {
 
@@ -83,29 +84,28 @@ TEST_F(XMLFile, BuildsWhatTheCursorIsToldTo) {
 }
 
 TEST_F(XMLFile, SavesNothingOfADocumentThatLostSomething) {
-    auto const nest = [](VXMLFile& file, int levels) {
+    auto const fill = [](VXMLFile& file, int levels, int attributes) {
         while (file.GetLevel() < levels && file.OpenFirstChildElement("e")) {
         }
-    };
-    auto const addAttributes = [](VXMLFile& file, int count) {
-        for (int i = 0; i < count; ++i) {
+        for (int i = 0; i < attributes; ++i) {
             file.WriteAttribute(("a" + std::to_string(i)).c_str(), "v");
         }
     };
+    constexpr int kNesting = IXMLFileIO::kMaxNesting;
+    constexpr int kAttributes = IXMLFileIO::kMaxAttributes;
     Document const limits(Saved([&](VXMLFile& file) {
-        nest(file, IXMLFileIO::kMaxNesting);
-        addAttributes(file, IXMLFileIO::kMaxAttributes);
+        fill(file, kNesting, kAttributes);
         EXPECT_TRUE(file.WriteAttribute("a5", "replaced"));
     }));
-    std::function<void(VXMLFile&)> const losing[] = {
-        [](VXMLFile& file) { EXPECT_FALSE(file.OpenFirstChildElement("a b")); },
-        [](VXMLFile& file) { EXPECT_FALSE(file.WriteAttribute("1", "x")); },
-        [](VXMLFile& file) { EXPECT_FALSE(file.OpenNextSiblingElement("SecondRoot")); },
-        [](VXMLFile& file) { EXPECT_TRUE(file.OpenFirstChildText() && !file.OpenFirstChildElement("e")); },
-        [&](VXMLFile& file) { nest(file, IXMLFileIO::kMaxNesting + 1); },
-        [&](VXMLFile& file) { addAttributes(file, IXMLFileIO::kMaxAttributes + 1); },
-    };
-    for (auto const& write : losing) {
+    for (auto const& write : std::vector<std::function<void(VXMLFile&)>>{
+             [](VXMLFile& file) { EXPECT_FALSE(file.OpenFirstChildElement("a b")); },
+             [](VXMLFile& file) { EXPECT_FALSE(file.WriteAttribute("1", "x")); },
+             [](VXMLFile& file) { EXPECT_FALSE(file.OpenNextSiblingElement("SecondRoot")); },
+             [](VXMLFile& file) {
+                 EXPECT_TRUE(file.OpenFirstChildText() && !file.OpenFirstChildElement("e"));
+             },
+             [&](VXMLFile& file) { fill(file, kNesting + 1, 0); },
+             [&](VXMLFile& file) { fill(file, 0, kAttributes + 1); }}) {
         EXPECT_EQ(Saved(write), "(refused)");
     }
 }

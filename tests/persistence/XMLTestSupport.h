@@ -52,9 +52,11 @@ class XMLTest : public testing::Test {
         return file.LoadFile("", reinterpret_cast<unsigned char const*>(text.data()), text.size(), root);
     }
 
-    /// A document that is open at its root R.
+    /// A document that is open at its root.
     struct Document : VXMLFile {
-        explicit Document(std::string const& text) { EXPECT_TRUE(Load(*this, text)) << text; }
+        explicit Document(std::string const& text, char const* root = "R") {
+            EXPECT_TRUE(Load(*this, text, root)) << text;
+        }
     };
 
     /// The text of a document in which `write` fills the root; "(refused)" when it could not be written.
