@@ -68,7 +68,7 @@ TEST_F(XMLFileAttributes, WritesAttributesInFixedFormsWhateverTheLocale) {
 }
 
 TEST_F(XMLFileAttributes, ReadsNumbersHoweverTheyAreWritten) {
-    std::istringstream cases(Contents(PERSISTENCE_TEST_DATA "/numbers.txt")); // text, long, long long, double
+    std::istringstream cases(BytesOf(PERSISTENCE_TEST_DATA "/numbers.txt")); // text, long, long long, double
     std::string text;
     for (std::string expected; std::getline(cases, text, '|') && std::getline(cases, expected);) {
         Document file("<R a='" + text + "'/>");

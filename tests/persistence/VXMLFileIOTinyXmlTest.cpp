@@ -69,7 +69,7 @@ TEST_F(XMLFileIOTinyXml, ReadsWhatOthersWrote) {
 
 TEST_F(XMLFileIOTinyXml, RefusesWhatIsNotOneWellFormedDocument) {
     VXMLFile file;
-    std::istringstream documents(Contents(PERSISTENCE_TEST_DATA "/malformed.txt")); // one a line
+    std::istringstream documents(BytesOf(PERSISTENCE_TEST_DATA "/malformed.txt")); // one a line
     int count = 0;
     for (std::string text; std::getline(documents, text); ++count) {
         EXPECT_FALSE(Load(file, text) || file.IsValid()) << text;

@@ -168,7 +168,7 @@ TEST_F(XMLFileObjects, DocumentsOfSeveralThreadsDoNotMeet) {
 }
 
 TEST_F(XMLFileObjects, OfOlderFilesAreRead) {
-    Document file(Contents(PERSISTENCE_TEST_DATA "/older-dictionary.xml"), "Settings");
+    Document file(BytesOf(PERSISTENCE_TEST_DATA "/older-dictionary.xml"), "Settings");
     VDictionary prefs;
     ASSERT_TRUE(file.ReadObject("prefs", prefs) && prefs.Count() == 3);
     EXPECT_EQ(Log(), "");
