@@ -1,4 +1,5 @@
 #include "foundation/containers/VObjectRingBufferTmpl.h"
+#include "foundation/containers/VSet.h"
 #include "foundation/core/VObjectRef.h"
 #include "foundation/core/internal/ClassRegistry.h"
 #include "tests/support/Counted.h"
@@ -114,22 +115,13 @@ TEST(TRingBuffer, APopThatGivesUpLosesItsUnit) {
     EXPECT_EQ(object.RetainCount(), 1);
 }
 
-/// No other ring in this program has elements of this name.
-class AnElement : public Registered<AnElement, VObject> {
-  public:
-    static constexpr char const* kClassName = "AnElement";
-    static inline VClass* ms_theClass = nullptr;
-    explicit AnElement(VClass* cls = nullptr) : Registered(cls) {}
-    static AnElement* New() { return new AnElement; }
-};
-
 TEST(TRingBuffer, HasOneRecordForEachElementClass) {
-    VClass* const cls = VObjectRingBufferTmpl<AnElement>::TheClass();
-    EXPECT_EQ(ClassRegistry::FindExactly("TRingBuffer_AnElement"), cls);
+    VClass* const cls = VObjectRingBufferTmpl<VSet::VSetMember>::TheClass();
+    EXPECT_EQ(ClassRegistry::FindExactly("TRingBuffer_VSetMember"), cls);
     auto const placeholder = VObjectRef<VObject>::Adopt(cls->NewInstance());
     EXPECT_EQ(cls->Existing(), 1);
-    AnElement element;
-    EXPECT_FALSE(static_cast<TRingBuffer<AnElement>&>(*placeholder).Push(&element));
+    VSet::VSetMember member;
+    EXPECT_FALSE(static_cast<TRingBuffer<VSet::VSetMember>&>(*placeholder).Push(&member));
 }
 
 } // namespace

@@ -136,12 +136,8 @@ TEST_P(VObjectContainerTest, CopiesAndWorksOnItself) {
         EXPECT_NE(deep->ObjectAtIndex(0), &a);
         EXPECT_EQ(deep->ObjectAtIndex(0)->RetainCount(), 1);
     }
-    m_box->SetGrowSize(0);
-    {
-        auto const copy = VObjectRef<VObjectContainer>::Adopt(m_box->Copy());
-        EXPECT_EQ(copy->Count(), 4);
-        EXPECT_EQ(copy->GetGrowSize(), GetParam() == kArray ? 32 : 0);
-    }
+    m_box->SetGrowSize(0); // which no copy minds
+    EXPECT_EQ(VObjectRef<VObjectContainer>::Adopt(m_box->Copy())->Count(), 4);
     m_box->SetGrowSize(1);
     m_box->RemoveObjects(m_box.Get());
     EXPECT_EQ(m_box->Count(), 0);
@@ -181,10 +177,6 @@ TEST_P(VObjectContainerTest, ReleasesInOrderWhatItHasTakenOut) {
     }
     EXPECT_THROW(m_box->RemoveAllObjects(), int);
     EXPECT_EQ(order, "abc");
-    AddDying(*m_box, noMore);
-    long const capacity = m_box->AllocatedCapacity();
-    m_box->RemoveAllObjects();
-    EXPECT_EQ(m_box->AllocatedCapacity(), capacity);
     AddDying(*m_box, noMore, true);
     try {
         m_box.Detach()->Release();
@@ -221,22 +213,11 @@ TEST(VObjectArray, DoesNotTakeAnArrayThatAnElementRetained) {
     array->Release();
 }
 
-TEST(VObjectContainer, LockIsHeldAsLongAsTheCallersScope) {
-    VObjectContainer container(nullptr, 0, true);
-    auto const tryEnter = [&] { return VCriticalSectionScope().TryEnter(container.CriticalSection(), 0); };
-    {
-        VCriticalSectionScope scope;
-        container.GetObjects(scope);
-        container.Init(); // enters again
-        EXPECT_FALSE(std::async(std::launch::async, tryEnter).get());
-    }
-    EXPECT_TRUE(std::async(std::launch::async, tryEnter).get());
-}
-
 /// Runs `operation` on another thread while this one holds the lock, and returns whether it went to sleep before its
 /// end; it has nothing else to sleep for.
 bool WaitsForLock(VObjectContainer const& container, std::function<void()> const& operation) {
-    VCriticalSectionScope scope(container.CriticalSection());
+    VCriticalSectionScope scope;
+    container.GetObjects(scope); // the scope holds the lock from here on
     std::atomic<pid_t> id{0};
     std::atomic<bool> isOver{false};
     auto const thread = std::async(std::launch::async, [&] {
@@ -280,19 +261,18 @@ TEST(VObjectContainer, LocksInAllOperationsButTheUnsafeOnes) {
     }
     auto const useUnlocked = [&] {
         box->RemoveAllObjects(); // of none
-        for (int i = 0; i < 3; ++i) {
-            box->AddObjectNonThreadSafe(&object);
-        }
+        box->AddObjectNonThreadSafe(&object);
+        box->AddObjectNonThreadSafe(&object);
         EXPECT_TRUE(box->RemoveObjectUnsafe(&object));
         EXPECT_TRUE(box->RemoveObjectAtIndexUnsafe(0));
-        EXPECT_EQ(box->GetObjects()[box->Count() - 1], &object);
         box->RemoveAllObjectsUnsafe();
     };
     VCriticalSectionScope const scope(box->CriticalSection());
+    box->Init(); // enters again
     std::async(std::launch::async, useUnlocked).get();
 }
 
-TEST(VObjectContainer, LockLetsThreadsEmptyEachOthersContainers) {
+TEST(VObjectContainer, LockLetsThreadsEmptyAndCompareEachOthersContainers) {
     int const alive = ACounted::ms_alive;
     {
         VObjectContainer boxes[] = {VObjectContainer(nullptr, 0, true), VObjectContainer(nullptr, 0, true)};
@@ -305,6 +285,7 @@ TEST(VObjectContainer, LockLetsThreadsEmptyEachOthersContainers) {
                 }
                 VObjectContainer copy;
                 copy.AddObjects(&other);
+                static_cast<void>(box == other);          // locks both, each thread its own first
                 EXPECT_FALSE(copy.RemoveObject(nullptr)); // a null that was never added
                 box.RemoveObjects(&other);
                 other.RemoveObjects(&copy);
@@ -316,24 +297,6 @@ TEST(VObjectContainer, LockLetsThreadsEmptyEachOthersContainers) {
         second.wait();
     }
     EXPECT_EQ(ACounted::ms_alive, alive);
-}
-
-TEST(VObjectContainer, LockLetsThreadsChangeAndCompareBothWaysRound) {
-    ACounted const object; // outlives the containers
-    VObjectContainer full(nullptr, 0, true);
-    VObjectContainer empty(nullptr, 0, true);
-    auto const use = [&](bool isFirst) {
-        for (int i = 0; i < 1000; ++i) {
-            full.AddObject(&object);
-            EXPECT_EQ(isFirst ? full == empty : empty == full, isFirst);
-            EXPECT_TRUE(i % 2 || full.RemoveObject(&object));
-        }
-    };
-    auto const other = std::async(std::launch::async, use, true);
-    use(false);
-    other.wait();
-    EXPECT_EQ(full.Count(), 1000);
-    EXPECT_EQ(object.RetainCount(), 1001);
 }
 
 } // namespace

@@ -1,5 +1,3 @@
-// Graphs: editing, ids, copies, parts and unions, and what XML brings back.
-
 #include "foundation/graph/VGraph.h"
 #include "foundation/core/VObjectRef.h"
 #include "foundation/core/lifecycle/VLibrary.h"
@@ -109,27 +107,21 @@ class VGraphTest : public testing::Test {
 TEST_F(VGraphTest, TakesNodesAndEdges) {
     GraphRef const graph = GraphOf(2, {{0, 1}});
     VGraphNode* const a = NodeAt(graph, 0);
-    VGraphEdge* const edge = EdgeAt(graph, 0);
     EXPECT_EQ(NodeAt(graph, 1)->NodeID(), a->NodeID() + 1); // the process's next
-    EXPECT_EQ(edge->DestinationNodeID(), a->NodeID() + 1);
+    EXPECT_EQ(EdgeAt(graph, 0)->DestinationNodeID(), a->NodeID() + 1);
     EXPECT_EQ(a->RetainCount(), 2);
-    EXPECT_EQ(a->Graph(), graph.Get());
     EXPECT_EQ(a->GraphCriticalSection(), graph->CriticalSection());
     EXPECT_TRUE(graph->ContainsNode(a));
-    EXPECT_TRUE(graph->ContainsEdge(edge));
+    EXPECT_TRUE(graph->ContainsEdge(EdgeAt(graph, 0)));
     EXPECT_TRUE(graph->Changed());
     graph->SetChanged(false);
-    EXPECT_FALSE(graph->AddNode(nullptr));
-    EXPECT_FALSE(graph->AddEdge(nullptr));
-    EXPECT_FALSE(graph->RemoveEdge(nullptr));
-    EXPECT_FALSE(graph->RemoveNode(nullptr));
-    EXPECT_FALSE(graph->ReplaceNode(nullptr, a));
-    EXPECT_FALSE(graph->ReplaceNode(a, nullptr));
-    EXPECT_EQ(a->Graph(), graph.Get());
-    EXPECT_FALSE(graph->Changed());
-    EXPECT_TRUE(graph->RemoveEdge(edge));
+    for (bool const done : {graph->AddNode(nullptr), graph->AddEdge(nullptr), graph->RemoveEdge(nullptr),
+                            graph->RemoveNode(nullptr), graph->ReplaceNode(nullptr, a),
+                            graph->ReplaceNode(a, nullptr), graph->Changed()}) {
+        EXPECT_FALSE(done);
+    }
+    EXPECT_TRUE(graph->RemoveEdge(EdgeAt(graph, 0)));
     EXPECT_TRUE(graph->Changed());
-    EXPECT_STREQ(VGraphNode::ms_keyScreenXY->CString(), "screen_XY");
 }
 
 TEST_F(VGraphTest, RemovesANodeWithAllItsEdges) {
@@ -150,12 +142,9 @@ TEST_F(VGraphTest, RemovesAndReplacesNodesThatAreNotInIt) {
     EXPECT_TRUE(EdgeAt(graph, 0)->SetNodes(NodeAt(graph, 0), foreign.Get()));
     EXPECT_TRUE(graph->ReplaceNode(foreign.Get(), newNode.Get()));
     EXPECT_EQ(EdgeAt(graph, 0)->Node2(), newNode.Get());
-    EXPECT_EQ(graph->NodeCount(), 2);
     EXPECT_EQ(foreign->Graph(), nullptr);
     EXPECT_EQ(newNode->Graph(), graph.Get());
-    graph->SetChanged(false);
     EXPECT_TRUE(graph->RemoveNode(newNode.Get()));
-    EXPECT_TRUE(graph->Changed());
     EXPECT_EQ(graph->EdgeCount(), 0);
     EXPECT_EQ(newNode->Graph(), nullptr);
     EXPECT_TRUE(graph->ReplaceNode(foreign.Get(), newNode.Get())); // which no edge touches
@@ -165,16 +154,14 @@ TEST_F(VGraphTest, RemovesAndReplacesNodesThatAreNotInIt) {
 }
 
 TEST_F(VGraphTest, DetachesNodesThatLeaveItsArray) {
-    using Action = std::function<void(VGraph::NodeArray&)>;
-    for (auto const& leave : std::vector<Action>{
-             [](VGraph::NodeArray& nodes) { nodes.RemoveObject(nodes.ObjectAtIndex(0)); },
-             [](VGraph::NodeArray& nodes) { nodes.RemoveObjectUnsafe(nodes.ObjectAtIndex(0)); },
-             [](VGraph::NodeArray& nodes) { nodes.RemoveAllObjects(); },
-             [](VGraph::NodeArray& nodes) { nodes.RemoveAllObjectsUnsafe(); },
-             [](VGraph::NodeArray& nodes) { nodes.FreeMem(); },
-             [](VGraph::NodeArray& nodes) { nodes.ReplaceObjectAtIndex(nullptr, 0); },
-             [](VGraph::NodeArray& nodes) { nodes.DeepCopyContents(VGraph::NodeArray()); },
-         }) {
+    using Nodes = VGraph::NodeArray;
+    for (auto const leave :
+         {+[](Nodes& nodes) { nodes.RemoveObject(nodes.ObjectAtIndex(0)); },
+          +[](Nodes& nodes) { nodes.RemoveObjectUnsafe(nodes.ObjectAtIndex(0)); },
+          +[](Nodes& nodes) { nodes.RemoveAllObjects(); },
+          +[](Nodes& nodes) { nodes.RemoveAllObjectsUnsafe(); }, +[](Nodes& nodes) { nodes.FreeMem(); },
+          +[](Nodes& nodes) { nodes.ReplaceObjectAtIndex(nullptr, 0); },
+          +[](Nodes& nodes) { nodes.DeepCopyContents(Nodes()); }}) {
         GraphRef const graph = GraphOf(1, {});
         NodeRef const node(NodeAt(graph, 0));
         EXPECT_TRUE(graph->Nodes().ReplaceObjectAtIndex(node.Get(), 0)); // by itself
@@ -231,7 +218,6 @@ TEST_F(VGraphTest, IsUnchangedWhenACopyThrows) {
     NodeRef const node(NodeAt(target, 0));
     target->SetChanged(false);
     EXPECT_THROW(*target = *graph, int);
-    EXPECT_EQ(NodeAt(target, 0), node.Get());
     EXPECT_EQ(node->Graph(), target.Get());
     EXPECT_EQ(EndsOf(target), (Ends{{0, 1}, {1, 2}}));
     EXPECT_FALSE(target->Changed());
@@ -252,7 +238,6 @@ TEST_F(VGraphTest, ReplacesANodeButLeavesTheSecondEndOfALoop) {
     NodeRef const oldNode(NodeAt(graph, 1));
     NodeRef const newNode = NodeRef::Adopt(VGraphNode::New());
     EXPECT_TRUE(graph->ReplaceNode(oldNode.Get(), newNode.Get()));
-    EXPECT_EQ(NodeAt(graph, 1), newNode.Get());
     EXPECT_EQ(EndsOf(graph), (Ends{{0, 1}, {1, 2}, {1, -1}, {2, 0}}));
     EXPECT_EQ(EdgeAt(graph, 2)->Node2(), oldNode.Get());
     EXPECT_EQ(oldNode->Graph(), nullptr);
@@ -305,7 +290,6 @@ TEST_F(VGraphTest, CopiesNodesAndEdgesButNotTheRest) {
     VGraphNode* const first = NodeAt(target, 0);
     *target = static_cast<VGraph const&>(*target);
     EXPECT_EQ(NodeAt(target, 0), first);
-    EXPECT_EQ(EndsOf(target), EndsOf(graph));
     // Of nodes with the same id the first gets the edges, in whatever order the ids are.
     GraphRef const mixed = GraphOf(200, {{199, 2}, {0, 1}});
     for (long place = 0; place < 200; ++place) {
@@ -338,7 +322,6 @@ TEST_F(VGraphTest, MergesAndDetachesItsNodesWhenItDies) {
     EXPECT_TRUE(graph->MergeWithGraph(other.Get()));
     EXPECT_EQ(EndsOf(graph), (Ends{{0, 1}, {3, 2}, {3, 3}}));
     EXPECT_EQ(EdgeAt(graph, 1)->SourceNodeID(), 3);
-    EXPECT_EQ(NodeAt(graph, 3), shared);
     EXPECT_EQ(shared->Graph(), other.Get());
     graph->AddNode(NodeAt(other, 0));
     other = GraphRef();
@@ -355,23 +338,19 @@ TEST_F(VGraphTest, ComesBackFromXMLButForTheIds) {
     graph->Properties().SetObjectForKey(value.Get(), &m_key);
     NodeAt(graph, 1)->Properties().SetObjectForKey(value.Get(), VGraphNode::ms_keyScreenXY);
     std::string const text = XMLOf(graph);
-    std::string const pair = "<VDictionaryPair><VString string=\"screen_XY\" /><VString string=\"10, 20\" />";
-    EXPECT_NE(
-        text.find("<VObjectArray name=\"nodes\" count=\"2\"><VGraphNode>"
-                  "<VDictionary name=\"properties\" version=\"2\" count=\"0\" /></VGraphNode><VGraphNode>"
-                  "<VDictionary name=\"properties\" version=\"2\" count=\"1\">" +
-                  pair),
-        text.npos)
-        << text;
-    EXPECT_NE(
-        text.find("<VObjectArray name=\"edges\" count=\"3\"><VGraphEdge srcNode_ID=\"1\" dstNode_ID=\"0\" />"
-                  "<VGraphEdge srcNode_ID=\"0\" dstNode_ID=\"0\" /><VGraphEdge srcNode_ID=\"-1\""),
-        text.npos);
+    EXPECT_EQ(
+        text.substr(text.find("<VObjectArray name=\"nodes\"")),
+        "<VObjectArray name=\"nodes\" count=\"2\"><VGraphNode>"
+        "<VDictionary name=\"properties\" version=\"2\" count=\"0\" /></VGraphNode><VGraphNode>"
+        "<VDictionary name=\"properties\" version=\"2\" count=\"1\"><VDictionaryPair>"
+        "<VString string=\"screen_XY\" /><VString string=\"10, 20\" /></VDictionaryPair></VDictionary>"
+        "</VGraphNode></VObjectArray><VObjectArray name=\"edges\" count=\"3\">"
+        "<VGraphEdge srcNode_ID=\"1\" dstNode_ID=\"0\" /><VGraphEdge srcNode_ID=\"0\" dstNode_ID=\"0\" />"
+        "<VGraphEdge srcNode_ID=\"-1\" dstNode_ID=\"1\" /></VObjectArray></VGraph></Root>");
     GraphRef const read = GraphOf(2, {{0, 1}});
     NodeRef const former(NodeAt(read, 1));
     EXPECT_TRUE(Read(text, read));
     EXPECT_EQ(former->Graph(), nullptr);
-    EXPECT_EQ(EndsOf(read), EndsOf(graph));
     EXPECT_EQ(IDsOf(read), (IDs{0, 1}));
     EXPECT_EQ(EdgeAt(read, 2)->EdgeID(), 2);
     EXPECT_EQ(NodeAt(read, 1)->Graph(), read.Get());

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "foundation/persistence/ChunkId.h"
 #include "foundation/persistence/VAIFile.h"
 
 #include <gtest/gtest.h>
@@ -32,58 +31,5 @@ inline std::string ReadString(VFoundation::IAIFile& file) {
     delete[] text;
     return read;
 }
-
-/// Goes through the contents of a file the same way for writing, for checking and for just reading whatever
-/// is there.
-struct Mover {
-    enum eHow { eWrite, eCheck, eRead };
-
-    VFoundation::VAIFile& file;
-    eHow how;
-
-    template <VFoundation::FileType... Ts>
-    void Values(Ts... values) {
-        (Value(values), ...);
-    }
-    template <class T>
-    void Value(T value) {
-        T moved = how == eWrite ? value : T{};
-        how == eWrite ? file << moved : file >> moved;
-        Check(moved, value);
-    }
-    void Text(std::string const& text) {
-        Check(how == eWrite ? (file << text.c_str(), text) : ReadString(file), text);
-    }
-    void Bytes(std::string const& bytes) {
-        std::string moved = bytes;
-        how == eWrite ? file.Write(moved.data(), moved.size()) : file.Read(moved.data(), moved.size());
-        Check(moved, bytes);
-    }
-    /// `blank` is what an object is loaded into.
-    template <class T>
-    void Object(T& object, T blank) {
-        how == eWrite ? file << object : file >> blank;
-        Check(how == eWrite || blank.IsEqual(object), true);
-    }
-    template <class Body>
-    void Chunk(char const (&id)[5], Body body) {
-        unsigned long read = 0;
-        if (how == eWrite ? !file.OpenChunk(id) : !file.ReadChunkHeader(&read, nullptr)) {
-            return Check(false, true);
-        }
-        Check(how == eWrite || read == VFoundation::ChunkId(id), true);
-        body();
-        Check(file.ChunkRemaining(), 0UL);
-        Check(file.CloseChunk(), true);
-    }
-
-  private:
-    template <class T>
-    void Check(T const& found, T const& expected) const {
-        if (how != eRead) {
-            EXPECT_EQ(found, expected);
-        }
-    }
-};
 
 } // namespace testing_support

@@ -1,4 +1,5 @@
 #include "tests/persistence/XMLTestSupport.h"
+#include "tests/support/FailingAllocator.h"
 
 #include <cerrno>
 #include <csignal>
@@ -65,8 +66,8 @@ TEST_F(FileReplacer, SavingKeepsWhatTheFileIs) {
     std::filesystem::create_symlink("made", Path("dangling"));
     EXPECT_TRUE(Save(Path("link"), 1, 'b') && Save(Path("dangling"), 1, 'c'));
     EXPECT_TRUE(std::filesystem::is_symlink(Path("link")) && std::filesystem::is_symlink(Path("dangling")));
-    EXPECT_NE(Contents(Path("file")).find("bbb"), std::string::npos);
-    EXPECT_NE(Contents(Path("made")).find("ccc"), std::string::npos);
+    EXPECT_NE(BytesOf(Path("file")).find("bbb"), std::string::npos);
+    EXPECT_NE(BytesOf(Path("made")).find("ccc"), std::string::npos);
     EXPECT_EQ(ModeOf(Path("file")), 04751U);
     EXPECT_EQ(Entries(), 4) << "no temporary file stays";
 }
@@ -77,69 +78,68 @@ TEST_F(FileReplacer, AFailedSaveLeavesTheOldDocumentAndNothingElse) {
     std::string const longest(255, 'n');
     for (char const* const name : {"file", "link", longest.c_str()}) {
         ASSERT_TRUE(Save(Path(name), 1, 'a')) << name;
-        std::string const before = Contents(Path(name));
+        std::string const before = BytesOf(Path(name));
         s_diskFails = true;
         EXPECT_FALSE(Save(Path(name), 1, 'b')) << name;
         EXPECT_FALSE(Save(Path("dangling"), 1, 'b'));
         s_diskFails = false;
-        EXPECT_EQ(Contents(Path(name)), before) << name;
+        EXPECT_EQ(BytesOf(Path(name)), before) << name;
     }
     EXPECT_TRUE(Save(Path(longest.c_str()), 1, 'c'));
-    EXPECT_NE(Contents(Path(longest.c_str())).find("ccc"), std::string::npos);
+    EXPECT_NE(BytesOf(Path(longest.c_str())).find("ccc"), std::string::npos);
     EXPECT_FALSE(Save(Path((longest + "n").c_str()), 1, 'a'));
     EXPECT_EQ(Entries(), 4) << "no temporary file stays";
 }
 
 TEST_F(FileReplacer, SavingFailsWhereItCannotWrite) {
     ASSERT_EQ(::mkfifo(Path("pipe").c_str(), 0600), 0);
-    for (char const* const name : {"pipe", ".", "no/such/folder", "/dev/full"}) { // nobody reads the pipe
+    for (char const* const name : {"pipe", ".", "no/such/folder", "/dev/full"}) { // the pipe has no reader
         EXPECT_FALSE(Save((m_folder / name).string(), 1, 'a')) << name;
     }
     EXPECT_FALSE(Save("", 1, 'a') || Save("/dev/full", 10000, 'a'));
     ASSERT_TRUE(Save(Path("small"), 3, 'a'));
-    std::string const before = Contents(Path("small"));
+    std::string const before = BytesOf(Path("small"));
     auto const saveTooMuch = [&] { // files may not grow beyond 64 KiB
         std::signal(SIGXFSZ, SIG_IGN);
         ::rlimit const limit{1 << 16, 1 << 16};
         return ::setrlimit(RLIMIT_FSIZE, &limit) != 0 || Save(Path("small"), 10000, 'b');
     };
     EXPECT_FALSE(SucceedsAsNobody(saveTooMuch));
-    EXPECT_EQ(Contents(Path("small")), before);
+    EXPECT_EQ(BytesOf(Path("small")), before);
     EXPECT_EQ(::chmod(Path("small").c_str(), 0666), 0);
     EXPECT_EQ(::chmod(m_folder.c_str(), 0555), 0);
     EXPECT_FALSE(SucceedsAsNobody(saveTooMuch)) << "nor in place";
-    EXPECT_EQ(Contents(Path("small")), before);
+    EXPECT_EQ(BytesOf(Path("small")), before);
     EXPECT_TRUE(SucceedsAsNobody([&] { return Save(Path("small"), 1, 'b'); }));
-    EXPECT_TRUE(Contents(Path("small")).ends_with("b</VString>\n</R>\n")) << "what was longer is cut";
+    EXPECT_TRUE(BytesOf(Path("small")).ends_with("b</VString>\n</R>\n")) << "what was longer is cut";
 }
 
 TEST_F(FileReplacer, SavingRespectsPermissions) {
     ASSERT_TRUE(Save(Path("readOnly"), 1, 'a') && Save(Path("writable"), 1, 'a'));
-    std::string const before = Contents(Path("readOnly"));
+    std::string const before = BytesOf(Path("readOnly"));
     EXPECT_EQ(::chmod(Path("readOnly").c_str(), 0444) | ::chmod(Path("writable").c_str(), 0222), 0);
     EXPECT_EQ(::chmod(m_folder.c_str(), 0777), 0);
     EXPECT_FALSE(SucceedsAsNobody([&] { return Save(Path("readOnly"), 1, 'b'); }));
-    EXPECT_EQ(Contents(Path("readOnly")), before) << "though the folder would let it be replaced";
+    EXPECT_EQ(BytesOf(Path("readOnly")), before) << "though the folder would let it be replaced";
     EXPECT_FALSE(SucceedsAsNobody([&] { return VXMLFile().OpenFileForRead(Path("writable").c_str(), "R"); }));
     EXPECT_EQ(::chmod(m_folder.c_str(), 0555), 0);
     EXPECT_TRUE(SucceedsAsNobody([&] { return Save(Path("writable"), 1, 'b'); })) << "in place";
-    EXPECT_NE(Contents(Path("writable")).find("bbb"), std::string::npos);
+    EXPECT_NE(BytesOf(Path("writable")).find("bbb"), std::string::npos);
     EXPECT_FALSE(SucceedsAsNobody([&] { return Save(Path("another"), 1, 'b'); }));
 }
 
 TEST_F(FileReplacer, AKilledSaveLeavesAWholeDocument) {
     constexpr int kItems = 2000;
-    constexpr int kKills = 40;
     std::string const path = Path("link");
     std::filesystem::create_symlink("document", path);
     ASSERT_TRUE(Save(path, kItems, 'a'));
-    std::string const a = Contents(path);
+    std::string const a = BytesOf(path);
     ASSERT_TRUE(Save(path, kItems, 'b'));
-    std::string const b = Contents(path);
+    std::string const b = BytesOf(path);
     unsigned const seed = std::random_device{}();
     SCOPED_TRACE("seed " + std::to_string(seed));
     std::mt19937 random(seed);
-    for (int kills = 0; kills < kKills; ++kills) {
+    for (int kills = 0; kills < 40; ++kills) {
         ::pid_t const child = ::fork();
         ASSERT_GE(child, 0);
         if (child == 0) {
@@ -150,7 +150,7 @@ TEST_F(FileReplacer, AKilledSaveLeavesAWholeDocument) {
         ::usleep(static_cast<::useconds_t>(random() % 40000));
         ::kill(child, SIGKILL);
         ::waitpid(child, nullptr, 0);
-        std::string const now = Contents(path);
+        std::string const now = BytesOf(path);
         ASSERT_TRUE(now == a || now == b) << now.size() << " bytes after " << kills << " kills";
     }
     EXPECT_TRUE(std::filesystem::is_symlink(path));
@@ -158,6 +158,28 @@ TEST_F(FileReplacer, AKilledSaveLeavesAWholeDocument) {
         std::string const name = entry.path().filename().string();
         EXPECT_TRUE(name == "document" || name == "link" || name.starts_with(".vfoundation-")) << name;
     }
+}
+
+TEST_F(FileReplacer, SavesAllOrNothingWhenMemoryRunsOut) {
+    std::string const path = Path("file");
+    VString const text(std::string(100, 'b').c_str());
+    ASSERT_TRUE(Save(path, 1, 'b'));
+    std::string const whole = BytesOf(path);
+    ASSERT_TRUE(Save(path, 1, 'a'));
+    std::string last = BytesOf(path);
+    FailEachAllocation([&] {
+        bool const saved = [&] {
+            VXMLFile file; // whose end saves nothing that lost something
+            return file.OpenFileForWrite(path.c_str(), "R") && file.WriteObject(nullptr, text) &&
+                   file.CloseFile();
+        }();
+        FailingAllocator::FailAt(0, false); // the checks have memory
+        EXPECT_TRUE(saved || AllocationHasFailed());
+        EXPECT_EQ(Entries(), 1);
+        std::string const now = BytesOf(path);
+        EXPECT_EQ(now, saved ? whole : last);
+        last = now;
+    });
 }
 
 TEST_F(FileReplacer, ADocumentIsDroppedWhenAnObjectThrows) {
@@ -168,7 +190,7 @@ TEST_F(FileReplacer, ADocumentIsDroppedWhenAnObjectThrows) {
         }
     };
     ASSERT_TRUE(Save(Path("file"), 1, 'a'));
-    std::string const before = Contents(Path("file"));
+    std::string const before = BytesOf(Path("file"));
     try {
         VXMLFile file;
         file.OpenFileForWrite(Path("file").c_str(), "R");
@@ -177,7 +199,7 @@ TEST_F(FileReplacer, ADocumentIsDroppedWhenAnObjectThrows) {
     } catch (int thrown) {
         EXPECT_EQ(thrown, 5);
     }
-    EXPECT_EQ(Contents(Path("file")), before) << "half an object is not saved";
+    EXPECT_EQ(BytesOf(Path("file")), before) << "half an object is not saved";
 }
 
 TEST_F(FileReplacer, ADocumentIsSavedAtItsEndUnlessItWasDropped) {
@@ -191,7 +213,7 @@ TEST_F(FileReplacer, ADocumentIsSavedAtItsEndUnlessItWasDropped) {
                      file.OpenFileForWrite(Path("no").c_str(), "a b"));
         file.OpenFileForWrite(Path("ended").c_str(), "R");
     }
-    EXPECT_EQ(Contents(Path("ended")), "<R />\n");
+    EXPECT_EQ(BytesOf(Path("ended")), "<R />\n");
     EXPECT_FALSE(std::filesystem::exists(Path("reopened")) || std::filesystem::exists(Path("no")));
 }
 

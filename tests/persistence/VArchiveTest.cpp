@@ -2,6 +2,7 @@
 
 #include "foundation/core/VException.h"
 #include "tests/persistence/ChunkBytes.h"
+#include "tests/support/FailingAllocator.h"
 #include "tests/support/ScratchFile.h"
 
 namespace {
@@ -23,7 +24,7 @@ class Archive : public testing::Test {
   protected:
     Archive() { m_archive.Data().AddObject(VObjectRef<VData>::Adopt(new VData(5)).Get()); }
 
-    /// Loads from a file that ends with the chunk "NEXT"; returns the contents, each behind a comma, and the
+    /// Loads from a file that ends with the chunk "NEXT"; returns the contents, each after a comma, and the
     /// id of what follows.
     std::string Load(std::string const& bytes) {
         m_scratch.SetBytes(bytes + Chunk("NEXT", ""));
@@ -46,17 +47,6 @@ class Archive : public testing::Test {
     VAIFile m_file;
     VArchive m_archive;
 };
-
-TEST_F(Archive, IsFortyEightBytesWhenEmpty) {
-    VArchive empty;
-    for (long const flags : {0L, VAIFile::kPadChunks}) {
-        ASSERT_TRUE(m_file.Open(m_scratch.Path(), VAIFile::kWrite | flags));
-        EXPECT_TRUE(empty.Serialize(m_file) && m_file.Close());
-        EXPECT_EQ(m_scratch.Bytes(),
-                  Chunk("VArc", Chunk("Info", Array("", 0)) + Chunk("Data", Array("", 0))));
-    }
-    EXPECT_EQ(m_scratch.Bytes().size(), 48U);
-}
 
 TEST_F(Archive, TakesTheElementsThatAreThere) {
     std::string const mixed = Contents("a") + Chunk("junk", "x") + Contents("") + Contents("ccc");
@@ -101,6 +91,27 @@ TEST_F(Archive, ClosesItsChunksWhenALengthCannotBeTrue) {
         VException);
     testing::internal::GetCapturedStderr();
     EXPECT_EQ(Loaded(), ",fine NEXT") << "what came before is kept";
+}
+
+TEST_F(Archive, LeavesNoChunkOpenWhenMemoryRunsOut) {
+    std::string const info = Chunk("elem", std::string("\0\2n\0\1", 5));
+    std::string const bytes = Chunk("VArc", Chunk("Info", Array(info)) + Data("abc"));
+    m_scratch.SetBytes(bytes);
+    FailEachAllocation([&] {
+        VArchive archive;
+        VAIFile file;
+        if (!file.Open(m_scratch.Path(), VAIFile::kRead | VAIFile::kChunkSafe)) {
+            EXPECT_TRUE(AllocationHasFailed());
+            EXPECT_EQ(file.GetLastError(), VAIFile::eCannotOpen);
+            return;
+        }
+        try {
+            archive.Serialize(file);
+        } catch (...) {
+            EXPECT_EQ(file.GetPos(), static_cast<long>(bytes.size()));
+            throw;
+        }
+    });
 }
 
 } // namespace

@@ -7,12 +7,14 @@
 #include "foundation/persistence/VXMLFileIOTinyXmlFactory.h"
 #include "foundation/strings/VString.h"
 #include "tests/support/LineLog.h"
+#include "tests/support/ScratchFile.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <numeric>
 #include <optional>
 #include <string>
 
@@ -30,31 +32,22 @@ class XMLTest : public testing::Test {
               &VXMLFile::TheClass}) {
             theClass();
         }
-        std::string name = (std::filesystem::temp_directory_path() / "vfoundation-XXXXXX").string();
-        EXPECT_NE(::mkdtemp(name.data()), nullptr);
-        m_folder = name;
     }
-    ~XMLTest() override {
-        std::filesystem::remove_all(m_folder);
-        VXMLFile::ClearIXMLFileIOFactory();
-    }
+    ~XMLTest() override { VXMLFile::ClearIXMLFileIOFactory(); }
 
     std::string Path(char const* name) const { return (m_folder / name).string(); }
     /// The number of files in the folder.
     long Entries() const { return std::distance(std::filesystem::directory_iterator(m_folder), {}); }
 
-    static std::string Contents(std::string const& path) {
-        std::ifstream stream(path, std::ios::binary);
-        return {std::istreambuf_iterator<char>(stream), {}};
-    }
-
     static bool Load(VXMLFile& file, std::string const& text, char const* root = "R") {
         return file.LoadFile("", reinterpret_cast<unsigned char const*>(text.data()), text.size(), root);
     }
 
-    /// A document that is open at its root R.
+    /// A document that is open at its root.
     struct Document : VXMLFile {
-        explicit Document(std::string const& text) { EXPECT_TRUE(Load(*this, text)) << text; }
+        explicit Document(std::string const& text, char const* root = "R") {
+            EXPECT_TRUE(Load(*this, text, root)) << text;
+        }
     };
 
     /// The text of a document in which `write` fills the root; "(refused)" when it could not be written.
@@ -67,30 +60,16 @@ class XMLTest : public testing::Test {
         return file.CloseFile() ? text.CString() : "(refused)";
     }
 
-    /// Writes a document through `write` into a file and into a string; has `read` read both.
-    template <class Write, class Read>
-    void RoundTrip(Write write, Read read) const {
-        VXMLFile file;
-        ASSERT_TRUE(file.OpenFileForWrite(Path("round-trip").c_str(), "R"));
-        write(file);
-        ASSERT_TRUE(file.CloseFile() && file.OpenFileForRead(Path("round-trip").c_str(), "R"));
-        read(file);
-        Document fromString(Saved(write));
-        read(fromString);
-    }
-
     /// What was logged since the last call.
     std::string Log() {
-        std::string text;
-        for (auto const& line : (*m_log)->Lines()) {
-            text += line;
-        }
+        auto const lines = (*m_log)->Lines();
         m_log.emplace();
-        return text;
+        return std::accumulate(lines.begin(), lines.end(), std::string());
     }
 
     std::optional<LineLogScope> m_log{std::in_place};
-    std::filesystem::path m_folder;
+    ScratchFile const m_scratch;
+    std::filesystem::path const m_folder = m_scratch.Folder();
 };
 
 } // namespace testing_support

@@ -1,73 +1,42 @@
 #!/usr/bin/env python3
-"""Writes the chunked files that the tests compare with, byte by byte from the description of the format
-(docs/formats/chunked-file.md and archive.md). Run it in its own folder when the format grows; the files are
-kept, so that the tests need no Python."""
+"""Writes the chunked files that the tests compare with, byte by byte from docs/formats/chunked-file.md and archive.md.
+Run it in its own folder when the format grows; the files are kept, so that the tests need no Python."""
 
 import struct
 
 
-class Maker:
-    """One file: its byte order ('>' or '<') and whether odd bodies are padded."""
+def write_files(form, order, padded):
+    def numbers(codes, *values):
+        return struct.pack(order + codes, *values)
 
-    def __init__(self, order, padded):
-        self.order = order
-        self.padded = padded
+    def string(text):
+        return numbers("H", len(text) + 1) + text + b"\0"
 
-    def number(self, code, value):
-        return struct.pack(self.order + code, value)
+    def chunk(name, body):
+        return name + numbers("I", len(body)) + body + (b"\0" if padded and len(body) % 2 else b"")
 
-    def string(self, text):
-        body = text + b"\0"
-        return self.number("H", len(body)) + body
+    def array(*elements):
+        return chunk(b"ARAY", numbers("i", len(elements)) + b"".join(chunk(b"elem", e) for e in elements))
 
-    def chunk(self, name, body):
-        pad = b"\0" if self.padded and len(body) % 2 else b""
-        return name + self.number("I", len(body)) + body + pad
-
-    def values(self):
-        """One value of each kind, a child of odd length, a child of objects; then an empty chunk."""
-        n = self.number
-        plain = (
-            b"\x01"                       # bool
-            + b"A"                        # char
-            + b"\xc8"                     # unsigned char 200
-            + n("h", -2)                  # short
-            + n("H", 65534)               # unsigned short
-            + n("i", -3)                  # long
-            + n("I", 4294967293)          # unsigned long
-            + n("q", -(2**63))            # long long
-            + n("Q", 2**64 - 2)           # unsigned long long
-            + n("f", 1.5)                 # float
-            + n("d", -0.1)                # double
-            + self.string(b"abc")
-            + self.string(b"")            # a null string
-        )
-        objects = (
-            n("i", 10) + n("i", -20)      # point
-            + n("h", 5) + n("d", 0.25)    # tagged value of type 5, a double
-            + n("q", 1234567890123)       # date
-            + n("i", 11) + b"\x41\x04"    # bits 10000010001: the first bit is the lowest of the first byte
-            + self.string(b"Gold")        # string object
-        )
-        body = plain + self.chunk(b"Kid1", b"\x01\x02\x03") + self.chunk(b"Objs", objects)
-        return self.chunk(b"TEST", body) + self.chunk(b"END!", b"")
-
-    def archive(self):
-        """Two descriptions and two contents."""
-        n = self.number
-
-        def array(elements):
-            body = n("i", len(elements)) + b"".join(self.chunk(b"elem", e) for e in elements)
-            return self.chunk(b"ARAY", body)
-
-        infos = [self.string(b"a/b") + b"\x01", self.string(b"") + b"\x00"]
-        contents = [n("q", 3) + b"a/b", n("q", 0)]
-        return self.chunk(b"VArc", self.chunk(b"Info", array(infos)) + self.chunk(b"Data", array(contents)))
+    # bool, char, unsigned char, short, unsigned short, long, unsigned long, long long, unsigned long long, float, double
+    plain = numbers("?cBhHiIqQfd", True, b"A", 200, -2, 65534, -3, 2**32 - 3, -(2**63), 2**64 - 2, 1.5, -0.1)
+    objects = (
+        numbers("ii", 10, -20)           # point
+        + numbers("hd", 5, 0.25)         # tagged value of type 5, a double
+        + numbers("q", 1234567890123)    # date
+        + numbers("i", 11) + b"\x41\x04"  # bits 10000010001: the first bit is the lowest of the first byte
+        + string(b"Gold")                # string object
+    )
+    body = plain + string(b"abc") + string(b"") + chunk(b"Kid1", b"\1\2\3") + chunk(b"Objs", objects)
+    infos = array(string(b"a/b") + b"\1", string(b"") + b"\0")
+    contents = array(numbers("q", 3) + b"a/b", numbers("q", 0))
+    files = {"values": chunk(b"TEST", body) + chunk(b"END!", b""),
+             "archive": chunk(b"VArc", chunk(b"Info", infos) + chunk(b"Data", contents))}
+    for kind, written in files.items():
+        with open(f"{kind}-{form}.bin", "wb") as file:
+            file.write(written)
 
 
-for order_name, order in (("be", ">"), ("le", "<")):
-    for pad_name, padded in (("", False), ("-padded", True)):
-        maker = Maker(order, padded)
-        for kind in ("values", "archive"):
-            with open(f"{kind}-{order_name}{pad_name}.bin", "wb") as file:
-                file.write(getattr(maker, kind)())
+for order_name, order_code in (("be", ">"), ("le", "<")):
+    write_files(order_name, order_code, False)
+    write_files(order_name + "-padded", order_code, True)
