@@ -49,7 +49,7 @@ bool VObjectContainer::AllocateArrayUnsafe(long slots) {
     if (slots == m_nAllocated) {
         return true;
     }
-    if (slots <= 0 || static_cast<unsigned long>(slots) > VData::kMaxLength / sizeof(VObject*)) {
+    if (slots <= 0 || static_cast<unsigned long>(slots) > VData::kMaxLength / sizeof(void*)) {
         return false;
     }
     if (slots < m_nCount) {

@@ -31,7 +31,7 @@ VObjectRef<SlotBlock> SlotBlock::OfCapacity(long slots, VObject const& owner) {
 
 void SlotBlock::SetCapacity(long slots) {
     long const former = Capacity();
-    SetLength(static_cast<unsigned long>(slots) * sizeof(VObject*), true);
+    SetLength(static_cast<unsigned long>(slots) * sizeof(void*), true);
     if (slots > former) {
         std::fill(Slots() + former, Slots() + slots, nullptr);
     }

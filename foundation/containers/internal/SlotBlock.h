@@ -20,7 +20,7 @@ class SlotBlock final : public VData {
     static VObjectRef<SlotBlock> OfCapacity(long slots, VObject const& owner);
 
     VObject** Slots() noexcept { return reinterpret_cast<VObject**>(Bytes()); }
-    long Capacity() const noexcept { return static_cast<long>(Length() / sizeof(VObject*)); }
+    long Capacity() const noexcept { return static_cast<long>(Length() / sizeof(void*)); }
     /// New slots are null. Throws `VException` with id 1, the block unchanged, when memory runs out.
     void SetCapacity(long slots);
 
