@@ -134,9 +134,8 @@ TEST_F(VDictionaryTest, SaysWhenItWasNotWritten) {
     whole.SetKey(VString::EmptyString());
     whole.SetValue(VString::EmptyString());
     Set(&m_dictionary, "circle");
-    for (auto const& [object, isWhole] :
-         std::vector<std::pair<VObject*, bool>>{{&m_dictionary, false}, {&nothing, false}, {&whole, true}}) {
-        EXPECT_EQ(Saved([&](VXMLFile& file) { EXPECT_EQ(object->SerializeAsXML(file), isWhole); }) ==
+    for (VObject* const object : std::initializer_list<VObject*>{&m_dictionary, &nothing, &whole}) {
+        EXPECT_EQ(Saved([&](VXMLFile& file) { EXPECT_EQ(object->SerializeAsXML(file), object == &whole); }) ==
                       "(refused)",
                   object == &m_dictionary);
     }
