@@ -14,7 +14,7 @@ inline constexpr char kInstallerInContents[] =
 inline constexpr char kUninstallerInContents[] =
     "Resources/QuillmarkUninstallSystem.app/Contents/MacOS/QuillmarkUninstallSystem";
 
-/// The first argument of the started program; the second is the name of the user who asks.
+/// The first argument of the started program; the second is the name of the user who started the launcher.
 inline constexpr char kUserNameOption[] = "-uname";
 
 } // namespace Launcher
