@@ -206,7 +206,8 @@ void CheckNumbers(Text const& text) {
     Require(std::to_string(value) == NumberText(value).CString(), "an integer as text");
     VString appended("n");
     appended << static_cast<int>(whole);
-    Require("n" + std::to_string(whole).substr(0, 10) == appended.CString(), "ten characters of a number");
+    Require(std::string("n").append(std::to_string(whole), 0, 10) == appended.CString(),
+            "ten characters of a number");
 }
 
 void CheckStrings(Text const& text, Text const& other) {

@@ -42,7 +42,7 @@ std::string Translated(char const* text, std::initializer_list<std::pair<char co
     for (std::size_t at = 0; at < pattern.size();) { // what a value holds is not looked at again
         bool isReplaced = false;
         for (auto const& [name, value] : values) {
-            std::string const place = "{" + std::string(name) + "}";
+            std::string const place = std::string("{").append(name).append("}");
             if (!isReplaced && pattern.compare(at, place.size(), place) == 0) {
                 result += value;
                 at += place.size();
