@@ -1,6 +1,34 @@
 # What every target of this build shares: the language level, the warnings and the sanitizers.
 # `vfoundation_build_options(<target>)` applies them privately; nothing of it reaches a consumer.
 
+# The date of this version: of its section in CHANGELOG.md, of SOURCE_DATE_EPOCH or of today.
+file(STRINGS "${PROJECT_SOURCE_DIR}/CHANGELOG.md" VFOUNDATION_DATE REGEX "^## \\[${PROJECT_VERSION}\\] - [0-9]")
+string(REGEX MATCH "[0-9-]+$" VFOUNDATION_DATE "${VFOUNDATION_DATE}")
+if(NOT VFOUNDATION_DATE)
+    string(TIMESTAMP VFOUNDATION_DATE "%Y-%m-%d" UTC)
+endif()
+
+include(CheckPIESupported)
+check_pie_supported(LANGUAGES CXX)
+
+set(vfoundation_protections -fstack-protector-strong -fstack-clash-protection)
+if(CMAKE_SYSTEM_PROCESSOR MATCHES "^(x86_64|amd64|AMD64)$")
+    list(APPEND vfoundation_protections -fcf-protection=full)
+elseif(CMAKE_SYSTEM_PROCESSOR MATCHES "^(aarch64|arm64)$")
+    list(APPEND vfoundation_protections -mbranch-protection=standard)
+endif()
+
+# vfoundation_harden(<target> <condition>): the protections of what is installed, in the configurations where the
+# generator expression holds; private as well. _FORTIFY_SOURCE needs an optimising build, and is left to the sanitizers where those are on.
+function(vfoundation_harden target condition)
+    set_target_properties(${target} PROPERTIES POSITION_INDEPENDENT_CODE ON)
+    target_compile_options(${target} PRIVATE "$<${condition}:${vfoundation_protections}>")
+    target_link_options(${target} PRIVATE "$<${condition}:-Wl,-z,relro;-Wl,-z,now;-Wl,-z,noexecstack>")
+    if(NOT VFOUNDATION_SANITIZE)
+        target_compile_options(${target} PRIVATE "$<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>")
+    endif()
+endfunction()
+
 function(vfoundation_build_options target)
     target_compile_features(${target} PUBLIC cxx_std_20)
     set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF)
@@ -8,6 +36,9 @@ function(vfoundation_build_options target)
     if(VFOUNDATION_WARNINGS_AS_ERRORS)
         target_compile_options(${target} PRIVATE -Werror)
     endif()
+    # What is built does not depend on where.
+    target_compile_options(${target} PRIVATE
+        "$<$<NOT:$<CONFIG:Debug>>:-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.;-ffile-prefix-map=${CMAKE_BINARY_DIR}=build>")
     if(VFOUNDATION_SANITIZE)
         target_compile_options(${target} PRIVATE
             -fsanitize=${VFOUNDATION_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)

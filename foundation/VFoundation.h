@@ -2,6 +2,7 @@
 
 /// The whole library.
 
+#include "foundation/Version.h"
 #include "foundation/containers/IObjectContainer.h"
 #include "foundation/containers/TRingBuffer.h"
 #include "foundation/containers/VDictionary.h"

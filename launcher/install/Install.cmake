@@ -1,4 +1,4 @@
-# Installs the launcher: component Launcher, and the sample guide beside its bundle as component LauncherGuide.
+# Installs the launcher: component Launcher, and the sample guide beside its bundle as component Sample.
 #   cmake --install build --component Launcher [--prefix /usr]
 # Modes are explicit, whatever the umask: the broker starts only what root alone can write.
 
@@ -45,7 +45,7 @@ foreach(size IN ITEMS 48 128)
 endforeach()
 install(FILES "${resources}/AuthIcon.svg" DESTINATION "${data}/icons/hicolor/scalable/apps"
     RENAME ${application}.svg COMPONENT Launcher PERMISSIONS ${file_mode})
-launcher_install_files(Launcher "${CMAKE_INSTALL_MANDIR}/man1" QuillmarkLauncher.1)
+launcher_install_files(Launcher "${CMAKE_INSTALL_MANDIR}/man1" "${CMAKE_CURRENT_BINARY_DIR}/QuillmarkLauncher.1")
 
 # The menu entry and the policy hold absolute paths, and the prefix may be chosen when installing.
 set(completed "${CMAKE_CURRENT_BINARY_DIR}/install")
@@ -53,6 +53,7 @@ install(CODE "
     set(QUILLMARK_BUNDLE \"${bundles}/QuillmarkLauncher.app\")
     cmake_path(ABSOLUTE_PATH QUILLMARK_BUNDLE BASE_DIRECTORY \"\${CMAKE_INSTALL_PREFIX}\" NORMALIZE)
     set(PROJECT_VERSION ${PROJECT_VERSION})
+    set(VFOUNDATION_DATE ${VFOUNDATION_DATE})
     foreach(file IN ITEMS desktop metainfo.xml policy)
         configure_file(\"${CMAKE_CURRENT_SOURCE_DIR}/install/${application}.\${file}.in\"
             \"${completed}/${application}.\${file}\" @ONLY)
@@ -62,7 +63,7 @@ launcher_install_files(Launcher "${data}/applications" "${completed}/${applicati
 launcher_install_files(Launcher "${data}/metainfo" "${completed}/${application}.metainfo.xml")
 launcher_install_files(Launcher "${data}/polkit-1/actions" "${completed}/${application}.policy")
 
-launcher_install_folder(LauncherGuide "${guide_installed}/MacOS")
+launcher_install_folder(Sample "${guide_installed}/MacOS")
 install(TARGETS ZephGuide
-    RUNTIME DESTINATION "${guide_installed}/MacOS" COMPONENT LauncherGuide PERMISSIONS ${program_mode})
-launcher_install_files(LauncherGuide "${guide_installed}" "${guide_contents}/Info.plist")
+    RUNTIME DESTINATION "${guide_installed}/MacOS" COMPONENT Sample PERMISSIONS ${program_mode})
+launcher_install_files(Sample "${guide_installed}" "${guide_contents}/Info.plist")

@@ -14,6 +14,7 @@ PACKAGES_TEST=(
     binutils desktop-file-utils appstream
 )
 PACKAGES_LINT=(clang clang-tidy clang-format)
+PACKAGES_PACKAGE=(lintian dpkg-dev file binutils debootstrap)
 PACKAGES_BENCHMARK=(libbenchmark-dev libboost-dev libtbb-dev libspdlog-dev libpugixml-dev libstb-dev qtbase5-dev)
 
 # install_missing PACKAGE...: nothing when all are there; else apt-get, through sudo for an ordinary user.

@@ -3,6 +3,8 @@
 
 usage: elevation_test.py <folder of the bundles> --probe <program> [--installed <staging>]
            [--sanitized] [--pictures <folder>] [case ...]
+       elevation_test.py <folder of the bundles> --packaged with_guide|without_guide
+           only the installed package, by its menu entry
 
 Needs root and a machine that grants namespaces: the private system bus, polkitd, users and settings live in some of
 their own, so nothing of the machine changes. Exit status: 0 all passed, 1 something failed, 77 nothing could be run
@@ -27,7 +29,8 @@ def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("bundles")
     parser.add_argument("only", metavar="case", nargs="*")
-    parser.add_argument("--probe", required=True)
+    parser.add_argument("--probe")
+    parser.add_argument("--packaged", choices=("with_guide", "without_guide"))
     parser.add_argument("--installed")
     parser.add_argument("--sanitized", action="store_true")
     parser.add_argument("--pictures")
@@ -48,7 +51,8 @@ def main():
     pictures = os.open(options.pictures, os.O_RDONLY) if options.pictures else None
     world.build(os.path.abspath(options.bundles), options.probe, options.installed)
     desktop = Desktop(world, pictures)
-    for function in CASES + ([showing.take_pictures] if options.pictures else []):
+    chosen = CASES + ([showing.take_pictures] if options.pictures else [])
+    for function in [getattr(installing, options.packaged)] if options.packaged else chosen:
         if options.only and function.__name__ not in options.only:
             continue
         begin = time.monotonic()

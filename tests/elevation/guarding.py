@@ -244,14 +244,23 @@ def false_words_from_a_broker(world, desktop):
 
 @case
 def sudo_that_logs_input(world, desktop):
-    """Each setting of sudo that comes between the broker and its standard input."""
+    """log_input alone, through sudo's own plug-in, puts a pipe in the place of the broker's socket; all settings work."""
     os.makedirs("/var/log/sudo-io", exist_ok=True)
     call("mount", "-t", "tmpfs", "tmpfs", "/var/log/sudo-io")
     with hidden("/usr/bin/pkexec"):
-        for settings in ("log_input", "log_output", "log_input,log_output", "log_input,!use_pty", "!use_pty",
-                         "use_pty"):
-            write(SUDOERS, f"Defaults {settings},timestamp_timeout=0\nvftest-admin ALL=(ALL) ALL\n", 0o440)
+        for settings, kind in (("use_pty", "socket"), ("!use_pty", "socket"), ("log_output", "socket"),
+                               ("log_output,!use_pty", "socket"), ("log_input,!use_pty", "pipe"), ("log_input", "pipe"),
+                               ("log_input without the plug-in", "socket")):
+            setting, _, without = settings.partition(" ")
+            write(SUDOERS, f"Defaults {setting},timestamp_timeout=0\nvftest-admin ALL=(ALL) ALL\n"
+                  "vftest-admin ALL=(ALL) NOPASSWD: /usr/bin/readlink\n", 0o440)
+            write("/etc/sudo.conf", "Plugin sudoers_policy sudoers.so\n" if without else "")
+            side, other = socket.socketpair()
+            got = call(*identity_of(USERS["admin"]), "sudo", "-n", "readlink", "/proc/self/fd/0", stdin=side)
+            assert got.startswith(kind + ":["), f"{settings}: {got}"
+            side.close(), other.close()
             desktop.run(Run, USERS["admin"], PASSWORD).succeeds()
             wait_for("sudo to leave", lambda: not running("QuillmarkBroker"))
     write(SUDOERS, "vftest-admin ALL=(ALL) ALL\n", 0o440)
+    write("/etc/sudo.conf", "")
     call("umount", "/var/log/sudo-io")

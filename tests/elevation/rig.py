@@ -89,8 +89,11 @@ class World:
 
     def build(self, bundles, probe, installed):
         call("mount", "-t", "tmpfs", "-o", "mode=755", "tmpfs", "/opt")
-        self.stage("plain", bundles)
-        call("cp", probe, self.home + "/plain" + MACOS + "StatusProbe")
+        if probe:
+            self.stage("plain", bundles)
+            call("cp", probe, self.home + "/plain" + MACOS + "StatusProbe")
+        else:
+            os.makedirs(self.home + "/plain")
         if installed:
             call("cp", "-a", installed + self.home + "/installed", self.home)
             call("chown", "-R", "root:root", self.home + "/installed")
@@ -108,7 +111,8 @@ class World:
             file.write("vftest two words:x:61234:61234::/tmp:/bin/sh\n")
         call("chpasswd", input="".join(f"{user}:{PASSWORD}\n" for user in USERS.values()) +
              f"{USERS['second']}:{SECOND_PASSWORD}\n")
-        self.stage("portable", self.home + "/plain", USERS["yes"])
+        if probe:
+            self.stage("portable", self.home + "/plain", USERS["yes"])
         write(RULES, RULES_TEXT)
         write(SUDOERS, "vftest-admin ALL=(ALL) ALL\n", 0o440)
         self.start("dbus-daemon", "--system", "--nofork", "--nopidfile", "--nosyslog")

@@ -17,14 +17,39 @@ include=$prefix/include/VFoundation
 diff <(cd "$include" && find foundation -name '*.h' ! -name VFoundation.h | sort) \
     <(sed -n 's/^#include "\(.*\)"$/\1/p' "$include/foundation/VFoundation.h" | sort)
 
-quietly cmake -G Ninja -S "$consumer" -B "$work/consumer" -DCMAKE_PREFIX_PATH="$prefix"
+component=
+[ "$kind" = shared ] || component=Static
+quietly cmake -G Ninja -S "$consumer" -B "$work/consumer" -DCMAKE_PREFIX_PATH="$prefix" -DCOMPONENT=$component
 quietly cmake --build "$work/consumer"
-"$work/consumer/consumer"
+quietly "$work/consumer/consumer"
 
 export PKG_CONFIG_PATH=$prefix/lib/pkgconfig
-static=
-[ "$kind" = shared ] || static=--static
-# shellcheck disable=SC2046
-"$compiler" -std=c++20 "$consumer/main.cpp" -o "$work/by-pkg-config" \
-    "$work"/consumer/libplugin.so $(pkg-config $static --cflags --libs vfoundation)
-LD_LIBRARY_PATH=$prefix/lib:$work/consumer "$work/by-pkg-config"
+version=$(pkg-config --modversion vfoundation)
+if [ "$kind" = shared ]; then
+    flags=$(pkg-config --cflags --libs vfoundation)
+else # the archive, also where the shared library lies beside it
+    flags=$(pkg-config --static --cflags --libs vfoundation | sed 's/-lVFoundation/-l:libVFoundation.a/')
+fi
+# shellcheck disable=SC2086
+"$compiler" -std=c++20 "-DINSTALLED_VERSION=\"$version\"" "$consumer/main.cpp" -o "$work/by-pkg-config" \
+    "$work"/consumer/libplugin.so $flags
+LD_LIBRARY_PATH=$prefix/lib:$work/consumer quietly "$work/by-pkg-config"
+
+for program in "$work/consumer/consumer" "$work/by-pkg-config"; do
+    linked=static
+    ! readelf -dW "$program" | grep -q 'NEEDED.*libVFoundation' || linked=shared
+    [ "$linked" = "$kind" ] || { echo "$program links the $linked library" >&2; exit 1; }
+done
+
+# Without what the static library calls, the package is not found, which may be what a project is prepared for.
+mkdir "$work/quiet"
+cat >"$work/quiet/CMakeLists.txt" <<END
+cmake_minimum_required(VERSION 3.25)
+project(Quiet LANGUAGES CXX)
+find_package(VFoundation QUIET COMPONENTS Static)
+if(VFoundation_FOUND OR TARGET VFoundation::VFoundation)
+    message(FATAL_ERROR "found without its dependencies")
+endif()
+END
+PKG_CONFIG_LIBDIR=/nowhere PKG_CONFIG_PATH='' quietly cmake -S "$work/quiet" -B "$work/quiet/build" \
+    -DCMAKE_PREFIX_PATH="$prefix" -DPKG_CONFIG_USE_CMAKE_PREFIX_PATH=OFF

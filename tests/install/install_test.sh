@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # install_test.sh <source tree> <its build> <work folder> <compiler>: installs the static library of the build that the
-# test belongs to, and a shared one built here, each into an empty prefix, and uses both as a stranger would.
+# test belongs to into an empty prefix, and uses it as a stranger would. packages_test.sh does the same with both
+# libraries of the packages.
 set -euo pipefail
 source=$1 build=$2 work=$3 compiler=$4
 here=$(cd "$(dirname "$0")" && pwd)
@@ -11,12 +12,14 @@ quietly() { # what a failed step said, and nothing of the others
     "$@" >"$work/log" 2>&1 || { cat "$work/log" >&2; return 1; }
 }
 
-quietly cmake --install "$build" --prefix "$work/static"
+quietly cmake --install "$build" --component Development --prefix "$work/static"
 "$here/check_prefix.sh" "$work/static" "$work/with-static" "$compiler" static
 
-quietly cmake -G Ninja -S "$source" -B "$work/build" -DCMAKE_CXX_COMPILER="$compiler" -DCMAKE_BUILD_TYPE=Debug \
-    -DCMAKE_CXX_FLAGS_DEBUG=-O0 -DBUILD_SHARED_LIBS=ON -DVFOUNDATION_BUILD_TESTS=OFF \
-    -DVFOUNDATION_BUILD_LAUNCHER=OFF -DVFOUNDATION_BUILD_EXAMPLES=OFF -DCMAKE_INSTALL_LIBDIR=lib
-quietly cmake --build "$work/build"
-quietly cmake --install "$work/build" --prefix "$work/shared"
-"$here/check_prefix.sh" "$work/shared" "$work/with-shared" "$compiler" shared
+# The pkg-config file names absolute folders as they are; the prefix is the one that is installed to.
+quietly cmake -G Ninja -S "$source" -B "$work/build" -DCMAKE_CXX_COMPILER="$compiler" -DVFOUNDATION_BUILD_TESTS=OFF \
+    -DVFOUNDATION_BUILD_LAUNCHER=OFF -DVFOUNDATION_BUILD_EXAMPLES=OFF -DCMAKE_INSTALL_LIBDIR=/somewhere/lib
+touch "$work/build/foundation/libVFoundation.a"
+DESTDIR=$work/staged quietly cmake --install "$work/build" --component Development --prefix /else/where
+pc=$work/staged/somewhere/lib/pkgconfig
+[ "$(PKG_CONFIG_LIBDIR=$pc pkg-config --variable=libdir vfoundation)" = /somewhere/lib ]
+[ "$(PKG_CONFIG_LIBDIR=$pc pkg-config --variable=includedir vfoundation)" = /else/where/include/VFoundation ]

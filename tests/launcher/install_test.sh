@@ -9,7 +9,7 @@ icons=share/icons/hicolor
     mkdir -p libexec share/applications $icons/48x48/apps $icons/128x128/apps $icons/scalable/apps share/man/man1 \
         share/metainfo share/polkit-1/actions)
 umask 077 # whoever installs may be this strict
-for component in Launcher LauncherGuide; do
+for component in Launcher Sample; do
     DESTDIR=$staging "$cmake" --install "$build" --component $component --prefix "$prefix" >/dev/null
 done
 
@@ -51,9 +51,13 @@ grep -q ">$prefix/$bundle/MacOS/QuillmarkBroker<" share/polkit-1/actions/$id.pol
 for size in 48 128; do
     [ "$(od -An -j16 -N4 -tu1 share/icons/hicolor/${size}x$size/apps/$id.png | tr -d ' ')" = "000$size" ]
 done
-if command -v desktop-file-validate >/dev/null; then
-    desktop-file-validate share/applications/$id.desktop
-fi
-if command -v appstreamcli >/dev/null; then
-    appstreamcli validate --no-net share/metainfo/$id.metainfo.xml
-fi
+check() { # a checker with its arguments; in CI a missing one is a failure
+    if command -v "$1" >/dev/null; then
+        "$@"
+    elif [ "${CI:-}" = true ]; then
+        echo "$1 is missing"
+        exit 1
+    fi
+}
+check desktop-file-validate share/applications/$id.desktop
+check appstreamcli validate --no-net share/metainfo/$id.metainfo.xml

@@ -21,7 +21,8 @@ int Check(bool holds, char const* what) {
 } // namespace
 
 int main() {
-    int failures = 0;
+    int failures =
+        Check(std::strcmp(VFOUNDATION_VERSION, INSTALLED_VERSION) == 0, "headers of another version");
     for (int round = 0; round < 2; ++round) {
         InitializeLibrary(false);
         failures += Check(PluginStringClass() == VString::TheClass(), "two records of VString");
