@@ -135,21 +135,34 @@ TEST_F(ImageFileCodecTest, RefusesAJpegThatPromisesMoreThanItsBytesCanHold) {
     }
 }
 
+/// The file with the last of its scans again and again, until it has so many.
+Bytes WithScans(Bytes file, int scans) {
+    std::size_t const last = file.rfind("\xFF\xDA");
+    Bytes const scan = file.substr(last, file.size() - 2 - last);
+    int found = 0;
+    for (std::size_t at = file.find("\xFF\xDA"); at != file.npos; at = file.find("\xFF\xDA", at + 1)) {
+        ++found;
+    }
+    for (; found < scans; ++found) {
+        file.insert(last, scan);
+    }
+    return file;
+}
+
 TEST_F(ImageFileCodecTest, RefusesAJpegOfTooManyScans) {
     Bytes const whole = Picture("colour-progressive.jpg");
-    // The last scan of a progressive file, again and again.
-    std::size_t const last = whole.rfind("\xFF\xDA");
-    Bytes const scan = whole.substr(last, whole.size() - 2 - last);
-    auto const repeated = [&](int scans) {
-        Bytes file = whole;
-        for (int i = 0; i < scans; ++i) {
-            file.insert(last, scan);
-        }
-        return file;
+    EXPECT_FALSE(Load(false, WithScans(whole, VImageIOJPEG::kMaxScans)).empty());
+    EXPECT_TRUE(Load(false, WithScans(whole, VImageIOJPEG::kMaxScans + 1)).empty());
+    // Of a large picture fewer: the bound is on scans times pixels.
+    Bytes const grey = Picture("grey-progressive.jpg");
+    auto const isRead = [this, &grey](std::uint32_t height, int scans) {
+        Bytes const filler(1 << 16, 'x'); // enough for its size
+        return !Load(false, WithSize(WithScans(grey, scans), 16384, height) + filler).empty();
     };
-    constexpr int kScansOfTheFile = 10;
-    EXPECT_FALSE(Load(false, repeated(VImageIOJPEG::kMaxScans - kScansOfTheFile)).empty());
-    EXPECT_TRUE(Load(false, repeated(VImageIOJPEG::kMaxScans - kScansOfTheFile + 1)).empty());
+    static_assert(VImageIOJPEG::kMaxScanPixels == 16384ULL * 2048 * VImageIOJPEG::kMaxScans);
+    EXPECT_TRUE(isRead(2048, VImageIOJPEG::kMaxScans));
+    EXPECT_TRUE(isRead(2049, VImageIOJPEG::kMaxScans - 1));
+    EXPECT_FALSE(isRead(2049, VImageIOJPEG::kMaxScans));
 }
 
 TEST_F(ImageFileCodecTest, OnlyLoadsFiles) {

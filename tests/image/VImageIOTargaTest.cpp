@@ -188,7 +188,8 @@ TEST_F(VImageIOTargaTest, SavesTheBytesOfTheFormat) {
               (Pixels{0xFF0F1F2F, 0x8020003F, 0, 0xFFFEFEFE, 0xFE000102, 0x01000000}));
 
     auto const context = VImageIOTarga::CreateARGBBitmapContext(image.ImageRef());
-    ASSERT_TRUE(context && context->DrawImage(*image.ImageRef()));
+    ASSERT_TRUE(context);
+    EXPECT_TRUE(context->DrawImage(*image.ImageRef()));
     EXPECT_EQ(std::memcmp(context->Row(0), "\xFF\x10\x20\x30\x80\x40\x00\x7F", 8), 0);
     EXPECT_FALSE(VImageIOTarga::CreateARGBBitmapContext(nullptr));
     auto const extensions = VObjectRef<VObjectArray>::Adopt(VImageIOTarga().SupportedFileExtensions());

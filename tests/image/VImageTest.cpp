@@ -38,8 +38,12 @@ TEST_F(VImageTest, AdoptsBitmapsOverSoundMemory) {
                                         *static_cast<unsigned long*>(info) += bytes;
                                     });
     };
-    EXPECT_FALSE(create(0, 12, 24) || create(3, 8, 24) || create(3, 14, 28) || create(3, 12, 23) ||
-                 create(1, 4, 8, 1) || VBitmapImage::Create(1, 1, 4, nullptr, nullptr, 4, nullptr));
+    EXPECT_EQ(create(0, 12, 24), nullptr);
+    EXPECT_EQ(create(3, 8, 24), nullptr);
+    EXPECT_EQ(create(3, 14, 28), nullptr);
+    EXPECT_EQ(create(3, 12, 23), nullptr);
+    EXPECT_EQ(create(1, 4, 8, 1), nullptr);
+    EXPECT_EQ(VBitmapImage::Create(1, 1, 4, nullptr, nullptr, 4, nullptr), nullptr);
     {
         VImage image;
         image.SetImageRef(create(3, 12, 24));
@@ -82,12 +86,13 @@ TEST_F(VImageTest, CachesUnderTheFirstName) {
     EXPECT_EQ(VImage::ms_imageCache.load()->Count(), 2);
     EXPECT_EQ(VImage::FindImageInCacheWithName("icon"), a.Get());
     EXPECT_EQ(VImage::FindImageInCacheWithName(nullptr), nullptr);
-    EXPECT_FALSE(VImage::AddNamedImageToCache(nullptr, a.Get()) ||
-                 VImage::AddNamedImageToCache("none", nullptr));
+    EXPECT_FALSE(VImage::AddNamedImageToCache(nullptr, a.Get()));
+    EXPECT_FALSE(VImage::AddNamedImageToCache("none", nullptr));
     VImage::UninitializeClass();
     VImage::UninitializeClass();
     EXPECT_EQ(a->RetainCount(), 1);
-    EXPECT_FALSE(VImage::IsCacheEnabled() || VImage::AddNamedImageToCache("icon", a.Get()));
+    EXPECT_FALSE(VImage::IsCacheEnabled());
+    EXPECT_FALSE(VImage::AddNamedImageToCache("icon", a.Get()));
     ImageRef const uncached = FromFile(NewTarga("uncached.tga"));
     EXPECT_NE(FromFile(Path("uncached.tga")).Get(), uncached.Get());
 }
