@@ -3,9 +3,11 @@
 #include "foundation/image/VBitmapContext.h"
 #include "tests/image/ImageTestSupport.h"
 #include "tests/support/FailingReads.h"
+#include "tests/support/FullDisk.h"
 
 #include <cerrno>
 #include <cstring>
+#include <numeric>
 
 namespace {
 
@@ -181,12 +183,29 @@ TEST_F(VImageIOTargaTest, SavesTheBytesOfTheFormat) {
     EXPECT_EQ(m_scratch.Bytes(), FileOf(fields, top + bottom));
     EXPECT_TRUE(VImageIOTarga(true).SaveImageFromPixelData(image, path, false));
     EXPECT_EQ(m_scratch.Bytes(), BytesOf(IMAGE_TEST_DATA "/saved.tga"));
-    EXPECT_TRUE(VImageIOTarga(true).SaveImageToFile(image, path));
+    EXPECT_TRUE(VImageIOTarga(true, VImageIOTarga::Saving::kReplacing).SaveImageToFile(image, path));
     EXPECT_EQ(m_scratch.Bytes(), FileOf(fields, bottom + top));
     // Upright only when flipped, and multiplied by alpha once more.
     EXPECT_EQ(Load(VImageIOTarga(), path.CString()),
               (Pixels{0xFF0F1F2F, 0x8020003F, 0, 0xFFFEFEFE, 0xFE000102, 0x01000000}));
 
+    // Rows with padding between them.
+    Pixels const padded = {pixels[0], pixels[1], pixels[2], 1, 2, pixels[3], pixels[4], pixels[5]};
+    image.SetImageRef(VBitmapImage::Create(3, 2, 20, nullptr, padded.data(), 40, nullptr));
+    EXPECT_TRUE(VImageIOTarga().SaveImageToFile(image, path));
+    EXPECT_EQ(m_scratch.Bytes(), FileOf(fields, top + bottom));
+
+    // More than is written at a time.
+    Pixels large(40'000);
+    std::iota(large.begin(), large.end(), 0xFE000000U);
+    SetPixels(image, 200, large);
+    EXPECT_TRUE(VImageIOTarga(true).SaveImageToFile(image, path));
+    Bytes const saved = m_scratch.Bytes();
+    for (std::size_t y = 0; y < 200; ++y) {
+        EXPECT_EQ(std::memcmp(&saved[18 + 800 * y], &large[200 * (199 - y)], 800), 0) << y;
+    }
+
+    SetPixels(image, 3, pixels);
     auto const context = VImageIOTarga::CreateARGBBitmapContext(image.ImageRef());
     ASSERT_TRUE(context);
     EXPECT_TRUE(context->DrawImage(*image.ImageRef()));
@@ -207,6 +226,21 @@ TEST_F(VImageIOTargaTest, SaysWhenItCannotSave) {
     for (char const* const path : {"/no/folder.tga", "/dev/full"}) {
         EXPECT_FALSE(VImageIOTarga().SaveImageToFile(image, path)) << path;
     }
+}
+
+TEST_F(VImageIOTargaTest, LosesNoFileWhenItReplacesIt) {
+    VImage image;
+    Pixels const pixels(65536);
+    SetPixels(image, 256, pixels);
+    ASSERT_TRUE(VImageIOTarga().SaveImageToFile(image, m_scratch.Path()));
+    Bytes const before = m_scratch.Bytes();
+    for (auto const saving : {VImageIOTarga::Saving::kReplacing, VImageIOTarga::Saving::kInPlace}) {
+        testing_support::FullDisk const full(100'000);
+        EXPECT_FALSE(VImageIOTarga(true, saving).SaveImageToFile(image, m_scratch.Path()));
+        EXPECT_EQ(m_scratch.Bytes() == before, saving == VImageIOTarga::Saving::kReplacing);
+    }
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(m_scratch.Folder()), {}), 1)
+        << "no temporary file is left";
 }
 
 } // namespace
