@@ -377,7 +377,7 @@ TEST_F(AllocationSweepTest, Strings) {
             text << "0123456789" << i;
         }
         text.AppendPathComponent("component");
-        text.AppendPathComponent(text.CString() + 1);
+        text.AppendPathComponent(text.CString() + (text.Length() ? 1 : 0)); // no buffer: nothing after its ""
         text.Set("a longer text than before, to be cut", 300);
         VString copy(text);
         copy.Format("%0500i", 7);

@@ -18,24 +18,32 @@ TEST_F(XMLFileIOTinyXml, KeepsTextsBesideOtherNodes) {
     Document file(Saved([&](VXMLFile& saving) {
         saving.OpenChildren();
         for (auto const& text : texts) {
-            EXPECT_TRUE(saving.OpenNextSiblingText() && saving.WriteText(text.c_str()));
+            EXPECT_TRUE(saving.OpenNextSiblingText());
+            EXPECT_TRUE(saving.WriteText(text.c_str()));
         }
-        EXPECT_TRUE(saving.OpenNextSiblingElement("E") && saving.WriteAttribute("a", everyByte.c_str()));
+        EXPECT_TRUE(saving.OpenNextSiblingElement("E"));
+        EXPECT_TRUE(saving.WriteAttribute("a", everyByte.c_str()));
     }));
     char const* read = nullptr;
     file.OpenChildren();
     for (auto const& text : texts) {
-        EXPECT_TRUE(file.OpenNextSiblingText() && file.ReadText(read) && read == text) << text;
+        EXPECT_TRUE(file.OpenNextSiblingText());
+        ASSERT_TRUE(file.ReadText(read));
+        EXPECT_EQ(read, text);
     }
-    EXPECT_TRUE(file.OpenNextSiblingElement("E") && file.ReadAttribute("a", read));
+    EXPECT_TRUE(file.OpenNextSiblingElement("E"));
+    EXPECT_TRUE(file.ReadAttribute("a", read));
     EXPECT_EQ(read, everyByte);
 }
 
 TEST_F(XMLFileIOTinyXml, WritesReferencesWhereCDataCannotStand) {
     EXPECT_EQ(Saved([](VXMLFile& file) {
-                  EXPECT_TRUE(file.OpenFirstChildText() && file.WriteText("a]]>b\r"));
-                  EXPECT_TRUE(file.CloseChild() && file.OpenFirstChildElement("E"));
-                  EXPECT_TRUE(file.OpenFirstChildText() && file.WriteText("<]]>"));
+                  EXPECT_TRUE(file.OpenFirstChildText());
+                  EXPECT_TRUE(file.WriteText("a]]>b\r"));
+                  EXPECT_TRUE(file.CloseChild());
+                  EXPECT_TRUE(file.OpenFirstChildElement("E"));
+                  EXPECT_TRUE(file.OpenFirstChildText());
+                  EXPECT_TRUE(file.WriteText("<]]>"));
               }),
               "<R>a]]&gt;b&#x0D;<E>&lt;]]&gt;</E></R>");
 }
@@ -58,13 +66,17 @@ TEST_F(XMLFileIOTinyXml, ReadsWhatOthersWrote) {
     for (auto const& [document, text] : cases) {
         Document file(document);
         VString read;
-        EXPECT_TRUE(file.OpenFirstChildElement("T") && read.SerializeAsXML(file) && read == text) << document;
+        EXPECT_TRUE(file.OpenFirstChildElement("T"));
+        EXPECT_TRUE(read.SerializeAsXML(file));
+        EXPECT_EQ(read, text) << document;
     }
     std::ofstream(Path("lines")) << "<R>\r\n<T>a\r\nb\rc&#13;</T></R>";
     VXMLFile file;
     VString read;
-    EXPECT_TRUE(file.OpenFileForRead(Path("lines").c_str(), "r") && file.OpenFirstChildElement("T"));
-    EXPECT_TRUE(read.SerializeAsXML(file) && read == "a\nb\nc\r") << "line ends of files become line feeds";
+    EXPECT_TRUE(file.OpenFileForRead(Path("lines").c_str(), "r"));
+    EXPECT_TRUE(file.OpenFirstChildElement("T"));
+    EXPECT_TRUE(read.SerializeAsXML(file));
+    EXPECT_EQ(read, "a\nb\nc\r") << "line ends of files become line feeds";
 }
 
 TEST_F(XMLFileIOTinyXml, RefusesWhatIsNotOneWellFormedDocument) {
@@ -72,10 +84,12 @@ TEST_F(XMLFileIOTinyXml, RefusesWhatIsNotOneWellFormedDocument) {
     std::istringstream documents(BytesOf(PERSISTENCE_TEST_DATA "/malformed.txt")); // one a line
     int count = 0;
     for (std::string text; std::getline(documents, text); ++count) {
-        EXPECT_FALSE(Load(file, text) || file.IsValid()) << text;
+        EXPECT_FALSE(Load(file, text)) << text;
+        EXPECT_FALSE(file.IsValid());
     }
     EXPECT_FALSE(Load(file, std::string("<R>\0</R>", 8)));
-    EXPECT_FALSE(count < 50 || file.LoadFile("", nullptr, 10, "R"));
+    EXPECT_GE(count, 50);
+    EXPECT_FALSE(file.LoadFile("", nullptr, 10, "R"));
     EXPECT_TRUE(Load(file, std::string("<R/>\0\0", 6))) << "a terminator that was counted";
 }
 
