@@ -54,8 +54,9 @@ HelperProcess::~HelperProcess() {
     if (m_process < 0) {
         return;
     }
-    if (!HasEnded(m_process, kLeaveTimeOut)) {
-        ::kill(m_process, SIGKILL); // has no effect on a broker, which is root: that one leaves by itself
+    // A broker is root, so it cannot be killed; it leaves by itself.
+    if (!HasEnded(m_process, kLeaveTimeOut) && ::kill(m_process, SIGKILL) == 0) {
+        HasEnded(m_process, kLeaveTimeOut);
     }
     ::waitpid(m_process, nullptr, WNOHANG);
 }

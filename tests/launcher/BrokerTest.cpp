@@ -61,9 +61,15 @@ TEST(BrokerProtocol, TakesExactlyARequest) {
                                       {"/a", std::vector<std::string>(17), {}},
                                       {"/a", {}, {"LD_PRELOAD=/tmp/x.so"}}};
     for (SLaunchRequest const& request : refused) {
-        std::optional<std::string> const encoded = EncodeRequest(request);
-        EXPECT_FALSE(encoded && DecodeRequest(*encoded, decoded)) << request.path.substr(0, 10);
+        std::string const encoded = EncodeRequest(request).value_or("");
+        EXPECT_FALSE(DecodeRequest(encoded, decoded)) << request.path.substr(0, 10);
     }
+    std::string large = EncodeRequest({"/", {}, {}}).value(); // of a sender that keeps to no limit
+    large.back() = 'x';
+    large.replace(large.size() - 5, 4, std::string("\x00\x00\x01\x00", 4)); // the length
+    large += std::string(0xffff, 'x');
+    large[large.size() - 0x10000] = '/';
+    EXPECT_FALSE(DecodeRequest(large, decoded));
 }
 
 TEST(DisplayVariable, HasItsRealForm) {
@@ -164,7 +170,8 @@ TEST(PacketSocket, AHelperConnectsBackOnlyAsTheUserThatIsWaitedFor) {
     EXPECT_FALSE(ConnectToLauncher(name + "0", helperEnd));
     ASSERT_TRUE(ConnectToLauncher(name, helperEnd));
     EXPECT_FALSE(AcceptHelper(listener.Get(), ::geteuid() + 1, launcherEnd));
-    EXPECT_FALSE(SendWord(helperEnd.Get(), EWord::eReady)); // it was closed
+    EXPECT_FALSE(SendWord(helperEnd.Get(), EWord::eReady)); // it was closed, which must not end this process
+    EXPECT_FALSE(SendRequest(helperEnd.Get(), "x", STDOUT_FILENO, STDERR_FILENO));
     ASSERT_TRUE(ConnectToLauncher(name, helperEnd));
     ASSERT_TRUE(AcceptHelper(listener.Get(), ::geteuid(), launcherEnd));
     SPeer const self{::getpid(), ::geteuid()};

@@ -1,4 +1,6 @@
 #include "launcher/linux/StartProgram.h"
+#include "tests/support/Fork.h"
+#include "tests/support/ScratchFile.h"
 
 #include <cstddef>
 #include <cstdio>
@@ -55,6 +57,26 @@ TEST(StartProgram, PassesOnlyWhatItIsGiven) {
               std::string::npos)
         << text;
     EXPECT_EQ(text.find("/dev/zero"), std::string::npos) << text;
+}
+
+TEST(StartProgram, CrossesStreams) {
+    testing_support::ScratchFile const file;
+    testing_support::InChild([&file] {
+        for (int const stream : {STDOUT_FILENO, STDERR_FILENO}) {
+            std::string const path = file.Path() + std::to_string(stream);
+            ::dup2(::open(path.c_str(), O_WRONLY | O_CREAT, 0600), stream);
+        }
+        pid_t process = -1;
+        EXPECT_EQ(StartProgram({.path = "/bin/sh",
+                                .arguments = {"-c", "echo out; echo error >&2"},
+                                .standardOutput = STDERR_FILENO,
+                                .standardError = STDOUT_FILENO},
+                               &process),
+                  EStartResult::eStarted);
+        ::waitpid(process, nullptr, 0);
+    });
+    EXPECT_EQ(testing_support::BytesOf(file.Path() + std::string("1")), "error\n");
+    EXPECT_EQ(testing_support::BytesOf(file.Path() + std::string("2")), "out\n");
 }
 
 TEST(StartProgram, TellsApartWhyItDidNot) {
