@@ -3,6 +3,7 @@ import os
 import signal
 
 from rig import *
+from showing import names, screen_reader
 
 
 @case
@@ -88,12 +89,15 @@ def right_is_lost_and_asked_again(world, desktop):
           f"    os.execv('{broker}.real', ['{broker}.real'])\n", 0o755)
     Run(world, USERS["yes"], "lost").succeeds()
     os.unlink(folder + "/seen")
-    run = desktop.run(Run, USERS["admin"], PASSWORD, "lost")
-    wait_for("the first right", lambda: os.path.exists(folder + "/seen"))
-    desktop.gone()
-    desktop.expect()
-    desktop.key("Escape")
-    run.ends(0, "Called auth exe priv\nStatus is cancelled -60006\n")
+    with screen_reader(world, USERS["admin"], desktop) as (variables, read):
+        run = desktop.run(Run, USERS["admin"], PASSWORD, "lost", environment=variables)
+        wait_for("the first right", lambda: os.path.exists(folder + "/seen"))
+        desktop.gone()
+        desktop.expect()
+        text = " ".join(names(read(), "label"))
+        assert 'wants to start "ZephGuide", which' in text and folder + GUIDE in text, text  # chosen by now
+        desktop.key("Escape")
+        run.ends(0, "Called auth exe priv\nStatus is cancelled -60006\n")
 
 
 @case

@@ -260,8 +260,10 @@ class Run:
         descriptors = [line for line in lines if line.startswith("descriptor")]
         assert descriptors == ["descriptor 0 = /dev/null"] + \
             [f"descriptor {i + 1} = {path}" for i, path in enumerate(self.files)], descriptors
-        process, session = [word.split()[1] for word in lines[1].split(", ")[:2]]
-        assert process == session, lines[1]
+        for variable in ("PATH=/usr/sbin:/usr/bin:/sbin:/bin", "HOME=/root", "SHELL=/bin/sh", "USER=root", "LOGNAME=root"):
+            assert "variable " + variable in lines, f"{variable} not in {lines}"
+        process, session, folder = [word.split()[1] for word in lines[1].split(", ")]
+        assert process == session and folder == "/", lines[1]
 
 
     def dies(self):

@@ -36,7 +36,7 @@ print(json.dumps(found))
 @contextlib.contextmanager
 def screen_reader(world, user, desktop):
     """A session bus of the user with the accessibility service; gives a function that reads what is shown."""
-    folder = os.path.join(world.home, "session")
+    folder = os.path.join(world.home, f"session{Run.count}")
     os.makedirs(folder, exist_ok=True)
     shutil.chown(folder, user)
     address = f"unix:path={folder}/bus"
