@@ -46,8 +46,7 @@ bool MakePacketPair(UniqueFd& launcherEnd, UniqueFd& helperEnd);
 /// Whether the descriptor is a socket of the kind that `MakePacketPair` makes.
 bool IsPacketSocket(int descriptor);
 
-/// Makes the sender of each packet visible; see `SPacket`. False for what is not a
-/// socket.
+/// Makes the sender of each packet visible; see `SPacket`. False for what is not a socket.
 bool ShowSenders(int socket);
 
 /// Who made the pair, or listened for the connection; `SPeer{}` when that is unknown.

@@ -16,7 +16,7 @@ struct SHelperPaths {
     std::string sudo = "/usr/bin/sudo";
     std::string systemBus = "/run/dbus/system_bus_socket";
 
-    /// The helpers beside the running program, the system's programs at their fixed places.
+    /// The helpers in the folder of the running program; the programs of the system at fixed paths.
     static SHelperPaths Installed();
 };
 

@@ -218,7 +218,7 @@ def closed_streams(world, desktop):
         wait_for("the guide", lambda: "ZephGuide: done\n" in run.text(1))
     read, write_end = os.pipe()
     os.close(read)
-    run = Run(world, USERS["yes"], stdout=write_end, stderr=write_end)  # nobody reads: the launcher dies as any program
+    run = Run(world, USERS["yes"], stdout=write_end, stderr=write_end)  # without a reader the launcher dies as any program
     os.close(write_end)
     assert run.process.wait(HANG) in (-signal.SIGPIPE, 0)
 

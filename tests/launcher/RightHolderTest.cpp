@@ -89,7 +89,7 @@ TEST_F(RightHolder, ProgramsOfTheSystemGetTheirOwnEnvironment) {
     EXPECT_EQ(Noted(m_paths.dialog, ".arguments"), "agent\n/an icon\n/p\n");
 }
 
-TEST_F(RightHolder, NobodyIsAskedUnlessTheCallerAllowsIt) {
+TEST_F(RightHolder, AsksOnlyWhenTheCallerAllowsIt) {
     InHostileSession([this] {
         if (::geteuid() == 0) {
             EXPECT_EQ(::setuid(65534), 0);

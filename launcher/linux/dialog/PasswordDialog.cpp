@@ -156,7 +156,7 @@ void PasswordDialog::SetUsers(std::vector<std::string> const& names, std::size_t
 }
 
 void PasswordDialog::AskForPasswordOf(std::string const& user) {
-    bool const isNamed = m_users || user.empty(); // beside the chooser
+    bool const isNamed = m_users || user.empty(); // the chooser shows the name
     ShowPrompt(isNamed ? Translated("_Password:")
                        : Translated("_Password of {user}:", {{"user", WithoutMnemonic(user)}}),
                false);

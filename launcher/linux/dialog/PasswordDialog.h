@@ -11,7 +11,7 @@ namespace Launcher {
 
 /// What a password is asked for.
 struct SPasswordReason {
-    std::string text;   ///< who asks for what
+    std::string text;   ///< which bundle asks for what
     std::string detail; ///< the full path of it
 };
 
@@ -42,7 +42,7 @@ class PasswordDialog {
     /// Opens the entry for the password of that user, showing the window if it is not shown yet.
     void AskForPasswordOf(std::string const& user);
 
-    /// The same with a question of another kind, in the words of who asks it.
+    /// The same for a question of another kind, with its text as it came.
     void AskFor(std::string const& prompt, bool isEchoed);
 
     /// A line below the entry, for what the system says about the last password; empty removes it.
