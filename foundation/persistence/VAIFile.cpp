@@ -138,7 +138,6 @@ bool VAIFile::CloseWrittenChunk() {
         return false;
     }
     long const start = m_chunkStarts[--m_depth];
-    m_file.Flush();
     long const bodyEnd = m_file.Position();
     if ((m_mode & kPadChunks) && bodyEnd % 2 != 0) {
         unsigned char const pad = 0;

@@ -2,6 +2,7 @@
 
 #include "tests/persistence/ChunkBytes.h"
 #include "tests/support/FailingReads.h"
+#include "tests/support/FullDisk.h"
 #include "tests/support/LineLog.h"
 #include "tests/support/ScratchFile.h"
 
@@ -287,6 +288,22 @@ TEST_F(AIFile, ReportsBytesThatWereLost) {
     ::close(descriptor);
     EXPECT_FALSE(m_file.Close()) << "the last write succeeded, closing fails";
     EXPECT_EQ(m_file.GetLastError(), VAIFile::eWriteFailed);
+}
+
+TEST_F(AIFile, FindsAFullDiskAtTheNextChunkOrAtTheEnd) {
+    for (bool const isAnother : {true, false}) {
+        Open(kWrite);
+        EXPECT_TRUE(m_file.OpenChunk("LAST"));
+        m_file << 1 << 2 << 3;
+        FullDisk const full(14);
+        EXPECT_TRUE(m_file.CloseChunk()) << "its body is in memory";
+        EXPECT_EQ(m_scratch.Bytes(), "LAST" + BE32(12)) << "its length is not";
+        if (isAnother) {
+            EXPECT_FALSE(m_file.OpenChunk("NEXT"));
+        }
+        EXPECT_FALSE(m_file.Close());
+        EXPECT_EQ(m_file.GetLastError(), VAIFile::eWriteFailed);
+    }
 }
 
 TEST_F(AIFile, TellsAReadErrorFromTheEnd) {
