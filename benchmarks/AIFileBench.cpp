@@ -1,5 +1,5 @@
 // Four million 32-bit values in one chunk of a file, in both byte orders, through the stream operators of the
-// interface. Beside it one stdio call for each value, one for all of them, and the copying alone. Then 200 000 chunks of
+// interface, and through its operations for many values. Beside it one stdio call for each value, one for all of them, and the copying alone. Then 200 000 chunks of
 // one value each. stdio has a buffer of the same size, and stores the lengths of its chunks in the same way: a flush
 // before each body, the length when it is known.
 
@@ -84,6 +84,31 @@ void ChunkedRead(benchmark::State& state) {
             sum += value;
         }
         benchmark::DoNotOptimize(sum);
+    }
+}
+
+void ChunkedWriteValues(benchmark::State& state) {
+    std::vector<std::uint32_t> const values(kValues, 7);
+    for ([[maybe_unused]] auto _ : state) {
+        VAIFile file;
+        File().Remove();
+        file.Open(File().Path(), VAIFile::kWrite);
+        file.OpenChunk("DATA");
+        file.WriteValues(values.data(), kValues);
+        file.CloseChunk();
+        file.Close();
+    }
+}
+
+void ChunkedReadValues(benchmark::State& state) {
+    WriteChunk(0);
+    std::vector<std::uint32_t> values(kValues);
+    for ([[maybe_unused]] auto _ : state) {
+        VAIFile file;
+        file.Open(File().Path(), VAIFile::kRead | kSafe);
+        file.ReadChunkHeader(nullptr, nullptr);
+        file.ReadValues(values.data(), kValues);
+        benchmark::DoNotOptimize(values[7]);
     }
 }
 
@@ -209,6 +234,7 @@ void StdioSmallChunksRead(benchmark::State& state) {
 }
 
 BENCHMARK(ChunkedWrite)->ArgName("flags")->Arg(0)->Arg(kLE)->Unit(benchmark::kMillisecond);
+BENCHMARK(ChunkedWriteValues)->Unit(benchmark::kMillisecond);
 BENCHMARK(StdioWriteEach)->Unit(benchmark::kMillisecond);
 BENCHMARK(StdioWriteAll)->Unit(benchmark::kMillisecond);
 BENCHMARK(ChunkedRead)
@@ -218,6 +244,7 @@ BENCHMARK(ChunkedRead)
     ->Arg(kSafe)
     ->Arg(kSafe | kLE)
     ->Unit(benchmark::kMillisecond);
+BENCHMARK(ChunkedReadValues)->Unit(benchmark::kMillisecond);
 BENCHMARK(StdioReadEach)->Unit(benchmark::kMillisecond);
 BENCHMARK(StdioReadAll)->Unit(benchmark::kMillisecond);
 BENCHMARK(Memcpy)->Unit(benchmark::kMillisecond);

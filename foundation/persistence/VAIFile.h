@@ -146,6 +146,8 @@ class VAIFile : public IAIFile, public Registered<VAIFile, VFile> {
 
   protected:
     bool ReadValue(void* bits, unsigned long size, eReadRule rule) override;
+    unsigned long WriteBlock(void const* values, unsigned long count, unsigned long size) override;
+    unsigned long ReadBlock(void* values, unsigned long count, unsigned long size, eReadRule rule) override;
 
   private:
     class WindowPause;
@@ -171,6 +173,7 @@ class VAIFile : public IAIFile, public Registered<VAIFile, VFile> {
     template <class Bits>
     unsigned long ReadItem(void* value, bool swap);
     void CopyValue(void* to, void const* from, unsigned long size) const noexcept;
+    void CopyValues(void* to, void const* from, unsigned long count, unsigned long size) const noexcept;
     bool ReadValueSlowly(void* bits, unsigned long size, eReadRule rule);
 
     BlockFile m_file;
