@@ -3,6 +3,7 @@
 #include "foundation/host/VFile.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstring>
 #include <new>
 
@@ -19,6 +20,7 @@ bool BlockFile::OpenForWriting(char const* path) {
 bool BlockFile::Open(std::FILE* stream, bool forWriting) {
     Close();
     m_failed = false;
+    m_readError = 0;
     m_block.reset(stream ? new (std::nothrow) unsigned char[kBlockSize] : nullptr);
     if (!m_block) {
         if (stream) {
@@ -74,7 +76,7 @@ std::size_t BlockFile::Read(void* bytes, std::size_t size) {
         std::size_t const wanted = size - done;
         if (Buffered() == 0 && wanted >= kBlockSize && m_stream && !m_forWriting) {
             StartBlock(m_blockPosition + (m_dataEnd - m_block.get()));
-            std::size_t const got = std::fread(out + done, 1, wanted, m_stream);
+            std::size_t const got = ReadStream(out + done, wanted);
             m_blockPosition += static_cast<long>(got);
             done += got;
             break;
@@ -90,12 +92,21 @@ std::size_t BlockFile::Read(void* bytes, std::size_t size) {
     return done;
 }
 
+std::size_t BlockFile::ReadStream(unsigned char* bytes, std::size_t size) {
+    errno = 0;
+    std::size_t const got = std::fread(bytes, 1, size, m_stream);
+    if (got < size && m_readError == 0 && std::ferror(m_stream) != 0) {
+        m_readError = errno ? errno : EIO;
+    }
+    return got;
+}
+
 std::size_t BlockFile::FillBlock() {
     if (!m_stream || m_forWriting) {
         return 0;
     }
     StartBlock(m_blockPosition + (m_dataEnd - m_block.get()));
-    std::size_t const got = std::fread(m_block.get(), 1, kBlockSize, m_stream);
+    std::size_t const got = ReadStream(m_block.get(), kBlockSize);
     m_dataEnd += got;
     return got;
 }

@@ -77,6 +77,9 @@ class BlockFile {
     bool IsAtEnd() const noexcept { return !m_stream || m_atEnd; }
     /// True once bytes were lost in writing.
     bool HasFailed() const noexcept { return m_failed; }
+    /// The system's error number of the first read that failed since the file was opened; 0 when none did. The file
+    /// ends for the reader where reading fails.
+    int ReadError() const noexcept { return m_readError; }
 
   private:
     bool Open(std::FILE* stream, bool forWriting);
@@ -86,6 +89,7 @@ class BlockFile {
         return bytes;
     }
     bool SeekTo(long position);
+    std::size_t ReadStream(unsigned char* bytes, std::size_t size);
     std::size_t FillBlock();
     bool WriteOut(void const* bytes, std::size_t size);
     void StartBlock(long position) noexcept;
@@ -102,6 +106,7 @@ class BlockFile {
     bool m_forWriting = false;
     bool m_atEnd = false;
     bool m_failed = false;
+    int m_readError = 0;
 };
 
 } // namespace VFoundation

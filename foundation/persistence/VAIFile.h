@@ -128,7 +128,7 @@ class VAIFile : public IAIFile, public Registered<VAIFile, VFile> {
     bool Seek(long offset, long origin) override;
     /// -1 when no file is open.
     long GetPos() override;
-    /// True after a read met the end of the file, and when no file is open.
+    /// True after a read met the end of the file or failed (see `ReadError`), and when no file is open.
     bool Eof() override;
     unsigned long GetFileLength() override;
     /// Never below 0.
@@ -142,6 +142,7 @@ class VAIFile : public IAIFile, public Registered<VAIFile, VFile> {
     long GetLengthRemaining() override;
     bool IsEndOfFile() override;
     bool FileSeek(long offset, long origin) override;
+    int ReadError() const noexcept override { return m_file.ReadError(); }
 
   protected:
     bool ReadValue(void* bits, unsigned long size, eReadRule rule) override;

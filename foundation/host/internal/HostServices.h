@@ -32,8 +32,7 @@ struct MountedVolume {
     std::uint64_t freeBytes = 0;
 };
 
-/// The mounted volumes, as a user understands the word, in the order of the system's table; see `VDiskInfo`. Without memory
-/// `std::bad_alloc`.
+/// The mounted volumes that `VDiskInfo` lists, in the order of the system's table. Without memory `std::bad_alloc`.
 std::vector<MountedVolume> MountedVolumes();
 
 } // namespace VFoundation::HostServices
