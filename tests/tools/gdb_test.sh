@@ -14,14 +14,13 @@ expressions=(empty shortText longText colour plainColour objects texts pointers 
 arguments=(-nx -batch -ex 'set print pretty off' -ex 'set print repeats 0' -ex 'set print elements 400'
     -ex "source $source/tools/gdb/vfoundation-gdb.py" -ex 'break Stop' -ex run)
 for expression in "${expressions[@]}"; do
-    arguments+=(-ex "echo $expression\ " -ex "output catalogue.$expression" -ex 'echo \n')
+    arguments+=(-ex "printf \"$expression = \"" -ex "output catalogue.$expression" -ex 'echo \n')
 done
 # Objects without a printer are shown as pointers to their own class.
-arguments+=(-ex 'echo other\ ' -ex 'output catalogue.other' -ex 'echo \n')
+arguments+=(-ex 'printf "other = "' -ex 'output catalogue.other' -ex 'echo \n')
 # What is not there ends a value, not the session.
-arguments+=(-ex 'set var catalogue.m_nothing = 0' -ex 'echo unreadable\ '
-    -ex 'output *(VFoundation::VString*)8' -ex 'echo \n' -ex kill)
+arguments+=(-ex 'printf "unreadable = "' -ex 'output *(VFoundation::VString*)8' -ex 'echo \n' -ex kill)
 
-LC_ALL=C.UTF-8 gdb "${arguments[@]}" "$catalogue" 2>&1 | sed -n '/^empty/,$p' | grep -v 'Inferior 1\|m_nothing' |
+LC_ALL=C.UTF-8 gdb "${arguments[@]}" "$catalogue" 2>&1 | sed -n '/^empty/,$p' | grep -v 'Inferior 1\|^Kill' |
     sed 's/0x[0-9a-f]\{4,\}/ADDRESS/g' >session.txt
 diff "$source/tests/data/tools/gdb.txt" session.txt

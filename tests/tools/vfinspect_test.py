@@ -40,7 +40,8 @@ class VfinspectTest(unittest.TestCase):
     def test_exit_statuses(self):
         fifo = os.path.join(self.folder, "fifo")
         os.mkfifo(fifo)
-        cut = self.file(open(ARCHIVE, "rb").read()[:-1])
+        with open(ARCHIVE, "rb") as archive:
+            cut = self.file(archive.read()[:-1])
         for status, arguments in (
             (0, ["--check", ARCHIVE, ROADS]), (0, ["--help"]), (0, ["--version"]), (0, [cut]),
             (1, ["--check", ARCHIVE, cut]), (1, [os.path.join(self.folder, "none")]), (1, [self.folder]), (1, [fifo]),
@@ -122,7 +123,7 @@ class VfinspectTest(unittest.TestCase):
             ["bash", "-c", f". '{completion}'; COMP_WORDS=(vfinspect --); COMP_CWORD=1; _vfinspect; "
                            "echo ${COMPREPLY[@]}; COMP_WORDS=(vfinspect --as ar); COMP_CWORD=2; _vfinspect; "
                            "echo ${COMPREPLY[@]}"], capture_output=True, text=True, check=True).stdout.splitlines()
-        options = {word.strip(",") for word in help_text.split() if word.startswith("--")}
+        options = {word.strip(",)") for word in help_text.split() if word.startswith("--")}
         self.assertEqual(set(offered[0].split()), options)
         self.assertEqual(offered[1], "archive")
         with open(page) as file:

@@ -51,7 +51,7 @@ PAYLOADS = {
 
 
 def shown(pointer):
-    """The object behind a pointer when a printer here knows its class, else the pointer, with the object's own class."""
+    """The object that a pointer points to when a printer here knows its class, else its class and address."""
     if not pointer:
         return "null"
     try:
@@ -59,7 +59,9 @@ def shown(pointer):
         target = pointer.dereference()
     except gdb.error:  # no debug information of the class, or no object there
         return pointer
-    return target if PRINTERS(target) else pointer
+    if PRINTERS(target):
+        return target
+    return "%s at 0x%x" % (str(target.type).replace(NAMESPACE, ""), int(pointer))
 
 
 def elements(slots, count):

@@ -86,7 +86,8 @@ void ChunkInspector::Inspect(bool asArchive) {
 /// The next chunk of those that end at `end`; `at` moves behind it. Nothing when there is none, which is a fault
 /// unless `at` is `end`.
 std::optional<ChunkInspector::Chunk> ChunkInspector::ReadHeader(std::uint64_t& at, std::uint64_t end) {
-    if (at >= end) {
+    if (at >= end || m_report.ProblemCount() >= Report::kMaxProblems) {
+        at = end;
         return std::nullopt;
     }
     if (end - at < kHeaderSize) {

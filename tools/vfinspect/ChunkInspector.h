@@ -25,8 +25,9 @@ struct ChunkForm {
 /// chunks up to its last byte, they are shown as such. Everything else is shown as bytes.
 class ChunkInspector {
   public:
-    /// Headers that are read of one file; what comes after them is not looked at.
-    static constexpr std::uint64_t kMaxHeaders = 4'000'000;
+    /// Headers that are read of one file; what comes after them is not looked at, nor what comes after so many faults
+    /// that no more are kept.
+    static constexpr std::uint64_t kMaxHeaders = 1'000'000;
 
     ChunkInspector(ByteSource& source, Report& report, ChunkForm form)
         : m_source(source), m_report(report), m_form(form) {}

@@ -94,10 +94,7 @@ void JpegInspector::Inspect() {
 
 /// Returns where the next marker is.
 std::uint64_t JpegInspector::ReadMarker(std::uint64_t at) {
-    std::uint64_t marked = at;
-    while (marked < m_source.Size() && m_source.Byte(marked) != 0xFF) {
-        ++marked;
-    }
+    std::uint64_t marked = m_source.Find(0xFF, at);
     if (marked > at) {
         m_report.AddProblem(at, Counted(marked - at, "byte") + " where a marker should be");
     }

@@ -74,7 +74,7 @@ void PngInspector::Inspect() {
         m_report.Add(at, m_source.Size() - at, "after the picture");
     }
     if (!m_hasPixels) {
-        m_report.AddProblem(at, "there are no pixels: no \"IDAT\"");
+        m_report.AddProblem(std::min(at, m_source.Size()), "there are no pixels: no \"IDAT\"");
     }
 }
 
