@@ -13,6 +13,7 @@ PACKAGES_TEST=(
     xvfb xdotool adwaita-icon-theme fonts-dejavu-core acl at-spi2-core gir1.2-atspi-2.0 python3-gi
     binutils desktop-file-utils appstream
 )
+PACKAGES_DOCS=(doxygen python3-minimal)
 PACKAGES_LINT=(clang clang-tidy clang-format)
 PACKAGES_BENCHMARK=(libbenchmark-dev libboost-dev libtbb-dev libspdlog-dev libtinyxml2-dev libstb-dev qtbase5-dev)
 

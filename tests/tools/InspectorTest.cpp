@@ -133,7 +133,7 @@ TEST(InspectorTest, StaysInsideEveryHostileFile) {
     for (auto const& path : inspected::AllFiles()) {
         // Inputs of some fuzz targets begin with one or two bytes of their own.
         std::string const whole = inspected::ReadFile(path);
-        for (std::size_t const own : {0, 1, 2}) {
+        for (std::size_t const own : {0U, 1U, 2U}) {
             for (std::string const& bytes :
                  inspected::WithDamage(whole.substr(std::min(own, whole.size())), kDamagedCopies)) {
                 for (Kind const kind :

@@ -16,7 +16,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <sstream>
 #include <sys/mman.h>
 #include <unistd.h>
@@ -53,7 +52,7 @@ std::uint64_t Problems(std::string const& bytes) {
 
 bool LoadsAsTarga(std::string const& bytes) {
     VData data(bytes.size());
-    std::memcpy(data.Bytes(), bytes.data(), bytes.size());
+    std::copy(bytes.begin(), bytes.end(), data.Bytes());
     auto const image = VObjectRef<VImage>::Adopt(VImage::New());
     return VImageIOTarga().ConvertDataToImage(data, *image);
 }

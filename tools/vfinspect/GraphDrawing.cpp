@@ -147,6 +147,7 @@ void DrawSvg(Graph const& graph, std::ostream& out) {
         << "  <defs><marker id=\"head\" viewBox=\"0 0 10 10\" refX=\"9\" refY=\"5\" markerWidth=\"8\" "
            "markerHeight=\"8\" orient=\"auto\"><path d=\"M 0 0 L 10 5 L 0 10 z\" "
            "fill=\"#555\"/></marker></defs>\n"
+        << "  <rect width=\"100%\" height=\"100%\" fill=\"white\"/>\n"
         << "  <g fill=\"none\" stroke=\"#555\">\n";
     for (Graph::Edge const& edge : graph.Edges()) {
         if (graph.HasBothEnds(edge)) {

@@ -269,7 +269,7 @@ void JpegInspector::ReadHuffman(Segment const& segment) {
 
 void JpegInspector::ReadScan(Segment const& segment) {
     m_hasScan = true;
-    unsigned const components = m_source.Byte(segment.body);
+    std::uint64_t const components = m_source.Byte(segment.body);
     m_report.SetValue(Counted(components, "component"));
     if (++m_scans == VImageIOJPEG::kMaxScans + 1) {
         AddFault(segment, "more than " + Counted(VImageIOJPEG::kMaxScans, "scan"));

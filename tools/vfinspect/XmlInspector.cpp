@@ -5,10 +5,7 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cmath>
-#include <cstdlib>
 #include <string>
-#include <utility>
 
 namespace vfinspect {
 
@@ -83,8 +80,7 @@ char const* NameOf(Type type) {
                                     : "an integer of 64 bits";
 }
 
-/// Undoes what a file reader does to line ends only in so far as it changes nothing here: offsets are those of the
-/// file, and both kinds of line end are blanks.
+/// As it is in the file, for the sake of offsets. The library makes CR LF an LF, which changes no verdict.
 std::string ReadText(ByteSource& source) {
     return source.Text(0, IXMLFileIO::kMaxTextSize + 1);
 }
