@@ -83,6 +83,7 @@
 #include "foundation/persistence/VXMLFileIOTinyXml.h"
 #include "foundation/persistence/VXMLFileIOTinyXmlFactory.h"
 #include "foundation/strings/HeapBlock.h"
+#include "foundation/strings/InlineBlock.h"
 #include "foundation/strings/VData.h"
 #include "foundation/strings/VString.h"
 #include "foundation/strings/VStringTokenizer.h"

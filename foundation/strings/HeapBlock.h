@@ -5,7 +5,7 @@
 
 namespace VFoundation {
 
-/// The memory of strings and byte buffers. Installed because `VString` and `VData` hold one by value; use those.
+/// The memory of byte buffers and long strings. Installed because `VData` and `VString` hold one by value; use those.
 ///
 /// A block grows geometrically and moves by `realloc`, whatever capacity its owner reports: appending in small steps
 /// costs a constant amount per byte.
