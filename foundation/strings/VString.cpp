@@ -48,7 +48,15 @@ std::atomic<VString*> VString::ms_emptyString{nullptr};
 
 VString::VString(VClass* cls, char const* text) : Registered(cls) {
     text = text ? text : "";
-    Assign(text, std::strlen(text));
+    unsigned long const length = std::strlen(text);
+    m_block.Replace(kFirstCapacity); // needs no memory
+    if (length < kFirstCapacity - 1) {
+        std::memcpy(m_block.Bytes(), text, length + 1);
+        m_length = static_cast<std::uint32_t>(length);
+        m_capacity = kFirstCapacity;
+    } else {
+        Assign(text, length);
+    }
 }
 
 VString::VString(VClass* cls, std::string_view text) : Registered(cls) {
@@ -498,9 +506,7 @@ long VString::GetRecycledStringsCount() {
 }
 
 void VString::ReleaseAllRecycledStrings() {
-    if (auto* const pool = ms_recycledStrings.load(std::memory_order_acquire)) {
-        pool->RemoveAllObjects();
-    }
+    TRecyclePool<VString>::Empty(ms_recycledStrings);
 }
 
 // C strings
