@@ -1,6 +1,7 @@
-// Pictures of 4096 x 4096 pixels: Targa against stb_image and against copying the pixels, JPEG and PNG against
-// their libraries called directly. Peers make the same pixels from the same bytes, but for the multiplication by
-// alpha, which stb_image and libpng do not know.
+// Pictures of 4096 x 4096 pixels: Targa against stb_image, stb_image_write and copying or writing the pixels, JPEG and
+// PNG against their libraries called directly. Peers make the same pixels from the same bytes, but for the
+// multiplication by alpha, which stb_image and libpng do not know; stb_image_write takes the bytes of a pixel as red,
+// green, blue, alpha.
 
 #include "foundation/core/VObjectRef.h"
 #include "foundation/core/lifecycle/VLibrary.h"
@@ -32,6 +33,9 @@
 #define STB_IMAGE_STATIC
 #define STBI_ONLY_TGA
 #include <stb/stb_image.h>
+#define STB_IMAGE_WRITE_IMPLEMENTATION
+#define STB_IMAGE_WRITE_STATIC
+#include <stb/stb_image_write.h>
 #pragma GCC diagnostic pop
 
 namespace {
@@ -70,7 +74,7 @@ class Files {
     }
     ~Files() { std::filesystem::remove_all(m_folder); }
 
-    std::string targa, jpeg, png;
+    std::string targa, jpeg, png, saved;
 
   private:
     Files() {
@@ -82,6 +86,7 @@ class Files {
         targa = m_folder + "/picture.tga";
         jpeg = m_folder + "/picture.jpg";
         png = m_folder + "/picture.png";
+        saved = m_folder + "/saved.tga";
         VImage image;
         image.SetImageRef(
             VBitmapImage::Create(kSide, kSide, 4 * kSide, nullptr, Picture().data(), kBytes, nullptr));
@@ -210,6 +215,44 @@ void LoadTargaWithStb(benchmark::State& state) {
     CountPixels(state);
 }
 BENCHMARK(LoadTargaWithStb)->Name("Targa/file, stb_image")->Unit(benchmark::kMillisecond);
+
+void SaveTarga(benchmark::State& state) {
+    VImage image;
+    image.SetImageRef(
+        VBitmapImage::Create(kSide, kSide, 4 * kSide, nullptr, Picture().data(), kBytes, nullptr));
+    VString const path(Files::Get().saved.c_str());
+    bool const flip = state.range(0) != 0;
+    for (auto _ : state) {
+        if (!VImageIOTarga().SaveImageFromPixelData(image, path, flip)) {
+            state.SkipWithError("not saved");
+        }
+    }
+    CountPixels(state);
+}
+BENCHMARK(SaveTarga)->Name("Targa/save")->ArgName("flip")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
+
+void SaveTargaWithStb(benchmark::State& state) {
+    stbi_write_tga_with_rle = 0;
+    for (auto _ : state) {
+        if (!stbi_write_tga(Files::Get().saved.c_str(), kSide, kSide, 4, Picture().data())) {
+            state.SkipWithError("not saved");
+        }
+    }
+    CountPixels(state);
+}
+BENCHMARK(SaveTargaWithStb)->Name("Targa/save, stb_image_write")->Unit(benchmark::kMillisecond);
+
+void WritePixels(benchmark::State& state) {
+    for (auto _ : state) {
+        std::FILE* const file = std::fopen(Files::Get().saved.c_str(), "wb");
+        if (std::fwrite(Picture().data(), 1, kBytes, file) != kBytes) {
+            state.SkipWithError("not written");
+        }
+        std::fclose(file);
+    }
+    CountPixels(state);
+}
+BENCHMARK(WritePixels)->Name("Targa/save, one fwrite")->Unit(benchmark::kMillisecond);
 
 // JPEG
 

@@ -34,7 +34,7 @@ class Knob : public Registered<Knob, VMessenger> {
     int GetOutMessageCount() override { return kOutCount; }
     int GetInMessageCount() override { return 0; }
     void ReceiveMessage(VMessage* /*message*/) override {}
-    // Where a messenger would prepare an output or input that it makes only when somebody wants it.
+    // Here a messenger prepares an output or input that it makes on demand.
     bool TouchOutMessage(int /*id*/) override { return true; }
     bool TouchInMessage(int /*id*/) override { return true; }
     char const* GetMessengerName() override { return "knob"; }
@@ -107,7 +107,7 @@ bool Run() {
     // its last reference goes.
     center->StopCenter();
     center->DisconnectImmediate(knob.Get(), Knob::kTurned, center.Get(), motor.Get(), Motor::kSetSpeed);
-    sem_unlink(name.c_str()); // the library leaves a server's semaphore to whoever named it
+    sem_unlink(name.c_str()); // the library does not remove the server's semaphore
     return works;
 }
 

@@ -24,7 +24,7 @@ class VBitmapContext {
     VBitmapContext& operator=(VBitmapContext const&) = delete;
     ~VBitmapContext();
 
-    /// What is drawn from here on comes out upside down.
+    /// Draws images upside down from now on.
     void SetFlipped(bool flipped) noexcept { m_flipped = flipped; }
     /// Fills the context with the image. False, with nothing drawn, when their sizes differ.
     bool DrawImage(CGImage const& image);

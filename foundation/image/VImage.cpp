@@ -74,7 +74,7 @@ VImage* VImage::ImageFromFile(char const* path) {
     }
     auto loaded = VObjectRef<VImage>::Adopt(DecodeFile(name));
     if (loaded && AddNamedImageToCache(name, loaded.Get())) {
-        // Another thread may have loaded the same file meanwhile: the first one in the cache is everyone's.
+        // Another thread may have loaded the same file meanwhile: all callers share the image cached first.
         loaded.Exchange(FindImageInCacheWithName(name));
     }
     return loaded.Detach();

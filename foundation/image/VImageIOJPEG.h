@@ -6,8 +6,8 @@
 
 namespace VFoundation {
 
-/// Reads JPEG files: baseline and progressive, Huffman and arithmetic coding, grey, colour and CMYK. The pixels are
-/// the file's, without regard to colour profiles and to the orientation that a camera noted down.
+/// Reads JPEG files: baseline and progressive, Huffman and arithmetic coding, grey, colour and CMYK. Colour
+/// profiles and the camera's orientation are not applied.
 ///
 /// A file that ends before its picture is complete is refused, as are pictures beyond the limits below or
 /// `VImage::PixelBudget()`; other damage that the decoder can bridge is bridged.

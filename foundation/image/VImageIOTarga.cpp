@@ -1,7 +1,6 @@
 #include "foundation/image/VImageIOTarga.h"
 
 #include "foundation/containers/VObjectArray.h"
-#include "foundation/core/NarrowCast.h"
 #include "foundation/core/VException.h"
 #include "foundation/core/VObjectRef.h"
 #include "foundation/host/VFile.h"
@@ -9,65 +8,31 @@
 #include "foundation/image/VImage.h"
 #include "foundation/image/internal/PixelBuffer.h"
 #include "foundation/image/internal/TargaDecoder.h"
-#include "foundation/image/internal/TargaFormat.h"
+#include "foundation/image/internal/TargaEncoder.h"
 #include "foundation/image/internal/WithinMemory.h"
 #include "foundation/log/VLog.h"
+#include "foundation/persistence/internal/FileReplacer.h"
 #include "foundation/strings/VString.h"
 #include "foundation/threads/VThread.h"
 
-#include <array>
 #include <cstdio>
-#include <cstring>
-#include <vector>
 
 namespace VFoundation {
 
 namespace {
 
-using namespace TargaFormat;
-
-std::array<unsigned char, kHeaderSize> Header(VBitmapContext const& context) {
-    std::array<unsigned char, kHeaderSize> header{};
-    auto const put = [&header](std::size_t offset, std::uint32_t number) {
-        header[offset] = narrow_cast<unsigned char>(number & 0xFF);
-        header[offset + 1] = narrow_cast<unsigned char>(number >> 8);
-    };
-    header[kImageType] = kTrueColour;
-    put(kWidth, context.Width());
-    put(kHeight, context.Height());
-    header[kPixelDepth] = 8 * VBitmapImage::kBytesPerPixel;
-    header[kDescriptor] = kEightAlphaBits;
-    return header;
-}
-
-/// No extension area, no developer directory, and the signature.
-std::array<unsigned char, kFooterSize> Footer() {
-    std::array<unsigned char, kFooterSize> footer{};
-    std::memcpy(&footer[kFooterSize - kSignatureSize], kSignature, kSignatureSize);
-    return footer;
-}
-
-template <class Bytes>
-bool Write(Bytes const& bytes, std::FILE* file) {
-    return std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size();
-}
-
-/// The bytes of each pixel come as alpha, red, green, blue and go as blue, green, red, alpha. `bytes` has room for
-/// one row.
-bool WriteRows(VBitmapContext const& context, std::vector<unsigned char>& bytes, std::FILE* file) {
-    for (std::uint32_t y = 0; y < context.Height(); ++y) {
-        unsigned char const* const source = context.Row(y);
-        for (std::size_t i = 0; i < bytes.size(); i += VBitmapImage::kBytesPerPixel) {
-            std::uint32_t pixel = 0;
-            std::memcpy(&pixel, source + i, sizeof pixel);
-            pixel = __builtin_bswap32(pixel);
-            std::memcpy(&bytes[i], &pixel, sizeof pixel);
-        }
-        if (!Write(bytes, file)) {
-            return false;
-        }
+bool SaveInPlace(CGImage const& bitmap, VString const& path, bool flip) {
+    std::FILE* const file = VFile::vfc_fopen(path, "wb");
+    if (!file) {
+        return false;
     }
-    return true;
+    bool const isWritten = EncodeTarga(bitmap, flip, file);
+    return std::fclose(file) == 0 && isWritten;
+}
+
+bool SaveReplacing(CGImage const& bitmap, VString const& path, bool flip) {
+    FileReplacer replacer(path.CString());
+    return replacer.Stream() && EncodeTarga(bitmap, flip, replacer.Stream()) && replacer.Commit();
 }
 
 } // namespace
@@ -117,23 +82,12 @@ bool VImageIOTarga::SaveImageFromPixelData(VImage const& image, VString const& p
     if (!bitmap || bitmap->Width() > kMaxSide || bitmap->Height() > kMaxSide) {
         return false;
     }
-    auto const context = CreateARGBBitmapContext(bitmap);
-    if (!context) {
-        return false;
-    }
-    context->SetFlipped(flip);
-    context->DrawImage(*bitmap);
-    std::vector<unsigned char> row;
-    if (!DoWithinMemory([&] { row.resize(VBitmapImage::kBytesPerPixel * context->Width()); })) {
-        return false;
-    }
-    std::FILE* const file = VFile::vfc_fopen(path, "wb");
-    if (!file) {
-        return false;
-    }
-    bool const written =
-        Write(Header(*context), file) && WriteRows(*context, row, file) && Write(Footer(), file);
-    return std::fclose(file) == 0 && written;
+    bool isSaved = false;
+    DoWithinMemory([&] {
+        isSaved = m_saving == Saving::kReplacing ? SaveReplacing(*bitmap, path, flip)
+                                                 : SaveInPlace(*bitmap, path, flip);
+    });
+    return isSaved;
 }
 
 std::unique_ptr<VBitmapContext> VImageIOTarga::CreateARGBBitmapContext(CGImage const* image) {

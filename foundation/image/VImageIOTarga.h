@@ -36,8 +36,13 @@ class VImageIOTarga : public ImageFileCodec {
     /// The longest side that a file's header has room for, in pixels.
     static constexpr std::uint32_t kMaxSide = 0xFFFF;
 
+    /// How an existing file is saved over. In place, as by default, it is lost when saving fails. Replaced, the new
+    /// file is written beside it and takes its name once it is complete and on the disk.
+    enum class Saving { kInPlace, kReplacing };
+
     /// `flip` is what `SaveImageToFile` passes to `SaveImageFromPixelData`.
-    explicit VImageIOTarga(bool flip = false) noexcept : m_flip(flip) {}
+    explicit VImageIOTarga(bool flip = false, Saving saving = Saving::kInPlace) noexcept
+        : m_flip(flip), m_saving(saving) {}
 
     /// Sets the image's bitmap, size and alpha flag.
     bool ConvertDataToImage(VData const& data, VImage& image) const override;
@@ -60,6 +65,7 @@ class VImageIOTarga : public ImageFileCodec {
 
   private:
     bool m_flip;
+    Saving m_saving;
 };
 
 } // namespace VFoundation

@@ -66,7 +66,8 @@ TEST_F(Archive, TakesTheElementsThatAreThere) {
 TEST_F(Archive, SkipsNullsAndReportsWhatItCannotStore) {
     m_archive.Data().AddObject(nullptr);
     ASSERT_TRUE(m_file.Open(m_scratch.Path(), VAIFile::kWrite));
-    EXPECT_TRUE(m_archive.Serialize(m_file) && m_file.Close());
+    EXPECT_TRUE(m_archive.Serialize(m_file));
+    EXPECT_TRUE(m_file.Close());
     EXPECT_EQ(m_scratch.Bytes(), Chunk("VArc", Chunk("Info", Array("", 0)) +
                                                    Chunk("Data", Array(Contents(std::string(5, '\0')), 2))));
 

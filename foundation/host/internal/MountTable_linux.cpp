@@ -84,7 +84,7 @@ bool IsHidden(std::vector<Mount> const& mounts, Mount const& hidden) {
     return false;
 }
 
-/// False for what a server or a user-space program answers for, and may fail to.
+/// False for volumes that a server or a user-space program serves: they may not answer.
 bool AnswersAtOnce(Mount const& mount) {
     if (mount.target == "/" || mount.type == "zfs") {
         return true;

@@ -7,8 +7,8 @@ namespace VFoundation {
 /// Calls C libraries that report an error by a callback which must not return. `Run` calls one step of the work, a
 /// member function with such calls; the callback calls `Escape`, and `Run` is false.
 ///
-/// A step that is left this way runs no destructors: local variables that have one belong into the object, or into the
-/// caller of `Run`.
+/// A step that is left this way runs no destructors: local variables that have one belong in the object, or in the caller
+/// of `Run`.
 ///
 /// Threads: one thread at a time.
 class ErrorEscape {

@@ -188,8 +188,7 @@ VBitmapImage* JpegDecoder::Decode() {
     if (!m_pixels->IsValid() || !m_errorEscape.Run(*this, &JpegDecoder::ReadRows)) {
         return nullptr;
     }
-    // Where scans refine a picture, or arithmetic coding decodes missing data as zeros, nothing else shows that the
-    // file ended too early.
+    // No warning tells of missing scans, or of missing data with arithmetic coding, which decodes as zeros.
     if (m_fileEnded && (jpeg_has_multiple_scans(&m_info) || m_info.arith_code)) {
         return nullptr;
     }

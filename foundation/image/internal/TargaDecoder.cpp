@@ -45,7 +45,7 @@ void DecodeGreys(unsigned char const* source, Pixel* row, std::size_t width) {
 
 void DecodeColours(unsigned char const* source, Pixel* row, std::size_t width) {
     std::size_t x = 0;
-    // Four pixels are three words; a byte of padding is nowhere needed.
+    // Four pixels are three words, so that no read passes the end.
     for (; x + 4 <= width; x += 4, source += 12) {
         Pixel const words[] = {ReadNumber<4>(source), ReadNumber<4>(source + 4), ReadNumber<4>(source + 8)};
         row[x] = PixelMath::kAlpha | words[0];

@@ -3,8 +3,10 @@
 #include "foundation/host/VFile.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstring>
 #include <new>
+#include <unistd.h>
 
 namespace VFoundation {
 
@@ -19,6 +21,7 @@ bool BlockFile::OpenForWriting(char const* path) {
 bool BlockFile::Open(std::FILE* stream, bool forWriting) {
     Close();
     m_failed = false;
+    m_readError = 0;
     m_block.reset(stream ? new (std::nothrow) unsigned char[kBlockSize] : nullptr);
     if (!m_block) {
         if (stream) {
@@ -74,7 +77,7 @@ std::size_t BlockFile::Read(void* bytes, std::size_t size) {
         std::size_t const wanted = size - done;
         if (Buffered() == 0 && wanted >= kBlockSize && m_stream && !m_forWriting) {
             StartBlock(m_blockPosition + (m_dataEnd - m_block.get()));
-            std::size_t const got = std::fread(out + done, 1, wanted, m_stream);
+            std::size_t const got = ReadStream(out + done, wanted);
             m_blockPosition += static_cast<long>(got);
             done += got;
             break;
@@ -90,12 +93,21 @@ std::size_t BlockFile::Read(void* bytes, std::size_t size) {
     return done;
 }
 
+std::size_t BlockFile::ReadStream(unsigned char* bytes, std::size_t size) {
+    errno = 0;
+    std::size_t const got = std::fread(bytes, 1, size, m_stream);
+    if (got < size && m_readError == 0 && std::ferror(m_stream) != 0) {
+        m_readError = errno ? errno : EIO;
+    }
+    return got;
+}
+
 std::size_t BlockFile::FillBlock() {
     if (!m_stream || m_forWriting) {
         return 0;
     }
     StartBlock(m_blockPosition + (m_dataEnd - m_block.get()));
-    std::size_t const got = std::fread(m_block.get(), 1, kBlockSize, m_stream);
+    std::size_t const got = ReadStream(m_block.get(), kBlockSize);
     m_dataEnd += got;
     return got;
 }
@@ -138,13 +150,12 @@ bool BlockFile::Overwrite(long position, void const* bytes, std::size_t size) {
     if (!m_forWriting) {
         return Fail();
     }
-    Flush();
-    long const end = Position();
-    if (std::fseek(m_stream, position, SEEK_SET) != 0 || std::fwrite(bytes, 1, size, m_stream) != size ||
-        std::fseek(m_stream, end, SEEK_SET) != 0) {
-        return Fail();
+    if (position + static_cast<long>(size) > m_blockPosition) {
+        Flush();
     }
-    return !m_failed;
+    // The stream has no buffer, and its position stays at the start of the block.
+    auto const written = ::pwrite(::fileno(m_stream), bytes, size, position);
+    return written == static_cast<::ssize_t>(size) ? !m_failed : Fail();
 }
 
 bool BlockFile::Seek(long offset, int origin) {

@@ -1,11 +1,13 @@
+#include "foundation/image/VImageIOTarga.h"
 #include "foundation/containers/VObjectArray.h"
 #include "foundation/image/VBitmapContext.h"
-#include "foundation/image/VImageIOTarga.h"
 #include "tests/image/ImageTestSupport.h"
 #include "tests/support/FailingReads.h"
+#include "tests/support/FullDisk.h"
 
 #include <cerrno>
 #include <cstring>
+#include <numeric>
 
 namespace {
 
@@ -51,9 +53,9 @@ std::uint32_t PixelAt(Bytes const& bytes, std::size_t at, unsigned depth) {
                          : Premultiplied(byte(2), byte(1), byte(0), byte(3));
 }
 
-class Targa : public ImageTest {
+class VImageIOTargaTest : public ImageTest {
   protected:
-    Targa() { VImage::ms_cacheEnabled = false; }
+    VImageIOTargaTest() { VImage::ms_cacheEnabled = false; }
 
     /// The pixels of the file; none when it is refused. fuzz.targa decodes from memory too, and compares.
     Pixels Decode(Bytes const& file, bool* hasAlpha = nullptr) const {
@@ -72,7 +74,7 @@ class Targa : public ImageTest {
     }
 };
 
-TEST_F(Targa, ReadsEveryDepthFromTheBottomRow) {
+TEST_F(VImageIOTargaTest, ReadsEveryDepthFromTheBottomRow) {
     for (Fields fields : {Fields{.width = 1},
                           {.width = 7, .height = 3},
                           {.width = 301, .height = 299},
@@ -96,7 +98,7 @@ TEST_F(Targa, ReadsEveryDepthFromTheBottomRow) {
     EXPECT_EQ(Decode(FileOf({.width = 3}, body)), (Pixels{0xFFFEFEFE, 0x8000407F, 0}));
 }
 
-TEST_F(Targa, FindsThePixelsByIdLengthAndColourMap) {
+TEST_F(VImageIOTargaTest, FindsThePixelsByIdLengthAndColourMap) {
     Bytes const body = "\1\2\3\xFF\5\6\7\xFF";
     Pixels const expected = {PixelAt(body, 0, 32), PixelAt(body, 4, 32)};
     EXPECT_EQ(Decode(FileOf({.idLength = 5}, "12345" + body)), expected);
@@ -110,7 +112,7 @@ TEST_F(Targa, FindsThePixelsByIdLengthAndColourMap) {
     EXPECT_TRUE(Decode(FileOf({.depth = 8, .idLength = 128}, body)).empty());
 }
 
-TEST_F(Targa, RefusesWhatItCannotRead) {
+TEST_F(VImageIOTargaTest, RefusesWhatItCannotRead) {
     for (unsigned const depth : {0U, 1U, 7U, 9U, 16U, 33U, 255U}) {
         EXPECT_TRUE(Decode(FileOf({.depth = depth}, Ramp(100))).empty()) << depth;
     }
@@ -134,7 +136,7 @@ TEST_F(Targa, RefusesWhatItCannotRead) {
     VImage::SetPixelBudget(VImage::kNoPixelBudget);
 }
 
-TEST_F(Targa, TellsAFailedReadFromAShorterFile) {
+TEST_F(VImageIOTargaTest, TellsAFailedReadFromAShorterFile) {
     m_scratch.SetBytes(FileOf({.width = 300, .height = 300, .depth = 8}, Bytes(90'000, 'x')));
     Pixels const whole = Load(VImageIOTarga(), m_scratch.Path());
     {
@@ -152,7 +154,7 @@ TEST_F(Targa, TellsAFailedReadFromAShorterFile) {
               "Failed to load image: " + std::string(m_scratch.Path()) + "\n");
 }
 
-TEST_F(Targa, ReadsFilesOfOtherPrograms) {
+TEST_F(VImageIOTargaTest, ReadsFilesOfOtherPrograms) {
     for (auto const& [name, depth] : {std::pair{"grey", 8U}, {"colour", 24U}, {"alpha", 32U}}) {
         Pixels expected;
         for (unsigned i = 0; i < 7 * 13; ++i) {
@@ -169,7 +171,7 @@ TEST_F(Targa, ReadsFilesOfOtherPrograms) {
     }
 }
 
-TEST_F(Targa, SavesTheBytesOfTheFormat) {
+TEST_F(VImageIOTargaTest, SavesTheBytesOfTheFormat) {
     Pixels const pixels = {0xFF102030, 0x8040007F, 0x00000000, 0xFFFFFFFF, 0xFE010203, 0x01010001};
     VImage image;
     SetPixels(image, 3, pixels);
@@ -181,21 +183,39 @@ TEST_F(Targa, SavesTheBytesOfTheFormat) {
     EXPECT_EQ(m_scratch.Bytes(), FileOf(fields, top + bottom));
     EXPECT_TRUE(VImageIOTarga(true).SaveImageFromPixelData(image, path, false));
     EXPECT_EQ(m_scratch.Bytes(), BytesOf(IMAGE_TEST_DATA "/saved.tga"));
-    EXPECT_TRUE(VImageIOTarga(true).SaveImageToFile(image, path));
+    EXPECT_TRUE(VImageIOTarga(true, VImageIOTarga::Saving::kReplacing).SaveImageToFile(image, path));
     EXPECT_EQ(m_scratch.Bytes(), FileOf(fields, bottom + top));
     // Upright only when flipped, and multiplied by alpha once more.
     EXPECT_EQ(Load(VImageIOTarga(), path.CString()),
               (Pixels{0xFF0F1F2F, 0x8020003F, 0, 0xFFFEFEFE, 0xFE000102, 0x01000000}));
 
+    // Rows with padding between them.
+    Pixels const padded = {pixels[0], pixels[1], pixels[2], 1, 2, pixels[3], pixels[4], pixels[5]};
+    image.SetImageRef(VBitmapImage::Create(3, 2, 20, nullptr, padded.data(), 40, nullptr));
+    EXPECT_TRUE(VImageIOTarga().SaveImageToFile(image, path));
+    EXPECT_EQ(m_scratch.Bytes(), FileOf(fields, top + bottom));
+
+    // More than is written at a time.
+    Pixels large(40'000);
+    std::iota(large.begin(), large.end(), 0xFE000000U);
+    SetPixels(image, 200, large);
+    EXPECT_TRUE(VImageIOTarga(true).SaveImageToFile(image, path));
+    Bytes const saved = m_scratch.Bytes();
+    for (std::size_t y = 0; y < 200; ++y) {
+        EXPECT_EQ(std::memcmp(&saved[18 + 800 * y], &large[200 * (199 - y)], 800), 0) << y;
+    }
+
+    SetPixels(image, 3, pixels);
     auto const context = VImageIOTarga::CreateARGBBitmapContext(image.ImageRef());
-    ASSERT_TRUE(context && context->DrawImage(*image.ImageRef()));
+    ASSERT_TRUE(context);
+    EXPECT_TRUE(context->DrawImage(*image.ImageRef()));
     EXPECT_EQ(std::memcmp(context->Row(0), "\xFF\x10\x20\x30\x80\x40\x00\x7F", 8), 0);
     EXPECT_FALSE(VImageIOTarga::CreateARGBBitmapContext(nullptr));
     auto const extensions = VObjectRef<VObjectArray>::Adopt(VImageIOTarga().SupportedFileExtensions());
     EXPECT_TRUE(*static_cast<VString*>(extensions->ObjectAtIndex(0)) == "tga");
 }
 
-TEST_F(Targa, SaysWhenItCannotSave) {
+TEST_F(VImageIOTargaTest, SaysWhenItCannotSave) {
     VImage image;
     Pixels const wide(65536);
     EXPECT_FALSE(VImageIOTarga().SaveImageToFile(image, m_scratch.Path()));
@@ -206,6 +226,21 @@ TEST_F(Targa, SaysWhenItCannotSave) {
     for (char const* const path : {"/no/folder.tga", "/dev/full"}) {
         EXPECT_FALSE(VImageIOTarga().SaveImageToFile(image, path)) << path;
     }
+}
+
+TEST_F(VImageIOTargaTest, LosesNoFileWhenItReplacesIt) {
+    VImage image;
+    Pixels const pixels(65536);
+    SetPixels(image, 256, pixels);
+    ASSERT_TRUE(VImageIOTarga().SaveImageToFile(image, m_scratch.Path()));
+    Bytes const before = m_scratch.Bytes();
+    for (auto const saving : {VImageIOTarga::Saving::kReplacing, VImageIOTarga::Saving::kInPlace}) {
+        testing_support::FullDisk const full(100'000);
+        EXPECT_FALSE(VImageIOTarga(true, saving).SaveImageToFile(image, m_scratch.Path()));
+        EXPECT_EQ(m_scratch.Bytes() == before, saving == VImageIOTarga::Saving::kReplacing);
+    }
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(m_scratch.Folder()), {}), 1)
+        << "no temporary file is left";
 }
 
 } // namespace

@@ -17,13 +17,13 @@ namespace {
 
 using namespace image_test;
 
-class Codec : public ImageTest {
+class ImageFileCodecTest : public ImageTest {
   protected:
-    Codec() {
+    ImageFileCodecTest() {
         VImage::ms_cacheEnabled = false;
         testing::internal::CaptureStderr(); // what is said about each file is of no interest here
     }
-    ~Codec() override { testing::internal::GetCapturedStderr(); }
+    ~ImageFileCodecTest() override { testing::internal::GetCapturedStderr(); }
 
     static Pixels LoadFile(bool isPng, std::string const& path) {
         return isPng ? ImageTest::Load(VImageIOPNG(), path.c_str())
@@ -40,7 +40,7 @@ Bytes Picture(std::string const& name) {
 }
 
 // Damaged files are for fuzz.image.
-TEST_F(Codec, ReadsEveryKindOfPictureAndRefusesItCut) {
+TEST_F(ImageFileCodecTest, ReadsEveryKindOfPictureAndRefusesItCut) {
     int count = 0;
     for (auto const& entry : std::filesystem::directory_iterator(IMAGE_TEST_DATA)) {
         std::string const path = entry.path();
@@ -70,7 +70,7 @@ TEST_F(Codec, ReadsEveryKindOfPictureAndRefusesItCut) {
     EXPECT_EQ(count, 32);
 }
 
-TEST_F(Codec, RefusesPngChunksWithAnotherChecksum) {
+TEST_F(ImageFileCodecTest, RefusesPngChunksWithAnotherChecksum) {
     Bytes const whole = Picture("palette-2.png");
     for (char const* const chunk : {"IHDR", "PLTE", "tRNS", "IDAT"}) {
         Bytes damaged = whole;
@@ -81,7 +81,7 @@ TEST_F(Codec, RefusesPngChunksWithAnotherChecksum) {
     }
 }
 
-TEST_F(Codec, RefusesFilesThatFailOrGetShorterWhileTheyAreRead) {
+TEST_F(ImageFileCodecTest, RefusesFilesThatFailOrGetShorterWhileTheyAreRead) {
     for (std::string const name : {"rgb-8.png", "colour.jpg", "colour-progressive.jpg"}) {
         auto const size = static_cast<long>(Picture(name).size());
         for (long readable = 0; readable < size - 2; readable += 1 + size / 20) {
@@ -106,7 +106,7 @@ Bytes WithSize(Bytes jpeg, std::uint32_t width, std::uint32_t height) {
     return jpeg;
 }
 
-TEST_F(Codec, RefusesPicturesBeyondItsLimits) {
+TEST_F(ImageFileCodecTest, RefusesPicturesBeyondItsLimits) {
     struct {
         std::uint32_t width, height;
         bool isAllowed;
@@ -125,7 +125,7 @@ TEST_F(Codec, RefusesPicturesBeyondItsLimits) {
     }
 }
 
-TEST_F(Codec, RefusesAJpegThatPromisesMoreThanItsBytesCanHold) {
+TEST_F(ImageFileCodecTest, RefusesAJpegThatPromisesMoreThanItsBytesCanHold) {
     for (char const* const name : {"grey.jpg", "grey-progressive.jpg"}) {
         Bytes const small = Picture(name);
         EXPECT_EQ(Load(false, WithSize(small, 1024, 1024)).size(), 1024U * 1024U) << "damage that is bridged";
@@ -135,24 +135,37 @@ TEST_F(Codec, RefusesAJpegThatPromisesMoreThanItsBytesCanHold) {
     }
 }
 
-TEST_F(Codec, RefusesAJpegOfTooManyScans) {
-    Bytes const whole = Picture("colour-progressive.jpg");
-    // The last scan of a progressive file, again and again.
-    std::size_t const last = whole.rfind("\xFF\xDA");
-    Bytes const scan = whole.substr(last, whole.size() - 2 - last);
-    auto const repeated = [&](int scans) {
-        Bytes file = whole;
-        for (int i = 0; i < scans; ++i) {
-            file.insert(last, scan);
-        }
-        return file;
-    };
-    constexpr int kScansOfTheFile = 10;
-    EXPECT_FALSE(Load(false, repeated(VImageIOJPEG::kMaxScans - kScansOfTheFile)).empty());
-    EXPECT_TRUE(Load(false, repeated(VImageIOJPEG::kMaxScans - kScansOfTheFile + 1)).empty());
+/// The file with the last of its scans again and again, until it has so many.
+Bytes WithScans(Bytes file, int scans) {
+    std::size_t const last = file.rfind("\xFF\xDA");
+    Bytes const scan = file.substr(last, file.size() - 2 - last);
+    int found = 0;
+    for (std::size_t at = file.find("\xFF\xDA"); at != file.npos; at = file.find("\xFF\xDA", at + 1)) {
+        ++found;
+    }
+    for (; found < scans; ++found) {
+        file.insert(last, scan);
+    }
+    return file;
 }
 
-TEST_F(Codec, OnlyLoadsFiles) {
+TEST_F(ImageFileCodecTest, RefusesAJpegOfTooManyScans) {
+    Bytes const whole = Picture("colour-progressive.jpg");
+    EXPECT_FALSE(Load(false, WithScans(whole, VImageIOJPEG::kMaxScans)).empty());
+    EXPECT_TRUE(Load(false, WithScans(whole, VImageIOJPEG::kMaxScans + 1)).empty());
+    // Of a large picture fewer: the bound is on scans times pixels.
+    Bytes const grey = Picture("grey-progressive.jpg");
+    auto const isRead = [this, &grey](std::uint32_t height, int scans) {
+        Bytes const filler(1 << 16, 'x'); // enough for its size
+        return !Load(false, WithSize(WithScans(grey, scans), 16384, height) + filler).empty();
+    };
+    static_assert(VImageIOJPEG::kMaxScanPixels == 16384ULL * 2048 * VImageIOJPEG::kMaxScans);
+    EXPECT_TRUE(isRead(2048, VImageIOJPEG::kMaxScans));
+    EXPECT_TRUE(isRead(2049, VImageIOJPEG::kMaxScans - 1));
+    EXPECT_FALSE(isRead(2049, VImageIOJPEG::kMaxScans));
+}
+
+TEST_F(ImageFileCodecTest, OnlyLoadsFiles) {
     VImage image;
     EXPECT_FALSE(VImageIOPNG().ConvertDataToImage(VData(100), image));
     EXPECT_FALSE(VImageIOJPEG().SaveImageToFile(image, m_scratch.Path()));
