@@ -112,7 +112,7 @@ class TRecyclePool {
   private:
     static constexpr auto kMagazines = detail::kMagazines<T>;
     static constexpr bool kHasMagazines = !std::is_same_v<decltype(kMagazines), std::nullptr_t const>;
-    /// More than the magazines hold and threads can be about to put into the ring.
+    /// More than all magazines hold.
     static constexpr long kMargin = 4096;
 
     static T* TakeOwn() noexcept {
@@ -146,13 +146,35 @@ class TRecyclePool {
     }
     static bool PutIntoRing(Ring& ring, T* object) {
         if constexpr (kHasMagazines) {
-            auto const capacity = static_cast<long>(ring.Capacity());
-            if (ring.UsedCount() + kMargin >= capacity) {
+            if (IsNearlyFull(ring)) {
                 detail::MutexLock const lock(kMagazines->m_lastRoom);
-                return ring.UsedCount() + kMagazines->CountAtMost() < capacity && ring.PushAdopted(object);
+                return ring.UsedCount() + kMagazines->CountAtMost() < static_cast<long>(ring.Capacity()) &&
+                       ring.PushAdopted(object);
             }
         }
-        return ring.PushAdopted(object);
+        bool const isPut = ring.PushAdopted(object);
+        if constexpr (kHasMagazines) {
+            if (isPut && IsNearlyFull(ring)) { // other threads filled it between the two questions
+                ReleaseSurplus(ring);
+            }
+        }
+        return isPut;
+    }
+    static bool IsNearlyFull(Ring const& ring) noexcept {
+        return ring.UsedCount() + kMargin >= static_cast<long>(ring.Capacity());
+    }
+    /// Takes an object out again if the pool holds too many.
+    static void ReleaseSurplus(Ring& ring) {
+        T* surplus = nullptr;
+        {
+            detail::MutexLock const lock(kMagazines->m_lastRoom);
+            if (ring.UsedCount() + kMagazines->CountAll() > static_cast<long>(ring.Capacity())) {
+                ring.Pop(&surplus);
+            }
+        }
+        if (surplus) {
+            surplus->Release();
+        }
     }
     static void EmptyMagazines() {
         if constexpr (kHasMagazines) {
