@@ -91,6 +91,7 @@
 #include "foundation/persistence/VXMLFileIOTinyXmlFactory.h"
 #include "foundation/persistence/XMLTreeIO.h"
 #include "foundation/strings/HeapBlock.h"
+#include "foundation/strings/InlineBlock.h"
 #include "foundation/strings/VData.h"
 #include "foundation/strings/VString.h"
 #include "foundation/strings/VStringTokenizer.h"
