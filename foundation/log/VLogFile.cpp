@@ -134,8 +134,9 @@ void VLogFile::AddString(char const* line) {
     if (!line) {
         return;
     }
-    bool const written =
-        GetFlushEachLine() ? m_output->WriteThrough(line) : m_output->Enqueue(line) || m_output->Write(line);
+    bool const written = GetFlushEachLine()
+                             ? m_output->WriteThrough(line)
+                             : m_output->Enqueue(line, GetFullQueueWait()) || m_output->Write(line);
     if (!written) {
         VLog::AddString(line); // closed in the meantime
     }

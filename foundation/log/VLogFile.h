@@ -30,8 +30,8 @@ class ThreadPresence;
 /// buffer until the file is closed or the process ends. When a process crashes, lines that are still queued or
 /// in the buffer are lost, unless `SetFlushEachLine` was called.
 ///
-/// Failures: `DroppedLines` counts the lines that found the queue of `kQueueCapacity` lines full, no memory,
-/// no way past a stuck thread, or no space on the disk. A line that the disk took only in part is cut off
+/// Failures: `DroppedLines` counts the lines that found the queue of `kQueueCapacity` lines full (unless
+/// `SetFullQueueWait` lets them wait), no memory, no way past a stuck thread, or no space on the disk. A line that the disk took only in part is cut off
 /// again.
 ///
 /// The thread gathers lines for some milliseconds, unless the queue fills up, which costs about 1 % of a core
@@ -99,6 +99,14 @@ class VLogFile : public Registered<VLogFile, VLog> {
     bool GetFlushEachLine() const noexcept { return m_flushEachLine.load(std::memory_order_relaxed); }
     void SetFlushEachLine(bool flush) noexcept { m_flushEachLine.store(flush, std::memory_order_relaxed); }
 
+    /// How many milliseconds a line waits for room when it finds the queue full, before it is dropped; 0, the value at
+    /// first, and less do not wait. The wait holds no lock of the log and ends when the writer thread is told to stop;
+    /// the line is then written directly. The writer thread itself never waits.
+    long GetFullQueueWait() const noexcept { return m_fullQueueWait.load(std::memory_order_relaxed); }
+    void SetFullQueueWait(long milliseconds) noexcept {
+        m_fullQueueWait.store(milliseconds, std::memory_order_relaxed);
+    }
+
     /// A setting for subclasses; 1 at first. The library does not read it.
     long GetFileSetting() const noexcept { return m_setting; }
     void SetFileSetting(long setting) noexcept { m_setting = narrow_cast<std::int32_t>(setting); }
@@ -143,6 +151,7 @@ class VLogFile : public Registered<VLogFile, VLog> {
     std::atomic<VThread::ThreadID> m_opener{};
     std::int32_t m_setting = 1;
     std::atomic<bool> m_flushEachLine{false};
+    std::atomic<long> m_fullQueueWait{0};
     detail::Mutex m_threadLock;
     WriterHandle m_writer VFOUNDATION_GUARDED_BY(m_threadLock);
     std::shared_ptr<LogFileOutput> const m_output;

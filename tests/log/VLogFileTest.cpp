@@ -372,8 +372,33 @@ class VLogFileStuck : public testing::Test {
 };
 
 TEST_F(VLogFileStuck, LosesNothingThatItAccepted) {
-    auto const reading = std::async(std::launch::async, [this] { ReadAll(); });
+    m_log->SetFullQueueWait(1);
+    m_log->AddString("dropped\n"); // after the wait
+    EXPECT_EQ(m_log->DroppedLines(), m_dropped + 1);
+    m_log->SetFullQueueWait(60'000);
+    std::future<void> reading;
+    ExpectWaits(
+        [this] {
+            Numbered(m_added, m_added + 1, m_log.Get());
+            return ++m_added > 0;
+        },
+        [&] { reading = std::async(std::launch::async, [this] { ReadAll(); }); });
+    EXPECT_EQ(m_log->DroppedLines(), m_dropped + 1);
     EXPECT_TRUE(m_log->ShutdownLoggingThread());
+    EXPECT_TRUE(m_log->Close());
+}
+
+TEST_F(VLogFileStuck, KeepsNoLineWaitingOnceItsShutDownHasBegun) {
+    m_log->SetFullQueueWait(600'000);
+    std::future<bool> stopping;
+    ExpectWaits([this] { return m_log->AddString("direct\n"), true; },
+                [&] {
+                    stopping =
+                        std::async(std::launch::async, [this] { return m_log->ShutdownLoggingThread(); });
+                });
+    EXPECT_EQ(m_log->DroppedLines(), m_dropped + 1) << "no way past the thread";
+    auto const reading = std::async(std::launch::async, [this] { ReadAll(); });
+    EXPECT_TRUE(stopping.get());
     EXPECT_TRUE(m_log->Close());
 }
 
