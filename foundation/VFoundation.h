@@ -47,6 +47,7 @@
 #include "foundation/image/VImageIOJPEG.h"
 #include "foundation/image/VImageIOPNG.h"
 #include "foundation/image/VImageIOTarga.h"
+#include "foundation/log/VContextTrace.h"
 #include "foundation/log/VLog.h"
 #include "foundation/log/VLogContext.h"
 #include "foundation/log/VLogFile.h"

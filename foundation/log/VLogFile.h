@@ -83,6 +83,17 @@ class VLogFile : public Registered<VLogFile, VLog> {
 
     void AddString(char const* line) override;
 
+    /// When the file is put aside for a fresh one, which begins with the date and time again.
+    struct Rotation {
+        long long bytes = 0; // once it has at least so many, before the next line; 0: whatever its size
+        bool daily = false;  // with the first line of each day, local time
+        int kept = 5;        // files put aside: "<path>.1", the last one, to "<path>.<kept>"; 1 to 1000
+    };
+    /// May be called at any time; off at first. A file that cannot be put aside, or is no regular one, goes on, until the
+    /// next time. Of processes that share a file only one may do this. False, and nothing changed, while a stuck thread
+    /// holds the file.
+    bool SetRotation(Rotation const& rotation);
+
     /// Starts the writer thread. False when there is one already, also one that was given up and still runs,
     /// and when the system refuses. Without memory it throws, and there is no thread.
     bool StartLoggingThread();

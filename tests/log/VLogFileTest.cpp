@@ -22,6 +22,18 @@
 #include <thread>
 
 namespace {
+std::time_t s_laterBy = 0;
+} // namespace
+
+/// Stands before the system's, so that the next day comes when a test says so.
+extern "C" std::time_t time(std::time_t* result) noexcept {
+    timespec now{};
+    ::clock_gettime(CLOCK_REALTIME, &now);
+    std::time_t const time = now.tv_sec + s_laterBy;
+    return result ? *result = time : time;
+}
+
+namespace {
 
 using namespace VFoundation;
 using namespace testing_support;
@@ -280,6 +292,46 @@ TEST(VLogFile, CountsTheLinesThatTheDiskRefuses) {
     EXPECT_EQ(text, Numbered(0, static_cast<int>(written - 1)) + "space\n");
     EXPECT_EQ(written + log->DroppedLines(), 3002);
     EXPECT_GT(text.size(), kSpace - 50);
+}
+
+TEST(VLogFile, PutsItsFileAsideBySizeAndByDay) {
+    ScratchFile const file;
+    auto const aside = [&](int number) { return BytesOf(file.Path() + ("." + std::to_string(number))); };
+    for (bool const threaded : {false, true}) {
+        auto const log = NewLog(file.Path());
+        EXPECT_TRUE(log->SetRotation({100, false, 2}));
+        EXPECT_EQ(threaded && log->StartLoggingThread(), threaded);
+        Numbered(10, 60, log.Get()); // 8 bytes each, 10 to a file
+        EXPECT_TRUE(log->ShutdownLoggingThread());
+        EXPECT_TRUE(log->Close());
+        EXPECT_EQ(AfterTheDate(file.Bytes()), Numbered(50, 60));
+        EXPECT_EQ(AfterTheDate(aside(1)), Numbered(40, 50));
+        EXPECT_EQ(AfterTheDate(aside(2)), Numbered(30, 40));
+        EXPECT_FALSE(std::filesystem::exists(file.Path() + std::string(".3")));
+    }
+    auto const log = NewLog(file.Path());
+    log->SetRotation({0, true});
+    log->AddString("today\n");
+    s_laterBy = 24L * 60 * 60;
+    log->AddString("tomorrow\n");
+    EXPECT_TRUE(log->Close());
+    s_laterBy = 0;
+    EXPECT_EQ(AfterTheDate(file.Bytes()), "tomorrow\n");
+    EXPECT_EQ(AfterTheDate(aside(1)), "today\n");
+}
+
+TEST(VLogFile, GoesOnWithAFileThatCannotBePutAside) {
+    ScratchFile const file;
+    std::filesystem::create_directories(file.Path() + std::string(".1/full"));
+    auto const log = NewLog(file.Path());
+    log->SetRotation({40, false, 1});
+    std::string const lines = Numbered(0, 50, log.Get());
+    EXPECT_TRUE(log->Close());
+    EXPECT_EQ(AfterTheDate(file.Bytes()), lines);
+    auto const device = NewLog("/dev/null");
+    device->SetRotation({1, true, 1});
+    Numbered(0, 3, device.Get());
+    EXPECT_FALSE(std::filesystem::exists("/dev/null.1"));
 }
 
 TEST(VLogFile, FlushesEachLineWhenToldTo) {

@@ -2,11 +2,13 @@
 
 #include "foundation/core/VException.h"
 #include "foundation/core/VObjectRef.h"
+#include "foundation/host/internal/LocalTime.h"
 #include "foundation/log/VLogFile.h"
 #include "foundation/threads/internal/Futex.h"
 #include "foundation/threads/internal/WithoutThrowing.h"
 
 #include <cstring>
+#include <ctime>
 
 namespace VFoundation {
 
@@ -102,7 +104,11 @@ bool LogFileOutput::OpenFile(char const* path) {
     if (!file) {
         return false;
     }
+    if (!WithoutThrowing([&] { m_path = path; })) {
+        return false;
+    }
     bool const opened = m_file.Open(path);
+    m_rotation.Begin(0);
     SetCondition(kFileOpen, opened);
     return opened;
 }
@@ -131,13 +137,13 @@ bool LogFileOutput::WithFile(Action action) {
 }
 
 bool LogFileOutput::Write(char const* line) {
-    return WithFile([&] { m_file.Put(line); });
+    return WithFile([&] { PutLine(line); });
 }
 
 bool LogFileOutput::WriteThrough(char const* line) {
     return WithFile([&] {
         PutAllQueuedLines();
-        m_file.Put(line);
+        PutLine(line);
         m_file.Flush();
     });
 }
@@ -146,6 +152,40 @@ void LogFileOutput::Flush() {
     if (FileScope const file(this, FilePatience()); file && m_file.IsOpen()) {
         m_file.Flush();
     }
+}
+
+bool LogFileOutput::SetRotation(VLogFile::Rotation const& rotation) {
+    FileScope const file(this, FilePatience());
+    if (file) {
+        m_rotation.Set(rotation);
+        m_rotation.Begin(0);
+    }
+    return static_cast<bool>(file);
+}
+
+/// The file is held.
+void LogFileOutput::PutLine(char const* line) {
+    if (m_rotation.IsDue(m_file.Size())) {
+        bool isFresh = false;
+        WithoutThrowing([&] { isFresh = BeginFreshFile(); });
+        m_rotation.Begin(isFresh ? 0 : m_file.Size());
+    }
+    m_file.Put(line);
+}
+
+/// False when the old one goes on.
+bool LogFileOutput::BeginFreshFile() {
+    if (!m_rotation.PutAside(m_path.c_str())) {
+        return false;
+    }
+    if (!m_file.Replace(m_path.c_str())) {
+        m_rotation.TakeBack(m_path.c_str());
+        return false;
+    }
+    char date[kLocalTimeTextSize];
+    FormatLocalTime(static_cast<long long>(std::time(nullptr)), date);
+    m_file.Put(date);
+    return true;
 }
 
 // The queue
@@ -227,7 +267,7 @@ long LogFileOutput::PutQueuedLines() {
     long count = 0;
     VString* line = nullptr;
     while (count < kBatch && m_file.IsOpen() && queue && queue->Pop(&line)) {
-        m_file.Put(VObjectRef<VString>::Adopt(line)->CString());
+        PutLine(VObjectRef<VString>::Adopt(line)->CString());
         ++count;
     }
     if (count > 0) {

@@ -3,6 +3,7 @@
 #include "foundation/containers/VObjectRingBufferTmpl.h"
 #include "foundation/core/Mutex.h"
 #include "foundation/log/internal/LineFile.h"
+#include "foundation/log/internal/LogRotation.h"
 #include "foundation/strings/VString.h"
 #include "foundation/threads/VLock.h"
 #include "foundation/threads/VSemaphore.h"
@@ -12,6 +13,7 @@
 
 #include <atomic>
 #include <cstdint>
+#include <string>
 
 namespace VFoundation {
 
@@ -50,6 +52,8 @@ class LogFileOutput {
     /// False when lines are not queued now. A line that finds no memory is dropped, and one that finds the queue full
     /// when there is no room within so many milliseconds.
     bool Enqueue(char const* line, long milliseconds);
+    /// False when a stuck writer holds the file.
+    bool SetRotation(VLogFile::Rotation const& rotation);
     /// Hands what was written directly to the system.
     void Flush();
 
@@ -101,6 +105,8 @@ class LogFileOutput {
     ePush Push(VString* line);
     ePush PushWhenThereIsRoom(VString* line, long milliseconds);
     void TellOfRoom() noexcept;
+    void PutLine(char const* line);
+    bool BeginFreshFile();
     long PutQueuedLines();
     void PutAllQueuedLines();
     long Drain();
@@ -117,6 +123,8 @@ class LogFileOutput {
 
     VLock m_fileLock; // the file, and taking lines from the queue
     LineFile m_file;
+    std::string m_path;
+    LogRotation m_rotation;
     std::atomic<long> m_waitingForFile{0}; // threads, without the writer
     bool m_isHeldForFork = false;          // the file, by the thread that forks
 
