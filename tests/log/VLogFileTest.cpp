@@ -429,12 +429,9 @@ TEST_F(VLogFileStuck, LosesNothingThatItAccepted) {
     EXPECT_EQ(m_log->DroppedLines(), m_dropped + 1);
     m_log->SetFullQueueWait(60'000);
     std::future<void> reading;
-    ExpectWaits(
-        [this] {
-            Numbered(m_added, m_added + 1, m_log.Get());
-            return ++m_added > 0;
-        },
-        [&] { reading = std::async(std::launch::async, [this] { ReadAll(); }); });
+    int const number = m_added++;
+    ExpectWaits([&] { return !Numbered(number, number + 1, m_log.Get()).empty(); },
+                [&] { reading = std::async(std::launch::async, [this] { ReadAll(); }); });
     EXPECT_EQ(m_log->DroppedLines(), m_dropped + 1);
     EXPECT_TRUE(m_log->ShutdownLoggingThread());
     EXPECT_TRUE(m_log->Close());
