@@ -3,6 +3,7 @@
 #include "foundation/core/Registered.h"
 
 #include <cstdio>
+#include <string>
 
 namespace VFoundation {
 
@@ -37,10 +38,15 @@ class VFile : public Registered<VFile, VObject> {
     static VObject* New() { return nullptr; }
     static void InitializeClass() {}
 
-    /// False when the file cannot be opened, or when one is open already, which stays.
+    /// False when the file cannot be opened (see `ErrorDescription`), or when one is open already, which stays.
     bool OpenForReading(VString const& path);
     /// The bytes read, fewer than `count` at the end of the file and when reading fails (see `ReadError`).
     unsigned long ReadBytes(void* buffer, unsigned long count);
+
+    /// Why the last `OpenForReading` failed, else the first `ReadBytes` that failed since, with the path, the offset and
+    /// the system's reason, as in "cannot open a/b: No such file or directory"; empty when nothing failed. Without
+    /// memory `std::bad_alloc`.
+    VString ErrorDescription() const;
 
     /// The length in bytes; the position stays.
     virtual long GetLength();
@@ -67,6 +73,9 @@ class VFile : public Registered<VFile, VObject> {
   private:
     std::FILE* m_stream = nullptr;
     int m_readError = 0;
+    int m_openError = 0;
+    long m_errorOffset = 0;
+    std::string m_path; // of the last file; empty when memory ran out
 };
 
 } // namespace VFoundation

@@ -15,7 +15,7 @@ namespace {
 
 using namespace testing_support;
 
-using FileReplacer = XMLTest;
+using FileReplacer = XMLBackEndTest;
 
 bool s_diskFails = false;
 
@@ -56,7 +56,9 @@ bool SucceedsAsNobody(std::function<bool()> const& work) {
     return status == 0;
 }
 
-TEST_F(FileReplacer, SavingKeepsWhatTheFileIs) {
+ON_EACH_BACK_END(FileReplacer);
+
+TEST_P(FileReplacer, SavingKeepsWhatTheFileIs) {
     ::mode_t const mask = ::umask(027);
     EXPECT_TRUE(Save(Path("file"), 1, 'a'));
     ::umask(mask);
@@ -74,7 +76,7 @@ TEST_F(FileReplacer, SavingKeepsWhatTheFileIs) {
     EXPECT_EQ(Entries(), 4) << "no temporary file stays";
 }
 
-TEST_F(FileReplacer, AFailedSaveLeavesTheOldDocumentAndNothingElse) {
+TEST_P(FileReplacer, AFailedSaveLeavesTheOldDocumentAndNothingElse) {
     std::filesystem::create_symlink("file", Path("link"));
     std::filesystem::create_symlink("never", Path("dangling"));
     std::string const longest(255, 'n');
@@ -93,7 +95,7 @@ TEST_F(FileReplacer, AFailedSaveLeavesTheOldDocumentAndNothingElse) {
     EXPECT_EQ(Entries(), 4) << "no temporary file stays";
 }
 
-TEST_F(FileReplacer, SavingFailsWhereItCannotWrite) {
+TEST_P(FileReplacer, SavingFailsWhereItCannotWrite) {
     ASSERT_EQ(::mkfifo(Path("pipe").c_str(), 0600), 0);
     for (char const* const name : {"pipe", ".", "no/such/folder", "/dev/full"}) { // the pipe has no reader
         EXPECT_FALSE(Save((m_folder / name).string(), 1, 'a')) << name;
@@ -117,7 +119,7 @@ TEST_F(FileReplacer, SavingFailsWhereItCannotWrite) {
     EXPECT_TRUE(BytesOf(Path("small")).ends_with("b</VString>\n</R>\n")) << "what was longer is cut";
 }
 
-TEST_F(FileReplacer, SavingRespectsPermissions) {
+TEST_P(FileReplacer, SavingRespectsPermissions) {
     ASSERT_TRUE(Save(Path("readOnly"), 1, 'a'));
     ASSERT_TRUE(Save(Path("writable"), 1, 'a'));
     std::string const before = BytesOf(Path("readOnly"));
@@ -132,7 +134,7 @@ TEST_F(FileReplacer, SavingRespectsPermissions) {
     EXPECT_FALSE(SucceedsAsNobody([&] { return Save(Path("another"), 1, 'b'); }));
 }
 
-TEST_F(FileReplacer, AKilledSaveLeavesAWholeDocument) {
+TEST_P(FileReplacer, AKilledSaveLeavesAWholeDocument) {
     constexpr int kItems = 2000;
     std::string const path = Path("link");
     std::filesystem::create_symlink("document", path);
@@ -164,7 +166,7 @@ TEST_F(FileReplacer, AKilledSaveLeavesAWholeDocument) {
     }
 }
 
-TEST_F(FileReplacer, SavesAllOrNothingWhenMemoryRunsOut) {
+TEST_P(FileReplacer, SavesAllOrNothingWhenMemoryRunsOut) {
     std::string const path = Path("file");
     VString const text(std::string(100, 'b').c_str());
     ASSERT_TRUE(Save(path, 1, 'b'));
@@ -186,7 +188,7 @@ TEST_F(FileReplacer, SavesAllOrNothingWhenMemoryRunsOut) {
     });
 }
 
-TEST_F(FileReplacer, ADocumentIsDroppedWhenAnObjectThrows) {
+TEST_P(FileReplacer, ADocumentIsDroppedWhenAnObjectThrows) {
     struct Throws : VString {
         bool SerializeAsXML(VXMLFile& file) override {
             file.WriteAttribute("half", 1);
@@ -206,7 +208,7 @@ TEST_F(FileReplacer, ADocumentIsDroppedWhenAnObjectThrows) {
     EXPECT_EQ(BytesOf(Path("file")), before) << "half an object is not saved";
 }
 
-TEST_F(FileReplacer, ADocumentIsSavedAtItsEndUnlessItWasDropped) {
+TEST_P(FileReplacer, ADocumentIsSavedAtItsEndUnlessItWasDropped) {
     {
         VXMLFile file;
         VString text("before");

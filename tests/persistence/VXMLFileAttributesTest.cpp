@@ -16,7 +16,7 @@ namespace {
 
 using namespace testing_support;
 
-using XMLFileAttributes = XMLTest;
+using XMLFileAttributes = XMLBackEndTest;
 
 template <class T>
 class XMLFileTypedAttributes : public XMLTest {};
@@ -41,7 +41,9 @@ TYPED_TEST(XMLFileTypedAttributes, KeepsItsExtremes) {
     }
 }
 
-TEST_F(XMLFileAttributes, WritesAttributesInFixedFormsWhateverTheLocale) {
+ON_EACH_BACK_END(XMLFileAttributes);
+
+TEST_P(XMLFileAttributes, WritesAttributesInFixedFormsWhateverTheLocale) {
     // What localedef makes of LC_NUMERIC for German, so that no locale has to be installed.
     constexpr std::string_view kGerman{"\x14\x11\x03\x20\6\0\0\0 \0\0\0\"\0\0\0$\0\0\0(\0\0\0,\0\0\0"
                                        "0\0\0\0,\0.\0\3\3\0\0,\0\0\0.\0\0\0ISO-8859-1",
@@ -70,7 +72,7 @@ TEST_F(XMLFileAttributes, WritesAttributesInFixedFormsWhateverTheLocale) {
     ::unsetenv("LOCPATH");
 }
 
-TEST_F(XMLFileAttributes, ReadsNumbersHoweverTheyAreWritten) {
+TEST_P(XMLFileAttributes, ReadsNumbersHoweverTheyAreWritten) {
     std::istringstream cases(BytesOf(PERSISTENCE_TEST_DATA "/numbers.txt")); // text, long, long long, double
     std::string text;
     for (std::string expected; std::getline(cases, text, '|') && std::getline(cases, expected);) {
@@ -101,7 +103,7 @@ TEST_F(XMLFileAttributes, ReadsNumbersHoweverTheyAreWritten) {
     EXPECT_EQ(narrowed, 4464) << "keeps the low bits";
 }
 
-TEST_F(XMLFileAttributes, DefaultsAreNotWritten) {
+TEST_P(XMLFileAttributes, DefaultsAreNotWritten) {
     char const* const names[] = {"zero", "one", "two"};
     VString text("d");
     int index = 1;
@@ -140,7 +142,7 @@ TEST_F(XMLFileAttributes, DefaultsAreNotWritten) {
     EXPECT_EQ(flags, 2U);
 }
 
-TEST_F(XMLFileAttributes, KeepsGeometry) {
+TEST_P(XMLFileAttributes, KeepsGeometry) {
     SPoint point{std::numeric_limits<int>::min(), 7};
     SRect rect{1, 2, 3, point.x};
     Document file(Saved([&](VXMLFile& saving) {
@@ -157,7 +159,7 @@ TEST_F(XMLFileAttributes, KeepsGeometry) {
     EXPECT_FALSE(file.ReadRectAttribute("p", readRect));
 }
 
-TEST_F(XMLFileAttributes, KeepsColoursInAttributesAndChildren) {
+TEST_P(XMLFileAttributes, KeepsColoursInAttributesAndChildren) {
     SColour colour(1, 2, 3, 4);
     SColour const fallback(9, 8, 7, 6);
     EXPECT_EQ(Saved([&](VXMLFile& file) {
@@ -181,7 +183,7 @@ TEST_F(XMLFileAttributes, KeepsColoursInAttributesAndChildren) {
     }
 }
 
-TEST_F(XMLFileAttributes, NamesImagesByTheirFile) {
+TEST_P(XMLFileAttributes, NamesImagesByTheirFile) {
     std::string const picture = PERSISTENCE_TEST_DATA "/../image/saved.tga";
     Document file("<R a='" + picture + "' b='missing.tga' c=''/>");
     VImage* image = VImage::New();

@@ -33,7 +33,7 @@ class AnAbstract : public Registered<AnAbstract, APlace> {
     static constexpr bool kIsAbstract = true;
 };
 
-class XMLFileObjects : public XMLTest {
+class XMLFileObjects : public XMLBackEndTest {
   protected:
     XMLFileObjects() {
         AnAbstract::TheClass();
@@ -46,7 +46,9 @@ VObjectRef<VObjectArray> NewArray() {
     return VObjectRef<VObjectArray>::Adopt(VObjectArray::NewObjectArray());
 }
 
-TEST_F(XMLFileObjects, HasAFixedForm) {
+ON_EACH_BACK_END(XMLFileObjects);
+
+TEST_P(XMLFileObjects, HasAFixedForm) {
     APlace place(nullptr, 10);
     VString const hello("hello");
     VString const sentence("more than ten characters");
@@ -79,7 +81,7 @@ TEST_F(XMLFileObjects, HasAFixedForm) {
     EXPECT_EQ(Log(), "");
 }
 
-TEST_F(XMLFileObjects, IsFoundByClassAndName) {
+TEST_P(XMLFileObjects, IsFoundByClassAndName) {
     Document file(
         "<R><Unknown name='a'/><APlace name='a' x='1'/><APlace x='2' name='B'/><Old name='c' x='3'/>"
         "<any class='APlace' name='d' x='4'/><APlace class='Unknown' name='e' x='5'/>"
@@ -110,7 +112,7 @@ TEST_F(XMLFileObjects, IsFoundByClassAndName) {
     EXPECT_TRUE(Document("<R><VXMLFile/></R>").ReadObject(nullptr, file));
 }
 
-TEST_F(XMLFileObjects, ArraysSkipWhatTheyDoNotKnow) {
+TEST_P(XMLFileObjects, ArraysSkipWhatTheyDoNotKnow) {
     Document file("<R><VObjectArray><VString string='a'/>text<Unknown/><AnAbstract/>"
                   "<X class='VString' string='b'/></VObjectArray></R>");
     auto const array = NewArray();
@@ -128,7 +130,7 @@ TEST_F(XMLFileObjects, ArraysSkipWhatTheyDoNotKnow) {
     EXPECT_EQ(ACounted::ms_alive, 0);
 }
 
-TEST_F(XMLFileObjects, NestsAsDeepAsDocumentsMay) {
+TEST_P(XMLFileObjects, NestsAsDeepAsDocumentsMay) {
     auto const array = NewArray();
     array->AddObject(array.Get());
     array->AddObject(array.Get());
@@ -145,7 +147,7 @@ TEST_F(XMLFileObjects, NestsAsDeepAsDocumentsMay) {
     EXPECT_EQ(array->Count(), 1);
 }
 
-TEST_F(XMLFileObjects, MayNameAnyRegisteredClass) {
+TEST_P(XMLFileObjects, MayNameAnyRegisteredClass) {
     InitializeLibrary(false);
     auto const classes = VObjectRef<VPtrArray>::Adopt(VObject::TheClass()->SubClassesArray());
     std::string elements;
@@ -159,7 +161,7 @@ TEST_F(XMLFileObjects, MayNameAnyRegisteredClass) {
     EXPECT_GT(array->Count(), 30);
 }
 
-TEST_F(XMLFileObjects, DocumentsOfSeveralThreadsDoNotMeet) {
+TEST_P(XMLFileObjects, DocumentsOfSeveralThreadsDoNotMeet) {
     std::vector<std::thread> threads;
     for (int red = 0; red < 4; ++red) {
         threads.emplace_back([red] {
@@ -177,7 +179,7 @@ TEST_F(XMLFileObjects, DocumentsOfSeveralThreadsDoNotMeet) {
     }
 }
 
-TEST_F(XMLFileObjects, OfOlderFilesAreRead) {
+TEST_P(XMLFileObjects, OfOlderFilesAreRead) {
     Document file(BytesOf(PERSISTENCE_TEST_DATA "/older-dictionary.xml"), "Settings");
     VDictionary prefs;
     ASSERT_TRUE(file.ReadObject("prefs", prefs));

@@ -8,7 +8,7 @@ namespace {
 
 using namespace testing_support;
 
-using XMLFile = XMLTest;
+using XMLFile = XMLBackEndTest;
 
 constexpr char kDocument[] =
     "<R><A n='1' name='x'/>text<B><C/></B><a n='2' name='Y'/><!-- c --><A n='3'/>more</R>";
@@ -18,7 +18,9 @@ std::string Attribute(VXMLFile& file) {
     return file.ReadAttribute("n", value) ? value : "-";
 }
 
-TEST_F(XMLFile, MovesOverElementsByNameWithoutRegardToCase) {
+ON_EACH_BACK_END(XMLFile);
+
+TEST_P(XMLFile, MovesOverElementsByNameWithoutRegardToCase) {
     Document file(kDocument);
     EXPECT_FALSE(file.OpenFirstChildElement("Z"));
     EXPECT_STREQ(file.GetNodeName(), "R") << "the cursor stays where nothing is found";
@@ -37,7 +39,7 @@ TEST_F(XMLFile, MovesOverElementsByNameWithoutRegardToCase) {
     EXPECT_STREQ(file.GetNodeName(), "R") << "back at the parent";
 }
 
-TEST_F(XMLFile, StaysOpenWithAnotherRoot) {
+TEST_P(XMLFile, StaysOpenWithAnotherRoot) {
     VXMLFile file;
     EXPECT_FALSE(Load(file, kDocument, "Other"));
     EXPECT_STREQ(file.GetErrorStr(), "Parsing failure");
@@ -53,7 +55,7 @@ TEST_F(XMLFile, StaysOpenWithAnotherRoot) {
     EXPECT_EQ(Entries(), 0);
 }
 
-TEST_F(XMLFile, MovesOverEveryKindOfNode) {
+TEST_P(XMLFile, MovesOverEveryKindOfNode) {
     Document file(kDocument);
     std::string kinds;
     EXPECT_TRUE(file.OpenChildren());
@@ -83,7 +85,7 @@ TEST_F(XMLFile, MovesOverEveryKindOfNode) {
     EXPECT_FALSE(file.CloseChild());
 }
 
-TEST_F(XMLFile, BuildsWhatTheCursorIsToldTo) {
+TEST_P(XMLFile, BuildsWhatTheCursorIsToldTo) {
     VXMLFile file;
     ASSERT_TRUE(file.OpenFileForWrite(Path("f").c_str(), "R"));
     EXPECT_TRUE(file.OpenChildren());
@@ -106,7 +108,7 @@ TEST_F(XMLFile, BuildsWhatTheCursorIsToldTo) {
     EXPECT_EQ(file.GetMode(), IXMLFileIO::kNoDocument);
 }
 
-TEST_F(XMLFile, SavesNothingOfADocumentThatLostSomething) {
+TEST_P(XMLFile, SavesNothingOfADocumentThatLostSomething) {
     auto const fill = [](VXMLFile& file, int levels, int attributes) {
         while (file.GetLevel() < levels && file.OpenFirstChildElement("e")) {
         }
@@ -134,7 +136,7 @@ TEST_F(XMLFile, SavesNothingOfADocumentThatLostSomething) {
     }
 }
 
-TEST_F(XMLFile, WorksWithoutABackEnd) {
+TEST_P(XMLFile, WorksWithoutABackEnd) {
     struct NoBackEnds : IXMLFileIOFactory {
         IXMLFileIO* New() override { return nullptr; }
     };

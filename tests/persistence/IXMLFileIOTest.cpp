@@ -9,9 +9,11 @@ namespace {
 
 using namespace testing_support;
 
-using XMLFileIOTinyXml = XMLTest;
+using XMLFileIO = XMLBackEndTest;
 
-TEST_F(XMLFileIOTinyXml, KeepsTextsBesideOtherNodes) {
+ON_EACH_BACK_END(XMLFileIO);
+
+TEST_P(XMLFileIO, KeepsTextsBesideOtherNodes) {
     std::string everyByte(255, '\0');
     std::iota(everyByte.begin(), everyByte.end(), '\1');
     std::string const texts[] = {"one", "two & \xE9\x01", "   ", " \n ", everyByte, std::string(100000, 'x')};
@@ -36,7 +38,7 @@ TEST_F(XMLFileIOTinyXml, KeepsTextsBesideOtherNodes) {
     EXPECT_EQ(read, everyByte);
 }
 
-TEST_F(XMLFileIOTinyXml, WritesReferencesWhereCDataCannotStand) {
+TEST_P(XMLFileIO, WritesReferencesWhereCDataCannotStand) {
     EXPECT_EQ(Saved([](VXMLFile& file) {
                   EXPECT_TRUE(file.OpenFirstChildText());
                   EXPECT_TRUE(file.WriteText("a]]>b\r"));
@@ -48,7 +50,7 @@ TEST_F(XMLFileIOTinyXml, WritesReferencesWhereCDataCannotStand) {
               "<R>a]]&gt;b&#x0D;<E>&lt;]]&gt;</E></R>");
 }
 
-TEST_F(XMLFileIOTinyXml, ReadsWhatOthersWrote) {
+TEST_P(XMLFileIO, ReadsWhatOthersWrote) {
     std::pair<char const*, char const*> const cases[] = {
         {"\xEF\xBB\xBF<?xml version='1.0'?>\n<R><T>\xC3\xA9&#xE9;&#8364;</T></R>\n",
          "\xC3\xA9\xC3\xA9\xE2\x82\xAC"},
@@ -79,7 +81,7 @@ TEST_F(XMLFileIOTinyXml, ReadsWhatOthersWrote) {
     EXPECT_EQ(read, "a\nb\nc\r") << "line ends of files become line feeds";
 }
 
-TEST_F(XMLFileIOTinyXml, RefusesWhatIsNotOneWellFormedDocument) {
+TEST_P(XMLFileIO, RefusesWhatIsNotOneWellFormedDocument) {
     VXMLFile file;
     std::istringstream documents(BytesOf(PERSISTENCE_TEST_DATA "/malformed.txt")); // one a line
     int count = 0;
@@ -93,7 +95,7 @@ TEST_F(XMLFileIOTinyXml, RefusesWhatIsNotOneWellFormedDocument) {
     EXPECT_TRUE(Load(file, std::string("<R/>\0\0", 6))) << "a terminator that was counted";
 }
 
-TEST_F(XMLFileIOTinyXml, BoundsWhatItReads) {
+TEST_P(XMLFileIO, BoundsWhatItReads) {
     VXMLFile file;
     for (int const tooMany : {IXMLFileIO::kMaxNesting + 1, IXMLFileIO::kMaxAttributes + 1, 100000}) {
         std::string starts;
@@ -112,7 +114,7 @@ TEST_F(XMLFileIOTinyXml, BoundsWhatItReads) {
     EXPECT_FALSE(file.LoadFile("", &byte, IXMLFileIO::kMaxTextSize + 1, "R"));
 }
 
-TEST_F(XMLFileIOTinyXml, ReadsRegularFilesOnly) {
+TEST_P(XMLFileIO, ReadsRegularFilesOnly) {
     ASSERT_EQ(::mkfifo(Path("pipe").c_str(), 0600), 0);
     std::filesystem::create_symlink(Path("file"), Path("link"));
     std::ofstream(Path("huge"));
