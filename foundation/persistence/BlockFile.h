@@ -55,6 +55,14 @@ class BlockFile {
     std::size_t Buffered() const noexcept {
         return m_dataEnd > m_cursor ? static_cast<std::size_t>(m_dataEnd - m_cursor) : 0;
     }
+    /// Bytes that `Take` may still give.
+    std::size_t WindowLeft() const noexcept {
+        return m_windowEnd > m_cursor ? static_cast<std::size_t>(m_windowEnd - m_cursor) : 0;
+    }
+    /// Bytes that `Put` may still take.
+    std::size_t RoomLeft() const noexcept {
+        return m_roomEnd > m_cursor ? static_cast<std::size_t>(m_roomEnd - m_cursor) : 0;
+    }
     /// Lets `Take` give at most `limit` bytes from here.
     void OpenWindow(std::size_t limit) noexcept;
     std::size_t TakenFromWindow() const noexcept {

@@ -93,6 +93,32 @@ class IAIFile {
         return *this;
     }
 
+    /// `count` values one after another, exactly as by `<<` and `>>` for each, but by whole blocks.
+    template <FileType T>
+    IAIFile& WriteValues(T const* values, unsigned long count) {
+        for (unsigned long done = 0; done < count; ++done) {
+            if constexpr (kIsStoredAsIs<T>) {
+                done += WriteBlock(values + done, count - done, sizeof(T));
+            }
+            if (done < count) {
+                *this << values[done];
+            }
+        }
+        return *this;
+    }
+    template <FileType T>
+    IAIFile& ReadValues(T* values, unsigned long count) {
+        for (unsigned long done = 0; done < count; ++done) {
+            if constexpr (kIsStoredAsIs<T>) {
+                done += ReadBlock(values + done, count - done, sizeof(T), kReadRule<T>);
+            }
+            if (done < count) {
+                *this >> values[done];
+            }
+        }
+        return *this;
+    }
+
     /// A string after its 16-bit length. Null writes an empty string; text is cut after 65 534 bytes.
     virtual IAIFile& operator<<(char const* text) = 0;
     /// Deletes the string in `*text` (with `delete[]`) and puts a new one there, owned by the caller; null only
@@ -107,6 +133,16 @@ class IAIFile {
     /// Reads a value of `size` bytes (1, 2, 4 or 8) into `bits`, in the machine's byte order, and counts it. False,
     /// with `bits` unchanged, when the file ends first.
     virtual bool ReadValue(void* bits, unsigned long size, eReadRule rule) = 0;
+    /// Moves the values of `size` bytes that can be moved without looking at the file again, at most `count`; returns
+    /// their number.
+    virtual unsigned long WriteBlock(void const* /*values*/, unsigned long /*count*/,
+                                     unsigned long /*size*/) {
+        return 0;
+    }
+    virtual unsigned long ReadBlock(void* /*values*/, unsigned long /*count*/, unsigned long /*size*/,
+                                    eReadRule) {
+        return 0;
+    }
 
   private:
     void WriteBits(std::uint8_t bits) { Write8Bit(&bits); }

@@ -25,8 +25,8 @@ namespace VFoundation {
 ///
 /// A file has at most 4 GiB. After a failed write (disk full, 4 GiB) only the lengths of the open chunks are still
 /// written, so that they match what is there; every result up to and including that of `Close` is false, with error
-/// `eWriteFailed`. Values are collected in a block of 64 KiB, which is written when it is full, when a chunk is opened
-/// or closed, and by `Close` and the destructor; until then a value may be lost without an error.
+/// `eWriteFailed`. Values are collected in a block of 64 KiB, which is written when it is full, when a chunk is opened,
+/// and by `Close` and the destructor; until then a value may be lost without an error, also after its chunk was closed.
 ///
 /// DELIBERATE: `GetChunkLength()` looks one level below the innermost open chunk; it is the length of the chunk last
 /// read at that level, or 0. Use `ChunkRemaining()`.
@@ -146,6 +146,8 @@ class VAIFile : public IAIFile, public Registered<VAIFile, VFile> {
 
   protected:
     bool ReadValue(void* bits, unsigned long size, eReadRule rule) override;
+    unsigned long WriteBlock(void const* values, unsigned long count, unsigned long size) override;
+    unsigned long ReadBlock(void* values, unsigned long count, unsigned long size, eReadRule rule) override;
 
   private:
     class WindowPause;
@@ -171,6 +173,7 @@ class VAIFile : public IAIFile, public Registered<VAIFile, VFile> {
     template <class Bits>
     unsigned long ReadItem(void* value, bool swap);
     void CopyValue(void* to, void const* from, unsigned long size) const noexcept;
+    void CopyValues(void* to, void const* from, unsigned long count, unsigned long size) const noexcept;
     bool ReadValueSlowly(void* bits, unsigned long size, eReadRule rule);
 
     BlockFile m_file;

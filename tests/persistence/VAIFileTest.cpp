@@ -2,13 +2,17 @@
 
 #include "tests/persistence/ChunkBytes.h"
 #include "tests/support/FailingReads.h"
+#include "tests/support/FullDisk.h"
 #include "tests/support/LineLog.h"
 #include "tests/support/ScratchFile.h"
 
+#include <algorithm>
 #include <cmath>
+#include <numeric>
 #include <sys/stat.h>
 #include <tuple>
 #include <unistd.h>
+#include <vector>
 
 namespace {
 
@@ -289,6 +293,22 @@ TEST_F(AIFile, ReportsBytesThatWereLost) {
     EXPECT_EQ(m_file.GetLastError(), VAIFile::eWriteFailed);
 }
 
+TEST_F(AIFile, FindsAFullDiskAtTheNextChunkOrAtTheEnd) {
+    for (bool const isAnother : {true, false}) {
+        Open(kWrite);
+        EXPECT_TRUE(m_file.OpenChunk("LAST"));
+        m_file << 1 << 2 << 3;
+        FullDisk const full(14);
+        EXPECT_TRUE(m_file.CloseChunk()) << "its body is in memory";
+        EXPECT_EQ(m_scratch.Bytes(), "LAST" + BE32(12)) << "its length is not";
+        if (isAnother) {
+            EXPECT_FALSE(m_file.OpenChunk("NEXT"));
+        }
+        EXPECT_FALSE(m_file.Close());
+        EXPECT_EQ(m_file.GetLastError(), VAIFile::eWriteFailed);
+    }
+}
+
 TEST_F(AIFile, TellsAReadErrorFromTheEnd) {
     std::string bytes(2 * BlockFile::kBlockSize, 'x');
     OpenOn(Chunk("LONG", bytes));
@@ -332,6 +352,48 @@ TEST_F(AIFile, GivesBackValuesFromEveryPlaceOfABlock) {
         }
         EXPECT_TRUE(m_file.CloseChunk());
         EXPECT_TRUE(m_file.Close());
+    }
+}
+
+TEST_F(AIFile, MovesManyValuesAsOneByOne) {
+    constexpr std::size_t kCount = BlockFile::kBlockSize / 3;
+    std::vector<std::uint32_t> numbers(kCount);
+    std::iota(numbers.begin(), numbers.end(), 0x00F0FFF0U);
+    std::vector<short> const shorts{1, -2, 3};
+    std::vector<long> const longs{-1, 0x7FFFFFFF};
+    for (long const order : {0L, VAIFile::kLittleEndian}) {
+        std::string bytes[2];
+        for (bool const atOnce : {true, false}) {
+            Open(kWrite | order);
+            m_file.OpenChunk("MANY");
+            if (atOnce) {
+                m_file.Write("odd", 3);
+                m_file.WriteValues(numbers.data(), kCount)
+                    .WriteValues(shorts.data(), 3)
+                    .WriteValues(longs.data(), 2);
+            } else {
+                m_file << 'o' << 'd' << 'd';
+                std::for_each(numbers.begin(), numbers.end(), [this](auto number) { m_file << number; });
+                m_file << shorts[0] << shorts[1] << shorts[2] << longs[0] << longs[1];
+            }
+            m_file.CloseChunk();
+            EXPECT_TRUE(m_file.Close());
+            bytes[atOnce] = m_scratch.Bytes();
+        }
+        EXPECT_EQ(bytes[0], bytes[1]);
+        Open(kSafe | order);
+        std::vector<short> readShorts(4, 7);
+        m_file.ReadValues(readShorts.data(), 1);
+        EXPECT_EQ(readShorts[0], 0) << "outside any chunk";
+        Enter();
+        char odd[3];
+        std::vector<std::uint32_t> readNumbers(kCount);
+        std::vector<long> readLongs(4, 7);
+        m_file.ReadValues(odd, 3).ReadValues(readNumbers.data(), kCount).ReadValues(readShorts.data(), 3);
+        m_file.ReadValues(readLongs.data(), 4);
+        EXPECT_EQ(readNumbers, numbers);
+        EXPECT_EQ(readShorts, (std::vector<short>{1, -2, 3, 7}));
+        EXPECT_EQ(readLongs, (std::vector<long>{-1, 0x7FFFFFFF, 0, 0})) << "0 where the chunk ends";
     }
 }
 

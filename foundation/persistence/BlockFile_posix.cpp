@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <cstring>
 #include <new>
+#include <unistd.h>
 
 namespace VFoundation {
 
@@ -149,13 +150,12 @@ bool BlockFile::Overwrite(long position, void const* bytes, std::size_t size) {
     if (!m_forWriting) {
         return Fail();
     }
-    Flush();
-    long const end = Position();
-    if (std::fseek(m_stream, position, SEEK_SET) != 0 || std::fwrite(bytes, 1, size, m_stream) != size ||
-        std::fseek(m_stream, end, SEEK_SET) != 0) {
-        return Fail();
+    if (position + static_cast<long>(size) > m_blockPosition) {
+        Flush();
     }
-    return !m_failed;
+    // The stream has no buffer, and its position stays at the start of the block.
+    auto const written = ::pwrite(::fileno(m_stream), bytes, size, position);
+    return written == static_cast<::ssize_t>(size) ? !m_failed : Fail();
 }
 
 bool BlockFile::Seek(long offset, int origin) {
