@@ -1,6 +1,8 @@
 #include "foundation/persistence/BlockFile.h"
 
 #include "foundation/host/VFile.h"
+#include "foundation/persistence/internal/Crc32.h"
+#include "foundation/persistence/internal/FileReplacer.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -9,6 +11,12 @@
 #include <unistd.h>
 
 namespace VFoundation {
+
+BlockFile::BlockFile() noexcept = default;
+
+BlockFile::~BlockFile() {
+    CloseUnreplaced();
+}
 
 bool BlockFile::OpenForReading(char const* path) {
     errno = 0;
@@ -20,22 +28,52 @@ bool BlockFile::OpenForWriting(char const* path) {
     return Open(VFile::vfc_fopen(path, "wb"), true);
 }
 
+bool BlockFile::OpenForChecksum(char const* path) {
+    errno = 0;
+    return Open(VFile::vfc_fopen(path, "w+b"), true);
+}
+
+bool BlockFile::OpenForReplacing(char const* path) {
+    CloseUnreplaced();
+    try {
+        m_replacer = std::make_unique<FileReplacer>(path);
+    } catch (std::bad_alloc const&) {
+        m_error = ENOMEM;
+        return false;
+    }
+    errno = m_replacer->Error();
+    if (!Open(m_replacer->Stream(), true)) {
+        m_replacer.reset();
+        return false;
+    }
+    return true;
+}
+
+/// -1 for a stream in memory.
+int BlockFile::Descriptor() const noexcept {
+    return ::fileno(m_stream);
+}
+
 bool BlockFile::Open(std::FILE* stream, bool forWriting) {
     int const error = stream ? ENOMEM : errno; // without memory for the block
-    Close();
+    if (m_stream) {
+        Close();
+    }
     m_failed = false;
     m_readError = 0;
     m_errorPosition = 0;
     m_error = error;
     m_block.reset(stream ? new (std::nothrow) unsigned char[kBlockSize] : nullptr);
     if (!m_block) {
-        if (stream) {
+        if (stream && !m_replacer) {
             std::fclose(stream);
         }
         return false;
     }
-    std::setvbuf(stream, nullptr, _IONBF, 0); // the block is the buffer
     m_stream = stream;
+    if (Descriptor() >= 0) {
+        std::setvbuf(stream, nullptr, _IONBF, 0); // the block is the buffer
+    }
     m_error = 0;
     m_forWriting = forWriting;
     m_atEnd = false;
@@ -46,15 +84,46 @@ bool BlockFile::Open(std::FILE* stream, bool forWriting) {
 bool BlockFile::Close() {
     if (m_stream) {
         Flush();
-        if (std::fclose(m_stream) != 0 && m_forWriting) {
+        if (m_replacer) {
+            if (!m_failed && !m_replacer->Commit()) {
+                Fail(m_replacer->Error());
+            }
+        } else if (std::fclose(m_stream) != 0 && m_forWriting) {
             Fail(errno);
         }
+        m_replacer.reset();
         m_stream = nullptr;
         m_forWriting = false;
         m_block.reset();
         StartBlock(0);
     }
     return !m_failed;
+}
+
+bool BlockFile::CloseUnreplaced() {
+    if (m_replacer) {
+        m_failed = true; // Close commits nothing that failed
+    }
+    return Close();
+}
+
+bool BlockFile::Checksum(std::uint32_t& checksum) {
+    if (!m_stream || !m_forWriting || !Flush()) {
+        return false;
+    }
+    Crc32 sum;
+    for (long position = 0; position < m_blockPosition;) { // the block is empty and serves as the buffer
+        auto const size = static_cast<std::size_t>(std::min(m_blockPosition - position, long{kBlockSize}));
+        errno = 0;
+        auto const got = ::pread(Descriptor(), m_block.get(), size, position);
+        if (got <= 0) {
+            return Fail(errno);
+        }
+        sum.Add(m_block.get(), static_cast<std::size_t>(got));
+        position += got;
+    }
+    checksum = sum.Value();
+    return true;
 }
 
 void BlockFile::StartBlock(long position) noexcept {
@@ -168,8 +237,14 @@ bool BlockFile::Overwrite(long position, void const* bytes, std::size_t size) {
         Flush();
     }
     errno = 0;
+    if (Descriptor() < 0) {
+        bool const isDone = std::fseek(m_stream, position, SEEK_SET) == 0 &&
+                            std::fwrite(bytes, 1, size, m_stream) == size &&
+                            std::fseek(m_stream, m_blockPosition, SEEK_SET) == 0;
+        return isDone ? !m_failed : Fail(errno);
+    }
     // The stream has no buffer, and its position stays at the start of the block.
-    auto const written = ::pwrite(::fileno(m_stream), bytes, size, position);
+    auto const written = ::pwrite(Descriptor(), bytes, size, position);
     return written == static_cast<::ssize_t>(size) ? !m_failed : Fail(errno);
 }
 

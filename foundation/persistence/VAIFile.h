@@ -58,6 +58,12 @@ class VAIFile : public IAIFile, public Registered<VAIFile, VFile> {
     static constexpr long kLittleEndian = 8;
     /// Chunks end at even offsets.
     static constexpr long kPadChunks = 16;
+    /// Writing: `Close` adds a last chunk "CSUM" with a checksum of the file, which readers without this flag pass over.
+    /// Reading: `Open` reads the whole file and fails unless it ends with the right one.
+    static constexpr long kChecksum = 32;
+    /// Writing: the old file stays as it is until `Close` has the new one whole on the disk and puts it into its place.
+    /// When anything fails, and when the object ends without `Close`, the old file stays.
+    static constexpr long kReplaceOnClose = 64;
 
     enum eError : long {
         eNone = 0,
@@ -69,7 +75,11 @@ class VAIFile : public IAIFile, public Registered<VAIFile, VFile> {
         eTooDeep = 8,
         eNoChunk = 9,
         /// Bytes were lost in writing.
-        eWriteFailed = 10
+        eWriteFailed = 10,
+        /// `Close` with `kChecksum` or `kReplaceOnClose` while a chunk is open.
+        eChunkOpen = 11,
+        /// A file opened with `kChecksum` has another checksum, or none.
+        eDamaged = 12
     };
 
     explicit VAIFile(VClass* cls = nullptr);
@@ -168,6 +178,9 @@ class VAIFile : public IAIFile, public Registered<VAIFile, VFile> {
     void RememberPath(char const* path) noexcept;
     void UpdateByteOrder() noexcept;
     bool WriteResult() noexcept;
+    bool OpenFile(char const* path, long mode);
+    bool HasRightChecksum();
+    bool AddChecksum();
 
     bool OpenChunkWithId(unsigned char const* id);
     bool CloseWrittenChunk();

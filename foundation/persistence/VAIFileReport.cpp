@@ -46,6 +46,12 @@ VString VAIFile::ErrorDescription() const {
     case eNoChunk:
         text = file + AtOffset(m_file.Position()) + "no chunk is open";
         break;
+    case eChunkOpen:
+        text = "cannot close " + file + ": a chunk is open";
+        break;
+    case eDamaged:
+        text = file + ": the checksum at its end is wrong or missing";
+        break;
     case eWriteFailed:
         text = "cannot write " + file + AtOffset(m_file.ErrorPosition()) + SystemReason(m_file.Error());
         break;

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <fcntl.h>
 #include <numeric>
 #include <sys/stat.h>
 #include <tuple>
@@ -313,6 +314,77 @@ TEST_F(AIFile, FindsAFullDiskAtTheNextChunkOrAtTheEnd) {
         EXPECT_FALSE(m_file.Close());
         EXPECT_EQ(m_file.GetLastError(), VAIFile::eWriteFailed);
     }
+}
+
+TEST_F(AIFile, EndsWithAChecksumWhenAsked) {
+    for (long const flags : {0L, VAIFile::kLittleEndian, VAIFile::kReplaceOnClose | VAIFile::kPadChunks}) {
+        Open(kWrite | VAIFile::kChecksum | flags);
+        m_file.OpenChunk("BODY");
+        std::string const body(3 * BlockFile::kBlockSize, 'b');
+        m_file.Write(body.data(), body.size());
+        EXPECT_TRUE(m_file.CloseChunk());
+        EXPECT_TRUE(m_file.Close());
+        std::string const whole = m_scratch.Bytes();
+        Open(kSafe | VAIFile::kChecksum | flags);
+        EXPECT_EQ(Enter(), "BODY");
+        EXPECT_TRUE(m_file.CloseChunk());
+        EXPECT_EQ(Enter(), "CSUM");
+        for (std::size_t const place : {std::size_t{9}, whole.size() - 12, whole.size() - 1}) {
+            std::string damaged = whole;
+            damaged[place] = static_cast<char>(damaged[place] ^ 1);
+            m_scratch.SetBytes(damaged);
+            EXPECT_FALSE(m_file.Open(m_scratch.Path(), kSafe | VAIFile::kChecksum | flags)) << place;
+            EXPECT_EQ(m_file.GetLastError(), VAIFile::eDamaged);
+            EXPECT_TRUE(m_file.Open(m_scratch.Path(), kSafe | flags)) << "without asking";
+        }
+    }
+    m_scratch.SetBytes("short");
+    EXPECT_FALSE(m_file.Open(m_scratch.Path(), kSafe | VAIFile::kChecksum));
+    OpenOn("123456789" + std::string("CSUM\0\0\0\4\xCB\xF4\x39\x26", 12), kSafe | VAIFile::kChecksum);
+}
+
+TEST_F(AIFile, ReplacesTheOldFileOnlyWhenTheNewOneIsWhole) {
+    constexpr long kReplace = kWrite | VAIFile::kReplaceOnClose;
+    m_scratch.SetBytes("old");
+    {
+        VAIFile ended;
+        EXPECT_TRUE(ended.Open(m_scratch.Path(), kReplace));
+        ended << 1;
+    }
+    EXPECT_EQ(m_scratch.Bytes(), "old") << "it was not closed";
+    Open(kReplace);
+    m_file.OpenChunk("OPEN");
+    EXPECT_FALSE(m_file.Close());
+    EXPECT_EQ(Described(), std::string("cannot close ") + m_scratch.Path() + ": a chunk is open");
+    Open(kReplace);
+    m_file << 1 << 2 << 3;
+    {
+        FullDisk const full(8);
+        EXPECT_FALSE(m_file.Close());
+    }
+    EXPECT_EQ(m_file.GetLastError(), VAIFile::eWriteFailed);
+    EXPECT_EQ(m_scratch.Bytes(), "old");
+    Open(kReplace);
+    m_file.OpenChunk("NEW.");
+    m_file << 'x';
+    m_file.CloseChunk();
+    EXPECT_EQ(m_scratch.Bytes(), "old") << "until the end";
+    EXPECT_TRUE(m_file.Close());
+    EXPECT_EQ(m_scratch.Bytes(), Chunk("NEW.", "x"));
+    EXPECT_FALSE(m_file.Open("/no/such/folder/f", kReplace));
+    EXPECT_EQ(Described(), "cannot open /no/such/folder/f: No such file or directory");
+    std::string const pipe = (m_scratch.Folder() / "pipe").string(); // written as a whole, from memory
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    int const reader = ::open(pipe.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    EXPECT_TRUE(m_file.Open(pipe.c_str(), kReplace));
+    m_file.OpenChunk("PIPE");
+    m_file << 'y';
+    m_file.CloseChunk();
+    EXPECT_TRUE(m_file.Close());
+    char read[20];
+    EXPECT_EQ(std::string(read, static_cast<std::size_t>(::read(reader, read, sizeof read))),
+              Chunk("PIPE", "y"));
+    ::close(reader);
 }
 
 TEST_F(AIFile, TellsAReadErrorFromTheEnd) {

@@ -161,7 +161,7 @@ void FileReplacer::OpenTemporary(unsigned mode) noexcept {
     do {
         std::snprintf(m_temporary, sizeof m_temporary, ".vfoundation-%ld-%u.tmp", long{::getpid()},
                       s_serial.fetch_add(1, std::memory_order_relaxed));
-        descriptor = ::openat(m_directory, m_temporary, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
+        descriptor = ::openat(m_directory, m_temporary, O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, mode);
     } while (descriptor < 0 && errno == EEXIST);
     if (descriptor < 0) {
         m_temporary[0] = '\0';
