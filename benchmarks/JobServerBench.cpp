@@ -3,6 +3,7 @@
 #include "foundation/core/VObjectRef.h"
 #include "foundation/log/VLog.h"
 #include "foundation/threads/VJob.h"
+#include "foundation/threads/VJobPool.h"
 #include "foundation/threads/VJobServer.h"
 
 #include <benchmark/benchmark.h>
@@ -24,7 +25,7 @@
 #include <utility>
 
 // Handing work to a thread: how long until it starts when the thread is idle, and how many empty jobs go
-// through in a second when one or two threads hand them over. The peers are oneTBB's task_group, GLib's pool with one
+// through in a second when one or two threads hand them over. The server has one thread, our pool two. The peers are oneTBB's task_group (two), GLib's pool with one
 // thread, and a thread with a queue and a condition variable. Each job is an object on the heap with every peer.
 
 namespace {
@@ -82,6 +83,16 @@ class OurServer {
   private:
     std::string m_name;
     VObjectRef<VJobServer> m_server;
+};
+
+class OurPool {
+  public:
+    void Run(Work work) {
+        m_pool.Run([work] { work(); });
+    }
+
+  private:
+    VJobPool m_pool{2};
 };
 
 /// Its task allocates itself.
@@ -216,10 +227,12 @@ void EmptyJobs(benchmark::State& state) {
 BENCHMARK(StartOnIdleServer<OurServer>)->UseManualTime()->Iterations(300);
 BENCHMARK(StartOnIdleServer<ConditionVariable>)->UseManualTime()->Iterations(300);
 BENCHMARK(StartOnIdleServer<GLibPool>)->UseManualTime()->Iterations(300);
+BENCHMARK(StartOnIdleServer<OurPool>)->UseManualTime()->Iterations(300);
 BENCHMARK(StartOnIdleServer<OneTBB>)->UseManualTime()->Iterations(300);
 BENCHMARK(EmptyJobs<OurServer>)->Arg(1)->Arg(2)->UseManualTime();
 BENCHMARK(EmptyJobs<ConditionVariable>)->Arg(1)->Arg(2)->UseManualTime();
 BENCHMARK(EmptyJobs<GLibPool>)->Arg(1)->Arg(2)->UseManualTime();
+BENCHMARK(EmptyJobs<OurPool>)->Arg(1)->Arg(2)->UseManualTime();
 BENCHMARK(EmptyJobs<OneTBB>)->Arg(1)->Arg(2)->UseManualTime();
 
 } // namespace

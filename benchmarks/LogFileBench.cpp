@@ -52,9 +52,15 @@ class OurLog {
     void Line(int number) { VLog::Trace("%s: file %i of %li copied\n", kName, number, 100000L); }
     void FlushEachLine() { m_log->SetFlushEachLine(true); }
     long Dropped() const { return m_log->DroppedLines(); }
+    void SetFullQueueWait(long milliseconds) { m_log->SetFullQueueWait(milliseconds); }
 
   private:
     VObjectRef<VLogFile> m_log;
+};
+
+class OurLogThatWaits : public OurLog {
+  public:
+    explicit OurLogThatWaits(bool queued) : OurLog(queued) { SetFullQueueWait(10'000); }
 };
 
 class Spdlog {
@@ -145,6 +151,7 @@ BENCHMARK(Flushed<Spdlog>);
 BENCHMARK(Queued<OurLog>)->Arg(1)->Arg(100)->UseManualTime()->Iterations(500);
 BENCHMARK(Queued<Spdlog>)->Arg(1)->Arg(100)->UseManualTime()->Iterations(500);
 BENCHMARK(Queued<OurLog>)->Arg(100'000)->UseManualTime()->Iterations(3);
+BENCHMARK(Queued<OurLogThatWaits>)->Arg(100'000)->UseManualTime()->Iterations(3);
 BENCHMARK(Queued<Spdlog>)->Arg(100'000)->UseManualTime()->Iterations(3);
 BENCHMARK(Queued<SpdlogThatDrops>)->Arg(100'000)->UseManualTime()->Iterations(3);
 

@@ -1,10 +1,13 @@
 // Retain and release against a bare atomic pair, std::shared_ptr and boost::intrusive_ptr; creation by class name
-// against an std::unordered_map of factories. Each first with one thread alive, then with a second one.
+// against an std::unordered_map of factories; pooled arrays and file records against the allocator. Each first with one
+// thread alive, then with a second one, and the pools on two threads at once.
 
+#include "foundation/containers/VObjectArray.h"
 #include "foundation/containers/VPtrArray.h"
 #include "foundation/core/VClass.h"
 #include "foundation/core/VObjectRef.h"
 #include "foundation/core/lifecycle/VLibrary.h"
+#include "foundation/host/VFileInfo.h"
 #include "foundation/strings/VData.h"
 #include "foundation/strings/VString.h"
 
@@ -13,6 +16,7 @@
 #include <boost/smart_ptr/intrusive_ref_counter.hpp>
 
 #include <atomic>
+#include <cstdlib>
 #include <functional>
 #include <memory>
 #include <string>
@@ -96,6 +100,32 @@ void CreateByUnorderedMap(benchmark::State& state) {
     }
 }
 
+void PooledArray(benchmark::State& state) {
+    for (auto _ : state) {
+        VObjectArray* const array = VObjectArray::NewObjectArray();
+        benchmark::DoNotOptimize(array);
+        array->Release();
+    }
+}
+
+void PooledFileInfo(benchmark::State& state) {
+    for (auto _ : state) {
+        VFileInfo* const info = VFileInfo::NewFileInfo();
+        benchmark::DoNotOptimize(info);
+        info->Release();
+    }
+}
+
+/// A block of the size of the object, which no code writes to.
+template <class T>
+void MallocFor(benchmark::State& state) {
+    for (auto _ : state) {
+        void* object = std::malloc(sizeof(T));
+        benchmark::DoNotOptimize(object);
+        std::free(object);
+    }
+}
+
 void WithSecondThread(benchmark::State& state, void (*run)(benchmark::State&)) {
     StartASecondThread();
     run(state);
@@ -107,11 +137,19 @@ BENCHMARK(SharedPtrCopy);
 BENCHMARK(IntrusivePtrCopy);
 BENCHMARK(CreateByClassName);
 BENCHMARK(CreateByUnorderedMap);
+BENCHMARK(PooledArray);
+BENCHMARK(MallocFor<VObjectArray>);
+BENCHMARK(PooledFileInfo);
+BENCHMARK(MallocFor<VFileInfo>);
 BENCHMARK_CAPTURE(WithSecondThread, BareAtomicPair, BareAtomicPair);
 BENCHMARK_CAPTURE(WithSecondThread, RetainRelease, RetainRelease);
 BENCHMARK_CAPTURE(WithSecondThread, SharedPtrCopy, SharedPtrCopy);
 BENCHMARK_CAPTURE(WithSecondThread, IntrusivePtrCopy, IntrusivePtrCopy);
 BENCHMARK_CAPTURE(WithSecondThread, CreateByClassName, CreateByClassName);
 BENCHMARK_CAPTURE(WithSecondThread, CreateByUnorderedMap, CreateByUnorderedMap);
+BENCHMARK(PooledArray)->Threads(2);
+BENCHMARK(MallocFor<VObjectArray>)->Threads(2);
+BENCHMARK(PooledFileInfo)->Threads(2);
+BENCHMARK(MallocFor<VFileInfo>)->Threads(2);
 
 } // namespace

@@ -179,8 +179,8 @@ class TRingBuffer : public VObject {
     static Slot* AllocateSlots(std::uint32_t count);
     static bool ClaimUnit(Atomic<std::uint64_t>& word);
     Slot* SlotAt(std::uint32_t cursor) const noexcept {
-        return m_pSlots +
-               (std::has_single_bit(m_nCapacity) ? cursor & (m_nCapacity - 1) : cursor % m_nCapacity);
+        bool const isPowerOfTwo = m_nCursorEnd == 0;
+        return m_pSlots + (isPowerOfTwo ? cursor & (m_nCapacity - 1) : cursor % m_nCapacity);
     }
     Slot* FindSlot(Atomic<std::uint64_t> const& word, bool filled, T*& content) const;
     void Advance(Atomic<std::uint64_t>& word) const;

@@ -63,7 +63,8 @@ class VObject {
     /// Sets `out` to a one-line description: "[<class name>]" here.
     virtual void GetDescription(VString& out) const;
 
-    /// Equal objects have equal hashes; the base version is the object's address.
+    /// The object's address. No class of the library overrides it, so objects that are equal by content, such as
+    /// two strings, have different hashes. `std::hash<VString>` hashes text.
     virtual unsigned long Hash() const;
     /// The base version compares the hashes, which makes it identity.
     virtual bool IsEqual(VObject const& other) const;

@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <new>
+#include <system_error>
 
 namespace VFoundation {
 
@@ -25,6 +27,12 @@ bool VFile::OpenForReading(VString const& path) {
     }
     m_readError = 0;
     m_stream = OpenRegularFile(path.CString());
+    m_openError = m_stream ? 0 : errno;
+    try {
+        m_path = path.CString();
+    } catch (std::bad_alloc const&) {
+        m_path.clear();
+    }
     return m_stream != nullptr;
 }
 
@@ -36,8 +44,21 @@ unsigned long VFile::ReadBytes(void* buffer, unsigned long count) {
     unsigned long const read = std::fread(buffer, 1, count, m_stream);
     if (read < count && std::ferror(m_stream) != 0 && m_readError == 0) {
         m_readError = errno ? errno : EIO;
+        m_errorOffset = std::ftell(m_stream);
     }
     return read;
+}
+
+VString VFile::ErrorDescription() const {
+    std::string text;
+    if (m_openError != 0) {
+        text = "cannot open " + m_path + ": " +
+               (m_openError == ENOTSUP ? "not a regular file" : std::system_category().message(m_openError));
+    } else if (m_readError != 0) {
+        text = "cannot read " + m_path + " at offset " + std::to_string(m_errorOffset) + ": " +
+               std::system_category().message(m_readError);
+    }
+    return VString(text.c_str());
 }
 
 long VFile::GetLength() {

@@ -3,6 +3,7 @@
 #include "foundation/core/Registered.h"
 
 #include <cstdio>
+#include <string>
 
 namespace VFoundation {
 
@@ -37,7 +38,7 @@ class VFile : public Registered<VFile, VObject> {
     static VObject* New() { return nullptr; }
     static void InitializeClass() {}
 
-    /// False when the file cannot be opened, or when one is open already, which stays.
+    /// False when the file cannot be opened (see `ErrorDescription`), or when one is open already, which stays.
     bool OpenForReading(VString const& path);
     /// The bytes read, fewer than `count` at the end of the file and when reading fails (see `ReadError`).
     unsigned long ReadBytes(void* buffer, unsigned long count);
@@ -56,6 +57,10 @@ class VFile : public Registered<VFile, VObject> {
     /// The system's error number of the first read that failed since the file was opened; 0 when none did. The end of
     /// the file is no error.
     virtual int ReadError() const noexcept { return m_readError; }
+    /// Why the last `OpenForReading` failed, else the first `ReadBytes` that failed since, with the path, the offset and
+    /// the system's reason, as in "cannot open a/b: No such file or directory"; empty when nothing failed. Without
+    /// memory `std::bad_alloc`.
+    virtual VString ErrorDescription() const;
 
     /// The one place where the library opens files by mode: `fopen`, closed on exec. Null when that fails, and for null.
     static std::FILE* vfc_fopen(char const* path, char const* mode);
@@ -67,6 +72,9 @@ class VFile : public Registered<VFile, VObject> {
   private:
     std::FILE* m_stream = nullptr;
     int m_readError = 0;
+    int m_openError = 0;
+    long m_errorOffset = 0;
+    std::string m_path; // of the last file; empty when memory ran out
 };
 
 } // namespace VFoundation

@@ -2,6 +2,7 @@
 
 #include "foundation/containers/VObjectStack.h"
 #include "foundation/core/NarrowCast.h"
+#include "foundation/host/internal/LocalTime.h"
 #include "foundation/log/VLogContext.h"
 #include "foundation/log/internal/DefaultLogRef.h"
 #include "foundation/log/internal/SecondsText.h"
@@ -11,9 +12,11 @@
 #include "foundation/threads/internal/WithoutThrowing.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cstdarg>
 #include <cstdio>
 #include <cstring>
+#include <ctime>
 #include <memory>
 #include <new>
 #include <utility>
@@ -28,15 +31,41 @@ constinit VLog* VLog::ms_theLog = nullptr;
 constinit std::atomic<bool> VLog::ms_bInStartup{true};
 constinit std::atomic<bool> VLog::ms_bInShutdown{false};
 constinit std::atomic<bool> VLog::ms_bHeaderFooter{false};
+constinit std::atomic<bool> VLog::ms_bShowRoutine{true};
 
 namespace {
 
-constexpr long kBusyLimit = 100; // ms
+constexpr long kBusyLimit = 100;           // ms
+constexpr std::size_t kTimeOfDaySize = 64; // whatever the system's clock says
 constexpr char kDivider[] =
     "------------------------------------------------------------------------------\n";
 
 /// How many lines of this thread are under way, each nested in the one before.
 constinit thread_local int t_linesUnderWay = 0;
+
+char const* NameOf(VLog::eLevel level) {
+    switch (level) {
+    case VLog::eDebug:
+        return "DEBUG: ";
+    case VLog::eWarning:
+        return "WARNING: ";
+    case VLog::eError:
+        return "ERROR: ";
+    default:
+        return "";
+    }
+}
+
+/// "09:05:00.123 "; the number of characters.
+std::size_t WriteTimeOfDay(char* out) {
+    using namespace std::chrono;
+    auto const now = system_clock::now().time_since_epoch();
+    std::tm time{};
+    LocalTime(duration_cast<seconds>(now).count(), time);
+    auto const part = static_cast<int>(duration_cast<milliseconds>(now).count() % 1000);
+    return narrow_cast<std::size_t>(std::snprintf(out, kTimeOfDaySize, "%02d:%02d:%02d.%03d ", time.tm_hour,
+                                                  time.tm_min, time.tm_sec, part));
+}
 
 /// Whether the text that `format` and `arguments` make, `length` characters, ends with a line feed.
 [[gnu::format(printf, 2, 0)]] bool EndsWithLineFeed(int length, char const* format, va_list arguments) {
@@ -254,8 +283,9 @@ bool VLog::EchoIfSwitchedOff(char const* format) {
 }
 
 std::size_t VLog::WritePrefix(char* line) const {
-    auto const indent = narrow_cast<std::size_t>(GetIndentLevel());
-    std::memset(line, ' ', indent);
+    std::size_t const time = GetShowTimeOfDay() && GetAllowAnnotations() ? WriteTimeOfDay(line) : 0;
+    std::size_t const indent = time + narrow_cast<std::size_t>(GetIndentLevel());
+    std::memset(line + time, ' ', indent - time);
     if (!GetShowContextTime() || ms_bHeaderFooter.load(std::memory_order_relaxed)) {
         return indent;
     }
@@ -270,7 +300,30 @@ std::size_t VLog::WritePrefix(char* line) const {
     return indent + seconds.Length() + 1;
 }
 
+/// The second log first, so that it has the line also when this one throws.
 void VLog::AddLine(char const* line) {
+    if (m_hasTee.load(std::memory_order_relaxed)) {
+        HandToTee(line);
+    }
+    AddOwnLine(line);
+    TellOfLoss();
+}
+
+void VLog::HandToTee(char const* line) {
+    VObjectRef<VLog> tee;
+    {
+        detail::MutexLock const lock(ms_lock);
+        tee = m_tee;
+    }
+    if (tee) {
+        WithoutThrowing([&] {
+            tee->AddOwnLine(line);
+            tee->TellOfLoss();
+        });
+    }
+}
+
+void VLog::AddOwnLine(char const* line) {
     try {
         AddString(line);
     } catch (...) {
@@ -279,6 +332,7 @@ void VLog::AddLine(char const* line) {
         }
         CountDroppedLine();
         if (m_life.load(std::memory_order_relaxed) != eBeingDestroyed) {
+            TellOfLoss();
             throw;
         }
     }
@@ -316,6 +370,42 @@ void VLog::Trace(char const* format, ...) {
     char const* const message = FormatMessage(buffer, format, arguments);
     va_end(arguments);
     WriteMessage(format, message);
+}
+
+void VLog::TraceRoutine(char const* format, ...) {
+    if (!GetShowRoutineLines()) {
+        return;
+    }
+    char buffer[kLineSize];
+    va_list arguments;
+    va_start(arguments, format);
+    char const* const message = FormatMessage(buffer, format, arguments);
+    va_end(arguments);
+    WriteMessage(format, message);
+}
+
+void VLog::TraceAt(eLevel level, char const* format, ...) {
+    {
+        DefaultLogRef const log;
+        if (log && level < log->GetLevel()) {
+            return;
+        }
+    }
+    char buffer[kLineSize];
+    va_list arguments;
+    va_start(arguments, format);
+    char const* const message = FormatMessage(buffer, format, arguments);
+    va_end(arguments);
+    char const* const mark = NameOf(level);
+    if (!message || !*mark) {
+        WriteMessage(format, message);
+        return;
+    }
+    char marked[kLineSize];
+    std::size_t const length = std::strlen(mark);
+    std::memcpy(marked, mark, length);
+    CopyBounded(marked + length, sizeof marked - length, message);
+    WriteMessage(format, marked);
 }
 
 void VLog::TraceNoThrow(char const* format, ...) {
@@ -421,6 +511,43 @@ void VLog::SetSafeStartup() {
 
 void VLog::SetSafeShutdown() {
     ReplaceDefaultLog(nullptr, true);
+}
+
+// What lines are handed to, and what is told of losses
+
+bool VLog::SetTee(VLog* second) {
+    if (second == this) {
+        return false;
+    }
+    VObjectRef<VLog> tee(second); // then the one before, which is released after the lock
+    detail::MutexLock const lock(ms_lock);
+    std::swap(m_tee, tee);
+    m_hasTee.store(second != nullptr, std::memory_order_relaxed);
+    return true;
+}
+
+void VLog::SetOnFirstLoss(std::function<void()> callback) {
+    m_lossesBefore.store(DroppedLines(), std::memory_order_relaxed);
+    bool const watches = callback != nullptr;
+    detail::MutexLock const lock(ms_lock);
+    std::swap(m_onFirstLoss, callback);
+    m_watchesForLoss.store(watches, std::memory_order_relaxed);
+}
+
+void VLog::TellOfLoss() {
+    if (!m_watchesForLoss.load(std::memory_order_relaxed) ||
+        DroppedLines() == m_lossesBefore.load(std::memory_order_relaxed)) {
+        return;
+    }
+    std::function<void()> callback;
+    {
+        detail::MutexLock const lock(ms_lock);
+        std::swap(callback, m_onFirstLoss);
+        m_watchesForLoss.store(false, std::memory_order_relaxed);
+    }
+    if (callback) {
+        WithoutThrowing(callback);
+    }
 }
 
 void VLog::SetLevel(long level) noexcept {

@@ -8,6 +8,7 @@
 #include <cstdarg>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 
 namespace VFoundation {
 
@@ -35,6 +36,9 @@ extern std::atomic<bool> ms_bVerbose;
 /// line was never opened. Destructors, the outermost function of a thread and the construction of an exception
 /// use `TraceNoThrow`. The first use of the default log may throw `std::bad_alloc`.
 ///
+/// A log may also leave out lines by their level (`TraceAt`), begin lines with the time of day,
+/// hand its lines to a second log, and tell of the first line that it loses.
+///
 /// A subclass may trace in `AddString`. The lines go to the default log, so back to it; those that are nested
 /// more than `kMaxNesting` deep are dropped and counted.
 ///
@@ -59,6 +63,9 @@ class VLog : public Registered<VLog, VObject> {
     /// A timed section between a start and an end line (VLogContext.h).
     class VLogContext;
 
+    /// How much a line matters to its reader.
+    enum eLevel : long { eDebug = 0, eInfo = 1, eWarning = 2, eError = 3 };
+
     static constexpr long kMaxIndentLevel = 10;
     /// Bytes of the line buffer, the terminator included.
     static constexpr unsigned long kLineSize = 1024;
@@ -75,7 +82,12 @@ class VLog : public Registered<VLog, VObject> {
     [[gnu::format(printf, 1, 2)]] static void Trace(char const* format, ...);
     /// Writes the object's description, with neither indent nor time, and a line feed if it ends without one.
     static void Trace(VObject const& object);
-    /// The same, and nothing that the log throws leaves them: the line is lost then, and counted.
+    /// Writes the line if its level is at least that of the default log (`SetLevel`), after "DEBUG: ", "WARNING: " or
+    /// "ERROR: ". Lines of `Trace` have no level and are always written.
+    [[gnu::format(printf, 2, 3)]] static void TraceAt(eLevel level, char const* format, ...);
+    /// For the library's lines about what it routinely does (`SetShowRoutineLines`).
+    [[gnu::format(printf, 1, 2)]] static void TraceRoutine(char const* format, ...);
+    /// As `Trace`, and nothing that the log throws leaves them: the line is lost then, and counted.
     [[gnu::format(printf, 1, 2)]] static void TraceNoThrow(char const* format, ...);
     static void TraceNoThrow(VObject const& object);
     /// Nothing.
@@ -114,20 +126,41 @@ class VLog : public Registered<VLog, VObject> {
     /// memory ran out, they were nested too deep, or `AddString` threw.
     virtual long DroppedLines() const noexcept { return m_dropped.load(std::memory_order_relaxed); }
 
+    /// Called once, when the log finds that it has lost a line since: on the thread that traces the next line or closes
+    /// the log's file, often the one whose line was lost. No lock is held, and the callback may trace. What it throws is
+    /// dropped. Null removes it.
+    void SetOnFirstLoss(std::function<void()> callback);
+
+    /// A second log (retained) that gets each line before this one writes it, as it stands; null for none. It keeps its
+    /// own count of lost lines, and what it throws is dropped. It does not pass the lines on to a second log of its
+    /// own. Two logs that hand their lines to each other keep each other alive. False, and nothing changed, for this log itself.
+    bool SetTee(VLog* second);
+
+    /// Whether the library writes what it routinely does: the start and end of its threads, the steps of its shut-down;
+    /// on at first. Failures are written in either case. One switch for the process.
+    static bool GetShowRoutineLines() noexcept { return ms_bShowRoutine.load(std::memory_order_relaxed); }
+    static void SetShowRoutineLines(bool show) noexcept {
+        ms_bShowRoutine.store(show, std::memory_order_relaxed);
+    }
+
     long GetIndentLevel() const noexcept { return m_indentLevel.load(std::memory_order_relaxed); }
 
     /// Whether lines inside a context begin with its elapsed seconds; off at first.
     bool GetShowContextTime() const noexcept { return m_showContextTime.load(std::memory_order_relaxed); }
     void SetShowContextTime(bool show) noexcept { m_showContextTime.store(show, std::memory_order_relaxed); }
 
-    /// Whether a subclass may add something of its own to lines, such as the time of day; on at first. It is
-    /// off while a table is printed. A plain log adds nothing.
+    /// Whether lines begin with the local time of day, "09:05:00.123 "; off at first.
+    bool GetShowTimeOfDay() const noexcept { return m_showTimeOfDay.load(std::memory_order_relaxed); }
+    void SetShowTimeOfDay(bool show) noexcept { m_showTimeOfDay.store(show, std::memory_order_relaxed); }
+
+    /// Whether the time of day, and what a subclass adds of its own, may stand in lines; on at first. It is off while a
+    /// table is printed.
     bool GetAllowAnnotations() const noexcept { return m_allowAnnotations.load(std::memory_order_relaxed); }
     void SetAllowAnnotations(bool allow) noexcept {
         m_allowAnnotations.store(allow, std::memory_order_relaxed);
     }
 
-    /// A setting for subclasses; 1 at first. The library does not read it.
+    /// Lines of `TraceAt` below this level are left out; `eInfo` at first. Any number is kept.
     long GetLevel() const noexcept { return m_level.load(std::memory_order_relaxed); }
     void SetLevel(long level) noexcept;
 
@@ -136,6 +169,8 @@ class VLog : public Registered<VLog, VObject> {
 
     /// What serialises the writing of lines (borrowed).
     VCriticalSection* CriticalSection() const noexcept { return m_criticalSection.Get(); }
+    /// Calls the callback of `SetOnFirstLoss` if there is reason to.
+    void TellOfLoss();
     void CountDroppedLine() noexcept { m_dropped.fetch_add(1, std::memory_order_relaxed); }
 
     static std::atomic<bool> ms_bInStartup;
@@ -158,6 +193,8 @@ class VLog : public Registered<VLog, VObject> {
     static void ReplaceDefaultLog(VLog* log, bool switchOff = false);
     bool IsDying() const noexcept { return m_life.load(std::memory_order_relaxed) != eAlive; }
     void AddLine(char const* line);
+    void AddOwnLine(char const* line);
+    void HandToTee(char const* line);
     /// Writes indent and time; the number of characters.
     std::size_t WritePrefix(char* line) const;
     static VObjectRef<VObjectStack> NewContextStack(long room, VLogContext const& any);
@@ -170,17 +207,24 @@ class VLog : public Registered<VLog, VObject> {
     /// Guards which log is the default one, the stacks of open contexts, and which context belongs to which
     /// log.
     static detail::Mutex ms_lock;
+    static std::atomic<bool> ms_bShowRoutine;
     static VLog* ms_theLog VFOUNDATION_GUARDED_BY(ms_lock);
 
     std::atomic<std::int32_t> m_indentLevel{0};
     std::atomic<bool> m_showContextTime{false};
     std::atomic<bool> m_allowAnnotations{true};
-    std::atomic<std::int32_t> m_level{1};
+    std::atomic<bool> m_showTimeOfDay{false};
+    std::atomic<std::int32_t> m_level{eInfo};
     std::atomic<std::uint32_t> m_life{eAlive};
     std::atomic<long> m_dropped{0};
     VObjectRef<VCriticalSection> m_criticalSection;
     /// The open contexts, the innermost on top, with the one reference to each.
     VObjectRef<VObjectStack> m_contexts VFOUNDATION_GUARDED_BY(ms_lock);
+    std::atomic<bool> m_hasTee{false};
+    VObjectRef<VLog> m_tee VFOUNDATION_GUARDED_BY(ms_lock);
+    std::atomic<bool> m_watchesForLoss{false};
+    std::atomic<long> m_lossesBefore{0}; // when the callback was set
+    std::function<void()> m_onFirstLoss VFOUNDATION_GUARDED_BY(ms_lock);
     VLogContext* m_attached VFOUNDATION_GUARDED_BY(ms_lock) = nullptr;
 };
 

@@ -1,6 +1,7 @@
 #include "foundation/log/VLogContext.h"
 
 #include "foundation/core/NarrowCast.h"
+#include "foundation/log/internal/ContextTraceHook.h"
 #include "foundation/log/internal/DefaultLogRef.h"
 #include "foundation/log/internal/SecondsText.h"
 #include "foundation/strings/VString.h"
@@ -99,6 +100,7 @@ void VLog::VLogContext::WriteEnd() {
             Detach();
         }
     }
+    ContextTraceHook::ContextEnded(Name(), m_stopWatch.GetElapsedTime());
     HeaderFooterScope const headerFooter;
     if (!VLog::EchoIfSwitchedOff("[ %s - END ] %5.4lf\n")) {
         VLog::Trace("[ %s - END ] %s\n", Name(), SecondsText(m_stopWatch.GetElapsedTime()).Text());

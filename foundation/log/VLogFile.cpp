@@ -8,6 +8,7 @@
 #include "foundation/threads/internal/WithoutThrowing.h"
 
 #include <ctime>
+#include <optional>
 #include <utility>
 
 namespace VFoundation {
@@ -111,6 +112,8 @@ bool VLogFile::Close() {
     VCriticalSectionScope scope;
     scope.TryEnter(CriticalSection(), kCloseTry); // closed in either case
     EndFile();
+    scope.SetAndEnter(nullptr);
+    TellOfLoss();
     return true;
 }
 
@@ -119,6 +122,10 @@ void VLogFile::EndFile() {
     m_name.reset();
     m_opener.store(VThread::ThreadID{});
     m_fileState.store(eClosed);
+}
+
+bool VLogFile::SetRotation(Rotation const& rotation) {
+    return m_output->SetRotation(rotation);
 }
 
 bool VLogFile::IsOpenForThisThread() const noexcept {
@@ -134,8 +141,9 @@ void VLogFile::AddString(char const* line) {
     if (!line) {
         return;
     }
-    bool const written =
-        GetFlushEachLine() ? m_output->WriteThrough(line) : m_output->Enqueue(line) || m_output->Write(line);
+    bool const written = GetFlushEachLine()
+                             ? m_output->WriteThrough(line)
+                             : m_output->Enqueue(line, GetFullQueueWait()) || m_output->Write(line);
     if (!written) {
         VLog::AddString(line); // closed in the meantime
     }
@@ -213,7 +221,10 @@ bool VLogFile::StartLoggingThread() {
 }
 
 bool VLogFile::ShutdownLoggingThread() {
-    VLog::VLogContext const context("ShutdownLoggingThread");
+    std::optional<VLogContext> context;
+    if (GetShowRoutineLines()) {
+        context.emplace("ShutdownLoggingThread");
+    }
     eStage stage = eBegun;
     try {
         return StopWriter(stage);
@@ -231,9 +242,9 @@ bool VLogFile::StopWriter(eStage& stage) {
     if (writer.thread) {
         m_output->StopQueueing();
     }
-    VLog::Trace("Writing thread handle exists?: %s\n", YesOrNo(writer.thread.Get() != nullptr));
-    VLog::Trace("Writing thread is running?     %s\n", YesOrNo(IsLoggingThreadRunning()));
-    VLog::Trace("Writing thread can continue?   %s\n", YesOrNo(m_output->MayWriterContinue()));
+    VLog::TraceRoutine("Writing thread handle exists?: %s\n", YesOrNo(writer.thread.Get() != nullptr));
+    VLog::TraceRoutine("Writing thread is running?     %s\n", YesOrNo(IsLoggingThreadRunning()));
+    VLog::TraceRoutine("Writing thread can continue?   %s\n", YesOrNo(m_output->MayWriterContinue()));
     if (!writer.thread) {
         bool const running = IsLoggingThreadRunning();
         if (running) {
@@ -243,33 +254,35 @@ bool VLogFile::StopWriter(eStage& stage) {
         return !running;
     }
     stage = eThreadHeld;
-    VLog::Trace("Signalling logging thread to die...\n");
+    VLog::TraceRoutine("Signalling logging thread to die...\n");
     m_output->TellWriterToEnd();
     writer.presence->Dismiss(); // also one that is given up below is kept off the end of the library
     stage = eToldToEnd;
-    VLog::Trace("Semaphoring logging thread to die...\n");
+    VLog::TraceRoutine("Semaphoring logging thread to die...\n");
     m_output->WakeWriter();
     stage = eRaising;
-    VLog::Trace("Setting logging thread priority to high...\n");
+    VLog::TraceRoutine("Setting logging thread priority to high...\n");
     {
         detail::MutexLock const lock(m_threadLock); // another thread may be stopping the same writer
         writer.thread->SetPriority(VThread::eHigh);
     }
-    VLog::Trace("Checking outstanding lines...\n");
+    VLog::TraceRoutine("Checking outstanding lines...\n");
     long const outstanding = m_output->WaitingLines();
     stage = eCounting;
-    VLog::Trace("Outstanding lines are: %i\n", narrow_cast<int>(outstanding));
+    VLog::TraceRoutine("Outstanding lines are: %i\n", narrow_cast<int>(outstanding));
     AwaitWriter(writer, outstanding);
     stage = eWaited;
     bool const running = IsRunning(writer);
-    VLog::Trace(running
-                    ? "WARNING! Logging thread is still running after being told to shutdown! Bad Thread!\n"
-                    : "Logging thread has been shutdown safely\n");
+    if (running) {
+        VLog::Trace("WARNING! Logging thread is still running after being told to shutdown! Bad Thread!\n");
+    } else {
+        VLog::TraceRoutine("Logging thread has been shutdown safely\n");
+    }
     stage = eUnregistering;
-    VLog::Trace("Unregistering logging thread...\n");
+    VLog::TraceRoutine("Unregistering logging thread...\n");
     VThread::UnregisterThread(writer.thread.Get());
     stage = eReleasing;
-    VLog::Trace("Releasing logging thread...\n");
+    VLog::TraceRoutine("Releasing logging thread...\n");
     Forget(writer);
     stage = eLetGo;
     writer.thread.Exchange(nullptr);
@@ -280,9 +293,9 @@ bool VLogFile::StopWriter(eStage& stage) {
 void VLogFile::AwaitWriter(WriterHandle const& writer, long outstanding) {
     int round = 0;
     do {
-        VLog::Trace("waiting for shutdown semaphore...(%i/25)\n", round);
+        VLog::TraceRoutine("waiting for shutdown semaphore...(%i/25)\n", round);
         bool const signalled = m_output->WaitForShutdownSignal(kShutdownWait);
-        VLog::Trace(signalled ? "got shutdown semaphore!\n" : "didn't get shutdown semaphore!\n");
+        VLog::TraceRoutine(signalled ? "got shutdown semaphore!\n" : "didn't get shutdown semaphore!\n");
         ++round;
         if (m_output->WaitingLines() < outstanding) {
             round = 0;

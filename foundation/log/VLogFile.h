@@ -30,8 +30,8 @@ class ThreadPresence;
 /// buffer until the file is closed or the process ends. When a process crashes, lines that are still queued or
 /// in the buffer are lost, unless `SetFlushEachLine` was called.
 ///
-/// Failures: `DroppedLines` counts the lines that found the queue of `kQueueCapacity` lines full, no memory,
-/// no way past a stuck thread, or no space on the disk. A line that the disk took only in part is cut off
+/// Failures: `DroppedLines` counts the lines that found the queue of `kQueueCapacity` lines full (unless
+/// `SetFullQueueWait` lets them wait), no memory, no way past a stuck thread, or no space on the disk. A line that the disk took only in part is cut off
 /// again.
 ///
 /// The thread gathers lines for some milliseconds, unless the queue fills up, which costs about 1 % of a core
@@ -83,6 +83,17 @@ class VLogFile : public Registered<VLogFile, VLog> {
 
     void AddString(char const* line) override;
 
+    /// When the file is put aside for a fresh one, which begins with the date and time again.
+    struct Rotation {
+        long long bytes = 0; // once it has at least so many, before the next line; 0: whatever its size
+        bool daily = false;  // with the first line of each day, local time
+        int kept = 5;        // files put aside: "<path>.1", the last one, to "<path>.<kept>"; 1 to 1000
+    };
+    /// May be called at any time; off at first. A file that cannot be put aside, or is no regular one, goes on, until the
+    /// next time. Of processes that share a file only one may do this. False, and nothing changed, while a stuck thread
+    /// holds the file.
+    bool SetRotation(Rotation const& rotation);
+
     /// Starts the writer thread. False when there is one already, also one that was given up and still runs,
     /// and when the system refuses. Without memory it throws, and there is no thread.
     bool StartLoggingThread();
@@ -98,6 +109,14 @@ class VLogFile : public Registered<VLogFile, VLog> {
     /// the system, some 2 us more (benchmarks/LogFileBench.cpp), and the writer thread has nothing to do.
     bool GetFlushEachLine() const noexcept { return m_flushEachLine.load(std::memory_order_relaxed); }
     void SetFlushEachLine(bool flush) noexcept { m_flushEachLine.store(flush, std::memory_order_relaxed); }
+
+    /// How many milliseconds a line waits for room when it finds the queue full, before it is dropped; 0, the value at
+    /// first, and less do not wait. The wait holds no lock of the log and ends when the writer thread is told to stop;
+    /// the line is then written directly. The writer thread itself never waits.
+    long GetFullQueueWait() const noexcept { return m_fullQueueWait.load(std::memory_order_relaxed); }
+    void SetFullQueueWait(long milliseconds) noexcept {
+        m_fullQueueWait.store(milliseconds, std::memory_order_relaxed);
+    }
 
     /// A setting for subclasses; 1 at first. The library does not read it.
     long GetFileSetting() const noexcept { return m_setting; }
@@ -143,6 +162,7 @@ class VLogFile : public Registered<VLogFile, VLog> {
     std::atomic<VThread::ThreadID> m_opener{};
     std::int32_t m_setting = 1;
     std::atomic<bool> m_flushEachLine{false};
+    std::atomic<long> m_fullQueueWait{0};
     detail::Mutex m_threadLock;
     WriterHandle m_writer VFOUNDATION_GUARDED_BY(m_threadLock);
     std::shared_ptr<LogFileOutput> const m_output;

@@ -3,6 +3,7 @@
 #include "foundation/host/VHostArchitecture.h"
 #include "foundation/log/VLog.h"
 #include "foundation/persistence/internal/ByteOrder.h"
+#include "foundation/persistence/internal/Crc32.h"
 #include "foundation/strings/VData.h"
 
 #include <algorithm>
@@ -19,6 +20,8 @@ constexpr std::uint32_t kOrderFlag = VAIFile::kLittleEndian;
 constexpr unsigned long kIdSize = 4;
 constexpr unsigned long kLengthSize = 4;
 constexpr unsigned long kHeaderSize = kIdSize + kLengthSize;
+constexpr char kChecksumId[] = "CSUM";
+constexpr unsigned long kChecksumSize = kHeaderSize + sizeof(std::uint32_t);
 constexpr unsigned long kTextLengthSize = 2;
 constexpr std::size_t kUnlimited = std::numeric_limits<std::size_t>::max();
 
@@ -57,31 +60,96 @@ bool VAIFile::Open(char const* path, long mode) {
     m_chunkLengths = m_chunkBytesRead = m_chunkStarts = {};
     m_depth = 0;
     m_unbacked = 0;
+    m_report.Clear();
+    RememberPath(path);
     if (!path) {
         m_lastError = eNoPath;
         return false;
     }
-    bool const opened = *path && ((mode & kRead)    ? m_file.OpenForReading(path)
-                                  : (mode & kWrite) ? m_file.OpenForWriting(path)
-                                                    : false);
-    if (opened) {
-        m_mode = narrow_cast<std::uint32_t>(mode);
-        UpdateByteOrder();
-        m_file.OpenWindow(ReadLimit());
+    if (!*path || !OpenFile(path, mode)) {
+        m_lastError = eCannotOpen;
+        return false;
     }
-    m_lastError = opened ? eNone : eCannotOpen;
-    return opened;
+    m_mode = narrow_cast<std::uint32_t>(mode);
+    UpdateByteOrder();
+    if ((mode & kRead) && (mode & kChecksum) && !HasRightChecksum()) {
+        Close();
+        m_lastError = eDamaged;
+        return false;
+    }
+    m_file.OpenWindow(ReadLimit());
+    m_lastError = eNone;
+    return true;
+}
+
+bool VAIFile::OpenFile(char const* path, long mode) {
+    if (mode & kRead) {
+        return m_file.OpenForReading(path);
+    }
+    if (!(mode & kWrite)) {
+        return false;
+    }
+    return (mode & kReplaceOnClose) ? m_file.OpenForReplacing(path)
+           : (mode & kChecksum)     ? m_file.OpenForChecksum(path)
+                                    : m_file.OpenForWriting(path);
 }
 
 bool VAIFile::Close() {
-    m_mode = 0;
-    m_depth = 0;
+    std::uint32_t const mode = std::exchange(m_mode, 0);
+    std::uint32_t const depth = std::exchange(m_depth, 0);
     if (!m_file.IsOpen()) {
         m_lastError = eNotOpen;
         return false;
     }
+    bool const isChecked = !(mode & kRead) && (mode & (kChecksum | kReplaceOnClose));
+    if (isChecked && depth > 0) {
+        m_file.CloseUnreplaced();
+        m_lastError = eChunkOpen;
+        return false;
+    }
+    if (isChecked && (mode & kChecksum)) {
+        AddChecksum();
+    }
     m_file.Close();
     return WriteResult();
+}
+
+/// Of all before it, as the body of the last chunk.
+bool VAIFile::AddChecksum() {
+    std::uint32_t checksum = 0;
+    if (!m_file.Checksum(checksum)) {
+        return false;
+    }
+    std::uint32_t const length = sizeof checksum;
+    unsigned char chunk[kChecksumSize];
+    std::memcpy(chunk, kChecksumId, kIdSize);
+    CopyNumber<std::uint32_t>(chunk + kIdSize, &length, m_swap);
+    CopyNumber<std::uint32_t>(chunk + kHeaderSize, &checksum, m_swap);
+    return m_file.Write(chunk, sizeof chunk);
+}
+
+/// Reads the file from its start and goes back there.
+bool VAIFile::HasRightChecksum() {
+    long left = m_file.Length() - static_cast<long>(kChecksumSize);
+    Crc32 sum;
+    unsigned char bytes[4096];
+    while (left > 0) {
+        std::size_t const size = std::min(sizeof bytes, static_cast<std::size_t>(left));
+        if (m_file.Read(bytes, size) < size) {
+            return false;
+        }
+        sum.Add(bytes, size);
+        left -= static_cast<long>(size);
+    }
+    std::uint32_t length = 0;
+    std::uint32_t checksum = 0;
+    if (left < 0 || m_file.Read(bytes, kChecksumSize) < kChecksumSize) {
+        return false;
+    }
+    CopyNumber<std::uint32_t>(&length, bytes + kIdSize, m_swap);
+    CopyNumber<std::uint32_t>(&checksum, bytes + kHeaderSize, m_swap);
+    return std::memcmp(bytes, kChecksumId, kIdSize) == 0 && length == sizeof checksum &&
+           checksum == sum.Value() && m_file.Seek(0, SEEK_SET);
 }
 
 void VAIFile::SetLE(bool littleEndian) {
@@ -138,7 +206,6 @@ bool VAIFile::CloseWrittenChunk() {
         return false;
     }
     long const start = m_chunkStarts[--m_depth];
-    m_file.Flush();
     long const bodyEnd = m_file.Position();
     if ((m_mode & kPadChunks) && bodyEnd % 2 != 0) {
         unsigned char const pad = 0;
@@ -318,6 +385,34 @@ void VAIFile::CopyValue(void* to, void const* from, unsigned long size) const no
     }
 }
 
+void VAIFile::CopyValues(void* to, void const* from, unsigned long count, unsigned long size) const noexcept {
+    if (!m_swap || size == 1) {
+        std::memcpy(to, from, count * size);
+    } else if (size == 2) {
+        CopyNumbersSwapped<std::uint16_t>(to, from, count);
+    } else if (size == 4) {
+        CopyNumbersSwapped<std::uint32_t>(to, from, count);
+    } else {
+        CopyNumbersSwapped<std::uint64_t>(to, from, count);
+    }
+}
+
+unsigned long VAIFile::WriteBlock(void const* values, unsigned long count, unsigned long size) {
+    count = std::min(count, m_file.RoomLeft() / size);
+    if (count > 0) {
+        CopyValues(m_file.Put(count * size), values, count, size);
+    }
+    return count;
+}
+
+unsigned long VAIFile::ReadBlock(void* values, unsigned long count, unsigned long size, eReadRule rule) {
+    count = rule != eReadRule::eOnlyInChunk || m_depth ? std::min(count, m_file.WindowLeft() / size) : 0;
+    if (count > 0) {
+        CopyValues(values, m_file.Take(count * size), count, size);
+    }
+    return count;
+}
+
 bool VAIFile::ReadValue(void* bits, unsigned long size, eReadRule rule) {
     // Every rule but one allows reading what is in the window.
     if (rule != eReadRule::eOnlyInChunk || m_depth) {
@@ -450,6 +545,7 @@ bool VAIFile::AcceptLength(unsigned long length) {
     left = std::min(left, GetFileRemaining());
     unsigned long const excess = length - std::min(length, left);
     if (excess > VData::kMaxUnbackedLength - m_unbacked) {
+        NoteLoss(LoadReport::kNotRead, "a length beyond the end");
         return false;
     }
     m_unbacked += excess;

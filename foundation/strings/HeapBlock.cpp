@@ -42,7 +42,7 @@ void HeapBlock::Trim(std::size_t needed) noexcept {
     }
 }
 
-void HeapBlock::Free() noexcept {
+void HeapBlock::FreeBlock() noexcept {
     std::free(std::exchange(m_bytes, nullptr));
     m_size = 0;
 }

@@ -5,7 +5,7 @@
 
 namespace VFoundation {
 
-/// The memory of strings and byte buffers. Installed because `VString` and `VData` hold one by value; use those.
+/// The memory of byte buffers and long strings. Installed because `VData` and `VString` hold one by value; use those.
 ///
 /// A block grows geometrically and moves by `realloc`, whatever capacity its owner reports: appending in small steps
 /// costs a constant amount per byte.
@@ -35,7 +35,11 @@ class HeapBlock {
     bool Replace(std::size_t needed) noexcept;
     /// Shrinks the block to `needed` bytes (more than 0) if that frees at least half of it.
     void Trim(std::size_t needed) noexcept;
-    void Free() noexcept;
+    void Free() noexcept {
+        if (m_bytes) {
+            FreeBlock();
+        }
+    }
     void Swap(HeapBlock& other) noexcept {
         std::swap(m_bytes, other.m_bytes);
         std::swap(m_size, other.m_size);
@@ -43,6 +47,7 @@ class HeapBlock {
 
   private:
     bool GrowBlock(std::size_t needed) noexcept;
+    void FreeBlock() noexcept;
 
     char* m_bytes = nullptr;
     std::size_t m_size = 0;

@@ -22,6 +22,11 @@ VData::VData(VData const& other) : Registered(nullptr) {
     *this = other;
 }
 
+// Making the record could throw; it is there, as `other` is.
+VData::VData(VData&& other) noexcept : Registered(LoadClassSlot(ms_theClass)) {
+    Swap(other);
+}
+
 VData::~VData() = default;
 
 VData* VData::New() {
@@ -38,6 +43,15 @@ VData& VData::operator=(VData const& other) {
         if (m_length) {
             std::memcpy(Bytes(), other.Bytes(), m_length);
         }
+    }
+    return *this;
+}
+
+VData& VData::operator=(VData&& other) noexcept {
+    if (this != &other) {
+        m_block.Free();
+        m_length = 0;
+        Swap(other);
     }
     return *this;
 }

@@ -32,13 +32,16 @@ class VData : public Registered<VData, VObject> {
     /// `length` zero bytes.
     explicit VData(unsigned long length = 0) : VData(nullptr, length) {}
     VData(VData const& other);
+    /// Takes the bytes; `other` is empty then.
+    VData(VData&& other) noexcept;
     ~VData() override;
 
     /// An empty buffer (owned).
-    static VData* New();
+    [[nodiscard]] static VData* New();
     /// The same bytes in a buffer of their own (owned).
-    VData* Copy() const override;
+    [[nodiscard]] VData* Copy() const override;
     VData& operator=(VData const& other);
+    VData& operator=(VData&& other) noexcept;
 
     /// The buffer, 16-byte aligned (borrowed until the next `SetLength`); null when the length is 0.
     unsigned char* Bytes() noexcept { return reinterpret_cast<unsigned char*>(m_block.Bytes()); }

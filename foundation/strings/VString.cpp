@@ -5,6 +5,7 @@
 #include "foundation/core/internal/ClassOwned.h"
 #include "foundation/host/VFileManager.h"
 #include "foundation/persistence/IAIFile.h"
+#include "foundation/strings/internal/NumberText.h"
 
 #include <algorithm>
 #include <charconv>
@@ -14,7 +15,7 @@
 #include <functional>
 #include <memory>
 #include <new>
-#include <string_view>
+#include <ostream>
 #include <strings.h>
 #include <typeinfo>
 
@@ -47,11 +48,33 @@ std::atomic<VString*> VString::ms_emptyString{nullptr};
 
 VString::VString(VClass* cls, char const* text) : Registered(cls) {
     text = text ? text : "";
-    Assign(text, std::strlen(text));
+    unsigned long const length = std::strlen(text);
+    m_block.Replace(kFirstCapacity); // needs no memory
+    if (length < kFirstCapacity - 1) {
+        std::memcpy(m_block.Bytes(), text, length + 1);
+        m_length = static_cast<std::uint32_t>(length);
+        m_capacity = kFirstCapacity;
+    } else {
+        Assign(text, length);
+    }
+}
+
+VString::VString(VClass* cls, std::string_view text) : Registered(cls) {
+    Assign(text);
 }
 
 VString::VString(VString const& other) : Registered(nullptr) {
     Assign(other.CString(), other.m_length, other.m_mayHoldNul);
+}
+
+// Making the record could throw; it is there, as `other` is.
+VString::VString(VString&& other) noexcept : Registered(LoadClassSlot(ms_theClass)) {
+    Assign("", 0);
+    if (other.m_block.IsInline() || !other.m_block.Bytes()) {
+        *this = std::move(other);
+    } else {
+        Take(other, other.m_capacity);
+    }
 }
 
 VString::~VString() {
@@ -85,10 +108,18 @@ VString* VString::EmptyString() {
 
 // The buffer
 
+namespace {
+
+unsigned long CapacityFor(unsigned long size) {
+    return size - size % kAllocateStep + kAllocateStep;
+}
+
+} // namespace
+
 /// Makes room for a new text of less than `size` bytes and forgets the old one. `keepBytes` is for a new text that
 /// stands in the buffer already.
 bool VString::Allocate(unsigned long size, bool keepBytes) noexcept {
-    unsigned long const capacity = size - size % kAllocateStep + kAllocateStep;
+    unsigned long const capacity = CapacityFor(size);
     delete[] m_secondBuffer;
     m_secondBuffer = nullptr;
     bool const allocated =
@@ -144,6 +175,21 @@ void VString::Assign(char const* text, unsigned long length, bool mayHoldNul) no
     Cut(length);
 }
 
+void VString::Assign(std::string_view text) noexcept {
+    text = UpToNul(text);
+    Assign(text.empty() ? "" : text.data(), text.size());
+}
+
+/// Takes text and heap memory of `other`, which becomes the empty string.
+void VString::Take(VString& other, unsigned long capacity) noexcept {
+    m_block.TakeHeap(other.m_block);
+    m_length = std::exchange(other.m_length, 0);
+    m_mayHoldNul = std::exchange(other.m_mayHoldNul, false);
+    m_capacity = narrow_cast<std::uint32_t>(capacity);
+    other.m_capacity = 0;
+    other.Assign("", 0);
+}
+
 bool VString::AppendBytes(char const* text, unsigned long count) noexcept {
     unsigned long const total = m_length + count;
     if (total > kMaxLength) {
@@ -167,15 +213,6 @@ bool VString::AppendBytes(char const* text, unsigned long count) noexcept {
     return true;
 }
 
-bool VString::AppendOne(char character) noexcept {
-    if (m_length + 1UL >= m_capacity) {
-        return AppendBytes(&character, 1);
-    }
-    m_block.Bytes()[m_length] = character;
-    Cut(m_length + 1UL);
-    return true;
-}
-
 // Assignment
 
 VString& VString::operator=(VString const& other) {
@@ -185,6 +222,25 @@ VString& VString::operator=(VString const& other) {
         } else {
             Cut(0);
         }
+    }
+    return *this;
+}
+
+VString& VString::operator=(VString&& other) noexcept {
+    if (this == &other) {
+        return *this;
+    }
+    bool const isLonger = other.m_length >= m_capacity;
+    bool const isWorthTaking = isLonger || other.m_block.Size() >= m_capacity;
+    if (other.m_block.Bytes() && !other.m_block.IsInline() && isWorthTaking) {
+        // The capacity is that which a copy would have, if there is memory for it.
+        unsigned long const capacity = isLonger ? CapacityFor(other.m_length + 1UL) : m_capacity;
+        Take(other, other.m_block.Grow(capacity) ? capacity : other.m_capacity);
+        return *this;
+    }
+    *this = static_cast<VString const&>(other);
+    if (m_block.Bytes()) {
+        other.Cut(0);
     }
     return *this;
 }
@@ -250,6 +306,24 @@ void VString::Format(char const* format, ...) {
     *this = text;
 }
 
+bool VString::FormatWhole(char const* format, ...) {
+    std::va_list arguments;
+    va_start(arguments, format);
+    std::va_list again;
+    va_copy(again, arguments);
+    int const length = format ? std::vsnprintf(nullptr, 0, format, arguments) : -1;
+    VString text; // not this string, which may be an argument
+    bool const isWhole = length >= 0 && text.Reallocate(static_cast<unsigned long>(length) + 1);
+    if (isWhole) {
+        FormatCut(text.m_block.Bytes(), static_cast<unsigned long>(length) + 1, format, again);
+        text.Cut(std::strlen(text.m_block.Bytes()));
+    }
+    va_end(again);
+    va_end(arguments);
+    *this = std::move(text);
+    return isWhole;
+}
+
 // Appending
 
 void VString::Append(char const* text) {
@@ -258,16 +332,11 @@ void VString::Append(char const* text) {
     }
 }
 
-VString& VString::operator<<(char const* text) {
-    Append(text);
-    return *this;
-}
-
-VString& VString::operator<<(char character) {
-    if (character != '\0') {
-        AppendOne(character);
+void VString::AppendText(std::string_view text) noexcept {
+    text = UpToNul(text);
+    if (!text.empty()) {
+        AppendBytes(text.data(), text.size());
     }
-    return *this;
 }
 
 VString& VString::operator<<(int number) {
@@ -275,6 +344,38 @@ VString& VString::operator<<(int number) {
     char const* const end = std::to_chars(digits, digits + sizeof digits, number).ptr;
     AppendBytes(digits, static_cast<unsigned long>(std::min<long>(end - digits, kIntCharacters)));
     return *this;
+}
+
+VString& VString::operator<<(unsigned int number) {
+    return *this << static_cast<unsigned long long>(number);
+}
+
+VString& VString::operator<<(long number) {
+    return *this << static_cast<long long>(number);
+}
+
+VString& VString::operator<<(unsigned long number) {
+    return *this << static_cast<unsigned long long>(number);
+}
+
+VString& VString::operator<<(long long number) {
+    return *this << NumberText(number).CString();
+}
+
+VString& VString::operator<<(unsigned long long number) {
+    return *this << NumberText(number).CString();
+}
+
+VString& VString::operator<<(float number) {
+    return *this << NumberText(number).CString();
+}
+
+VString& VString::operator<<(double number) {
+    return *this << NumberText(number).CString();
+}
+
+VString& VString::operator<<(long double number) {
+    return *this << NumberText(number).CString();
 }
 
 VString& VString::operator<<(VObject const& object) {
@@ -290,8 +391,21 @@ long VString::Find(char character) const noexcept {
     return found ? static_cast<char const*>(found) - m_block.Bytes() : -1;
 }
 
+long VString::FindText(std::string_view text, unsigned long from) const noexcept {
+    std::size_t const found = View().find(text, from);
+    return found == text.npos ? -1 : narrow_cast<long>(found);
+}
+
+VString VString::Substring(unsigned long from, unsigned long count) const {
+    return from < m_length ? VString(View().substr(from, count)) : VString();
+}
+
+bool VString::IsSame(std::string_view text) const noexcept {
+    return m_length == text.size() && (text.empty() || std::strncmp(CString(), text.data(), m_length) == 0);
+}
+
 bool VString::operator==(VString const& other) const {
-    return m_length == other.m_length && std::strncmp(CString(), other.CString(), m_length) == 0;
+    return IsSame(other.View());
 }
 
 bool VString::operator==(char const* text) const {
@@ -313,10 +427,9 @@ bool VString::IsEqual(VObject const& other) const {
 // Paths
 
 void VString::DeleteLastPathComponent() {
-    std::string_view const text(CString(), m_length);
-    std::size_t const backslash = text.rfind('\\');
-    std::size_t const separator = backslash != text.npos ? backslash : text.rfind('/');
-    if (separator != text.npos) {
+    bool const hasBackslash = m_length && std::memchr(m_block.Bytes(), '\\', m_length);
+    std::size_t const separator = View().rfind(hasBackslash ? '\\' : '/');
+    if (separator != std::string_view::npos) {
         Cut(separator);
     }
 }
@@ -325,22 +438,33 @@ void VString::AppendPathComponent(char const* component) {
     if (!component) {
         return;
     }
-    if (Owns(component)) {
-        VString const copy(component); // the separator moves or covers the original
+    unsigned long const count = std::strlen(component);
+    bool const isJoined = !m_length || IsSeparator(m_block.Bytes()[m_length - 1]) || IsSeparator(*component);
+    unsigned long const start = m_length + (isJoined ? 0UL : 1UL);
+    if (start + count < m_capacity) {
+        char* const bytes = m_block.Bytes();
+        std::memmove(bytes + start, component, count); // first: the separator may cover it
+        if (!isJoined) {
+            bytes[m_length] = VFileManager::HostFileSystemPathComponentSeparator();
+        }
+        Cut(start + count);
+    } else if (Owns(component)) {
+        VString const copy(component); // the original moves
         if (copy.m_capacity) {
             AppendPathComponent(copy.CString());
         } else {
             DropBuffer();
         }
-        return;
-    }
-    bool const isJoined = !m_length || IsSeparator(m_block.Bytes()[m_length - 1]) || IsSeparator(*component);
-    if (isJoined || AppendOne(VFileManager::HostFileSystemPathComponentSeparator())) {
-        AppendBytes(component, std::strlen(component));
+    } else if (isJoined || AppendOne(VFileManager::HostFileSystemPathComponentSeparator())) {
+        AppendBytes(component, count);
     }
 }
 
 // Description, persistence, pool
+
+std::ostream& operator<<(std::ostream& stream, VString const& text) {
+    return stream << text.CString();
+}
 
 void VString::GetDescription(VString& out) const {
     out.Format("[%s] ", ClassName());
@@ -382,9 +506,7 @@ long VString::GetRecycledStringsCount() {
 }
 
 void VString::ReleaseAllRecycledStrings() {
-    if (auto* const pool = ms_recycledStrings.load(std::memory_order_acquire)) {
-        pool->RemoveAllObjects();
-    }
+    TRecyclePool<VString>::Empty(ms_recycledStrings);
 }
 
 // C strings

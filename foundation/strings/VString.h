@@ -1,15 +1,32 @@
 #pragma once
 
 #include "foundation/core/Registered.h"
-#include "foundation/strings/HeapBlock.h"
+#include "foundation/strings/InlineBlock.h"
 
 #include <atomic>
+#include <compare>
+#include <concepts>
 #include <cstdint>
+#include <iosfwd>
+#include <string>
+#include <string_view>
+#include <type_traits>
 
 namespace VFoundation {
 
 template <class T>
 class VObjectRingBufferTmpl;
+
+namespace detail {
+
+/// Text of another kind than a C string, such as `std::string` and `std::string_view`. A `VString`, being an object
+/// too, is not meant.
+template <class Text>
+concept StdText = std::is_convertible_v<Text const&, std::string_view> &&
+                  !std::is_convertible_v<Text const&, char const*> &&
+                  !std::is_base_of_v<VObject, Text>;
+
+} // namespace detail
 
 /// The library's string: owned, NUL-terminated 8-bit text with a length and a capacity, also used for paths.
 /// No encoding is assumed: comparison is byte-wise.
@@ -17,13 +34,19 @@ class VObjectRingBufferTmpl;
 ///     VString path("/opt/app");
 ///     path.AppendPathComponent("icons");      // "/opt/app/icons"
 ///     path << '/' << 42;                      // numbers and characters append too
+///     path.View().starts_with("/opt");        // what std::string_view can do
 ///
+/// Text comes as a C string, a `std::string`, a `std::string_view` or a `VString`; it ends at its first NUL.
 /// Text given to an operation may be a part of the string itself. Null text is empty text, also as a format. When
 /// memory runs out, the string is left without a buffer (length and capacity 0) and stays usable. Text that would
 /// make it longer than `kMaxLength` is refused and leaves the string as it was. The length is the position of the
 /// first NUL, except after `Set`.
 ///
-/// To append the text of a string `t`, append `t.CString()`. There is no conversion to `char const*`.
+/// There is no conversion to `char const*`; `CString()` gives one.
+///
+/// Texts of less than 127 bytes need no memory besides the object. As a key of a hashed container:
+///
+///     std::unordered_map<VString, int, std::hash<VString>, std::equal_to<>> counts; // found by any kind of text
 ///
 /// Released strings go to a pool of `kPoolCapacity` objects, from which `New` and `NewString` take theirs.
 ///
@@ -47,21 +70,36 @@ class VString : public Registered<VString, VObject> {
     VString(char const* text) : VString(nullptr, text) {}
     /// As `operator=`; the copy of a string without a buffer has one.
     VString(VString const& other);
+    /// Takes text, buffer and capacity; `other` is the empty string then.
+    VString(VString&& other) noexcept;
+    template <detail::StdText Text>
+    VString(Text const& text) : VString(nullptr, static_cast<std::string_view>(text)) {}
     ~VString() override;
 
     /// An empty string (owned), from the pool when it has one.
-    static VString* New();
+    [[nodiscard]] static VString* New();
     /// A copy of `text` (owned); null gives an empty string.
-    static VString* NewString(char const* text);
+    [[nodiscard]] static VString* NewString(char const* text);
     /// The text up to the first NUL as a new string (owned).
-    VString* Copy() const override;
+    [[nodiscard]] VString* Copy() const override;
     /// A shared empty string (borrowed). Do not change it.
     static VString* EmptyString();
 
     VString& operator=(VString const& other);
+    /// As the copy; `other` is the empty string then. When memory runs out, `other` keeps its text.
+    VString& operator=(VString&& other) noexcept;
     VString& operator=(char const* text);
+    template <detail::StdText Text>
+    VString& operator=(Text const& text) {
+        Assign(static_cast<std::string_view>(text));
+        return *this;
+    }
     /// The one character; the zero character clears.
     VString& operator=(char character);
+    /// A number is no text: append it to the empty string.
+    template <class Number>
+    requires(std::is_arithmetic_v<Number> && !std::same_as<Number, char>) VString&
+    operator=(Number number) = delete;
 
     /// Takes the first `length` bytes of `text`. Where the text is shorter, the rest is NUL. With the string's own
     /// `CString()`, cuts it to `length` or extends it with NULs, in place; does nothing when `length` is not below the
@@ -71,18 +109,49 @@ class VString : public Registered<VString, VObject> {
     void Set(char const* text, unsigned long length);
 
     void Append(char const* text);
-    VString& operator<<(char const* text);
+    void Append(VString const& text) { AppendText(text.View()); }
+    template <detail::StdText Text>
+    void Append(Text const& text) {
+        AppendText(static_cast<std::string_view>(text));
+    }
+    VString& operator<<(char const* text) {
+        Append(text);
+        return *this;
+    }
+    template <detail::StdText Text>
+    VString& operator<<(Text const& text) {
+        Append(text);
+        return *this;
+    }
     /// Appends one character; the zero character appends nothing.
-    VString& operator<<(char character);
+    VString& operator<<(char character) {
+        if (character != '\0') {
+            AppendOne(character);
+        }
+        return *this;
+    }
     VString& operator+=(char character) { return *this << character; }
-    /// Appends the number in decimal.
+    /// Appends the number in decimal. `bool`, `short` and characters other than `char` append as numbers, too.
     /// DELIBERATE: ten characters at most; a number of eleven ("-2147483648") loses its last digit.
     VString& operator<<(int number);
+    // Any other number is appended whole: a float with 6 significant digits, a double with 16, a long double with 18,
+    // with "." whatever the locale.
+    VString& operator<<(unsigned int number);
+    VString& operator<<(long number);
+    VString& operator<<(unsigned long number);
+    VString& operator<<(long long number);
+    VString& operator<<(unsigned long long number);
+    VString& operator<<(float number);
+    VString& operator<<(double number);
+    VString& operator<<(long double number);
     /// Appends the object's description.
     /// DELIBERATE: that of a string, too; `s << t` appends "[VString] ".
     VString& operator<<(VObject const& object);
     /// Sets the string to the formatted text, printf-style, cut to `kFormatSize` - 1 bytes.
     void Format(char const* format, ...) __attribute__((format(printf, 2, 3)));
+    /// As `Format`, but keeps the whole text. False, with the string empty, when the C library refuses the format or
+    /// memory runs out.
+    bool FormatWhole(char const* format, ...) __attribute__((format(printf, 2, 3)));
 
     unsigned long Length() const noexcept { return m_length; }
     /// The size of the buffer in bytes, terminator included; 0 without a buffer.
@@ -91,22 +160,58 @@ class VString : public Registered<VString, VObject> {
     bool IsEmpty() const noexcept { return m_length == 0; }
     /// The text (borrowed until the next change); never null.
     char const* CString() const noexcept { return m_block.Bytes() ? m_block.Bytes() : ""; }
+    /// `Length()` bytes from `CString()` on (borrowed until the next change).
+    std::string_view View() const noexcept { return {CString(), m_length}; }
+    operator std::string_view() const noexcept { return View(); }
+    std::string StdString() const { return std::string(View()); }
+    /// `count` bytes from `from` on, or as many as there are.
+    VString Substring(unsigned long from, unsigned long count = kMaxLength) const;
     /// 0 for an index that is not below the length.
     char GetCharAtIndex(unsigned long index) const noexcept {
         return index < m_length ? m_block.Bytes()[index] : '\0';
     }
     /// The index of the first occurrence, or -1.
     long Find(char character) const noexcept;
+    /// The index of the first occurrence of `text` that does not start before `from`, or -1. The empty text is found at
+    /// once.
+    template <class Text>
+    requires(std::is_convertible_v<Text const&, char const*> ||
+             std::is_convertible_v<Text const&, std::string_view>) long Find(Text const& text,
+                                                                             unsigned long from =
+                                                                                 0) const noexcept {
+        if constexpr (std::is_convertible_v<Text const&, char const*>) {
+            char const* const characters = text;
+            return FindText(characters ? characters : "", from);
+        } else {
+            return FindText(text, from);
+        }
+    }
 
     /// Same length and same text.
     virtual bool operator==(VString const& other) const;
     /// False for null.
     bool operator==(char const* text) const;
     bool operator!=(VString const& other) const { return !(*this == other); }
+    template <detail::StdText Text>
+    bool operator==(Text const& text) const {
+        return IsSame(static_cast<std::string_view>(text));
+    }
     bool operator!=(char const* text) const { return !(*this == text); }
+    friend bool operator==(char const* text, VString const& string) { return string == text; }
     /// Byte order of the texts; null is never greater.
     bool operator<(VString const& other) const;
     bool operator<(char const* text) const;
+    /// The same order; null comes first. Texts that are equivalent and differ in length (see `Set`) are not equal.
+    std::weak_ordering operator<=>(VString const& other) const noexcept {
+        return Compare(other.VisibleText());
+    }
+    std::weak_ordering operator<=>(char const* text) const noexcept {
+        return text ? Compare(text) : std::weak_ordering::greater;
+    }
+    template <detail::StdText Text>
+    std::weak_ordering operator<=>(Text const& text) const {
+        return Compare(static_cast<std::string_view>(text));
+    }
     /// Same class and same text.
     bool IsEqual(VObject const& other) const override;
 
@@ -136,7 +241,7 @@ class VString : public Registered<VString, VObject> {
     /// The C library's; returns the destination. Null text counts as empty.
     static char* strncpy(char* destination, char const* source, unsigned long size);
     /// A copy, owned by the caller (array delete). Null for null, and when memory runs out.
-    static char* strdup(char const* text);
+    [[nodiscard]] static char* strdup(char const* text);
     /// Compares ignoring case, by the C library's rules. Null sorts first.
     static int stricmp(char const* a, char const* b);
     /// Formats at most `size` - 1 bytes and a terminator into `buffer`; writes nothing when `size` is 0. True.
@@ -154,24 +259,57 @@ class VString : public Registered<VString, VObject> {
   protected:
     /// For derived classes, with their record or null.
     VString(VClass* cls, char const* text);
+    VString(VClass* cls, std::string_view text);
 
   private:
+    friend struct std::hash<VString>;
+
+    /// What the first buffer reports, and has.
+    static constexpr std::size_t kFirstCapacity = 128;
+
+    static std::string_view UpToNul(std::string_view text) noexcept {
+        return text.substr(0, text.find('\0'));
+    }
+    /// The text up to its first NUL.
+    std::string_view VisibleText() const noexcept { return m_mayHoldNul ? UpToNul(View()) : View(); }
+    bool IsSame(std::string_view text) const noexcept;
+    std::weak_ordering Compare(std::string_view text) const noexcept {
+        return VisibleText() <=> UpToNul(text);
+    }
+    long FindText(std::string_view text, unsigned long from) const noexcept;
+
     bool Allocate(unsigned long size, bool keepBytes = false) noexcept;
     bool Reallocate(unsigned long size) noexcept;
     void Assign(char const* text, unsigned long length, bool mayHoldNul = false) noexcept;
+    void Assign(std::string_view text) noexcept;
+    void AppendText(std::string_view text) noexcept;
     bool AppendBytes(char const* text, unsigned long count) noexcept;
-    bool AppendOne(char character) noexcept;
+    bool AppendOne(char character) noexcept {
+        unsigned long const length = m_length + 1UL;
+        if (length >= m_capacity) {
+            return AppendBytes(&character, 1);
+        }
+        char* const end = m_block.Bytes() + length;
+        end[-1] = character;
+        *end = '\0';
+        m_length = static_cast<std::uint32_t>(length);
+        return true;
+    }
     bool Owns(char const* text) const noexcept;
     void Cut(unsigned long length) noexcept;
+    void Take(VString& other, unsigned long capacity) noexcept;
     void DropBuffer() noexcept;
 
-    HeapBlock m_block;
     std::uint32_t m_length = 0;
     std::uint32_t m_capacity = 0;
     mutable bool m_inPool = false;
     bool m_mayHoldNul = false;      // false: the length is the position of the first NUL
     char* m_secondBuffer = nullptr; // array new, freed with the first; no operation fills it
+    InlineBlock<kFirstCapacity> m_block;
 };
+
+/// Writes the text up to its first NUL.
+std::ostream& operator<<(std::ostream& stream, VString const& text);
 
 /// A size as another type. Nothing is checked: high bits that do not fit are dropped.
 inline unsigned short sizet2ushort(unsigned long size) {
@@ -185,3 +323,20 @@ inline unsigned long sizet2ulong(unsigned long size) {
 }
 
 } // namespace VFoundation
+
+/// Equal texts have equal hashes, whatever their kind. Transparent, so that a container finds a `VString` by a
+/// `std::string_view` or a C string.
+template <>
+struct std::hash<VFoundation::VString> {
+    using is_transparent = void;
+
+    std::size_t operator()(VFoundation::VString const& text) const noexcept {
+        return std::hash<std::string_view>{}(text.VisibleText());
+    }
+    std::size_t operator()(std::string_view text) const noexcept {
+        return std::hash<std::string_view>{}(VFoundation::VString::UpToNul(text));
+    }
+    std::size_t operator()(char const* text) const noexcept {
+        return std::hash<std::string_view>{}(text ? text : "");
+    }
+};

@@ -21,7 +21,7 @@ bool IsIn(VObjectRef<VString> const& set, char character) {
 
 VClass* VStringTokenizer::ms_theClass = nullptr;
 
-VStringTokenizer::VStringTokenizer(char const* text, char delimiter) : Registered(nullptr) {
+VStringTokenizer::VStringTokenizer(VClass* cls, char const* text, char delimiter) : Registered(cls) {
     SetStringToTokenize(text);
     SetTokenizationCharacter(delimiter);
     GetNumberOfTokens();

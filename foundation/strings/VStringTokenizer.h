@@ -30,10 +30,10 @@ class VStringTokenizer : public Registered<VStringTokenizer, VObject> {
 
     explicit VStringTokenizer(VClass* cls = nullptr) : Registered(cls) {}
     /// Also counts the tokens. Null is the empty text; the zero character is no delimiter.
-    VStringTokenizer(char const* text, char delimiter);
+    VStringTokenizer(char const* text, char delimiter) : VStringTokenizer(nullptr, text, delimiter) {}
     VStringTokenizer(VStringTokenizer const&) = delete;
     VStringTokenizer& operator=(VStringTokenizer const&) = delete;
-    static VStringTokenizer* New() { return new VStringTokenizer; }
+    [[nodiscard]] static VStringTokenizer* New() { return new VStringTokenizer; }
 
     /// Starts again on another text. The count of tokens stays that of the old one until
     /// `GetNumberOfTokens`.
@@ -55,7 +55,11 @@ class VStringTokenizer : public Registered<VStringTokenizer, VObject> {
     /// unless `keepQuotes`.
     bool GetNextToken(VString& token, bool keepQuotes);
     /// The token as a new string (owned); null when there is none. Throws as `VString::New` does.
-    VString* GetNextToken(bool keepQuotes);
+    [[nodiscard]] VString* GetNextToken(bool keepQuotes);
+
+  protected:
+    /// For derived classes, with their record or null.
+    VStringTokenizer(VClass* cls, char const* text, char delimiter);
 
   private:
     bool FindToken(std::uint32_t start);

@@ -93,6 +93,7 @@ class VJob : public Registered<VJob, VObject> {
         : VJob(description, delegate, cls) {}
 
   private:
+    friend class VJobPool;
     friend class VJobServer;
 
     std::atomic<IVJobDelegate*> m_delegate;

@@ -55,15 +55,15 @@ VJobServer::VJobServer(VClass* cls, char const* name, int queueSize)
 }
 
 VJobServer::~VJobServer() {
-    WithoutThrowing([this] { VLog::Trace("VJobServer [DESTRUCTOR]: %s  START\n", m_name.CString()); });
+    WithoutThrowing([this] { VLog::TraceRoutine("VJobServer [DESTRUCTOR]: %s  START\n", m_name.CString()); });
     bool const stopped = m_runningLock.TryLock(kRunningLockTry);
     WithoutThrowing([&] {
-        VLog::Trace("VJobServer [DESTRUCTOR]: %s  Server running: %s\n", m_name.CString(),
-                    stopped ? "no" : "yes");
+        VLog::TraceRoutine("VJobServer [DESTRUCTOR]: %s  Server running: %s\n", m_name.CString(),
+                           stopped ? "no" : "yes");
     });
     m_waiting.reset();
     m_currentJob.Exchange(nullptr);
-    WithoutThrowing([this] { VLog::Trace("VJobServer [DESTRUCTOR]: %s  END\n", m_name.CString()); });
+    WithoutThrowing([this] { VLog::TraceRoutine("VJobServer [DESTRUCTOR]: %s  END\n", m_name.CString()); });
     RemoveFromServers(this);
 }
 

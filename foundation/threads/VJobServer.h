@@ -13,6 +13,7 @@
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 
 namespace VFoundation {
@@ -105,6 +106,12 @@ class VJobServer : public Registered<VJobServer, VObject> {
     /// Throws out all jobs that wait and asks the running one to stop (`VJob::AbortJob`, which may wait). True.
     bool KillAllJobs();
 
+    /// Jobs that failed on this server so far: `DoJob()` returned false, or an exception ended the job.
+    long FailedJobs() const noexcept { return m_failedJobs.load(std::memory_order_relaxed); }
+    /// Called once, on the server's thread and without a lock, for the next job that fails; the job is borrowed. It is
+    /// called whether or not the job has a delegate. What it throws is dropped. Null removes it.
+    void SetOnFirstFailure(std::function<void(VJob*)> callback);
+
     bool IsServerRunning() const noexcept { return m_state.load() == eRunning; }
     VString const& Name() const noexcept { return m_name; }
     /// While this lock (borrowed) is held the thread starts no other job.
@@ -169,6 +176,7 @@ class VJobServer : public Registered<VJobServer, VObject> {
     bool Work(VJob* job);
     void Report(VJob* job, bool succeeded);
     void FinishInterruptedJob();
+    void NoteFailure(VJob* job);
 
     static constexpr std::size_t kCacheLine = 64;
 
@@ -190,6 +198,8 @@ class VJobServer : public Registered<VJobServer, VObject> {
     mutable detail::Mutex m_threadLock;
     std::shared_ptr<ThreadPresence> m_presence VFOUNDATION_GUARDED_BY(m_threadLock);
     VObjectRef<VThread> m_thread VFOUNDATION_GUARDED_BY(m_threadLock);
+    std::atomic<long> m_failedJobs{0};
+    std::function<void(VJob*)> m_onFirstFailure VFOUNDATION_GUARDED_BY(m_jobsLock);
     std::atomic<bool> m_hasLostThread{false}; // in a child process, with what the thread worked on
     std::unique_ptr<ForkHook> const m_forkHook;
 };

@@ -5,6 +5,8 @@
 #include "foundation/threads/VJobServer.h"
 #include "foundation/threads/internal/WithoutThrowing.h"
 
+#include <utility>
+
 // One pass of a server's thread: it waits for a job, runs it, and tells the delegate and the log.
 
 namespace VFoundation {
@@ -65,6 +67,9 @@ void VJobServer::RunPass() {
     }
     m_stage = eWorking;
     bool const succeeded = Work(job);
+    if (!succeeded) {
+        NoteFailure(job);
+    }
     m_stage = eReporting;
     Report(job, succeeded);
     m_stage = eFinishing;
@@ -89,6 +94,23 @@ bool VJobServer::Work(VJob* job) {
     return succeeded;
 }
 
+void VJobServer::SetOnFirstFailure(std::function<void(VJob*)> callback) {
+    detail::MutexLock const lock(m_jobsLock);
+    std::swap(m_onFirstFailure, callback); // the one before is destroyed after the lock
+}
+
+void VJobServer::NoteFailure(VJob* job) {
+    m_failedJobs.fetch_add(1, std::memory_order_relaxed);
+    std::function<void(VJob*)> callback;
+    {
+        detail::MutexLock const lock(m_jobsLock);
+        std::swap(m_onFirstFailure, callback);
+    }
+    if (callback) {
+        WithoutThrowing([&] { callback(job); });
+    }
+}
+
 void VJobServer::Report(VJob* job, bool succeeded) {
     IVJobDelegate* const delegate = IsServerRunning() ? job->Delegate() : nullptr;
     if (delegate && succeeded) {
@@ -102,6 +124,7 @@ void VJobServer::Report(VJob* job, bool succeeded) {
 void VJobServer::FinishInterruptedJob() {
     auto const job = CurrentJob();
     if (job && m_stage == eWorking) {
+        NoteFailure(job.Get());
         m_stage = eReporting;
         Report(job.Get(), false);
     }

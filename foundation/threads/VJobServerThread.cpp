@@ -196,7 +196,7 @@ void VJobServer::ServerThread(ThreadScope& scope) {
     if (m_state.compare_exchange_strong(expected, eRunning)) {
         FutexWakeAll(m_state);
     }
-    WithoutThrowing([this] { VLog::Trace("[%s] thread STARTED\n", m_name.CString()); });
+    WithoutThrowing([this] { VLog::TraceRoutine("[%s] thread STARTED\n", m_name.CString()); });
     m_threadStart.store(m_clock.GetElapsedTime(), std::memory_order_relaxed);
     if (!scope.TakeRunningLock()) {
         WithoutThrowing([this] {
@@ -222,7 +222,7 @@ void VJobServer::LeaveThread(ThreadPresence& presence, bool holdsRunningLock) {
     VObjectRef<VThread> thread = TakeThread();
     VThread::UnregisterThread(thread.Get());
     thread.Exchange(nullptr);
-    WithoutThrowing([this] { VLog::Trace("[%s] thread ENDED\n", m_name.CString()); });
+    WithoutThrowing([this] { VLog::TraceRoutine("[%s] thread ENDED\n", m_name.CString()); });
     m_threadID.store(VThread::ThreadID{}, std::memory_order_relaxed);
     if (holdsRunningLock) {
         m_runningLock.Unlock();

@@ -42,6 +42,7 @@ SHARED = {
     "strings/internal/NumberText.h": "numbers as text whatever the locale, in XML and in the value classes",
     "threads/internal/EventFlag.h": "waiting for another thread, in the log's writer and the message centre",
     "threads/internal/ForkHook.h": "what loses its thread in a child process: servers, the log's writer, a centre's job",
+    "threads/internal/Futex.h": "sleep until a word changes, for lines that wait for room in the log's queue",
     "threads/internal/WithoutThrowing.h": "code that may not throw: destructors, handlers and the outermost frames of threads",
     "threads/internal/ThreadPresence.h": "whether a thread of the library is still there, servers and the log's writer",
 }

@@ -38,6 +38,7 @@ TEST(VFile, ReadsFromWhereItSeeks) {
     EXPECT_FALSE(file.IsEndOfFile());
     EXPECT_EQ(file.ReadBytes(buffer, sizeof buffer), 6U);
     EXPECT_EQ(file.ReadError(), 0);
+    EXPECT_TRUE(file.ErrorDescription().IsEmpty());
     EXPECT_STREQ(buffer, "456789");
     EXPECT_TRUE(file.IsEndOfFile());
     file.FileSeek(12, VFile::kFromStart);
@@ -67,7 +68,13 @@ TEST(VFile, OpensOnlyRegularFiles) {
     auto const open = openDescriptors();
     for (auto const& refused : {folder.Path("pipe"), folder.Path("pipelink"), folder.Path(""),
                                 folder.Path("no"), std::string("/dev/null")}) {
-        EXPECT_FALSE(VFile().OpenForReading(refused.c_str())) << refused;
+        VFile file;
+        EXPECT_FALSE(file.OpenForReading(refused.c_str())) << refused;
+        bool const isPipe = refused.find("pipe") != refused.npos || refused == "/dev/null";
+        std::string const reason = refused.back() == '/' ? "Is a directory"
+                                   : isPipe              ? "not a regular file"
+                                                         : "No such file or directory";
+        EXPECT_EQ("cannot open " + refused + ": " + reason, std::string(file.ErrorDescription().CString()));
     }
     EXPECT_EQ(openDescriptors(), open);
     std::filesystem::create_symlink(folder.Write("plain", "x"), folder.Path("link"));
@@ -100,6 +107,8 @@ TEST(VFile, TellsAFailedReadFromTheEnd) {
     EXPECT_EQ(broken.ReadBytes(buffer, sizeof buffer), 4U);
     EXPECT_EQ(broken.ReadError(), EIO);
     EXPECT_FALSE(broken.IsEndOfFile());
+    EXPECT_EQ("cannot read " + folder.Path("ten") + " at offset 4: Input/output error",
+              std::string(broken.ErrorDescription().CString()));
 }
 
 } // namespace

@@ -22,6 +22,18 @@
 #include <thread>
 
 namespace {
+std::time_t s_laterBy = 0;
+} // namespace
+
+/// Stands before the system's, so that the next day comes when a test says so.
+extern "C" std::time_t time(std::time_t* result) noexcept {
+    timespec now{};
+    ::clock_gettime(CLOCK_REALTIME, &now);
+    std::time_t const time = now.tv_sec + s_laterBy;
+    return result ? *result = time : time;
+}
+
+namespace {
 
 using namespace VFoundation;
 using namespace testing_support;
@@ -282,6 +294,46 @@ TEST(VLogFile, CountsTheLinesThatTheDiskRefuses) {
     EXPECT_GT(text.size(), kSpace - 50);
 }
 
+TEST(VLogFile, PutsItsFileAsideBySizeAndByDay) {
+    ScratchFile const file;
+    auto const aside = [&](int number) { return BytesOf(file.Path() + ("." + std::to_string(number))); };
+    for (bool const threaded : {false, true}) {
+        auto const log = NewLog(file.Path());
+        EXPECT_TRUE(log->SetRotation({100, false, 2}));
+        EXPECT_EQ(threaded && log->StartLoggingThread(), threaded);
+        Numbered(10, 60, log.Get()); // 8 bytes each, 10 to a file
+        EXPECT_TRUE(log->ShutdownLoggingThread());
+        EXPECT_TRUE(log->Close());
+        EXPECT_EQ(AfterTheDate(file.Bytes()), Numbered(50, 60));
+        EXPECT_EQ(AfterTheDate(aside(1)), Numbered(40, 50));
+        EXPECT_EQ(AfterTheDate(aside(2)), Numbered(30, 40));
+        EXPECT_FALSE(std::filesystem::exists(file.Path() + std::string(".3")));
+    }
+    auto const log = NewLog(file.Path());
+    log->SetRotation({0, true});
+    log->AddString("today\n");
+    s_laterBy = 24L * 60 * 60;
+    log->AddString("tomorrow\n");
+    EXPECT_TRUE(log->Close());
+    s_laterBy = 0;
+    EXPECT_EQ(AfterTheDate(file.Bytes()), "tomorrow\n");
+    EXPECT_EQ(AfterTheDate(aside(1)), "today\n");
+}
+
+TEST(VLogFile, GoesOnWithAFileThatCannotBePutAside) {
+    ScratchFile const file;
+    std::filesystem::create_directories(file.Path() + std::string(".1/full"));
+    auto const log = NewLog(file.Path());
+    log->SetRotation({40, false, 1});
+    std::string const lines = Numbered(0, 50, log.Get());
+    EXPECT_TRUE(log->Close());
+    EXPECT_EQ(AfterTheDate(file.Bytes()), lines);
+    auto const device = NewLog("/dev/null");
+    device->SetRotation({1, true, 1});
+    Numbered(0, 3, device.Get());
+    EXPECT_FALSE(std::filesystem::exists("/dev/null.1"));
+}
+
 TEST(VLogFile, FlushesEachLineWhenToldTo) {
     ScratchFile const file;
     auto const log = NewLog(file.Path());
@@ -372,8 +424,30 @@ class VLogFileStuck : public testing::Test {
 };
 
 TEST_F(VLogFileStuck, LosesNothingThatItAccepted) {
-    auto const reading = std::async(std::launch::async, [this] { ReadAll(); });
+    m_log->SetFullQueueWait(1);
+    m_log->AddString("dropped\n"); // after the wait
+    EXPECT_EQ(m_log->DroppedLines(), m_dropped + 1);
+    m_log->SetFullQueueWait(60'000);
+    std::future<void> reading;
+    int const number = m_added++;
+    ExpectWaits([&] { return !Numbered(number, number + 1, m_log.Get()).empty(); },
+                [&] { reading = std::async(std::launch::async, [this] { ReadAll(); }); });
+    EXPECT_EQ(m_log->DroppedLines(), m_dropped + 1);
     EXPECT_TRUE(m_log->ShutdownLoggingThread());
+    EXPECT_TRUE(m_log->Close());
+}
+
+TEST_F(VLogFileStuck, KeepsNoLineWaitingOnceItsShutDownHasBegun) {
+    m_log->SetFullQueueWait(600'000);
+    std::future<bool> stopping;
+    ExpectWaits([this] { return m_log->AddString("direct\n"), true; },
+                [&] {
+                    stopping =
+                        std::async(std::launch::async, [this] { return m_log->ShutdownLoggingThread(); });
+                });
+    EXPECT_EQ(m_log->DroppedLines(), m_dropped + 1) << "no way past the thread";
+    auto const reading = std::async(std::launch::async, [this] { ReadAll(); });
+    EXPECT_TRUE(stopping.get());
     EXPECT_TRUE(m_log->Close());
 }
 

@@ -325,6 +325,77 @@ TEST_F(VLogTest, WritesTheLinesOfItsEndToTheDefaultLogUnlessItIsThat) {
     EXPECT_EQ(WithoutTimes(m_lines), (Lines{"[ c - END ] T\n", "destroyed\n"}));
 }
 
+TEST_F(VLogTest, LeavesOutLinesBelowItsLevel) {
+    for (long const level : {0L, 1L, 3L}) {
+        m_log->SetLevel(level);
+        VLog::TraceAt(VLog::eDebug, "%i\n", 1);
+        VLog::TraceAt(VLog::eInfo, "%i\n", 2);
+        VLog::TraceAt(VLog::eWarning, "%s\n", std::string(1100, 'x').c_str());
+        VLog::TraceAt(VLog::eError, "%i\n", 4);
+    }
+    std::string const warning = "WARNING: " + std::string(1013, 'x') + "\n";
+    EXPECT_EQ(m_lines, (Lines{"DEBUG: 1\n", "2\n", warning, "ERROR: 4\n", "2\n", warning, "ERROR: 4\n",
+                              "ERROR: 4\n"}));
+}
+
+TEST_F(VLogTest, ShowsTheTimeOfDayExceptInTables) {
+    m_log->SetShowTimeOfDay(true);
+    VLog::StartIndent();
+    VLog::Trace("line\n");
+    m_log->SetAllowAnnotations(false);
+    VLog::Trace("row\n");
+    EXPECT_TRUE(
+        std::regex_match(m_lines[0], std::regex("[0-2][0-9]:[0-5][0-9]:[0-6][0-9]\\.[0-9]{3}  line\n")))
+        << m_lines[0];
+    EXPECT_EQ(m_lines[1], " row\n");
+}
+
+TEST_F(VLogTest, HandsItsLinesToASecondLogWhateverThatDoes) {
+    Lines lines;
+    auto const second = VObjectRef<ARecordingLog>::Adopt(new ARecordingLog(&lines));
+    EXPECT_FALSE(m_log->SetTee(m_log));
+    EXPECT_TRUE(m_log->SetTee(second.Get()));
+    EXPECT_TRUE(second->SetTee(m_log)); // which does not go round
+    second->m_hook = ThrowFrom("");
+    m_log->m_hook = ThrowFrom("both");
+    EXPECT_THROW(VLog::Trace("both\n"), int);
+    VLog::StartIndent();
+    VLog::Trace("indented\n");
+    EXPECT_EQ(lines, (Lines{"both\n", " indented\n"}));
+    EXPECT_EQ(m_lines, lines);
+    EXPECT_EQ(second->DroppedLines(), 2);
+    EXPECT_EQ(m_log->DroppedLines(), 1);
+    second->SetTee(nullptr);
+    m_log->SetTee(nullptr);
+    VLog::Trace("alone\n");
+    EXPECT_EQ(lines.size(), 2U);
+    EXPECT_EQ(second->RetainCount(), 1);
+}
+
+TEST_F(VLogTest, TellsOfItsFirstLoss) {
+    int calls = 0;
+    m_log->m_hook = ThrowFrom("lost");
+    EXPECT_THROW(VLog::Trace("lost\n"), int);
+    m_log->SetOnFirstLoss([&] {
+        ++calls;
+        VLog::Trace("told\n"); // no lock is held
+        throw 7;               // and goes nowhere
+    });
+    VLog::Trace("written\n");
+    EXPECT_EQ(calls, 0) << "none since";
+    EXPECT_THROW(VLog::Trace("lost\n"), int);
+    EXPECT_THROW(VLog::Trace("lost\n"), int);
+    EXPECT_EQ(calls, 1);
+}
+
+TEST_F(VLogTest, KeepsTheLibraryQuietAboutItsRoutine) {
+    VLog::SetShowRoutineLines(false);
+    VLog::TraceRoutine("routine\n");
+    VLog::SetShowRoutineLines(true);
+    VLog::TraceRoutine("%s\n", "shown");
+    EXPECT_EQ(m_lines, Lines{"shown\n"});
+}
+
 TEST_F(VLogTest, ManyThreadsWriteWholeLinesWhileTheLogIsReplaced) {
     constexpr int kLines = 400;
     VLog::SetLog(nullptr);

@@ -1,14 +1,20 @@
 #include "foundation/persistence/VAIFile.h"
 
+#include "foundation/strings/VString.h"
 #include "tests/persistence/ChunkBytes.h"
 #include "tests/support/FailingReads.h"
+#include "tests/support/FullDisk.h"
 #include "tests/support/LineLog.h"
 #include "tests/support/ScratchFile.h"
 
+#include <algorithm>
 #include <cmath>
+#include <fcntl.h>
+#include <numeric>
 #include <sys/stat.h>
 #include <tuple>
 #include <unistd.h>
+#include <vector>
 
 namespace {
 
@@ -39,6 +45,7 @@ class AIFile : public testing::Test {
         }
         return ids;
     }
+    std::string Described() const { return m_file.ErrorDescription().CString(); }
     /// Position and what is left of the chunk.
     std::string State() {
         return std::to_string(m_file.GetPos()) + " " + std::to_string(m_file.ChunkRemaining());
@@ -243,6 +250,9 @@ TEST_F(AIFile, SaysWhyItDoesNotOpen) {
         return m_file.GetLastError();
     };
     EXPECT_EQ(errorOf(nullptr, kRead), VAIFile::eNoPath);
+    EXPECT_EQ(Described(), "cannot open a file: no path");
+    EXPECT_EQ(errorOf(fifo.c_str(), kRead), VAIFile::eCannotOpen);
+    EXPECT_EQ(Described(), "cannot open " + fifo + ": not a regular file");
     for (char const* const path : {"", m_scratch.Path(), m_scratch.Folder().c_str(), fifo.c_str()}) {
         EXPECT_EQ(errorOf(path, kRead), VAIFile::eCannotOpen) << path;
     }
@@ -270,6 +280,7 @@ TEST_F(AIFile, ReportsBytesThatWereLost) {
     EXPECT_EQ(m_file.GetLastError(), VAIFile::eNone) << "still in memory";
     EXPECT_FALSE(m_file.Close());
     EXPECT_EQ(m_file.GetLastError(), VAIFile::eWriteFailed);
+    EXPECT_EQ(Described(), "cannot write /dev/full at offset 0: No space left on device");
     ASSERT_TRUE(m_file.Open("/dev/full", kWrite));
     EXPECT_FALSE(m_file.OpenChunk("TEST"));
     EXPECT_FALSE(m_file.Write("a", 1));
@@ -289,6 +300,93 @@ TEST_F(AIFile, ReportsBytesThatWereLost) {
     EXPECT_EQ(m_file.GetLastError(), VAIFile::eWriteFailed);
 }
 
+TEST_F(AIFile, FindsAFullDiskAtTheNextChunkOrAtTheEnd) {
+    for (bool const isAnother : {true, false}) {
+        Open(kWrite);
+        EXPECT_TRUE(m_file.OpenChunk("LAST"));
+        m_file << 1 << 2 << 3;
+        FullDisk const full(14);
+        EXPECT_TRUE(m_file.CloseChunk()) << "its body is in memory";
+        EXPECT_EQ(m_scratch.Bytes(), "LAST" + BE32(12)) << "its length is not";
+        if (isAnother) {
+            EXPECT_FALSE(m_file.OpenChunk("NEXT"));
+        }
+        EXPECT_FALSE(m_file.Close());
+        EXPECT_EQ(m_file.GetLastError(), VAIFile::eWriteFailed);
+    }
+}
+
+TEST_F(AIFile, EndsWithAChecksumWhenAsked) {
+    for (long const flags : {0L, VAIFile::kLittleEndian, VAIFile::kReplaceOnClose | VAIFile::kPadChunks}) {
+        Open(kWrite | VAIFile::kChecksum | flags);
+        m_file.OpenChunk("BODY");
+        std::string const body(3 * BlockFile::kBlockSize, 'b');
+        m_file.Write(body.data(), body.size());
+        EXPECT_TRUE(m_file.CloseChunk());
+        EXPECT_TRUE(m_file.Close());
+        std::string const whole = m_scratch.Bytes();
+        Open(kSafe | VAIFile::kChecksum | flags);
+        EXPECT_EQ(Enter(), "BODY");
+        EXPECT_TRUE(m_file.CloseChunk());
+        EXPECT_EQ(Enter(), "CSUM");
+        for (std::size_t const place : {std::size_t{9}, whole.size() - 12, whole.size() - 1}) {
+            std::string damaged = whole;
+            damaged[place] = static_cast<char>(damaged[place] ^ 1);
+            m_scratch.SetBytes(damaged);
+            EXPECT_FALSE(m_file.Open(m_scratch.Path(), kSafe | VAIFile::kChecksum | flags)) << place;
+            EXPECT_EQ(m_file.GetLastError(), VAIFile::eDamaged);
+            EXPECT_TRUE(m_file.Open(m_scratch.Path(), kSafe | flags)) << "without asking";
+        }
+    }
+    m_scratch.SetBytes("short");
+    EXPECT_FALSE(m_file.Open(m_scratch.Path(), kSafe | VAIFile::kChecksum));
+    OpenOn("123456789" + std::string("CSUM\0\0\0\4\xCB\xF4\x39\x26", 12), kSafe | VAIFile::kChecksum);
+}
+
+TEST_F(AIFile, ReplacesTheOldFileOnlyWhenTheNewOneIsWhole) {
+    constexpr long kReplace = kWrite | VAIFile::kReplaceOnClose;
+    m_scratch.SetBytes("old");
+    {
+        VAIFile ended;
+        EXPECT_TRUE(ended.Open(m_scratch.Path(), kReplace));
+        ended << 1;
+    }
+    EXPECT_EQ(m_scratch.Bytes(), "old") << "it was not closed";
+    Open(kReplace);
+    m_file.OpenChunk("OPEN");
+    EXPECT_FALSE(m_file.Close());
+    EXPECT_EQ(Described(), std::string("cannot close ") + m_scratch.Path() + ": a chunk is open");
+    Open(kReplace);
+    m_file << 1 << 2 << 3;
+    {
+        FullDisk const full(8);
+        EXPECT_FALSE(m_file.Close());
+    }
+    EXPECT_EQ(m_file.GetLastError(), VAIFile::eWriteFailed);
+    EXPECT_EQ(m_scratch.Bytes(), "old");
+    Open(kReplace);
+    m_file.OpenChunk("NEW.");
+    m_file << 'x';
+    m_file.CloseChunk();
+    EXPECT_EQ(m_scratch.Bytes(), "old") << "until the end";
+    EXPECT_TRUE(m_file.Close());
+    EXPECT_EQ(m_scratch.Bytes(), Chunk("NEW.", "x"));
+    EXPECT_FALSE(m_file.Open("/no/such/folder/f", kReplace));
+    EXPECT_EQ(Described(), "cannot open /no/such/folder/f: No such file or directory");
+    std::string const pipe = (m_scratch.Folder() / "pipe").string(); // written as a whole, from memory
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    int const reader = ::open(pipe.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    EXPECT_TRUE(m_file.Open(pipe.c_str(), kReplace));
+    m_file.OpenChunk("PIPE");
+    m_file << 'y';
+    m_file.CloseChunk();
+    EXPECT_TRUE(m_file.Close());
+    char read[20];
+    EXPECT_EQ(std::string(read, static_cast<std::size_t>(::read(reader, read, sizeof read))),
+              Chunk("PIPE", "y"));
+    ::close(reader);
+}
+
 TEST_F(AIFile, TellsAReadErrorFromTheEnd) {
     std::string bytes(2 * BlockFile::kBlockSize, 'x');
     OpenOn(Chunk("LONG", bytes));
@@ -301,6 +399,10 @@ TEST_F(AIFile, TellsAReadErrorFromTheEnd) {
         EXPECT_EQ(m_file.ChunkRemaining(), 0U);
         VFile const& asFile = m_file;
         EXPECT_EQ(asFile.ReadError(), error);
+        EXPECT_EQ(asFile.ErrorDescription(), error == 0 ? ""
+                                                        : (std::string("cannot read ") + m_scratch.Path() +
+                                                           " at offset 65536: Input/output error")
+                                                              .c_str());
     }
     Open(kSafe);
     EXPECT_EQ(m_file.ReadError(), 0) << "of this file, not of the one before";
@@ -332,6 +434,48 @@ TEST_F(AIFile, GivesBackValuesFromEveryPlaceOfABlock) {
         }
         EXPECT_TRUE(m_file.CloseChunk());
         EXPECT_TRUE(m_file.Close());
+    }
+}
+
+TEST_F(AIFile, MovesManyValuesAsOneByOne) {
+    constexpr std::size_t kCount = BlockFile::kBlockSize / 3;
+    std::vector<std::uint32_t> numbers(kCount);
+    std::iota(numbers.begin(), numbers.end(), 0x00F0FFF0U);
+    std::vector<short> const shorts{1, -2, 3};
+    std::vector<long> const longs{-1, 0x7FFFFFFF};
+    for (long const order : {0L, VAIFile::kLittleEndian}) {
+        std::string bytes[2];
+        for (bool const atOnce : {true, false}) {
+            Open(kWrite | order);
+            m_file.OpenChunk("MANY");
+            if (atOnce) {
+                m_file.Write("odd", 3);
+                m_file.WriteValues(numbers.data(), kCount)
+                    .WriteValues(shorts.data(), 3)
+                    .WriteValues(longs.data(), 2);
+            } else {
+                m_file << 'o' << 'd' << 'd';
+                std::for_each(numbers.begin(), numbers.end(), [this](auto number) { m_file << number; });
+                m_file << shorts[0] << shorts[1] << shorts[2] << longs[0] << longs[1];
+            }
+            m_file.CloseChunk();
+            EXPECT_TRUE(m_file.Close());
+            bytes[atOnce] = m_scratch.Bytes();
+        }
+        EXPECT_EQ(bytes[0], bytes[1]);
+        Open(kSafe | order);
+        std::vector<short> readShorts(4, 7);
+        m_file.ReadValues(readShorts.data(), 1);
+        EXPECT_EQ(readShorts[0], 0) << "outside any chunk";
+        Enter();
+        char odd[3];
+        std::vector<std::uint32_t> readNumbers(kCount);
+        std::vector<long> readLongs(4, 7);
+        m_file.ReadValues(odd, 3).ReadValues(readNumbers.data(), kCount).ReadValues(readShorts.data(), 3);
+        m_file.ReadValues(readLongs.data(), 4);
+        EXPECT_EQ(readNumbers, numbers);
+        EXPECT_EQ(readShorts, (std::vector<short>{1, -2, 3, 7}));
+        EXPECT_EQ(readLongs, (std::vector<long>{-1, 0x7FFFFFFF, 0, 0})) << "0 where the chunk ends";
     }
 }
 

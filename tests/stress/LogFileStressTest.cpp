@@ -15,12 +15,16 @@ namespace {
 using namespace VFoundation;
 
 // Lines are numbered by thread. Those that were not dropped are in the file, each once, whole and in its
-// thread's order; the log may drop lines, and says how many. Two threads leave the writer time, two do not.
-TEST(LogFileStress, LosesNoAcceptedLine) {
+// thread's order; the log may drop lines, and says how many, or lets them wait. Two threads leave the writer time, two
+// do not.
+class LogFileStress : public testing::TestWithParam<long> {};
+
+TEST_P(LogFileStress, LosesNoAcceptedLine) {
     constexpr std::size_t kThreads = 4;
     int const each = 50'000 * testing_support::StressFactor();
     testing_support::ScratchFile const file;
     auto const log = VObjectRef<VLogFile>::Adopt(new VLogFile(file.Path()));
+    log->SetFullQueueWait(GetParam());
     ASSERT_TRUE(log->StartLoggingThread());
     testing_support::OnThreads(kThreads, [&](int thread) {
         char line[64];
@@ -49,11 +53,16 @@ TEST(LogFileStress, LosesNoAcceptedLine) {
     std::fclose(written);
     EXPECT_EQ(lines + dropped, long{kThreads} * each);
     EXPECT_GE(lines, VLogFile::kQueueCapacity);
+    if (GetParam() > 0) {
+        EXPECT_EQ(dropped, 0);
+    }
 }
+
+INSTANTIATE_TEST_SUITE_P(Waits, LogFileStress, testing::Values(0, 60'000));
 
 // Two threads trace while two open and close files and start and stop the writer. Each line is in a file, on
 // the standard error stream or counted.
-TEST(LogFileStress, LosesNoLineWhileFilesAndWritersComeAndGo) {
+TEST(LogFileStressAlone, LosesNoLineWhileFilesAndWritersComeAndGo) {
     int const each = 20'000 * testing_support::StressFactor();
     testing_support::ScratchFile const folder;
     auto const log = VObjectRef<VLogFile>::Adopt(new VLogFile(nullptr));

@@ -1,9 +1,13 @@
 #include "foundation/containers/VObjectRingBufferTmpl.h"
 #include "foundation/core/VObjectRef.h"
 #include "foundation/strings/VString.h"
+#include "tests/support/Stress.h"
 
 #include <gtest/gtest.h>
 
+#include <barrier>
+#include <deque>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -62,6 +66,55 @@ TEST_F(VStringPool, AFullPoolLetsStringsDie) {
     VString::ReleaseAllRecycledStrings();
     EXPECT_EQ(VString::GetRecycledStringsCount(), 0);
     EXPECT_EQ(Existing(), existing) << "emptying the pool frees what was in it";
+}
+
+/// Over more strings than a thread keeps at hand.
+TEST_F(VStringPool, IsFirstInFirstOutForOneThread) {
+    std::mt19937 random(3);
+    std::deque<VString*> pooled;
+    std::vector<VString*> held;
+    for (int i = 0; i < 20'000; ++i) {
+        bool const takes = random() % 100 < (i / 500 % 2 ? 40U : 60U);
+        if (takes || held.empty()) {
+            held.push_back(VString::New());
+            if (!pooled.empty()) {
+                ASSERT_EQ(held.back(), pooled.front()) << i;
+                pooled.pop_front();
+            }
+        } else {
+            pooled.push_back(held.back());
+            held.back()->Release();
+            held.pop_back();
+        }
+        ASSERT_EQ(VString::GetRecycledStringsCount(), static_cast<long>(pooled.size()));
+    }
+    for (VString* const string : held) {
+        string->Release();
+    }
+}
+
+TEST_F(VStringPool, ThreadsShareWhatIsInIt) {
+    constexpr long kEach = 4000;
+    long const existing = Existing();
+    std::barrier madeAll(4);
+    testing_support::OnThreads(4, [&](int) {
+        std::vector<VObjectRef<VString>> strings(kEach);
+        for (auto& string : strings) {
+            string = VObjectRef<VString>::Adopt(VString::New());
+        }
+        madeAll.arrive_and_wait();
+    });
+    auto const capacity = static_cast<long>(VString::kPoolCapacity);
+    EXPECT_EQ(VString::GetRecycledStringsCount(), capacity);
+    EXPECT_EQ(Existing(), existing + capacity) << "no more than the ring alone has room for";
+    long const created = VString::TheClass()->Created();
+    {
+        std::vector<VObjectRef<VString>> strings(VString::kPoolCapacity);
+        for (auto& string : strings) {
+            string = VObjectRef<VString>::Adopt(VString::New());
+        }
+    }
+    EXPECT_EQ(VString::TheClass()->Created(), created) << "also those that other threads had at hand";
 }
 
 TEST_F(VStringPool, SwitchedOffOrGoneStringsDie) {

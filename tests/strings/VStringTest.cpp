@@ -6,7 +6,11 @@
 #include <climits>
 #include <cstring>
 #include <random>
+#include <sstream>
 #include <string>
+#include <string_view>
+#include <type_traits>
+#include <unordered_map>
 
 namespace {
 
@@ -24,6 +28,7 @@ TEST(VString, ReportsTheDescribedCapacities) {
         text = Repeated(length).c_str();
         EXPECT_EQ(text.Capacity(), capacity) << length;
     }
+    EXPECT_EQ(VString(Repeated(127)).Capacity(), 256U) << "made with it, not assigned";
     text.Append(Repeated(400).c_str());
     EXPECT_EQ(text.Capacity(), 401U + 1 + 127) << "not a multiple of 128";
 }
@@ -65,8 +70,9 @@ TEST(VString, AgreesWithAModelOverRandomEdits) {
         unsigned long const length = random() % (2 * offset + 2);
         bool const isOwn = random() % 4 == 0; // the text comes from the string itself
         char const* const source = isOwn ? text.CString() + offset : other.c_str();
+        std::string_view const view(source, isOwn ? text.Length() - offset : other.size()); // may hold NULs
         std::string const expected = isOwn ? model.TextFrom(offset) : other;
-        auto const operation = random() % 12;
+        auto const operation = random() % 16;
         SCOPED_TRACE(testing::Message() << i << ": " << operation << (isOwn ? " own " : " ") << offset);
         if (operation == 0) {
             if (!isOwn || offset > 0) { // all of its own text is no change
@@ -89,6 +95,25 @@ TEST(VString, AgreesWithAModelOverRandomEdits) {
         } else if (operation == 4) {
             model.Append("c");
             text << 'c';
+        } else if (operation == 5) {
+            model.Assign(expected);
+            text = view;
+        } else if (operation == 6) {
+            VString moved(view);
+            moved.Append(Repeated(random() % 300));
+            model.Assign(moved.StdString());
+            text = std::move(moved);
+            moved << "again";
+            ASSERT_STREQ(moved.CString(), "again");
+        } else if (operation == 7) {
+            VString taken(std::move(text));
+            text << "gone"; // with the move back
+            model.capacity = 128;
+            model.Assign(model.bytes);
+            text = std::move(taken);
+        } else if (operation == 8 && !expected.empty()) {
+            model.Append(expected);
+            text << view;
         } else {
             model.Append(expected);
             text.Append(source);
@@ -141,6 +166,62 @@ TEST(VString, AppendsNumbersOfTenCharacters) {
     EXPECT_STREQ(text.CString(), "0 -7 2147483647 -999999999 -100000000 -214748364 ");
 }
 
+TEST(VString, AppendsEveryOtherNumberWhole) {
+    enum Plain { ePlain = 7 };
+    VString text;
+    text << true << ' ' << static_cast<short>(-2) << ' ' << static_cast<signed char>('A') << ' '
+         << static_cast<unsigned char>(200) << ' ' << ePlain << ' ' << 4000000000U << ' ' << LONG_MIN << ' '
+         << ULLONG_MAX << ' ' << 0.1F << ' ' << -0.1 << ' ' << 1e300 << ' ' << 0.1L;
+    EXPECT_STREQ(text.CString(),
+                 "1 -2 65 200 7 4000000000 -9223372036854775808 18446744073709551615 0.1 -0.1 1e+300 0.1");
+}
+
+static_assert(!std::is_assignable_v<VString&, int> && !std::is_assignable_v<VString&, bool> &&
+              !std::is_assignable_v<VString&, double> && !std::is_convertible_v<VString, char const*>);
+static_assert(std::is_nothrow_move_constructible_v<VString> && std::is_nothrow_move_assignable_v<VString>);
+
+TEST(VString, MeetsTheTextOfTheStandardLibrary) {
+    using namespace std::string_view_literals;
+    VString text(std::string("ab\0cd", 5));
+    EXPECT_EQ(text.Length(), 2U) << "text stops at its first NUL";
+    text = "path"sv;
+    text.Append(std::string("/to"));
+    text.Append(text);
+    EXPECT_EQ(text, "path/topath/to"sv);
+    EXPECT_EQ(std::string("path/topath/to"), text);
+    EXPECT_NE(text, "path/"sv);
+    EXPECT_LT(text, std::string("q"));
+    EXPECT_GT("path/topath/u", text);
+    EXPECT_GT(text, static_cast<char const*>(nullptr));
+    EXPECT_EQ(text.Find("to"), 5);
+    EXPECT_EQ(text.Find("to"sv, 6), 12);
+    EXPECT_EQ(text.Find(VString("to"), 13), -1);
+    EXPECT_EQ(text.Find("", 99), -1);
+    EXPECT_EQ(text.Substring(5, 6), "topath"sv);
+    EXPECT_EQ(text.Substring(12), text.View().substr(12));
+    EXPECT_EQ(text.Substring(15), ""sv);
+    std::ostringstream stream;
+    stream << text;
+    EXPECT_EQ(stream.str(), text.StdString());
+}
+
+TEST(VString, IsAKeyThatAnyTextFinds) {
+    std::unordered_map<VString, int, std::hash<VString>, std::equal_to<>> lengths;
+    VString padded;
+    padded.Set("a", 3);
+    lengths[padded] = 3;
+    lengths["a"] = 1;
+    EXPECT_EQ(lengths.find(std::string_view("a\0\0", 3))->second, 3);
+    EXPECT_EQ(lengths.find("a")->second, 1);
+    padded.Append(Repeated(500)); // what stands past the NUL does not count
+    VString other;
+    other.Set("a", 3);
+    other.Append(Repeated(500, 'y'));
+    EXPECT_TRUE(padded == other);
+    EXPECT_EQ(std::hash<VString>{}(padded), std::hash<VString>{}(other));
+    EXPECT_TRUE(std::is_eq(padded <=> VString("a"))) << "as they sort";
+}
+
 TEST(VString, SingleCharacters) {
     VString text("abc");
     text += '\0';
@@ -178,6 +259,10 @@ TEST(VString, FormatsWithinItsBounds) {
     EXPECT_EQ(text.Length(), VString::kFormatSize - 1);
     text.Format("%s%lc", "a", static_cast<wint_t>(0x7FFFFFFF));
     EXPECT_STREQ(text.CString(), "") << "the C library refuses the character";
+    EXPECT_FALSE(text.FormatWhole("%s%lc", "a", static_cast<wint_t>(0x7FFFFFFF)));
+    text = "self";
+    EXPECT_TRUE(text.FormatWhole("%s%s", text.CString(), Repeated(5000).c_str()));
+    EXPECT_EQ(text, "self" + Repeated(5000));
 
     char buffer[8];
     std::memset(buffer, '#', sizeof buffer);

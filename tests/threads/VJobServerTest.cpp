@@ -228,12 +228,14 @@ TEST_F(VJobServerTest, GoesOnAfterAnExceptionAlsoOfTheLog) {
         }
     });
     ServerScope const server(8);
+    server->SetOnFirstFailure([&](VJob*) { throw Note('1'); });
     CloseGate(server);
     server.Add(new AJob([]() -> bool { throw VException(5, nullptr, "x", -1); }, 0, this));
     server.Add(new AJob([]() -> bool { throw 5; }, 0, this));
     m_gateOpen = true;
     Finish(server);
-    EXPECT_EQ(Diary(), "qqs-s-");
+    EXPECT_EQ(Diary(), "qqs1-s-");
+    EXPECT_EQ(server->FailedJobs(), 2);
     std::string const name = server->Name().CString();
     EXPECT_TRUE(m_log.Has("VException in server: " + name + " (stage:5)\n"));
     EXPECT_TRUE(m_log.Has("Exception in server: " + name + " (stage:5)\n"));

@@ -176,7 +176,8 @@ enum Stage : int {
 class ShutDown {
   public:
     ShutDown(bool destroyRegistry, bool dumpClasses, bool quiet)
-        : m_destroyRegistry(destroyRegistry), m_dumpClasses(dumpClasses), m_quiet(quiet) {}
+        : m_destroyRegistry(destroyRegistry), m_dumpClasses(dumpClasses),
+          m_quiet(quiet || !VLog::GetShowRoutineLines()) {}
 
     void Run();
     int CurrentStage() const noexcept { return m_stage; }
@@ -226,8 +227,10 @@ void StopLoggingThread(bool onlyIfRunning) {
     }
     auto* const file = static_cast<VLogFile*>(log);
     if (!onlyIfRunning || file->IsLoggingThreadRunning()) {
-        VLog::Trace("VLogging thread shutdown: %s\n",
-                    file->ShutdownLoggingThread() ? "SUCCESSFUL" : "FAILED");
+        bool const stopped = file->ShutdownLoggingThread();
+        if (!stopped || VLog::GetShowRoutineLines()) {
+            VLog::Trace("VLogging thread shutdown: %s\n", stopped ? "SUCCESSFUL" : "FAILED");
+        }
     }
 }
 
@@ -247,10 +250,10 @@ void ShutDown::StopUsers() {
 void ShutDown::EmptyPools() {
     VStopWatch::UninitializeClass();
     VFileManager::DeleteDefaultManager();
-    VLog::Trace("String recycle pool: %li\n", VString::GetRecycledStringsCount());
-    VLog::Trace("Killing recycled strings...\n");
+    VLog::TraceRoutine("String recycle pool: %li\n", VString::GetRecycledStringsCount());
+    VLog::TraceRoutine("Killing recycled strings...\n");
     VString::ReleaseAllRecycledStrings();
-    VLog::Trace("String recycle pool: %li\n", VString::GetRecycledStringsCount());
+    VLog::TraceRoutine("String recycle pool: %li\n", VString::GetRecycledStringsCount());
 
     VNotificationCenter::UninitializeClass();
     VImage::UninitializeClass();
@@ -286,7 +289,7 @@ void ShutDown::EndRegistry() {
     VString::UninitializeClass();
     VClass::DestroyClassRegistry();
     if (!m_quiet) {
-        VLog::Trace("class registry destroyed\n");
+        VLog::TraceRoutine("class registry destroyed\n");
     }
     m_stage = eEndingRecords;
     VMemoryProfiler::UninitializeClass();

@@ -3,12 +3,30 @@
 #include "foundation/host/internal/MountTable_linux.h"
 
 #include <cerrno>
+#include <cstdio>
+#include <fcntl.h>
 #include <sys/auxv.h>
+#include <sys/stat.h>
 
 namespace VFoundation::HostServices {
 
 std::vector<MountedVolume> MountedVolumes() {
     return MountTable::Volumes("/proc/self/mountinfo", "/dev/disk/by-label");
+}
+
+std::error_code Rename(char const* from, char const* to, bool replaces) noexcept {
+    bool isRenamed = false;
+    if (!replaces) {
+        isRenamed = ::renameat2(AT_FDCWD, from, AT_FDCWD, to, RENAME_NOREPLACE) == 0;
+        if (!isRenamed && (errno == EINVAL || errno == ENOSYS)) { // not every file system knows the flag
+            struct stat status {};
+            errno = EEXIST;
+            isRenamed = ::lstat(to, &status) != 0 && ::rename(from, to) == 0;
+        }
+    } else {
+        isRenamed = ::rename(from, to) == 0;
+    }
+    return isRenamed ? std::error_code() : std::error_code(errno, std::system_category());
 }
 
 long ProcessorFeatures(unsigned long& features) noexcept {

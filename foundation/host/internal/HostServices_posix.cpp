@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
 #include <pwd.h>
@@ -33,12 +34,16 @@ std::FILE* OpenRegularFile(char const* path) noexcept {
         return nullptr;
     }
     struct stat status {};
-    if (::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode)) {
-        if (std::FILE* const stream = ::fdopen(descriptor, "rb")) {
+    if (::fstat(descriptor, &status) == 0) {
+        if (!S_ISREG(status.st_mode)) {
+            errno = S_ISDIR(status.st_mode) ? EISDIR : ENOTSUP;
+        } else if (std::FILE* const stream = ::fdopen(descriptor, "rb")) {
             return stream;
         }
     }
+    int const error = errno;
     ::close(descriptor);
+    errno = error;
     return nullptr;
 }
 
@@ -51,21 +56,68 @@ bool ModeOfPath(char const* path, unsigned long& mode) noexcept {
     return true;
 }
 
-std::string UserName() {
-    ::uid_t const user = ::getuid();
-    char login[256] = {};
-    if (user == 0 && ::getlogin_r(login, sizeof login) == 0 && *login) {
-        return login;
+std::error_code StatusOfPath(char const* path, PathStatus& result) noexcept {
+    struct stat status {};
+    if (::lstat(path, &status) != 0) {
+        return {errno, std::system_category()};
     }
+    using Type = PathStatus::Type;
+    result.type = S_ISREG(status.st_mode)   ? Type::kFile
+                  : S_ISDIR(status.st_mode) ? Type::kFolder
+                  : S_ISLNK(status.st_mode) ? Type::kLink
+                                            : Type::kOther;
+    result.size = static_cast<std::uint64_t>(status.st_size);
+    result.modified = status.st_mtime;
+    return {};
+}
+
+std::FILE* MakeTemporaryFile(char* path) noexcept {
+    int const descriptor = ::mkostemp(path, O_CLOEXEC);
+    std::FILE* const stream = descriptor < 0 ? nullptr : ::fdopen(descriptor, "w+b");
+    if (!stream && descriptor >= 0) {
+        int const error = errno;
+        ::close(descriptor);
+        ::unlink(path);
+        errno = error;
+    }
+    return stream;
+}
+
+bool MakeTemporaryFolder(char* path) noexcept {
+    return ::mkdtemp(path) != nullptr;
+}
+
+long ProcessNumber() noexcept {
+    return ::getpid();
+}
+
+namespace {
+
+/// A text of the user's entry in the system's table; empty when there is none.
+std::string UserEntry(char* passwd::*text) {
     constexpr std::size_t kLargestEntry = 1 << 20;
     std::string buffer(1024, '\0');
     struct passwd entry {};
     struct passwd* found = nullptr;
-    while (::getpwuid_r(user, &entry, buffer.data(), buffer.size(), &found) == ERANGE &&
+    while (::getpwuid_r(::getuid(), &entry, buffer.data(), buffer.size(), &found) == ERANGE &&
            buffer.size() < kLargestEntry) {
         buffer.resize(buffer.size() * 2);
     }
-    return found && found->pw_name ? found->pw_name : "";
+    return found && found->*text ? found->*text : "";
+}
+
+} // namespace
+
+std::string HomeFolder() {
+    return UserEntry(&passwd::pw_dir);
+}
+
+std::string UserName() {
+    char login[256] = {};
+    if (::getuid() == 0 && ::getlogin_r(login, sizeof login) == 0 && *login) {
+        return login;
+    }
+    return UserEntry(&passwd::pw_name);
 }
 
 } // namespace VFoundation::HostServices

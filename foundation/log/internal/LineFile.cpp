@@ -17,12 +17,26 @@ bool LineFile::Open(char const* path) {
     if (!m_buffer) {
         return false;
     }
-    m_stream = VFileManager::vfc_fopen(path, "w");
-    if (m_stream) {
-        std::setvbuf(m_stream, m_buffer->bytes, _IOFBF, sizeof m_buffer->bytes);
+    Begin(VFileManager::vfc_fopen(path, "w"));
+    return IsOpen();
+}
+
+bool LineFile::Replace(char const* path) {
+    std::FILE* const stream = VFileManager::vfc_fopen(path, "w");
+    if (!stream) {
+        return false;
     }
+    Close();
+    Begin(stream);
+    return true;
+}
+
+void LineFile::Begin(std::FILE* stream) noexcept {
+    m_stream = stream;
     m_start = 0;
-    return m_stream != nullptr;
+    if (stream) {
+        std::setvbuf(stream, m_buffer->bytes, _IOFBF, sizeof m_buffer->bytes);
+    }
 }
 
 void LineFile::Put(char const* line) {

@@ -24,6 +24,11 @@ class LineFile {
 
     /// Opens a file for writing, emptied. False when the system refuses and when memory runs out.
     bool Open(char const* path);
+    /// Opens another file in the place of the open one, which is closed. False, and the same file is open, when the
+    /// system refuses.
+    bool Replace(char const* path);
+    /// Bytes, with those that have gathered.
+    long long Size() const noexcept { return m_start + static_cast<long long>(m_bytes); }
     bool IsOpen() const noexcept { return m_stream != nullptr; }
     /// Writes a line as it is. The file is open.
     void Put(char const* line);
@@ -46,6 +51,7 @@ class LineFile {
         std::array<std::size_t, kLines> lineEnds;
     };
 
+    void Begin(std::FILE* stream) noexcept;
     void TakeStock();
     void Lose(std::size_t lines) noexcept {
         m_lost.fetch_add(static_cast<long>(lines), std::memory_order_relaxed);

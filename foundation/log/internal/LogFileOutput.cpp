@@ -2,11 +2,13 @@
 
 #include "foundation/core/VException.h"
 #include "foundation/core/VObjectRef.h"
+#include "foundation/host/internal/LocalTime.h"
 #include "foundation/log/VLogFile.h"
-#include "foundation/threads/VThread.h"
+#include "foundation/threads/internal/Futex.h"
 #include "foundation/threads/internal/WithoutThrowing.h"
 
 #include <cstring>
+#include <ctime>
 
 namespace VFoundation {
 
@@ -84,9 +86,12 @@ int LogFileOutput::FilePatience() const noexcept {
 }
 
 void LogFileOutput::SetCondition(std::uint32_t condition, bool holds) {
-    detail::MutexLock const lock(m_queueLock);
-    m_conditions = holds ? m_conditions | condition : m_conditions & ~condition;
-    m_queueing.store(m_conditions == (kFileOpen | kWriterTakesLines), std::memory_order_relaxed);
+    {
+        detail::MutexLock const lock(m_queueLock);
+        m_conditions = holds ? m_conditions | condition : m_conditions & ~condition;
+        m_queueing.store(m_conditions == (kFileOpen | kWriterTakesLines), std::memory_order_relaxed);
+    }
+    TellOfRoom(); // lines that are not queued any more need none
 }
 
 bool LogFileOutput::IsFileWanted() {
@@ -99,7 +104,11 @@ bool LogFileOutput::OpenFile(char const* path) {
     if (!file) {
         return false;
     }
+    if (!WithoutThrowing([&] { m_path = path; })) {
+        return false;
+    }
     bool const opened = m_file.Open(path);
+    m_rotation.Begin(0);
     SetCondition(kFileOpen, opened);
     return opened;
 }
@@ -128,13 +137,13 @@ bool LogFileOutput::WithFile(Action action) {
 }
 
 bool LogFileOutput::Write(char const* line) {
-    return WithFile([&] { m_file.Put(line); });
+    return WithFile([&] { PutLine(line); });
 }
 
 bool LogFileOutput::WriteThrough(char const* line) {
     return WithFile([&] {
         PutAllQueuedLines();
-        m_file.Put(line);
+        PutLine(line);
         m_file.Flush();
     });
 }
@@ -143,6 +152,40 @@ void LogFileOutput::Flush() {
     if (FileScope const file(this, FilePatience()); file && m_file.IsOpen()) {
         m_file.Flush();
     }
+}
+
+bool LogFileOutput::SetRotation(VLogFile::Rotation const& rotation) {
+    FileScope const file(this, FilePatience());
+    if (file) {
+        m_rotation.Set(rotation);
+        m_rotation.Begin(0);
+    }
+    return static_cast<bool>(file);
+}
+
+/// The file is held.
+void LogFileOutput::PutLine(char const* line) {
+    if (m_rotation.IsDue(m_file.Size())) {
+        bool isFresh = false;
+        WithoutThrowing([&] { isFresh = BeginFreshFile(); });
+        m_rotation.Begin(isFresh ? 0 : m_file.Size());
+    }
+    m_file.Put(line);
+}
+
+/// False when the old one goes on.
+bool LogFileOutput::BeginFreshFile() {
+    if (!m_rotation.PutAside(m_path.c_str())) {
+        return false;
+    }
+    if (!m_file.Replace(m_path.c_str())) {
+        m_rotation.TakeBack(m_path.c_str());
+        return false;
+    }
+    char date[kLocalTimeTextSize];
+    FormatLocalTime(static_cast<long long>(std::time(nullptr)), date);
+    m_file.Put(date);
+    return true;
 }
 
 // The queue
@@ -158,20 +201,58 @@ VObjectRef<VString> CopyOf(char const* line) {
 
 } // namespace
 
-bool LogFileOutput::Enqueue(char const* line) {
+LogFileOutput::ePush LogFileOutput::Push(VString* line) {
+    detail::MutexLock const lock(m_queueLock);
+    if (!m_queueing.load(std::memory_order_relaxed)) {
+        return ePush::eNotQueueing;
+    }
+    return line && m_queue.load()->Push(line) ? ePush::eDone : ePush::eFull;
+}
+
+LogFileOutput::ePush LogFileOutput::PushWhenThereIsRoom(VString* line, long milliseconds) {
+    struct WaitingScope {
+        std::atomic<long>& threads;
+        explicit WaitingScope(std::atomic<long>& count) : threads(count) { ++threads; }
+        WaitingScope(WaitingScope const&) = delete;
+        WaitingScope& operator=(WaitingScope const&) = delete;
+        ~WaitingScope() { --threads; }
+    };
+    MonotonicTime const deadline = MillisecondsFromNow(milliseconds);
+    // Before the next try: room that comes after it is then told of.
+    WaitingScope const waiting(m_waitingForRoom);
+    m_wake.Set();
+    for (;;) {
+        std::uint32_t const seen = m_roomChanges.load();
+        ePush const result = Push(line);
+        if (result != ePush::eFull || !FutexWait(m_roomChanges, seen, &deadline)) {
+            return result;
+        }
+    }
+}
+
+void LogFileOutput::TellOfRoom() noexcept {
+    if (m_waitingForRoom.load() > 0) {
+        m_roomChanges.fetch_add(1);
+        FutexWakeAll(m_roomChanges);
+    }
+}
+
+bool LogFileOutput::Enqueue(char const* line, long milliseconds) {
     if (!m_queueing.load(std::memory_order_relaxed)) {
         return false;
     }
     VObjectRef<VString> const text = CopyOf(line);
-    {
-        detail::MutexLock const lock(m_queueLock);
-        if (!m_queueing.load(std::memory_order_relaxed)) {
-            return false;
-        }
-        if (!text || !m_queue.load()->Push(text.Get())) {
-            CountDropped();
-            return true;
-        }
+    ePush result = Push(text.Get());
+    if (result == ePush::eFull && text && milliseconds > 0 &&
+        m_writer.load(std::memory_order_relaxed) != VThread::GetCurrentThreadID()) {
+        result = PushWhenThereIsRoom(text.Get(), milliseconds);
+    }
+    if (result == ePush::eNotQueueing) {
+        return false;
+    }
+    if (result == ePush::eFull) {
+        CountDropped();
+        return true;
     }
     m_linesSemaphore.ReleaseSemaphore(1, nullptr);
     if (WaitingLines() >= kManyLines && !m_wake.IsSet()) {
@@ -186,8 +267,11 @@ long LogFileOutput::PutQueuedLines() {
     long count = 0;
     VString* line = nullptr;
     while (count < kBatch && m_file.IsOpen() && queue && queue->Pop(&line)) {
-        m_file.Put(VObjectRef<VString>::Adopt(line)->CString());
+        PutLine(VObjectRef<VString>::Adopt(line)->CString());
         ++count;
+    }
+    if (count > 0) {
+        TellOfRoom();
     }
     return count;
 }
@@ -237,6 +321,7 @@ class LogFileOutput::WriterScope {
         m_output->StopQueueing();
         m_output->Drain();
         m_output->EndUnwantedFile();
+        m_output->m_writer.store(VThread::ThreadID{}, std::memory_order_relaxed);
         m_output->m_running.store(false);
         m_output->m_shutdownSemaphore.ReleaseSemaphore(1, nullptr);
     }
@@ -247,6 +332,7 @@ class LogFileOutput::WriterScope {
 
 void LogFileOutput::RunWriter() {
     WriterScope const scope(this);
+    m_writer.store(VThread::GetCurrentThreadID(), std::memory_order_relaxed);
     while (m_mayContinue.load()) {
         m_wake.WaitFor(kWriterPause);
         m_wake.Clear();
@@ -319,6 +405,8 @@ void LogFileOutput::AfterForkInChild(void* self) VFOUNDATION_THREAD_ATTRIBUTE(no
     output->m_conditions &= kFileOpen;
     output->m_queueing.store(false);
     output->m_waitingForFile.store(0);
+    output->m_waitingForRoom.store(0);
+    output->m_writer.store(VThread::ThreadID{});
     output->m_mayContinue.store(false);
     output->m_running.store(false);
     output->m_queueLock.Unlock();

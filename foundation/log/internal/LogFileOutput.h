@@ -3,14 +3,17 @@
 #include "foundation/containers/VObjectRingBufferTmpl.h"
 #include "foundation/core/Mutex.h"
 #include "foundation/log/internal/LineFile.h"
+#include "foundation/log/internal/LogRotation.h"
 #include "foundation/strings/VString.h"
 #include "foundation/threads/VLock.h"
 #include "foundation/threads/VSemaphore.h"
+#include "foundation/threads/VThread.h"
 #include "foundation/threads/internal/EventFlag.h"
 #include "foundation/threads/internal/ForkHook.h"
 
 #include <atomic>
 #include <cstdint>
+#include <string>
 
 namespace VFoundation {
 
@@ -46,8 +49,11 @@ class LogFileOutput {
     bool Write(char const* line);
     /// As `Write`; the line, and those queued before it, are handed to the system.
     bool WriteThrough(char const* line);
-    /// False when lines are not queued now. A line that finds the queue full, or no memory, is dropped.
-    bool Enqueue(char const* line);
+    /// False when lines are not queued now. A line that finds no memory is dropped, and one that finds the queue full
+    /// when there is no room within so many milliseconds.
+    bool Enqueue(char const* line, long milliseconds);
+    /// False when a stuck writer holds the file.
+    bool SetRotation(VLogFile::Rotation const& rotation);
     /// Hands what was written directly to the system.
     void Flush();
 
@@ -86,6 +92,8 @@ class LogFileOutput {
     static constexpr std::uint32_t kFileOpen = 1;
     static constexpr std::uint32_t kWriterTakesLines = 2;
 
+    enum class ePush { eDone, eFull, eNotQueueing };
+
     class FileScope;
     class WriterScope;
 
@@ -94,6 +102,11 @@ class LogFileOutput {
     bool IsFileWanted();
     template <class Action>
     bool WithFile(Action action);
+    ePush Push(VString* line);
+    ePush PushWhenThereIsRoom(VString* line, long milliseconds);
+    void TellOfRoom() noexcept;
+    void PutLine(char const* line);
+    bool BeginFreshFile();
     long PutQueuedLines();
     void PutAllQueuedLines();
     long Drain();
@@ -110,6 +123,8 @@ class LogFileOutput {
 
     VLock m_fileLock; // the file, and taking lines from the queue
     LineFile m_file;
+    std::string m_path;
+    LogRotation m_rotation;
     std::atomic<long> m_waitingForFile{0}; // threads, without the writer
     bool m_isHeldForFork = false;          // the file, by the thread that forks
 
@@ -118,7 +133,11 @@ class LogFileOutput {
     std::atomic<bool> m_queueing{false};  // all of them hold
     std::atomic<Queue*> m_queue{nullptr}; // made with the first writer, and kept
 
+    std::atomic<long> m_waitingForRoom{0};       // threads
+    std::atomic<std::uint32_t> m_roomChanges{0}; // they sleep on it
+
     EventFlag m_wake; // ends the writer's pause
+    std::atomic<VThread::ThreadID> m_writer{};
     std::atomic<bool> m_running{false};
     std::atomic<bool> m_mayContinue{false};
     std::atomic<long> m_dropped{0};

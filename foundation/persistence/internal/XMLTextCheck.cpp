@@ -24,10 +24,7 @@ constexpr unsigned long kLargestAscii = 0x7F;
 constexpr unsigned long kLargestByte = 0xFF;
 constexpr unsigned long kLargestCharacter = 0x10FFFF;
 
-constexpr std::string_view kXMLBlanks = " \t\r\n";
-/// What TinyXML passes over as white space.
-constexpr std::string_view kBlanks = " \t\n\v\f\r";
-/// What it also passes over in UTF-8: a byte order mark, U+FFFE and U+FFFF.
+/// What TinyXML also passes over in UTF-8: a byte order mark, U+FFFE and U+FFFF.
 constexpr std::string_view kMarks[] = {kByteOrderMark, "\xEF\xBF\xBE", "\xEF\xBF\xBF"};
 constexpr std::size_t kMarkSize = 3;
 constexpr std::string_view kDeclared[] = {"version", "encoding", "standalone"};
@@ -39,6 +36,21 @@ constexpr std::string_view kPublicId =
 bool StartsWithMark(std::string_view text) noexcept {
     return std::any_of(std::begin(kMarks), std::end(kMarks),
                        [text](std::string_view mark) { return text.starts_with(mark); });
+}
+
+constexpr bool IsBlank(char c) noexcept {
+    return c == ' ' || c == '\t' || c == '\n' || c == '\r';
+}
+
+/// What TinyXML passes over as white space.
+constexpr bool IsTinyXMLBlank(char c) noexcept {
+    return c == ' ' || (c >= '\t' && c <= '\r');
+}
+
+/// How many bytes at the start of `text` are such.
+template <class Such>
+std::size_t CountOf(Such isSuch, std::string_view text) noexcept {
+    return static_cast<std::size_t>(std::find_if_not(text.begin(), text.end(), isSuch) - text.begin());
 }
 
 constexpr bool IsDigit(char c) noexcept {
@@ -216,7 +228,7 @@ bool Scanner::Skip(std::string_view expected) noexcept {
 
 /// True when there was at least one.
 bool Scanner::SkipBlanks() noexcept {
-    std::size_t const count = std::min(m_rest.find_first_not_of(kXMLBlanks), m_rest.size());
+    std::size_t const count = CountOf(IsBlank, m_rest);
     m_rest.remove_prefix(count);
     return count > 0;
 }
@@ -244,13 +256,9 @@ bool Scanner::TakeName(std::string_view& name) noexcept {
     if (m_rest.empty() || !StartsName(m_rest.front())) {
         return false;
     }
-    std::size_t length = 1;
-    while (length < m_rest.size() && ContinuesName(m_rest[length])) {
-        ++length;
-    }
-    name = m_rest.substr(0, length);
+    name = m_rest.substr(0, CountOf(ContinuesName, m_rest));
     m_hasMarkedName = m_hasMarkedName || StartsWithMark(name);
-    m_rest.remove_prefix(length);
+    m_rest.remove_prefix(name.size());
     return true;
 }
 
@@ -270,11 +278,11 @@ bool Scanner::ScanText() {
     std::string_view const text = m_rest.substr(0, m_rest.find('<'));
     m_rest.remove_prefix(text.size());
     if (m_open.empty()) {
-        return text.find_first_not_of(kXMLBlanks) == std::string_view::npos;
+        return CountOf(IsBlank, text) == text.size();
     }
-    std::size_t const start = text.find_first_not_of(kBlanks);
-    if (start == std::string_view::npos) { // layout
-        if (text.find_first_not_of(kXMLBlanks) != std::string_view::npos) {
+    std::size_t const start = CountOf(IsTinyXMLBlank, text);
+    if (start == text.size()) { // layout
+        if (CountOf(IsBlank, text) < text.size()) {
             m_replacements.push_back({OffsetOf(text), text.size(), {}, false});
         }
         return true;
@@ -491,7 +499,7 @@ void Scanner::NoteBlankText(std::string_view text) {
                 unsigned long const referred = ReferredCharacter(text.substr(1, length - 2));
                 blank = referred <= kLargestByte ? static_cast<char>(referred) : '\0';
             }
-            if (kBlanks.find(blank) == std::string_view::npos) {
+            if (!IsTinyXMLBlank(blank)) {
                 return;
             }
             found.bytes += blank;
@@ -519,7 +527,7 @@ std::string WithReplacements(std::string const& text, std::vector<Scanner::Repla
 } // namespace
 
 bool NeedsXMLCData(std::string_view text, bool isAlone) noexcept {
-    if (text.empty() || (isAlone && text.find_first_not_of(kBlanks) != std::string_view::npos)) {
+    if (text.empty() || (isAlone && CountOf(IsTinyXMLBlank, text) < text.size())) {
         return false;
     }
     // A carriage return in a section would come back as a line feed.

@@ -13,12 +13,20 @@ NumberText::NumberText(long long number) noexcept {
     *std::to_chars(m_text, m_text + kSize - 1, number).ptr = '\0';
 }
 
+NumberText::NumberText(unsigned long long number) noexcept {
+    *std::to_chars(m_text, m_text + kSize - 1, number).ptr = '\0';
+}
+
 NumberText::NumberText(float number) noexcept {
     *std::to_chars(m_text, m_text + kSize - 1, number, std::chars_format::general, 6).ptr = '\0';
 }
 
 NumberText::NumberText(double number) noexcept {
     *std::to_chars(m_text, m_text + kSize - 1, number, std::chars_format::general, 16).ptr = '\0';
+}
+
+NumberText::NumberText(long double number) noexcept {
+    *std::to_chars(m_text, m_text + kSize - 1, number, std::chars_format::general, 18).ptr = '\0';
 }
 
 long Int32FromText(char const* text) noexcept {

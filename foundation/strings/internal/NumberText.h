@@ -4,8 +4,8 @@ namespace VFoundation {
 
 /// A number as the library writes it into text: "." whatever the locale.
 ///
-/// Integers in decimal; a float with 6 significant digits ("%g"), a double with 16 ("%.16g"); "inf" and "nan"
-/// with the sign they have.
+/// Integers in decimal; a float with 6 significant digits ("%g"), a double with 16 ("%.16g"), a long double with 18;
+/// "inf" and "nan" with the sign they have.
 ///
 /// Ownership: holds its text.
 /// Threads: as for any value.
@@ -14,8 +14,10 @@ class NumberText {
     static constexpr unsigned long kSize = 64;
 
     explicit NumberText(long long number) noexcept;
+    explicit NumberText(unsigned long long number) noexcept;
     explicit NumberText(float number) noexcept;
     explicit NumberText(double number) noexcept;
+    explicit NumberText(long double number) noexcept;
 
     char const* CString() const noexcept { return m_text; }
 

@@ -4,6 +4,9 @@
 #include "foundation/core/VObjectRef.h"
 #include "foundation/strings/VString.h"
 
+#include <cstring>
+#include <utility>
+
 namespace VFoundation {
 
 static_assert(sizeof(SValue) == 16);
@@ -44,6 +47,29 @@ SValue& SValue::operator=(SValue const& other) {
         break;
     }
     return *this;
+}
+
+SValue& SValue::operator=(SValue&& other) noexcept {
+    if (this == &other || other.m_type < kUnknown || other.m_type > kPVoid) {
+        return *this;
+    }
+    if (m_type == kString && m_string && other.m_type == kString && other.m_string) {
+        *m_string = std::move(*other.m_string);
+        other.SetValueToUnknown();
+        return *this;
+    }
+    // What is let go may hold `other`.
+    SValue taken(std::move(other));
+    auto const held = Become(kUnknown);
+    Take(taken);
+    return *this;
+}
+
+/// The value must hold nothing.
+void SValue::Take(SValue& other) noexcept {
+    std::memcpy(&m_pointer, &other.m_pointer, sizeof(void*)); // whichever member it is
+    m_type = std::exchange(other.m_type, kUnknown);
+    other.m_pointer = nullptr;
 }
 
 VObject* SValue::HeldObject() const noexcept {

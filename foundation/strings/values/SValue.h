@@ -33,6 +33,8 @@ struct SValue {
 
     SValue() noexcept = default;
     SValue(SValue const& other) { *this = other; }
+    /// Takes the value; `other` is unknown then.
+    SValue(SValue&& other) noexcept { Take(other); }
     ~SValue() {
         if (m_type == kString || m_type == kObject) {
             SetValueToUnknown();
@@ -40,6 +42,8 @@ struct SValue {
     }
     /// Nothing happens when `other` has a type that this library does not know.
     SValue& operator=(SValue const& other);
+    /// The same, but takes the value; `other` is unknown then.
+    SValue& operator=(SValue&& other) noexcept;
 
     /// One of `eType`, or another number read from a file.
     std::int32_t Type() const noexcept { return m_type; }
@@ -74,6 +78,7 @@ struct SValue {
     friend class VValue; // reads tag and payload from files
 
     VObject* HeldObject() const noexcept;
+    void Take(SValue& other) noexcept;
     VObjectRef<VObject> Become(eType type) noexcept;
 
     std::int32_t m_type = kUnknown;

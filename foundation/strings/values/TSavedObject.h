@@ -16,7 +16,7 @@ class TSavedObject : public VObject {
   public:
     /// A new object (owned) of the object's own class with the same value; null when that class cannot be
     /// made.
-    VObject* Copy() const override;
+    [[nodiscard]] VObject* Copy() const override;
     /// Same class and same value.
     bool IsEqual(VObject const& other) const override;
     /// "[<class name>] " and the members as "name: value", with commas between.

@@ -9,6 +9,7 @@
 #include <bit>
 #include <cstring>
 #include <limits>
+#include <utility>
 
 namespace VFoundation {
 
@@ -34,6 +35,20 @@ VBitString::VBitString(VClass* cls, std::int32_t count) : Registered(cls) {
 
 VBitString::VBitString(VBitString const& other)
     : Registered(nullptr), m_count(other.m_count), m_bytes(other.m_bytes) {
+}
+
+// Making the record could throw; it is there, as `other` is.
+VBitString::VBitString(VBitString&& other) noexcept
+    : Registered(LoadClassSlot(ms_theClass)), m_count(std::exchange(other.m_count, 0)),
+      m_bytes(std::move(other.m_bytes)) {
+}
+
+VBitString& VBitString::operator=(VBitString&& other) noexcept {
+    if (this != &other) {
+        m_count = std::exchange(other.m_count, 0);
+        m_bytes = std::move(other.m_bytes);
+    }
+    return *this;
 }
 
 VBitString& VBitString::operator=(VBitString const& other) {

@@ -28,8 +28,11 @@ class VBitString : public Registered<VBitString, VObject> {
     /// `count` cleared bits; none when it is negative.
     explicit VBitString(std::int32_t count = 0) : VBitString(nullptr, count) {}
     VBitString(VBitString const& other);
+    /// `other` has no bits then.
+    VBitString(VBitString&& other) noexcept;
     VBitString& operator=(VBitString const& other);
-    static VBitString* New() { return new VBitString; }
+    VBitString& operator=(VBitString&& other) noexcept;
+    [[nodiscard]] static VBitString* New() { return new VBitString; }
 
     std::int32_t Count() const noexcept { return m_count; }
     /// Cuts bits off at the end or adds cleared ones. A negative count is 0.
@@ -56,7 +59,7 @@ class VBitString : public Registered<VBitString, VObject> {
     /// Same class and same bits.
     bool IsEqual(VObject const& other) const override;
     /// A new object (owned) of the object's own class with the same bits; null when that class cannot be made.
-    VObject* Copy() const override;
+    [[nodiscard]] VObject* Copy() const override;
     /// "[<class name>] " and the text, which may be cut.
     void GetDescription(VString& out) const override;
 

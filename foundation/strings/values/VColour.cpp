@@ -34,22 +34,18 @@ char const* const VColour::ms_pchGreenTag = "green";
 char const* const VColour::ms_pchBlueTag = "blue";
 char const* const VColour::ms_pchAlphaTag = "alpha";
 
-VColour::VColour(int r, int g, int b, int a, char const* name) : Registered(nullptr), SColour(r, g, b, a) {
+VColour::VColour(VClass* cls, SColour const& colour, char const* name) : Registered(cls), SColour(colour) {
     if (name) {
         SetName(name);
     }
 }
 
-VColour::VColour(unsigned long packed, char const* name) : Registered(nullptr), SColour(packed) {
-    if (name) {
-        SetName(name);
-    }
+VColour::VColour(VColour const& other) : VColour(nullptr, other, other.m_name ? other.GetName() : nullptr) {
 }
 
-VColour::VColour(VColour const& other) : Registered(nullptr), SColour(other) {
-    if (other.m_name) {
-        SetName(other.GetName());
-    }
+// Making the record could throw; it is there, as `other` is.
+VColour::VColour(VColour&& other) noexcept
+    : Registered(LoadClassSlot(ms_theClass)), SColour(other), m_name(std::move(other.m_name)) {
 }
 
 VColour::~VColour() = default;
@@ -60,6 +56,14 @@ VColour& VColour::operator=(VColour const& other) {
             SetName(other.GetName()); // first, because it may throw
         }
         SColour::operator=(other);
+    }
+    return *this;
+}
+
+VColour& VColour::operator=(VColour&& other) noexcept {
+    if (this != &other) {
+        SColour::operator=(other);
+        m_name = std::move(other.m_name);
     }
     return *this;
 }

@@ -30,15 +30,18 @@ class VColour : public Registered<VColour, VObject>, public SColour {
     /// Opaque black, unnamed.
     explicit VColour(VClass* cls = nullptr) : Registered(cls) {}
     /// A null name leaves the colour unnamed.
-    VColour(int r, int g, int b, int a, char const* name);
-    VColour(unsigned long packed, char const* name);
+    VColour(int r, int g, int b, int a, char const* name) : VColour(nullptr, SColour(r, g, b, a), name) {}
+    VColour(unsigned long packed, char const* name) : VColour(nullptr, SColour(packed), name) {}
     VColour(VColour const& other);
+    /// Takes the name; `other` has none then.
+    VColour(VColour&& other) noexcept;
     ~VColour() override;
     VColour& operator=(VColour const& other);
+    VColour& operator=(VColour&& other) noexcept;
 
-    static VColour* New() { return new VColour; }
+    [[nodiscard]] static VColour* New() { return new VColour; }
     /// The same colour and name (owned).
-    VColour* Copy() const override;
+    [[nodiscard]] VColour* Copy() const override;
 
     /// Null sets an empty name.
     void SetName(char const* name);
@@ -84,6 +87,10 @@ class VColour : public Registered<VColour, VObject>, public SColour {
     static char const* const ms_pchGreenTag;
     static char const* const ms_pchBlueTag;
     static char const* const ms_pchAlphaTag;
+
+  protected:
+    /// For derived classes, with their record or null. A null name leaves the colour unnamed.
+    VColour(VClass* cls, SColour const& colour, char const* name);
 
   private:
     static void UninitializeArray();

@@ -23,7 +23,7 @@ class VDate : public Registered<VDate, TSavedObject<VDate>> {
     VDate(VDate const& other) : VDate(nullptr, other.m_seconds) {}
     VDate& operator=(VDate const&) = default;
 
-    static VDate* New() { return new VDate; }
+    [[nodiscard]] static VDate* New() { return new VDate; }
     static VDate Now();
 
     long long Seconds() const noexcept { return m_seconds; }

@@ -5,6 +5,7 @@
 #include "foundation/strings/values/TSavedObject.h"
 
 #include <cstdint>
+#include <utility>
 
 namespace VFoundation {
 
@@ -22,8 +23,12 @@ class VPDFConnection : public Registered<VPDFConnection, TSavedObject<VPDFConnec
     explicit VPDFConnection(VClass* cls = nullptr) : Registered(cls) {}
     VPDFConnection(VPDFConnection const& other)
         : Registered(nullptr), m_name(other.m_name), m_page(other.m_page) {}
+    /// `other` has an empty name then.
+    VPDFConnection(VPDFConnection&& other) noexcept
+        : Registered(LoadClassSlot(ms_theClass)), m_name(std::move(other.m_name)), m_page(other.m_page) {}
     VPDFConnection& operator=(VPDFConnection const&) = default;
-    static VPDFConnection* New() { return new VPDFConnection; }
+    VPDFConnection& operator=(VPDFConnection&&) noexcept = default;
+    [[nodiscard]] static VPDFConnection* New() { return new VPDFConnection; }
     static void InitializeClass() {}
     static void UninitializeClass() {}
 

@@ -16,13 +16,17 @@ class VPoint : public Registered<VPoint, TSavedObject<VPoint>>, public SPoint {
     static VClass* ms_theClass;
 
     explicit VPoint(VClass* cls = nullptr) : Registered(cls) {}
-    explicit VPoint(SPoint const& point) : Registered(nullptr), SPoint(point) {}
-    VPoint(VPoint const& other) : Registered(nullptr), SPoint(other) {}
+    explicit VPoint(SPoint const& point) : VPoint(nullptr, point) {}
+    VPoint(VPoint const& other) : VPoint(nullptr, other) {}
     VPoint& operator=(VPoint const&) = default;
 
-    static VPoint* New() { return new VPoint; }
+    [[nodiscard]] static VPoint* New() { return new VPoint; }
     static void InitializeClass() {}
     static void UninitializeClass() {}
+
+  protected:
+    /// For derived classes, with their record or null.
+    VPoint(VClass* cls, SPoint const& point) : Registered(cls), SPoint(point) {}
 
   private:
     friend class TSavedObject<VPoint>;

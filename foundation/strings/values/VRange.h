@@ -24,7 +24,7 @@ class VRange : public Registered<VRange, TSavedObject<VRange>>, private TInterva
     VRange(std::int32_t location, std::int32_t length) : VRange(nullptr, {location, length}) {}
     VRange(VRange const& other) : VRange(nullptr, other) {}
     VRange& operator=(VRange const&) = default;
-    static VRange* New() { return new VRange; }
+    [[nodiscard]] static VRange* New() { return new VRange; }
 
     std::int32_t Location() const noexcept { return m_start; }
     std::int32_t Length() const noexcept { return m_length; }

@@ -16,13 +16,17 @@ class VRect : public Registered<VRect, TSavedObject<VRect>>, public SRect {
     static VClass* ms_theClass;
 
     explicit VRect(VClass* cls = nullptr) : Registered(cls) {}
-    explicit VRect(SRect const& rect) : Registered(nullptr), SRect(rect) {}
-    VRect(VRect const& other) : Registered(nullptr), SRect(other) {}
+    explicit VRect(SRect const& rect) : VRect(nullptr, rect) {}
+    VRect(VRect const& other) : VRect(nullptr, other) {}
     VRect& operator=(VRect const&) = default;
 
-    static VRect* New() { return new VRect; }
+    [[nodiscard]] static VRect* New() { return new VRect; }
     static void InitializeClass() {}
     static void UninitializeClass() {}
+
+  protected:
+    /// For derived classes, with their record or null.
+    VRect(VClass* cls, SRect const& rect) : Registered(cls), SRect(rect) {}
 
   private:
     friend class TSavedObject<VRect>;

@@ -16,11 +16,15 @@ class VSize : public Registered<VSize, TSavedObject<VSize>>, public SSize {
     static VClass* ms_theClass;
 
     explicit VSize(VClass* cls = nullptr) : Registered(cls) {}
-    explicit VSize(SSize const& size) : Registered(nullptr), SSize(size) {}
-    VSize(VSize const& other) : Registered(nullptr), SSize(other) {}
+    explicit VSize(SSize const& size) : VSize(nullptr, size) {}
+    VSize(VSize const& other) : VSize(nullptr, other) {}
     VSize& operator=(VSize const&) = default;
 
-    static VSize* New() { return new VSize; }
+    [[nodiscard]] static VSize* New() { return new VSize; }
+
+  protected:
+    /// For derived classes, with their record or null.
+    VSize(VClass* cls, SSize const& size) : Registered(cls), SSize(size) {}
 
   private:
     friend class TSavedObject<VSize>;

@@ -22,7 +22,7 @@ class VTimeRange : public Registered<VTimeRange, TSavedObject<VTimeRange>>, priv
     VTimeRange(double start, double duration) : VTimeRange(nullptr, {start, duration}) {}
     VTimeRange(VTimeRange const& other) : VTimeRange(nullptr, other) {}
     VTimeRange& operator=(VTimeRange const&) = default;
-    static VTimeRange* New() { return new VTimeRange; }
+    [[nodiscard]] static VTimeRange* New() { return new VTimeRange; }
 
     double Start() const noexcept { return m_start; }
     double Duration() const noexcept { return m_length; }

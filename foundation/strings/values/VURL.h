@@ -4,6 +4,8 @@
 #include "foundation/strings/VString.h"
 #include "foundation/strings/values/TSavedObject.h"
 
+#include <utility>
+
 namespace VFoundation {
 
 /// A URL: any text, split into parts when it is a valid absolute URI by the generic syntax of RFC 3986. Files hold
@@ -25,8 +27,10 @@ class VURL : public Registered<VURL, TSavedObject<VURL>> {
     VURL() : VURL(nullptr, nullptr) {}
     explicit VURL(char const* text) : VURL(nullptr, text) {}
     VURL(VURL const& other) : VURL(nullptr, other.m_text.CString()) {}
+    VURL(VURL&& other) noexcept : Registered(LoadClassSlot(ms_theClass)), m_text(std::move(other.m_text)) {}
     VURL& operator=(VURL const&) = default;
-    static VURL* New() { return new VURL; }
+    VURL& operator=(VURL&&) noexcept = default;
+    [[nodiscard]] static VURL* New() { return new VURL; }
 
     VString const& Text() const noexcept { return m_text; }
     void SetText(char const* text) { m_text = text; }

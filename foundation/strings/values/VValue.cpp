@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cstring>
 #include <iterator>
+#include <utility>
 
 namespace VFoundation {
 
@@ -46,12 +47,9 @@ VValue::TypeName const VValue::ms_typeNameMap[kTypeCount] = {
     {SValue::kString, "string"},   {SValue::kObject, "object"}, {SValue::kPVoid, "pvoid"},
 };
 
-VValue::VValue(SValue const& value) : Registered(nullptr) {
-    *this = value;
-}
-
-VValue::VValue(VValue const& other) : Registered(nullptr) {
-    *this = other;
+// Making the record could throw; it is there, as `other` is.
+VValue::VValue(VValue&& other) noexcept
+    : Registered(LoadClassSlot(ms_theClass)), m_value(std::move(other.m_value)) {
 }
 
 VValue& VValue::operator=(SValue const& value) {

@@ -31,10 +31,12 @@ class VValue : public Registered<VValue, VObject> {
 
     /// An unknown value.
     explicit VValue(VClass* cls = nullptr) : Registered(cls) {}
-    VValue(SValue const& value);
-    VValue(VValue const& other);
+    VValue(SValue const& value) : VValue(nullptr, value) {}
+    VValue(VValue const& other) : VValue(nullptr, other.m_value) {}
+    /// Takes the value; `other` is unknown then. Assignment copies, as derived classes may override it.
+    VValue(VValue&& other) noexcept;
     ~VValue() override = default;
-    static VValue* New() { return new VValue; }
+    [[nodiscard]] static VValue* New() { return new VValue; }
 
     virtual VValue& operator=(SValue const& value);
     virtual VValue& operator=(VValue const& other);
@@ -43,7 +45,7 @@ class VValue : public Registered<VValue, VObject> {
     SValue const& Value() const noexcept { return m_value; }
 
     /// A new instance of the object's own class (owned): a string is copied, an object shared.
-    VObject* Copy() const override;
+    [[nodiscard]] VObject* Copy() const override;
     /// Same class and `SValue` equality.
     bool IsEqual(VObject const& other) const override;
     /// True.
@@ -53,6 +55,10 @@ class VValue : public Registered<VValue, VObject> {
     /// not in the table reads as unknown. A missing value leaves the payload, or makes it zero when the type changes.
     /// False when an attribute is missing or could not be written.
     bool SerializeAsXML(VXMLFile& file) override;
+
+  protected:
+    /// For derived classes, with their record or null.
+    VValue(VClass* cls, SValue const& value) : Registered(cls), m_value(value) {}
 
   private:
     bool SaveValue(VXMLFile& file) const;

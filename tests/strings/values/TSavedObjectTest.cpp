@@ -2,6 +2,9 @@
 
 #include "foundation/strings/values/TSavedObject.h"
 
+#include "foundation/strings/VStringTokenizer.h"
+#include "foundation/strings/values/VBitString.h"
+#include "foundation/strings/values/VColour.h"
 #include "foundation/strings/values/VDate.h"
 #include "foundation/strings/values/VPDFConnection.h"
 #include "foundation/strings/values/VPoint.h"
@@ -10,6 +13,7 @@
 #include "foundation/strings/values/VSize.h"
 #include "foundation/strings/values/VTimeRange.h"
 #include "foundation/strings/values/VURL.h"
+#include "foundation/strings/values/VValue.h"
 #include "tests/support/SavedForms.h"
 
 #include <climits>
@@ -47,6 +51,57 @@ TEST_F(TSavedObjectTest, AbsentMembersStayAndOthersAreBroughtIntoRange) {
     EXPECT_TRUE(ReadXML(range, "<VRange location='-1' length='-7'/>"));
     EXPECT_TRUE(range == VRange(-1, 0));
     EXPECT_STREQ(VTimeRange(0.5, 2).Description().CString(), "[VTimeRange] start: 0.5, duration: 2");
+}
+
+template <class Base>
+class ADerivedValue : public Registered<ADerivedValue<Base>, Base> {
+  public:
+    static constexpr char const* kClassName = "ADerivedValue";
+    static inline VClass* ms_theClass = nullptr;
+    template <class... Args>
+    explicit ADerivedValue(Args const&... args) : Registered<ADerivedValue, Base>(nullptr, args...) {}
+    static ADerivedValue* New() { return nullptr; }
+};
+
+/// A derived value made with arguments counts in its own class, and moves as its base does.
+template <class Base, class... Args>
+void ExpectOwnClass(Args const&... args) {
+    ADerivedValue<Base> const value(args...);
+    EXPECT_TRUE(value.IsMemberOfClass(ADerivedValue<Base>::TheClass())) << Base::kClassName;
+    EXPECT_EQ(ADerivedValue<Base>::TheClass()->Existing(), 1) << Base::kClassName;
+    if constexpr (std::is_copy_constructible_v<Base>) {
+        Base copy(value);
+        EXPECT_TRUE(copy.IsMemberOfClass(Base::TheClass()));
+        Base moved(std::move(copy));
+        Base assigned;
+        assigned = std::move(moved);
+        EXPECT_TRUE(assigned.IsEqual(Base(value)));
+        copy = assigned; // what was moved from takes a value again
+        EXPECT_TRUE(copy.IsEqual(assigned));
+    }
+}
+
+TEST_F(TSavedObjectTest, DerivedValuesAreOfTheirOwnClass) {
+    ExpectOwnClass<VPoint>(SPoint{1, 2});
+    ExpectOwnClass<VSize>(SSize{1, 2});
+    ExpectOwnClass<VRect>(SRect{1, 2, 3, 4});
+    ExpectOwnClass<VDate>(5LL);
+    ExpectOwnClass<VURL>("http://a/a-path-that-is-long-enough-for-memory-of-its-own");
+    ExpectOwnClass<VBitString>(77);
+    ExpectOwnClass<VPDFConnection>();
+    ExpectOwnClass<VColour>(SColour(1, 2, 3, 4), "mine");
+    ExpectOwnClass<VStringTokenizer>("a,b", ',');
+    SValue text;
+    text.SetValueToString("text");
+    ExpectOwnClass<VValue>(text);
+    ExpectOwnClass<VData>(33UL);
+    SValue taken(std::move(text));
+    text = SValue(taken);
+    EXPECT_TRUE(text == taken);
+    taken.SetValueToInt(5);
+    text = std::move(taken);
+    EXPECT_EQ(text.GetInt(), 5);
+    EXPECT_EQ(taken.Type(), SValue::kUnknown);
 }
 
 } // namespace

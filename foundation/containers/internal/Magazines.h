@@ -1,0 +1,127 @@
+#pragma once
+
+#include "foundation/core/Mutex.h"
+#include "foundation/core/VAtomicOp.h"
+
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+
+namespace VFoundation {
+
+class VFileInfo;
+class VObject;
+class VObjectArray;
+class VString;
+
+namespace detail {
+
+/// A few pooled objects that a thread keeps at hand, first in, first out. Whoever uses one enters it first; whoever
+/// finds it entered does without, so that no thread ever waits for another.
+///
+/// Ownership: adopts what is put in and hands the reference to whoever takes the object out. A magazine has no
+/// destructor; `Magazines::ReleaseAll` empties it.
+/// Threads: any.
+class Magazine {
+  public:
+    static constexpr std::uint32_t kSize = 16;
+
+    constexpr Magazine() noexcept = default;
+    Magazine(Magazine const&) = delete;
+    Magazine& operator=(Magazine const&) = delete;
+
+    /// Objects inside. Other threads may have changed it since.
+    std::uint32_t Count() const noexcept { return m_count.load(std::memory_order_acquire); }
+
+    /// False when a thread is inside.
+    [[nodiscard]] bool TryEnter() noexcept {
+        bool isEntered = false;
+        return VAtomicOp::CompareAndSwap(m_isEntered, isEntered, true);
+    }
+    void Leave() noexcept { m_isEntered.store(false, std::memory_order_release); }
+
+    // For the thread that is inside.
+
+    /// False, with the reference still the caller's, when the magazine is full.
+    bool Put(VObject* object) noexcept {
+        std::uint32_t const count = m_count.load(std::memory_order_relaxed);
+        if (count == kSize) {
+            return false;
+        }
+        m_objects[(m_first + count) % kSize] = object;
+        m_count.store(count + 1, std::memory_order_release);
+        return true;
+    }
+    /// The oldest object; null when there is none.
+    VObject* Take() noexcept {
+        std::uint32_t const count = m_count.load(std::memory_order_relaxed);
+        if (count == 0) {
+            return nullptr;
+        }
+        VObject* const object = m_objects[m_first];
+        m_first = (m_first + 1) % kSize;
+        m_count.store(count - 1, std::memory_order_release);
+        return object;
+    }
+
+  private:
+    // A cache line that other threads only read, unless they look for objects.
+    alignas(64) std::atomic<bool> m_isEntered{false};
+    std::uint32_t m_first = 0;
+    std::atomic<std::uint32_t> m_count{0};
+    VObject* m_objects[kSize] = {};
+};
+
+/// The magazines of one pool. Each thread has one of them by its number; beyond `kCount` threads, several have the
+/// same. They are never given back: what a thread leaves in its magazine when it ends stays in the pool, for others to
+/// find, and its end needs no code.
+///
+/// Threads: any.
+class Magazines {
+  public:
+    static constexpr std::uint32_t kCount = 64;
+
+    constexpr Magazines() noexcept = default;
+    Magazines(Magazines const&) = delete;
+    Magazines& operator=(Magazines const&) = delete;
+
+    /// The calling thread's.
+    Magazine& Own() noexcept { return m_magazines[ThreadNumber() % kCount]; }
+    /// An object of any thread (owned); null when there is none.
+    VObject* TakeAny() noexcept;
+    /// Releases what is inside, once for each magazine. Waits for threads that are in one.
+    void ReleaseAll();
+
+    /// Objects in all magazines.
+    long CountAll() const noexcept;
+    /// The same, but never too low: a magazine that a thread is inside of counts as full.
+    long CountAtMost() noexcept;
+
+    /// Held while an object goes into a ring that is nearly full, so that two threads do not both take the last room.
+    Mutex m_lastRoom;
+
+  private:
+    static std::uint32_t ThreadNumber() noexcept;
+    /// How many of the magazines can hold anything.
+    static std::uint32_t UsedCount() noexcept;
+
+    Magazine m_magazines[kCount];
+};
+
+/// The magazines of the pool of `T`; null for a pool that is its ring alone.
+template <class T>
+inline constexpr std::nullptr_t kMagazines = nullptr;
+
+extern Magazines g_stringMagazines;
+extern Magazines g_arrayMagazines;
+extern Magazines g_fileInfoMagazines;
+template <>
+inline constexpr Magazines* kMagazines<VString> = &g_stringMagazines;
+template <>
+inline constexpr Magazines* kMagazines<VObjectArray> = &g_arrayMagazines;
+template <>
+inline constexpr Magazines* kMagazines<VFileInfo> = &g_fileInfoMagazines;
+
+} // namespace detail
+
+} // namespace VFoundation
