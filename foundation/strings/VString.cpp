@@ -48,15 +48,7 @@ std::atomic<VString*> VString::ms_emptyString{nullptr};
 
 VString::VString(VClass* cls, char const* text) : Registered(cls) {
     text = text ? text : "";
-    unsigned long const length = std::strlen(text);
-    m_block.Replace(kFirstCapacity); // needs no memory
-    if (length < kFirstCapacity - 1) {
-        std::memcpy(m_block.Bytes(), text, length + 1);
-        m_length = static_cast<std::uint32_t>(length);
-        m_capacity = kFirstCapacity;
-    } else {
-        Assign(text, length);
-    }
+    Assign(text, std::strlen(text));
 }
 
 VString::VString(VClass* cls, std::string_view text) : Registered(cls) {
