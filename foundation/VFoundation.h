@@ -52,6 +52,8 @@
 #include "foundation/image/VImageIOJPEG.h"
 #include "foundation/image/VImageIOPNG.h"
 #include "foundation/image/VImageIOTarga.h"
+#include "foundation/image/VImageReader.h"
+#include "foundation/image/VImageWriter.h"
 #include "foundation/log/VLog.h"
 #include "foundation/log/VLogContext.h"
 #include "foundation/log/VLogFile.h"

@@ -50,6 +50,8 @@ class VFile : public Registered<VFile, VObject> {
     /// the system's reason, as in "cannot open a/b: No such file or directory"; empty when nothing failed. Without
     /// memory `std::bad_alloc`.
     VString ErrorDescription() const;
+    /// The system's reason alone why the last `OpenForReading` failed.
+    std::string OpenErrorText() const;
 
     /// The length in bytes; the position stays.
     virtual long GetLength();

@@ -3,7 +3,7 @@
 
 PACKAGES_BUILD=(
     cmake ninja-build g++ pkg-config gettext
-    libtinyxml-dev libmount-dev libjpeg62-turbo-dev libpng-dev
+    libtinyxml-dev libmount-dev libjpeg62-turbo-dev libpng-dev libstb-dev
     libgtk-3-dev libpolkit-agent-1-dev libpolkit-gobject-1-dev
 )
 PACKAGES_RUN=(polkitd pkexec sudo adwaita-icon-theme fonts-dejavu-core)
@@ -14,7 +14,7 @@ PACKAGES_TEST=(
     binutils desktop-file-utils appstream
 )
 PACKAGES_LINT=(clang clang-tidy clang-format)
-PACKAGES_BENCHMARK=(libbenchmark-dev libboost-dev libtbb-dev libspdlog-dev libpugixml-dev libstb-dev qtbase5-dev)
+PACKAGES_BENCHMARK=(libbenchmark-dev libboost-dev libtbb-dev libspdlog-dev libpugixml-dev qtbase5-dev)
 
 # install_missing PACKAGE...: nothing when all are there; else apt-get, through sudo for an ordinary user.
 install_missing() {
