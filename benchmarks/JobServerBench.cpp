@@ -1,3 +1,4 @@
+#include "benchmarks/Meter.h"
 #include "benchmarks/Percentiles.h"
 #include "foundation/core/VObjectRef.h"
 #include "foundation/log/VLog.h"
@@ -5,13 +6,16 @@
 #include "foundation/threads/VJobServer.h"
 
 #include <benchmark/benchmark.h>
+#include <glib.h>
 #include <oneapi/tbb/task_group.h>
 
 #include <atomic>
+#include <barrier>
 #include <chrono>
 #include <condition_variable>
 #include <deque>
 #include <functional>
+#include <memory>
 #include <mutex>
 #include <semaphore.h>
 #include <string>
@@ -20,8 +24,8 @@
 #include <utility>
 
 // Handing work to a thread: how long until it starts when the thread is idle, and how many empty jobs go
-// through in a second when one thread hands them over. The peers are oneTBB's task_group, and a thread with a
-// queue and a condition variable.
+// through in a second when one or two threads hand them over. The peers are oneTBB's task_group, GLib's pool with one
+// thread, and a thread with a queue and a condition variable. Each job is an object on the heap with every peer.
 
 namespace {
 
@@ -80,6 +84,7 @@ class OurServer {
     VObjectRef<VJobServer> m_server;
 };
 
+/// Its task allocates itself.
 class OneTBB {
   public:
     ~OneTBB() { m_group.wait(); }
@@ -87,6 +92,23 @@ class OneTBB {
 
   private:
     oneapi::tbb::task_group m_group;
+};
+
+class GLibPool {
+  public:
+    GLibPool() : m_pool(g_thread_pool_new(&Serve, nullptr, 1, TRUE, nullptr)) {}
+    GLibPool(GLibPool const&) = delete;
+    GLibPool& operator=(GLibPool const&) = delete;
+    ~GLibPool() { g_thread_pool_free(m_pool, FALSE, TRUE); }
+    void Run(Work work) { g_thread_pool_push(m_pool, new Work(work), nullptr); }
+
+  private:
+    static void Serve(gpointer data, gpointer /*userData*/) {
+        std::unique_ptr<Work> const work(static_cast<Work*>(data));
+        (*work)();
+    }
+
+    GThreadPool* m_pool;
 };
 
 class ConditionVariable {
@@ -105,7 +127,7 @@ class ConditionVariable {
     void Run(Work work) {
         {
             std::lock_guard const lock(m_lock);
-            m_queue.emplace_back(work);
+            m_queue.emplace_back([job = std::make_shared<Work>(work)] { (*job)(); });
         }
         m_posted.notify_one();
     }
@@ -154,28 +176,50 @@ void StartOnIdleServer(benchmark::State& state) {
     bench_support::ReportPercentiles(state, latencies);
 }
 
+/// So many threads hand over jobs, one of them being this one.
 template <class Server>
 void EmptyJobs(benchmark::State& state) {
     ms_bVerbose = false;
-    constexpr long kJobs = 10'000;
+    constexpr long kJobs = 10'000; // fewer than our queue has room for
+    long const producers = state.range(0);
     Server server;
+    bench_support::Meter meter(state);
     for (auto _ : state) {
         std::atomic<long> done{0};
-        for (long i = 0; i < kJobs; ++i) {
-            server.Run(Work{nullptr, &done});
+        auto const produce = [&] {
+            for (long i = 0; i < kJobs / producers; ++i) {
+                server.Run(Work{nullptr, &done});
+            }
+        };
+        std::barrier start(producers);
+        std::vector<std::thread> others;
+        for (long i = 1; i < producers; ++i) {
+            others.emplace_back([&] {
+                start.arrive_and_wait();
+                produce();
+            });
         }
+        meter.Start();
+        start.arrive_and_wait();
+        produce();
         while (done.load() < kJobs) {
             std::this_thread::yield();
         }
+        meter.Stop();
+        for (auto& other : others) {
+            other.join();
+        }
     }
-    state.SetItemsProcessed(state.iterations() * kJobs);
+    meter.Report(state.iterations() * kJobs);
 }
 
 BENCHMARK(StartOnIdleServer<OurServer>)->UseManualTime()->Iterations(300);
 BENCHMARK(StartOnIdleServer<ConditionVariable>)->UseManualTime()->Iterations(300);
+BENCHMARK(StartOnIdleServer<GLibPool>)->UseManualTime()->Iterations(300);
 BENCHMARK(StartOnIdleServer<OneTBB>)->UseManualTime()->Iterations(300);
-BENCHMARK(EmptyJobs<OurServer>)->UseRealTime();
-BENCHMARK(EmptyJobs<ConditionVariable>)->UseRealTime();
-BENCHMARK(EmptyJobs<OneTBB>)->UseRealTime();
+BENCHMARK(EmptyJobs<OurServer>)->Arg(1)->Arg(2)->UseManualTime();
+BENCHMARK(EmptyJobs<ConditionVariable>)->Arg(1)->Arg(2)->UseManualTime();
+BENCHMARK(EmptyJobs<GLibPool>)->Arg(1)->Arg(2)->UseManualTime();
+BENCHMARK(EmptyJobs<OneTBB>)->Arg(1)->Arg(2)->UseManualTime();
 
 } // namespace

@@ -11,7 +11,7 @@
 #include <thread>
 #include <unistd.h>
 
-// Handing one unit to a thread that waits for it, there and back, and the operations when nobody waits. The
+// Handing one unit to a thread that waits for it, there and back, and the operations without a waiting thread. The
 // peers are a condition variable, and the system's semaphore with its kernel wait.
 
 namespace {

@@ -4,5 +4,8 @@
 find_package(PkgConfig REQUIRED)
 pkg_check_modules(VFoundation_MOUNT REQUIRED IMPORTED_TARGET mount)
 pkg_check_modules(VFoundation_TINYXML REQUIRED IMPORTED_TARGET tinyxml)
+if(VFOUNDATION_WITH_PUGIXML)
+    pkg_check_modules(VFoundation_PUGIXML REQUIRED IMPORTED_TARGET pugixml)
+endif()
 pkg_check_modules(VFoundation_JPEG REQUIRED IMPORTED_TARGET libjpeg)
 pkg_check_modules(VFoundation_PNG REQUIRED IMPORTED_TARGET libpng)

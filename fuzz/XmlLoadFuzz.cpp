@@ -62,7 +62,7 @@ long Walk(VXMLFile& file, int depth) {
             ReadAttributes(file);
             nodes += Walk(file, depth + 1);
         } else if (file.GetNodeType() == IXMLFileIO::kText) {
-            Require(file.ReadText(text) && *text != '\0', "a text is not empty");
+            Require(file.ReadText(text), "a text is read");
         }
     }
     file.CloseChildren();

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -30,11 +31,30 @@ VClass*& RingBufferClassSlot(char const* elementClassName);
 VClass* MakeRingBufferClass(char const* elementClassName, VClass*& slot, VClass::Factory factory,
                             unsigned long size);
 
-/// Adds to an atomic integer; the result is the new value. A `std::atomic` takes the short cut of the reference
-/// counts (`VAtomicOp`), as pools are rings too; the stand-ins that tests use have no short cut.
+/// A counter of units and the cursor that moves whenever a unit is added, in one word, so that both take one atomic
+/// operation. The low half is the count, biased so that it never borrows from the high half, the cursor.
+struct RingWord {
+    static constexpr std::uint32_t kBias = 0x80000000U;
+    static constexpr int kCursorShift = 32;
+    static constexpr std::uint64_t kUnit = 1;
+    static constexpr std::uint64_t kStep = std::uint64_t{1} << kCursorShift;
+
+    static constexpr std::uint64_t Of(std::int32_t count, std::uint32_t cursor) noexcept {
+        return cursor * kStep | (static_cast<std::uint32_t>(count) ^ kBias);
+    }
+    static constexpr std::int32_t Count(std::uint64_t word) noexcept {
+        return static_cast<std::int32_t>(static_cast<std::uint32_t>(word & 0xFFFFFFFFU) ^ kBias);
+    }
+    static constexpr std::uint32_t Cursor(std::uint64_t word) noexcept {
+        return static_cast<std::uint32_t>(word >> kCursorShift);
+    }
+};
+
+/// Adds to a ring's word, modulo 2^64; the result is the new value. A `std::atomic` takes the short cut of the
+/// reference counts (`VAtomicOp`), as pools are rings too; the stand-ins that tests use have no short cut.
 template <class Word>
-std::int32_t AddAndGet(Word& word, std::int32_t delta) {
-    if constexpr (std::is_same_v<Word, std::atomic<std::int32_t>>) {
+std::uint64_t AddAndGet(Word& word, std::uint64_t delta) {
+    if constexpr (std::is_same_v<Word, std::atomic<std::uint64_t>>) {
         return VAtomicOp::AddToCount(word, delta);
     } else {
         return word += delta;
@@ -63,7 +83,7 @@ bool CompareAndSwap(Word&& word, Pointer& expected, Pointer desired) {
 /// depend on the order between concurrent producers. There is no waiting: pair the ring with a semaphore if
 /// consumers sleep.
 ///
-/// How it works: a thread claims a unit of a counter (`m_nFree` to push, `m_nUsed` to pop), which guarantees
+/// How it works: a thread claims a unit of a counter (of free slots to push, of used ones to pop), which guarantees
 /// it a slot of the right kind; it searches for one from the shared cursor, takes it by compare-and-swap and
 /// moves the cursor one slot on from wherever it stands by then. Counters, cursors and slots are
 /// sequentially consistent: the slot's swap hands over the object with all that was written to it.
@@ -87,8 +107,9 @@ class TRingBuffer : public VObject {
     /// Room for `capacity` objects. A capacity beyond 2147483647, which a negative one becomes on the way
     /// here, counts as 2147483647. Throws `std::bad_alloc`.
     explicit TRingBuffer(unsigned long capacity)
-        : VObject(TheClass()), m_nCapacity(UsableCapacity(capacity)), m_pSlots(AllocateSlots(m_nCapacity)),
-          m_nFree(static_cast<std::int32_t>(m_nCapacity)), m_pRead(m_pSlots), m_pWrite(m_pSlots) {}
+        : VObject(TheClass()), m_nCapacity(UsableCapacity(capacity)), m_nCursorEnd(EndFor(m_nCapacity)),
+          m_pSlots(AllocateSlots(m_nCapacity)),
+          m_freeAndRead(detail::RingWord::Of(static_cast<std::int32_t>(m_nCapacity), 0)) {}
     /// A placeholder without slots, which the class record's factory makes: every push and pop fails.
     TRingBuffer() : VObject(TheClass()) {}
     TRingBuffer(TRingBuffer const&) = delete;
@@ -112,7 +133,9 @@ class TRingBuffer : public VObject {
     bool RemoveAllObjects();
 
     /// Objects that a pop may still claim; never below 0. Other threads may have changed it since.
-    long UsedCount() const noexcept { return std::max<long>(0, m_nUsed.load()); }
+    long UsedCount() const noexcept {
+        return std::max<long>(0, detail::RingWord::Count(m_usedAndWrite.load()));
+    }
     unsigned long Capacity() const noexcept { return m_nCapacity; }
 
   protected:
@@ -122,11 +145,26 @@ class TRingBuffer : public VObject {
     }
 
     /// As `Push`, but takes over the caller's reference; the caller keeps it when the push fails.
-    bool PushAdopted(T* object) { return object && ClaimUnit(m_nFree) && FillSlot(object); }
+    bool PushAdopted(T* object) { return object && ClaimUnit(m_freeAndRead) && FillSlot(object); }
 
-    /// The counters, for tests that put a ring into a state which only a rare schedule reaches.
-    Atomic<std::int32_t>& UsedWord() noexcept { return m_nUsed; }
-    Atomic<std::int32_t>& FreeWord() noexcept { return m_nFree; }
+    /// A counter and its cursor, for tests that put a ring into a state which only a rare schedule reaches.
+    class CounterRef {
+      public:
+        explicit CounterRef(Atomic<std::uint64_t>& word) noexcept : m_word(word) {}
+        operator std::int32_t() const { return detail::RingWord::Count(m_word.load()); }
+        void operator=(std::int32_t count) { m_word.store(detail::RingWord::Of(count, Cursor())); }
+        std::uint32_t Cursor() const { return detail::RingWord::Cursor(m_word.load()); }
+        void SetCursor(std::uint32_t cursor) { m_word.store(detail::RingWord::Of(*this, cursor)); }
+
+      private:
+        Atomic<std::uint64_t>& m_word;
+    };
+    CounterRef UsedWord() noexcept { return CounterRef(m_usedAndWrite); }
+    CounterRef FreeWord() noexcept { return CounterRef(m_freeAndRead); }
+
+    /// A cursor counts slots and stands for its remainder by the capacity. At this multiple of the capacity it goes
+    /// back to 0; with a power of two it may pass all 32 bits instead.
+    std::uint32_t CursorEnd() const noexcept { return m_nCursorEnd; }
 
   private:
     template <class U>
@@ -135,30 +173,34 @@ class TRingBuffer : public VObject {
     static constexpr std::size_t kCacheLine = 64;
     using Slot = T*;
 
-    static Slot* AllocateSlots(std::uint32_t count);
-    static bool ClaimUnit(Atomic<std::int32_t>& counter);
-    Slot* NextSlot(Slot* slot) const noexcept {
-        return slot + 1 == m_pSlots + m_nCapacity ? m_pSlots : slot + 1;
+    static constexpr std::uint32_t EndFor(std::uint32_t capacity) noexcept {
+        return capacity == 0 || std::has_single_bit(capacity) ? 0 : 0x80000000U / capacity * capacity;
     }
-    Slot* FindSlot(Atomic<Slot*> const& cursor, bool filled, T*& content) const;
-    void Advance(Atomic<Slot*>& cursor) const;
+    static Slot* AllocateSlots(std::uint32_t count);
+    static bool ClaimUnit(Atomic<std::uint64_t>& word);
+    Slot* SlotAt(std::uint32_t cursor) const noexcept {
+        return m_pSlots +
+               (std::has_single_bit(m_nCapacity) ? cursor & (m_nCapacity - 1) : cursor % m_nCapacity);
+    }
+    Slot* FindSlot(Atomic<std::uint64_t> const& word, bool filled, T*& content) const;
+    void Advance(Atomic<std::uint64_t>& word) const;
     bool FillSlot(T* object);
 
     std::uint32_t m_nCapacity = 0;
+    std::uint32_t m_nCursorEnd = 0;
     Slot* m_pSlots = nullptr;
-    // Each shared word has a cache line of its own, so that producers and consumers do not slow each other
-    // down.
-    alignas(kCacheLine) Atomic<std::int32_t> m_nUsed{0};
-    alignas(kCacheLine) Atomic<std::int32_t> m_nFree{0};
-    alignas(kCacheLine) Atomic<Slot*> m_pRead{nullptr};
-    alignas(kCacheLine) Atomic<Slot*> m_pWrite{nullptr};
+    // A push ends by adding a used unit and moving the write cursor, a pop by adding a free unit and moving the read
+    // cursor: these pairs share a word. Each word has a cache line of its own, so that producers and consumers do not
+    // slow each other down.
+    alignas(kCacheLine) Atomic<std::uint64_t> m_usedAndWrite{detail::RingWord::Of(0, 0)};
+    alignas(kCacheLine) Atomic<std::uint64_t> m_freeAndRead{detail::RingWord::Of(0, 0)};
 };
 
 template <class T, class Policy, template <class> class Atomic, template <class> class AtomicRef>
 TRingBuffer<T, Policy, Atomic, AtomicRef>::~TRingBuffer() {
     RemoveAllObjects();
     // Objects whose unit was lost are no longer counted, but still here.
-    if (m_nFree.load() != static_cast<std::int32_t>(m_nCapacity)) {
+    if (FreeWord() != static_cast<std::int32_t>(m_nCapacity)) {
         for (Slot* slot = m_pSlots; slot != m_pSlots + m_nCapacity; ++slot) {
             if (*slot) {
                 Policy::Release(*slot);
@@ -185,7 +227,7 @@ VClass* TRingBuffer<T, Policy, Atomic, AtomicRef>::TheClass() {
 
 template <class T, class Policy, template <class> class Atomic, template <class> class AtomicRef>
 bool TRingBuffer<T, Policy, Atomic, AtomicRef>::Push(T* object) {
-    if (!object || !ClaimUnit(m_nFree)) {
+    if (!object || !ClaimUnit(m_freeAndRead)) {
         return false;
     }
     Policy::Retain(object);
@@ -198,12 +240,12 @@ bool TRingBuffer<T, Policy, Atomic, AtomicRef>::Push(T* object) {
 
 template <class T, class Policy, template <class> class Atomic, template <class> class AtomicRef>
 bool TRingBuffer<T, Policy, Atomic, AtomicRef>::Pop(T** out) {
-    if (!out || !ClaimUnit(m_nUsed)) {
+    if (!out || !ClaimUnit(m_usedAndWrite)) {
         return false;
     }
     T* found = nullptr;
     for (;;) {
-        Slot* const slot = FindSlot(m_pRead, true, found);
+        Slot* const slot = FindSlot(m_freeAndRead, true, found);
         if (!slot) {
             return false;
         }
@@ -212,15 +254,14 @@ bool TRingBuffer<T, Policy, Atomic, AtomicRef>::Pop(T** out) {
             break;
         }
     }
-    Advance(m_pRead);
-    detail::AddAndGet(m_nFree, 1);
+    Advance(m_freeAndRead);
     *out = found;
     return true;
 }
 
 template <class T, class Policy, template <class> class Atomic, template <class> class AtomicRef>
 bool TRingBuffer<T, Policy, Atomic, AtomicRef>::RemoveAllObjects() {
-    for (std::int32_t left = m_nUsed.load(); left > 0; --left) {
+    for (std::int32_t left = UsedWord(); left > 0; --left) {
         T* object = nullptr;
         if (!Pop(&object)) {
             return false;
@@ -244,9 +285,13 @@ auto TRingBuffer<T, Policy, Atomic, AtomicRef>::AllocateSlots(std::uint32_t coun
 }
 
 template <class T, class Policy, template <class> class Atomic, template <class> class AtomicRef>
-bool TRingBuffer<T, Policy, Atomic, AtomicRef>::ClaimUnit(Atomic<std::int32_t>& counter) {
-    if (detail::AddAndGet(counter, -1) < 0) {
-        detail::AddAndGet(counter, 1);
+bool TRingBuffer<T, Policy, Atomic, AtomicRef>::ClaimUnit(Atomic<std::uint64_t>& word) {
+    using Word = detail::RingWord;
+    if (Word::Count(word.load()) <= 0) {
+        return false; // as taking a unit and giving it back would tell, without a write
+    }
+    if (Word::Count(detail::AddAndGet(word, std::uint64_t{0} - Word::kUnit)) < 0) {
+        detail::AddAndGet(word, Word::kUnit);
         return false;
     }
     return true;
@@ -254,35 +299,41 @@ bool TRingBuffer<T, Policy, Atomic, AtomicRef>::ClaimUnit(Atomic<std::int32_t>& 
 
 /// The first filled or empty slot from the cursor on, with what it held; null when the search gave up.
 template <class T, class Policy, template <class> class Atomic, template <class> class AtomicRef>
-auto TRingBuffer<T, Policy, Atomic, AtomicRef>::FindSlot(Atomic<Slot*> const& cursor, bool filled,
+auto TRingBuffer<T, Policy, Atomic, AtomicRef>::FindSlot(Atomic<std::uint64_t> const& word, bool filled,
                                                          T*& content) const -> Slot* {
-    Slot* slot = cursor.load();
+    Slot* slot = SlotAt(detail::RingWord::Cursor(word.load()));
     for (int allowance = kWrapAllowance;;) {
         content = AtomicRef<Slot>(*slot).load();
         if ((content != nullptr) == filled) {
             return slot;
         }
-        slot = NextSlot(slot);
-        if (slot == m_pSlots && allowance-- == 0) {
-            return nullptr;
+        if (++slot == m_pSlots + m_nCapacity) {
+            slot = m_pSlots;
+            if (allowance-- == 0) {
+                return nullptr;
+            }
         }
     }
 }
 
-/// Moves the cursor on from where it stands now, which need not be the slot just taken.
+/// Adds a unit and moves the cursor on from where it stands now, which need not be the slot just taken.
 template <class T, class Policy, template <class> class Atomic, template <class> class AtomicRef>
-void TRingBuffer<T, Policy, Atomic, AtomicRef>::Advance(Atomic<Slot*>& cursor) const {
-    Slot* current = cursor.load();
-    while (!detail::CompareAndSwap<Slot*>(cursor, current, NextSlot(current))) {
+void TRingBuffer<T, Policy, Atomic, AtomicRef>::Advance(Atomic<std::uint64_t>& word) const {
+    using Word = detail::RingWord;
+    std::uint32_t const cursor = Word::Cursor(detail::AddAndGet(word, Word::kUnit + Word::kStep));
+    std::uint32_t const end = CursorEnd();
+    if (end != 0 && cursor == end) {
+        // One thread gets here each time round. What others see meanwhile has the same remainder.
+        detail::AddAndGet(word, std::uint64_t{0} - end * Word::kStep);
     }
 }
 
-/// The second half of a push, after a unit of `m_nFree` was claimed; false when the search gave up.
+/// The second half of a push, after a free unit was claimed; false when the search gave up.
 template <class T, class Policy, template <class> class Atomic, template <class> class AtomicRef>
 bool TRingBuffer<T, Policy, Atomic, AtomicRef>::FillSlot(T* object) {
     for (;;) {
         T* content = nullptr;
-        Slot* const slot = FindSlot(m_pWrite, false, content);
+        Slot* const slot = FindSlot(m_usedAndWrite, false, content);
         if (!slot) {
             return false;
         }
@@ -290,8 +341,7 @@ bool TRingBuffer<T, Policy, Atomic, AtomicRef>::FillSlot(T* object) {
             break;
         }
     }
-    Advance(m_pWrite);
-    detail::AddAndGet(m_nUsed, 1);
+    Advance(m_usedAndWrite);
     return true;
 }
 

@@ -6,7 +6,6 @@
 #include <atomic>
 #include <cstdint>
 #include <memory>
-#include <pthread.h>
 
 namespace VFoundation {
 
@@ -178,7 +177,7 @@ class VClass {
     bool m_isUnstarted = false;     // a detached record was `eUnstarted`
     bool m_initializeAgain = false; // the next start of the library runs the hook
     bool m_isSetAside = false;
-    std::atomic<pthread_t> m_starter{}; // the thread that runs the hook
+    std::atomic<void const*> m_starter{nullptr}; // the mark of the thread that runs the hook (`ClassStart`)
     VClass* m_nextKept = nullptr;
 };
 

@@ -42,16 +42,6 @@ class VFile : public Registered<VFile, VObject> {
     bool OpenForReading(VString const& path);
     /// The bytes read, fewer than `count` at the end of the file and when reading fails (see `ReadError`).
     unsigned long ReadBytes(void* buffer, unsigned long count);
-    /// The system's error number of the first `ReadBytes` that failed since the file was opened; 0 when none did. The
-    /// end of the file is no error.
-    int ReadError() const noexcept { return m_readError; }
-
-    /// Why the last `OpenForReading` failed, else the first `ReadBytes` that failed since, with the path, the offset and
-    /// the system's reason, as in "cannot open a/b: No such file or directory"; empty when nothing failed. Without
-    /// memory `std::bad_alloc`.
-    VString ErrorDescription() const;
-    /// The system's reason alone why the last `OpenForReading` failed.
-    std::string OpenErrorText() const;
 
     /// The length in bytes; the position stays.
     virtual long GetLength();
@@ -64,6 +54,15 @@ class VFile : public Registered<VFile, VObject> {
     /// Moves the position by `offset` bytes from one of the origins above; any other origin does nothing.
     /// DELIBERATE: always true, also when nothing moved.
     virtual bool FileSeek(long offset, long origin);
+    /// The system's error number of the first read that failed since the file was opened; 0 when none did. The end of
+    /// the file is no error.
+    virtual int ReadError() const noexcept { return m_readError; }
+    /// Why the last `OpenForReading` failed, else the first `ReadBytes` that failed since, with the path, the offset and
+    /// the system's reason, as in "cannot open a/b: No such file or directory"; empty when nothing failed. Without
+    /// memory `std::bad_alloc`.
+    virtual VString ErrorDescription() const;
+    /// The system's reason alone why the last `OpenForReading` failed. Without memory `std::bad_alloc`.
+    std::string OpenErrorText() const;
 
     /// The one place where the library opens files by mode: `fopen`, closed on exec. Null when that fails, and for null.
     static std::FILE* vfc_fopen(char const* path, char const* mode);

@@ -60,13 +60,9 @@ void CopyBounded(char* out, std::size_t size, char const* text) {
     }
 }
 
-/// Formats into `size` bytes; a text that does not fit is cut, but keeps its line feed. Nothing for null.
+/// Formats into `size` bytes; a text that does not fit is cut, but keeps its line feed.
 [[gnu::format(printf, 3, 0)]] void FormatBounded(char* out, std::size_t size, char const* format,
                                                  va_list arguments) {
-    out[0] = '\0';
-    if (!format) {
-        return;
-    }
     va_list again;
     va_copy(again, arguments);
     int const length = std::vsnprintf(out, size, format, arguments);
@@ -288,8 +284,20 @@ void VLog::AddLine(char const* line) {
     }
 }
 
-/// `message` is null when there is none to write; the default log is made all the same.
-void VLog::WriteMessage(char const* message) {
+/// The text of a line, in `buffer`; null when there is none to write.
+char const* VLog::FormatMessage(char (&buffer)[kLineSize], char const* format, std::va_list arguments) {
+    if (!format || IsSwitchedOff()) {
+        return nullptr;
+    }
+    FormatBounded(buffer, sizeof buffer, format, arguments);
+    return buffer;
+}
+
+/// The default log is made even when `message` is null.
+void VLog::WriteMessage(char const* format, char const* message) {
+    if (EchoIfSwitchedOff(format)) {
+        return;
+    }
     LineScope const scope;
     DefaultLogRef const log;
     if (!log || !message || LineScope::Drop(*log.Get())) {
@@ -302,27 +310,21 @@ void VLog::WriteMessage(char const* message) {
 }
 
 void VLog::Trace(char const* format, ...) {
-    if (EchoIfSwitchedOff(format)) {
-        return;
-    }
-    char message[kLineSize];
+    char buffer[kLineSize];
     va_list arguments;
     va_start(arguments, format);
-    FormatBounded(message, sizeof message, format, arguments);
+    char const* const message = FormatMessage(buffer, format, arguments);
     va_end(arguments);
-    WriteMessage(format ? message : nullptr);
+    WriteMessage(format, message);
 }
 
 void VLog::TraceNoThrow(char const* format, ...) {
-    if (EchoIfSwitchedOff(format)) {
-        return;
-    }
-    char message[kLineSize];
+    char buffer[kLineSize];
     va_list arguments;
     va_start(arguments, format);
-    FormatBounded(message, sizeof message, format, arguments);
+    char const* const message = FormatMessage(buffer, format, arguments);
     va_end(arguments);
-    WithoutThrowing([&] { WriteMessage(format ? message : nullptr); });
+    WithoutThrowing([&] { WriteMessage(format, message); });
 }
 
 void VLog::Trace(VObject const& object) {

@@ -5,6 +5,7 @@
 #include "foundation/core/VObjectRef.h"
 
 #include <atomic>
+#include <cstdarg>
 #include <cstddef>
 #include <cstdint>
 
@@ -151,7 +152,9 @@ class VLog : public Registered<VLog, VObject> {
     static bool IsSwitchedOff() noexcept;
     /// True while the log is switched off; the format's text is echoed then.
     static bool EchoIfSwitchedOff(char const* format);
-    static void WriteMessage(char const* message);
+    [[gnu::format(printf, 2, 0)]] static char const*
+    FormatMessage(char (&buffer)[kLineSize], char const* format, std::va_list arguments);
+    static void WriteMessage(char const* format, char const* message);
     static void ReplaceDefaultLog(VLog* log, bool switchOff = false);
     bool IsDying() const noexcept { return m_life.load(std::memory_order_relaxed) != eAlive; }
     void AddLine(char const* line);

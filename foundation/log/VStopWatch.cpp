@@ -32,8 +32,9 @@ void VStopWatch::StartTimer() {
 
 double VStopWatch::GetElapsedTime() const {
     std::uint64_t const ticks = ReadMonotonicClock() - m_start;
-    std::uint64_t const nanoseconds =
-        ticks * ms_numerator.load(std::memory_order_relaxed) / ms_denominator.load(std::memory_order_relaxed);
+    std::uint32_t const numerator = ms_numerator.load(std::memory_order_relaxed);
+    std::uint32_t const denominator = ms_denominator.load(std::memory_order_relaxed);
+    std::uint64_t const nanoseconds = numerator == denominator ? ticks : ticks * numerator / denominator;
     return narrow_cast<double>(nanoseconds) * 1e-9;
 }
 

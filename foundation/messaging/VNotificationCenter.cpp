@@ -1,10 +1,10 @@
 #include "foundation/messaging/VNotificationCenter.h"
 
-#include "foundation/core/VException.h"
 #include "foundation/core/internal/ClassOwned.h"
 #include "foundation/messaging/VNotification.h"
 
 #include <new>
+#include <utility>
 
 namespace VFoundation {
 
@@ -38,25 +38,25 @@ bool VNotificationCenter::AddObserver(VObject* observer, Callback callback, VStr
         return false;
     }
     try {
-        auto const tuple = VObjectRef<VNotificationTuple>::Adopt(VNotificationTuple::New());
+        auto tuple = VObjectRef<VNotificationTuple>::Adopt(VNotificationTuple::New());
         tuple->Set(observer, callback, name, about);
         detail::MutexLock const lock(m_lock);
-        return m_registrations.AddObject(tuple.Get());
-    } catch (std::bad_alloc const&) { // no memory, as below
-    } catch (VException const&) {
+        m_registrations.push_back(std::move(tuple));
+        return true;
+    } catch (std::bad_alloc const&) {
+        return false;
     }
-    return false;
 }
 
 void VNotificationCenter::RemoveObserver(VObject* observer) {
     detail::MutexLock const lock(m_lock);
-    for (long index = m_registrations.Count() - 1; index >= 0; --index) {
-        VNotificationTuple* const tuple = m_registrations.ObjectAtIndexTyped(index);
-        if (tuple->IsOf(observer)) {
+    std::erase_if(m_registrations, [observer](VObjectRef<VNotificationTuple> const& tuple) {
+        bool const ends = tuple->IsOf(observer);
+        if (ends) {
             tuple->End(); // for postings that have it in their list already
-            m_registrations.RemoveObjectAtIndex(index);
         }
-    }
+        return ends;
+    });
 }
 
 void VNotificationCenter::PostNotification(VNotification* notification) {
@@ -64,18 +64,17 @@ void VNotificationCenter::PostNotification(VNotification* notification) {
         return;
     }
     VObjectRef<VNotification> const held(notification);
-    auto const concerned = VObjectRef<VObjectArray>::Adopt(VObjectArray::NewObjectArray());
+    Registrations concerned;
     {
         detail::MutexLock const lock(m_lock);
-        for (long index = 0; index < m_registrations.Count(); ++index) {
-            VNotificationTuple* const tuple = m_registrations.ObjectAtIndexTyped(index);
+        for (auto const& tuple : m_registrations) {
             if (tuple->Matches(*notification)) {
-                concerned->AddObject(tuple);
+                concerned.push_back(tuple);
             }
         }
     }
-    for (long index = 0; index < concerned->Count(); ++index) {
-        static_cast<VNotificationTuple*>(concerned->ObjectAtIndex(index))->Deliver(notification);
+    for (auto const& tuple : concerned) {
+        tuple->Deliver(notification);
     }
 }
 

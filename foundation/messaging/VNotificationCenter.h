@@ -1,11 +1,12 @@
 #pragma once
 
-#include "foundation/containers/VObjectArrayTmpl.h"
 #include "foundation/core/Mutex.h"
 #include "foundation/core/Registered.h"
+#include "foundation/core/VObjectRef.h"
 #include "foundation/messaging/VNotificationTuple.h"
 
 #include <atomic>
+#include <vector>
 
 namespace VFoundation {
 
@@ -60,8 +61,11 @@ class VNotificationCenter : public Registered<VNotificationCenter, VObject> {
     static std::atomic<VNotificationCenter*> ms_defaultNotificationCenter;
 
   private:
+    /// Not an object array: one that cannot grow throws a `VException`, whose line must not be written under a lock.
+    using Registrations = std::vector<VObjectRef<VNotificationTuple>>;
+
     detail::Mutex m_lock;
-    VObjectArrayTmpl<VNotificationTuple> m_registrations VFOUNDATION_GUARDED_BY(m_lock); // in order
+    Registrations m_registrations VFOUNDATION_GUARDED_BY(m_lock); // in order
 };
 
 } // namespace VFoundation

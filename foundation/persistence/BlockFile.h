@@ -55,6 +55,14 @@ class BlockFile {
     std::size_t Buffered() const noexcept {
         return m_dataEnd > m_cursor ? static_cast<std::size_t>(m_dataEnd - m_cursor) : 0;
     }
+    /// Bytes that `Take` may still give.
+    std::size_t WindowLeft() const noexcept {
+        return m_windowEnd > m_cursor ? static_cast<std::size_t>(m_windowEnd - m_cursor) : 0;
+    }
+    /// Bytes that `Put` may still take.
+    std::size_t RoomLeft() const noexcept {
+        return m_roomEnd > m_cursor ? static_cast<std::size_t>(m_roomEnd - m_cursor) : 0;
+    }
     /// Lets `Take` give at most `limit` bytes from here.
     void OpenWindow(std::size_t limit) noexcept;
     std::size_t TakenFromWindow() const noexcept {
@@ -77,6 +85,13 @@ class BlockFile {
     bool IsAtEnd() const noexcept { return !m_stream || m_atEnd; }
     /// True once bytes were lost in writing.
     bool HasFailed() const noexcept { return m_failed; }
+    /// The system's error number of the first read that failed since the file was opened; 0 when none did. The file
+    /// ends for the reader where reading fails.
+    int ReadError() const noexcept { return m_readError; }
+    /// The same of opening and writing.
+    int Error() const noexcept { return m_error; }
+    /// Where reading or writing failed first.
+    long ErrorPosition() const noexcept { return m_errorPosition; }
 
   private:
     bool Open(std::FILE* stream, bool forWriting);
@@ -86,10 +101,11 @@ class BlockFile {
         return bytes;
     }
     bool SeekTo(long position);
+    std::size_t ReadStream(unsigned char* bytes, std::size_t size);
     std::size_t FillBlock();
     bool WriteOut(void const* bytes, std::size_t size);
     void StartBlock(long position) noexcept;
-    bool Fail() noexcept;
+    bool Fail(int error) noexcept;
 
     std::FILE* m_stream = nullptr;
     std::unique_ptr<unsigned char[]> m_block;
@@ -102,6 +118,9 @@ class BlockFile {
     bool m_forWriting = false;
     bool m_atEnd = false;
     bool m_failed = false;
+    int m_readError = 0;
+    int m_error = 0;
+    long m_errorPosition = 0;
 };
 
 } // namespace VFoundation

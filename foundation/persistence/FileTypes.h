@@ -49,6 +49,10 @@ constexpr T ValueOfFileBits(FileBits<T> bits) noexcept {
     }
 }
 
+/// Whether a value has the same bytes in memory and in a file, but for their order.
+template <FileType T>
+inline constexpr bool kIsStoredAsIs = kFileSize<T> == sizeof(T) && !std::is_same_v<T, bool>;
+
 /// What a stream operator does at the end of a chunk in a chunk-safe file.
 enum class eReadRule {
     /// 0, with nothing read, when the chunk has fewer bytes left than the value takes.

@@ -1,10 +1,12 @@
 #pragma once
 
 #include "foundation/persistence/FileTypes.h"
+#include "foundation/persistence/LoadReport.h"
 
 namespace VFoundation {
 
 class VObject;
+class VString;
 
 /// The interface through which `VObject::Serialize` reads and writes a chunked binary file. `VAIFile` implements
 /// it.
@@ -93,13 +95,50 @@ class IAIFile {
         return *this;
     }
 
+    /// `count` values one after another, exactly as by `<<` and `>>` for each, but by whole blocks.
+    template <FileType T>
+    IAIFile& WriteValues(T const* values, unsigned long count) {
+        for (unsigned long done = 0; done < count; ++done) {
+            if constexpr (kIsStoredAsIs<T>) {
+                done += WriteBlock(values + done, count - done, sizeof(T));
+            }
+            if (done < count) {
+                *this << values[done];
+            }
+        }
+        return *this;
+    }
+    template <FileType T>
+    IAIFile& ReadValues(T* values, unsigned long count) {
+        for (unsigned long done = 0; done < count; ++done) {
+            if constexpr (kIsStoredAsIs<T>) {
+                done += ReadBlock(values + done, count - done, sizeof(T), kReadRule<T>);
+            }
+            if (done < count) {
+                *this >> values[done];
+            }
+        }
+        return *this;
+    }
+
     /// A string after its 16-bit length. Null writes an empty string; text is cut after 65 534 bytes.
     virtual IAIFile& operator<<(char const* text) = 0;
     /// Deletes the string in `*text` (with `delete[]`) and puts a new one there, owned by the caller; null only
     /// when memory runs out. The file is then positioned after the string all the same.
     virtual IAIFile& operator>>(char** text) = 0;
 
-    // Calls the object's `Serialize`; its result is lost.
+    /// Why the last operation that sets an error failed; empty when none did, and from files that do not know.
+    virtual VString ErrorDescription() const;
+    /// What was passed over in loading since the file was opened; null from files that keep no report.
+    virtual LoadReport const* Report() const { return nullptr; }
+    /// For classes that load objects: adds a loss at the position. `detail` is the class, or null.
+    virtual void NoteLoss(LoadReport::eLoss, char const* /*detail*/) noexcept {}
+    /// Adds one of a chunk with this id.
+    void NoteChunk(LoadReport::eLoss loss, unsigned long id) noexcept;
+    /// Adds one when `found` elements are not as many as the file says.
+    void NoteCount(long expected, long found) noexcept;
+
+    // Calls the object's `Serialize`; a false result is noted in the report of a file that is loading.
     IAIFile& operator<<(VObject& object);
     IAIFile& operator>>(VObject& object);
 
@@ -107,6 +146,16 @@ class IAIFile {
     /// Reads a value of `size` bytes (1, 2, 4 or 8) into `bits`, in the machine's byte order, and counts it. False,
     /// with `bits` unchanged, when the file ends first.
     virtual bool ReadValue(void* bits, unsigned long size, eReadRule rule) = 0;
+    /// Moves the values of `size` bytes that can be moved without looking at the file again, at most `count`; returns
+    /// their number.
+    virtual unsigned long WriteBlock(void const* /*values*/, unsigned long /*count*/,
+                                     unsigned long /*size*/) {
+        return 0;
+    }
+    virtual unsigned long ReadBlock(void* /*values*/, unsigned long /*count*/, unsigned long /*size*/,
+                                    eReadRule) {
+        return 0;
+    }
 
   private:
     void WriteBits(std::uint8_t bits) { Write8Bit(&bits); }

@@ -57,6 +57,8 @@ bool VAIFile::Open(char const* path, long mode) {
     m_chunkLengths = m_chunkBytesRead = m_chunkStarts = {};
     m_depth = 0;
     m_unbacked = 0;
+    m_report.Clear();
+    RememberPath(path);
     if (!path) {
         m_lastError = eNoPath;
         return false;
@@ -138,7 +140,6 @@ bool VAIFile::CloseWrittenChunk() {
         return false;
     }
     long const start = m_chunkStarts[--m_depth];
-    m_file.Flush();
     long const bodyEnd = m_file.Position();
     if ((m_mode & kPadChunks) && bodyEnd % 2 != 0) {
         unsigned char const pad = 0;
@@ -318,6 +319,34 @@ void VAIFile::CopyValue(void* to, void const* from, unsigned long size) const no
     }
 }
 
+void VAIFile::CopyValues(void* to, void const* from, unsigned long count, unsigned long size) const noexcept {
+    if (!m_swap || size == 1) {
+        std::memcpy(to, from, count * size);
+    } else if (size == 2) {
+        CopyNumbersSwapped<std::uint16_t>(to, from, count);
+    } else if (size == 4) {
+        CopyNumbersSwapped<std::uint32_t>(to, from, count);
+    } else {
+        CopyNumbersSwapped<std::uint64_t>(to, from, count);
+    }
+}
+
+unsigned long VAIFile::WriteBlock(void const* values, unsigned long count, unsigned long size) {
+    count = std::min(count, m_file.RoomLeft() / size);
+    if (count > 0) {
+        CopyValues(m_file.Put(count * size), values, count, size);
+    }
+    return count;
+}
+
+unsigned long VAIFile::ReadBlock(void* values, unsigned long count, unsigned long size, eReadRule rule) {
+    count = rule != eReadRule::eOnlyInChunk || m_depth ? std::min(count, m_file.WindowLeft() / size) : 0;
+    if (count > 0) {
+        CopyValues(values, m_file.Take(count * size), count, size);
+    }
+    return count;
+}
+
 bool VAIFile::ReadValue(void* bits, unsigned long size, eReadRule rule) {
     // Every rule but one allows reading what is in the window.
     if (rule != eReadRule::eOnlyInChunk || m_depth) {
@@ -450,6 +479,7 @@ bool VAIFile::AcceptLength(unsigned long length) {
     left = std::min(left, GetFileRemaining());
     unsigned long const excess = length - std::min(length, left);
     if (excess > VData::kMaxUnbackedLength - m_unbacked) {
+        NoteLoss(LoadReport::kNotRead, "a length beyond the end");
         return false;
     }
     m_unbacked += excess;

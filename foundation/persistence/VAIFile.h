@@ -6,6 +6,7 @@
 
 #include <array>
 #include <cstdint>
+#include <string>
 
 namespace VFoundation {
 
@@ -25,8 +26,8 @@ namespace VFoundation {
 ///
 /// A file has at most 4 GiB. After a failed write (disk full, 4 GiB) only the lengths of the open chunks are still
 /// written, so that they match what is there; every result up to and including that of `Close` is false, with error
-/// `eWriteFailed`. Values are collected in a block of 64 KiB, which is written when it is full, when a chunk is opened
-/// or closed, and by `Close` and the destructor; until then a value may be lost without an error.
+/// `eWriteFailed`. Values are collected in a block of 64 KiB, which is written when it is full, when a chunk is opened,
+/// and by `Close` and the destructor; until then a value may be lost without an error, also after its chunk was closed.
 ///
 /// DELIBERATE: `GetChunkLength()` looks one level below the innermost open chunk; it is the length of the chunk last
 /// read at that level, or 0. Use `ChunkRemaining()`.
@@ -128,7 +129,7 @@ class VAIFile : public IAIFile, public Registered<VAIFile, VFile> {
     bool Seek(long offset, long origin) override;
     /// -1 when no file is open.
     long GetPos() override;
-    /// True after a read met the end of the file, and when no file is open.
+    /// True after a read met the end of the file or failed (see `ReadError`), and when no file is open.
     bool Eof() override;
     unsigned long GetFileLength() override;
     /// Never below 0.
@@ -142,9 +143,20 @@ class VAIFile : public IAIFile, public Registered<VAIFile, VFile> {
     long GetLengthRemaining() override;
     bool IsEndOfFile() override;
     bool FileSeek(long offset, long origin) override;
+    int ReadError() const noexcept override { return m_file.ReadError(); }
+
+    /// Why `GetLastError()` is not 0, else why reading failed: the path, the offset and the system's reason, as in "cannot
+    /// write scene.bin at offset 65536: No space left on device"; empty when nothing failed. Without memory
+    /// `std::bad_alloc`.
+    VString ErrorDescription() const override;
+    /// Kept until the next `Open`.
+    LoadReport const* Report() const override { return &m_report; }
+    void NoteLoss(LoadReport::eLoss loss, char const* detail) noexcept override;
 
   protected:
     bool ReadValue(void* bits, unsigned long size, eReadRule rule) override;
+    unsigned long WriteBlock(void const* values, unsigned long count, unsigned long size) override;
+    unsigned long ReadBlock(void* values, unsigned long count, unsigned long size, eReadRule rule) override;
 
   private:
     class WindowPause;
@@ -153,6 +165,7 @@ class VAIFile : public IAIFile, public Registered<VAIFile, VFile> {
     using VFile::OpenForReading; // would open a second stream
     using VFile::ReadBytes;
 
+    void RememberPath(char const* path) noexcept;
     void UpdateByteOrder() noexcept;
     bool WriteResult() noexcept;
 
@@ -170,6 +183,7 @@ class VAIFile : public IAIFile, public Registered<VAIFile, VFile> {
     template <class Bits>
     unsigned long ReadItem(void* value, bool swap);
     void CopyValue(void* to, void const* from, unsigned long size) const noexcept;
+    void CopyValues(void* to, void const* from, unsigned long count, unsigned long size) const noexcept;
     bool ReadValueSlowly(void* bits, unsigned long size, eReadRule rule);
 
     BlockFile m_file;
@@ -181,6 +195,8 @@ class VAIFile : public IAIFile, public Registered<VAIFile, VFile> {
     std::uint32_t m_depth = 0;
     bool m_swap = false; // the file's byte order is not the machine's
     unsigned long m_unbacked = 0;
+    LoadReport m_report;
+    std::string m_path; // as given to `Open`; empty when memory ran out
 };
 
 } // namespace VFoundation

@@ -1,8 +1,9 @@
 #pragma once
 
-#include "foundation/persistence/IXMLFileIO.h"
+#include "foundation/persistence/XMLTreeIO.h"
 
 #include <cstdint>
+#include <cstdio>
 #include <memory>
 #include <string>
 #include <vector>
@@ -31,61 +32,40 @@ namespace VFoundation {
 /// inside TinyXML's parser, TinyXML leaks the elements that it had not finished.
 ///
 /// Ownership, threads: as `IXMLFileIO`. Several back ends may be used by several threads.
-class VXMLFileIOTinyXml : public IXMLFileIO {
+class VXMLFileIOTinyXml : public XMLTreeIO<VXMLFileIOTinyXml> {
   public:
     VXMLFileIOTinyXml();
     VXMLFileIOTinyXml(VXMLFileIOTinyXml const&) = delete;
     VXMLFileIOTinyXml& operator=(VXMLFileIOTinyXml const&) = delete;
     ~VXMLFileIOTinyXml() override;
 
-    bool OpenFileForRead(char const* path) override;
-    bool LoadFile(char const* name, unsigned char const* bytes, unsigned long length) override;
-    bool OpenFileForWrite(char const* path) override;
-    bool WriteFileToString(VString& target) override;
-    bool CloseFile() override;
-    void Clear() override;
-
-    bool OpenChildren() override;
-    bool CloseChildren() override;
-    bool OpenFirstChild() override;
-    bool OpenNextSibling() override;
-    bool OpenFirstChildElement(char const* name) override;
-    bool OpenNextSiblingElement(char const* name) override;
     char const* GetNodeName() const override;
-    bool OpenFirstChildText() override;
-    bool OpenNextSiblingText() override;
-    bool CloseChild() override;
-
     bool WriteAttribute(char const* name, char const* value) override;
     bool ReadAttribute(char const* name, char const*& value) override;
     bool WriteText(char const* text) override;
     bool ReadText(char const*& text) override;
 
-    int GetLevel() const override { return m_nLevel; }
-    int GetMode() const override { return m_nMode; }
-    bool IsValid() const override { return m_pCurrent != nullptr; }
     int GetNodeType() override;
-    void PrintIndent() override;
-    bool IsComplete() const override { return !m_isIncomplete; }
 
   private:
-    template <class Reader>
-    bool Load(char const* name, Reader readText) noexcept;
-    bool Parse(std::string text);
-    void StartSaving(char const* path, VString* target);
-    bool Save();
-    bool SaveToFile();
-    bool SaveToString();
-    void ProtectTexts();
+    friend class XMLTreeIO<VXMLFileIOTinyXml>;
 
-    bool MoveTo(TiXmlNode* node, int levels) noexcept;
-    bool MoveToFirstOf(bool (VXMLFileIOTinyXml::*openFirst)());
-    bool MayAppend(TiXmlNode const* parent) const noexcept;
-    bool AppendElement(TiXmlNode* parent, char const* name, int levels);
-    bool AppendText(TiXmlNode* parent, int levels);
-    bool Refuse() noexcept;
-    template <class Operation>
-    bool Guarded(Operation operation) noexcept;
+    bool Parse(std::string text);
+    bool Print(std::FILE* stream);
+    bool Print(VString& target);
+    void ProtectTexts();
+    void ClearTree();
+    TiXmlNode* Document() const;
+    static TiXmlNode* FirstChildOf(TiXmlNode* node);
+    static TiXmlNode* NextSiblingOf(TiXmlNode* node);
+    static TiXmlNode* ParentOf(TiXmlNode* node);
+    static TiXmlNode* ElementFrom(TiXmlNode* node, char const* name);
+    static TiXmlNode* TextFrom(TiXmlNode* node);
+    static char const* NameOf(TiXmlNode const* node);
+    static bool IsElement(TiXmlNode const* node);
+    static bool IsDocument(TiXmlNode const* node);
+    static TiXmlNode* AddElement(TiXmlNode* parent, char const* name);
+    TiXmlNode* AddText(TiXmlNode* parent);
 
     std::unique_ptr<TiXmlDocument> m_pDocument;
     TiXmlNode* m_pCurrent = nullptr;
@@ -96,7 +76,10 @@ class VXMLFileIOTinyXml : public IXMLFileIO {
     VString* m_pTargetString = nullptr;
 
     std::vector<TiXmlText*> m_texts; // of a document that is saving
+    Failure m_failure;               // of the last opening or closing
     bool m_isIncomplete = false;     // something was refused while saving
 };
+
+extern template class XMLTreeIO<VXMLFileIOTinyXml>;
 
 } // namespace VFoundation

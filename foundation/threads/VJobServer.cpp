@@ -11,6 +11,7 @@
 
 #include <limits>
 #include <new>
+#include <typeinfo>
 #include <utility>
 
 // The server's queue and the order of its jobs. Its thread's life is in VJobServerThread.cpp, what the thread does
@@ -165,14 +166,31 @@ void VJobServer::SortJobArray() {
     m_waiting->Sort(&CompareJobFunction);
 }
 
-/// Moves all queued jobs to their places among the waiting ones. A job that does not go before the last one is
-/// appended, which spares long lists; any other goes before the first that it precedes. `CompareJobs` may be
-/// client code and is called without the lock, so jobs may be thrown out or sorted at any step.
-void VJobServer::CollectJobs() {
-    VJob* popped = nullptr;
+/// Moves all queued jobs to their places among the waiting ones and makes the first of these the current one (null:
+/// there is none). A job that does not go before the last one is appended, which spares long lists; any other goes
+/// before the first that it precedes.
+VJob* VJobServer::CollectAndTakeFirst() {
+    bool const asksHook = typeid(*this) != typeid(VJobServer);
+    if (asksHook) {
+        CollectByHook();
+    }
+    detail::MutexLock const lock(m_jobsLock);
+    for (VJob* job = nullptr; !asksHook && m_queue.UsedCount() > 0;) {
+        m_waiting->MakeRoom(); // before the job leaves the queue, so that it always has a place
+        if (!m_queue.Pop(&job)) {
+            break;
+        }
+        m_waiting->InsertByPriority(job);
+    }
+    m_stage = eTaking;
+    m_currentJob = m_waiting->TakeFirst();
+    return m_currentJob.Get();
+}
+
+/// `CompareJobs` is client code and is called without the lock, so jobs may be thrown out or sorted at any step.
+void VJobServer::CollectByHook() {
     VObjectRef<VJob> last;
-    while (m_queue.Pop(&popped)) {
-        auto const job = VObjectRef<VJob>::Adopt(popped);
+    while (auto job = PopQueuedJob()) {
         long index = 0;
         try {
             if (!last) {
@@ -189,36 +207,28 @@ void VJobServer::CollectJobs() {
                 last.Exchange(nullptr);
             }
         } catch (...) {
-            InsertBefore(index, job.Get()); // no job is lost to a comparison that throws
+            detail::MutexLock const lock(m_jobsLock);
+            m_waiting->Insert(job.Detach(), index); // no job is lost to a comparison that throws
             throw;
         }
-        InsertBefore(index, job.Get());
+        detail::MutexLock const lock(m_jobsLock);
+        m_waiting->Insert(job.Detach(), index);
     }
+}
+
+/// Out of the queue, with room among the waiting ones; empty when none is queued.
+VObjectRef<VJob> VJobServer::PopQueuedJob() {
+    detail::MutexLock const lock(m_jobsLock);
+    m_waiting->MakeRoom();
+    VJob* job = nullptr;
+    m_queue.Pop(&job);
+    return VObjectRef<VJob>::Adopt(job);
 }
 
 /// The job at `index`; the last one for -1. Empty out of range.
 VObjectRef<VJob> VJobServer::WaitingJob(long index) const {
     detail::MutexLock const lock(m_jobsLock);
     return VObjectRef<VJob>(m_waiting->At(index >= 0 ? index : m_waiting->Count() - 1));
-}
-
-/// A job that finds no memory goes back to the queue, whose place it has just left.
-void VJobServer::InsertBefore(long index, VJob* job) {
-    try {
-        detail::MutexLock const lock(m_jobsLock);
-        if (!m_waiting->Insert(job, index)) {
-            throw std::bad_alloc();
-        }
-    } catch (...) {
-        m_queue.Push(job);
-        throw;
-    }
-}
-
-VJob* VJobServer::MakeFirstCurrent() {
-    detail::MutexLock const lock(m_jobsLock);
-    m_currentJob = m_waiting->TakeFirst();
-    return m_currentJob.Get();
 }
 
 VObjectRef<VJob> VJobServer::CurrentJob() const {

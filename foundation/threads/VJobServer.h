@@ -11,6 +11,7 @@
 #include "foundation/threads/VThread.h"
 
 #include <atomic>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 
@@ -143,10 +144,10 @@ class VJobServer : public Registered<VJobServer, VObject> {
     };
 
     // The queue and its order: VJobServer.cpp.
-    void CollectJobs();
-    void InsertBefore(long index, VJob* job);
+    VJob* CollectAndTakeFirst();
+    void CollectByHook();
+    VObjectRef<VJob> PopQueuedJob();
     VObjectRef<VJob> WaitingJob(long index) const;
-    VJob* MakeFirstCurrent();
     VObjectRef<VJob> CurrentJob() const;
     void DropCurrentJob();
     double TimeStamp() const;
@@ -169,12 +170,16 @@ class VJobServer : public Registered<VJobServer, VObject> {
     void Report(VJob* job, bool succeeded);
     void FinishInterruptedJob();
 
+    static constexpr std::size_t kCacheLine = 64;
+
     VSemaphore m_jobsSemaphore;
     VObjectRingBufferTmpl<VJob> m_queue;
-    mutable detail::Mutex m_jobsLock;
+    // What the thread writes with each job is apart from what the threads that add jobs read.
+    alignas(kCacheLine) mutable detail::Mutex m_jobsLock;
     std::unique_ptr<WaitingJobs> m_waiting VFOUNDATION_POINTEE_GUARDED_BY(m_jobsLock);
     VObjectRef<VJob> m_currentJob VFOUNDATION_GUARDED_BY(m_jobsLock);
-    std::atomic<std::uint32_t> m_state{eStopped};
+    eStage m_stage = ePausing; // the thread's own
+    alignas(kCacheLine) std::atomic<std::uint32_t> m_state{eStopped};
     VLock m_serverLock;
     VString m_name;
     VStopWatch m_clock{true};
@@ -185,7 +190,6 @@ class VJobServer : public Registered<VJobServer, VObject> {
     mutable detail::Mutex m_threadLock;
     std::shared_ptr<ThreadPresence> m_presence VFOUNDATION_GUARDED_BY(m_threadLock);
     VObjectRef<VThread> m_thread VFOUNDATION_GUARDED_BY(m_threadLock);
-    eStage m_stage = ePausing;                // the thread's own
     std::atomic<bool> m_hasLostThread{false}; // in a child process, with what the thread worked on
     std::unique_ptr<ForkHook> const m_forkHook;
 };

@@ -48,18 +48,18 @@ bool VJobServer::Guarded(void (VJobServer::*step)()) {
 
 void VJobServer::RunPass() {
     m_stage = ePausing;
-    if (!m_serverLock.TryLock(kPauseTry)) {
-        return;
+    if (!m_serverLock.IsFree()) {
+        if (!m_serverLock.TryLock(kPauseTry)) {
+            return;
+        }
+        m_serverLock.Unlock();
     }
-    m_serverLock.Unlock();
     m_stage = eWaiting;
     if (!m_jobsSemaphore.WaitForSemaphore(kJobWait)) {
         return;
     }
     m_stage = eCollecting;
-    CollectJobs();
-    m_stage = eTaking;
-    VJob* const job = MakeFirstCurrent();
+    VJob* const job = CollectAndTakeFirst();
     if (!job) {
         return; // the jobs were thrown out, or the signal came from another process
     }

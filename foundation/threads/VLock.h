@@ -35,6 +35,8 @@ class VLock : public Registered<VLock, VObject> {
     /// Frees the lock. A free lock stays as it is.
     void Unlock();
 
+    /// True when a `TryLock(0)` would succeed now.
+    bool IsFree() const noexcept { return m_state.load(std::memory_order_acquire) == 0; }
     /// What the last call of any thread left: true after a `TryLock` that succeeded, false after one that did
     /// not and after `Unlock`. A hint, which may be wrong while a lock is held.
     bool IsLocked() const noexcept { return m_locked.load(std::memory_order_relaxed); }

@@ -42,6 +42,12 @@ void ReportFailure(char const* name, long maxSignals, int error) {
     }
 }
 
+/// A statistic: what two threads add at once may count once.
+void AddTo(std::atomic<std::uint32_t>& tally, long count) noexcept {
+    tally.store(tally.load(std::memory_order_relaxed) + narrow_cast<std::uint32_t>(count),
+                std::memory_order_relaxed);
+}
+
 } // namespace
 
 VSemaphore::VSemaphore(VClass* cls) : Registered(cls) {
@@ -61,7 +67,8 @@ VSemaphore* VSemaphore::New() {
 
 bool VSemaphore::Init(long maxSignals, char const* name) {
     Close();
-    m_signalCount.store(0, std::memory_order_relaxed);
+    m_posted.store(0, std::memory_order_relaxed);
+    m_taken.store(0, std::memory_order_relaxed);
     m_maxSignals = narrow_cast<std::int32_t>(maxSignals);
     int error = ENOMEM;
     try {
@@ -85,12 +92,6 @@ void VSemaphore::Close() {
     }
 }
 
-void VSemaphore::AddToTally(long count) noexcept {
-    auto const sum = narrow_cast<std::uint32_t>(m_signalCount.load(std::memory_order_relaxed)) +
-                     narrow_cast<std::uint32_t>(count);
-    m_signalCount.store(narrow_cast<std::int32_t>(sum), std::memory_order_relaxed);
-}
-
 bool VSemaphore::ReleaseSemaphore(long count, long* /*previousCount*/) {
     if (count > 0 && !m_handle) {
         return false;
@@ -100,7 +101,7 @@ bool VSemaphore::ReleaseSemaphore(long count, long* /*previousCount*/) {
             return false;
         }
     }
-    AddToTally(count);
+    AddTo(m_posted, count);
     return true;
 }
 
@@ -111,7 +112,7 @@ bool VSemaphore::WaitForSemaphore(long milliseconds) {
     }
     bool const taken = milliseconds > 0 ? WaitInSteps(milliseconds) : m_handle->Wait();
     if (taken) {
-        AddToTally(-1);
+        AddTo(m_taken, 1);
     }
     return taken;
 }

@@ -4,6 +4,7 @@
 #include "foundation/core/VObjectRef.h"
 
 #include <atomic>
+#include <cstddef>
 #include <cstdint>
 
 namespace VFoundation {
@@ -54,7 +55,10 @@ class VSemaphore : public Registered<VSemaphore, VObject> {
     bool WaitForSemaphore(long milliseconds);
 
     /// Units posted less units taken through this object. A statistic: not the semaphore's count.
-    long SignalCount() const noexcept { return m_signalCount.load(std::memory_order_relaxed); }
+    long SignalCount() const noexcept {
+        return static_cast<std::int32_t>(m_posted.load(std::memory_order_relaxed) -
+                                         m_taken.load(std::memory_order_relaxed));
+    }
     /// As given to `Init`.
     long MaxSignals() const noexcept { return m_maxSignals; }
     /// As given to `Init`; null before it (borrowed).
@@ -62,13 +66,16 @@ class VSemaphore : public Registered<VSemaphore, VObject> {
 
   private:
     void Close();
-    void AddToTally(long count) noexcept;
     bool WaitInSteps(long milliseconds);
 
+    static constexpr std::size_t kCacheLine = 64;
+
     SharedSemaphore* m_handle = nullptr;
-    std::atomic<std::int32_t> m_signalCount{0};
     std::int32_t m_maxSignals = 0;
     VObjectRef<VString> m_name;
+    // Apart, so that posting and waiting threads do not slow each other down.
+    alignas(kCacheLine) std::atomic<std::uint32_t> m_posted{0};
+    alignas(kCacheLine) std::atomic<std::uint32_t> m_taken{0};
 };
 
 } // namespace VFoundation

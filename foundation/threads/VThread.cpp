@@ -16,13 +16,15 @@ VObjectArrayTmpl<VThread>* VThread::ms_threads = nullptr;
 
 namespace {
 
-/// Room made with the list, so that the first entry, made under the lock below, allocates nothing.
-constexpr long kInitialThreads = 32;
+/// Room made with the list, and added to it when it is full.
+constexpr long kRoom = 32;
+
+using ThreadList = VObjectArrayTmpl<VThread>;
 
 /// Protects `VThread::ms_threads`, which is public.
 constinit detail::Mutex s_threadsLock;
 
-VObjectArrayTmpl<VThread>* ExchangeThreads(VObjectArrayTmpl<VThread>* threads) {
+ThreadList* ExchangeThreads(ThreadList* threads) {
     detail::MutexLock const lock(s_threadsLock);
     return std::exchange(VThread::ms_threads, threads);
 }
@@ -39,7 +41,7 @@ VThread* VThread::New() {
 }
 
 void VThread::InitializeClass() {
-    auto* threads = new VObjectArrayTmpl<VThread>(kInitialThreads);
+    auto* threads = new ThreadList(kRoom);
     {
         detail::MutexLock const lock(s_threadsLock);
         if (!ms_threads) {
@@ -74,8 +76,24 @@ VThread* VThread::StartThread(Body body, void* argument, char const* /*name*/) {
 
 bool VThread::RegisterThread(VThread* thread) {
     try {
-        detail::MutexLock const lock(s_threadsLock);
-        return thread && ms_threads && ms_threads->AddObjectTyped(thread);
+        VObjectRef<ThreadList> larger; // or the former list; released after the lock
+        detail::MutexLock lock(s_threadsLock);
+        while (thread && ms_threads) {
+            if (ms_threads->Count() < ms_threads->AllocatedCapacity()) {
+                return ms_threads->AddObjectTyped(thread);
+            }
+            long const count = ms_threads->Count();
+            if (larger && count < larger->AllocatedCapacity()) {
+                for (long i = 0; i < count; ++i) {
+                    larger->AddObject(ms_threads->ObjectAtIndex(i));
+                }
+                larger = VObjectRef<ThreadList>::Adopt(std::exchange(ms_threads, larger.Detach()));
+                continue;
+            }
+            lock.Unlock(); // an allocation that fails traces, and a log may register a thread
+            larger = VObjectRef<ThreadList>::Adopt(new ThreadList(count + kRoom));
+            lock.Lock();
+        }
     } catch (VException const&) { // no memory for the entry, as below
     } catch (std::bad_alloc const&) {
     }

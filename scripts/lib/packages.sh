@@ -3,18 +3,19 @@
 
 PACKAGES_BUILD=(
     cmake ninja-build g++ pkg-config gettext
-    libtinyxml-dev libmount-dev libjpeg62-turbo-dev libpng-dev libstb-dev
+    libtinyxml-dev libpugixml-dev libmount-dev libjpeg62-turbo-dev libpng-dev libstb-dev
     libgtk-3-dev libpolkit-agent-1-dev libpolkit-gobject-1-dev
 )
 PACKAGES_RUN=(polkitd pkexec sudo adwaita-icon-theme fonts-dejavu-core)
 PACKAGES_TEST=(
-    libgtest-dev python3-minimal imagemagick
+    libgtest-dev python3-minimal imagemagick gdb
     dbus polkitd pkexec sudo
     xvfb xdotool adwaita-icon-theme fonts-dejavu-core acl at-spi2-core gir1.2-atspi-2.0 python3-gi
     binutils desktop-file-utils appstream
 )
+PACKAGES_DOCS=(doxygen python3-minimal)
 PACKAGES_LINT=(clang clang-tidy clang-format)
-PACKAGES_BENCHMARK=(libbenchmark-dev libboost-dev libtbb-dev libspdlog-dev libpugixml-dev qtbase5-dev)
+PACKAGES_BENCHMARK=(libbenchmark-dev libboost-dev libtbb-dev libspdlog-dev libtinyxml2-dev qtbase5-dev)
 
 # install_missing PACKAGE...: nothing when all are there; else apt-get, through sudo for an ordinary user.
 install_missing() {

@@ -31,6 +31,7 @@ struct WatchedRef : std::atomic_ref<V> {
 
 /// A ring whose counters show.
 struct Ring : TRingBuffer<ACounted, TRefCounted<ACounted>, std::atomic, WatchedRef> {
+    using TRingBuffer::CursorEnd;
     using TRingBuffer::FreeWord;
     using TRingBuffer::TRingBuffer;
     using TRingBuffer::UsableCapacity;
@@ -59,6 +60,26 @@ TEST(TRingBuffer, TakesAsManyAsItHasRoomForAndReleasesTheRest) {
         EXPECT_TRUE(ring.Push(&object)); // left to the destructor
     }
     EXPECT_EQ(object.RetainCount(), 1);
+}
+
+TEST(TRingBuffer, KeepsTheOrderWhereItsCursorsStartAgain) {
+    for (unsigned long const capacity : {3UL, 4UL}) {
+        Ring ring(capacity);
+        for (auto cursor : {ring.UsedWord(), ring.FreeWord()}) {
+            cursor.SetCursor(ring.CursorEnd() - 5);
+        }
+        ACounted objects[2];
+        ring.Push(&objects[0]);
+        for (int i = 1; i < 12; ++i) {
+            ACounted* out = nullptr;
+            EXPECT_TRUE(ring.Push(&objects[i % 2]));
+            EXPECT_TRUE(ring.Pop(&out));
+            EXPECT_EQ(out, &objects[(i - 1) % 2]) << i;
+            out->Release();
+        }
+        EXPECT_LT(ring.UsedWord().Cursor(), 12U);
+        EXPECT_EQ(ring.UsedCount(), 1);
+    }
 }
 
 TEST(TRingBuffer, CountsInThirtyTwoBits) {

@@ -22,6 +22,7 @@
 #include "foundation/persistence/VAIFile.h"
 #include "foundation/persistence/VArchive.h"
 #include "foundation/persistence/VXMLFile.h"
+#include "foundation/persistence/VXMLFileIOPugiXmlFactory.h"
 #include "foundation/strings/VData.h"
 #include "foundation/strings/VString.h"
 #include "foundation/strings/values/VBitString.h"
@@ -39,6 +40,10 @@
 #include <functional>
 #include <new>
 #include <thread>
+
+#ifdef VFOUNDATION_WITH_PUGIXML
+#include <pugixml.hpp>
+#endif
 
 namespace {
 
@@ -271,14 +276,24 @@ TEST_F(AllocationSweepTest, XMLSaved) {
 
 TEST_F(AllocationSweepTest, XMLLoaded) {
     ASSERT_TRUE(Save(*Filled()));
-    Sweep{[&] {
-              VXMLFile file;
-              VDictionary read;
-              return file.OpenFileForRead(m_scratch.Path(), "Root") && file.SerializeObject("d", read) &&
-                     read.Count() == 2;
-          },
-          [] {}, [] {}, true} // TinyXML forgets the node that it is parsing when an allocation throws
-        .Run();
+    auto const load = [&] {
+        VXMLFile file;
+        VDictionary read;
+        return file.OpenFileForRead(m_scratch.Path(), "Root") && file.SerializeObject("d", read) &&
+               read.Count() == 2;
+    };
+    // TinyXML forgets the node that it is parsing when an allocation throws.
+    Sweep{load, [] {}, [] {}, true}.Run();
+#ifdef VFOUNDATION_WITH_PUGIXML
+    // What pugixml allocates fails and is counted, too.
+    pugi::set_memory_management_functions([](std::size_t size) { return std::malloc(size); },
+                                          [](void* block) { std::free(block); });
+    VXMLFile::SetIXMLFileIOFactory(new VXMLFileIOPugiXmlFactory);
+    Sweep{load}.Run();
+    ASSERT_TRUE(Save(*Filled()));
+    auto const dictionary = Filled();
+    Sweep{[&] { return Save(*dictionary); }}.Run();
+#endif
 }
 
 TEST_F(AllocationSweepTest, Archives) {
@@ -377,7 +392,7 @@ TEST_F(AllocationSweepTest, Strings) {
             text << "0123456789" << i;
         }
         text.AppendPathComponent("component");
-        text.AppendPathComponent(text.CString() + 1);
+        text.AppendPathComponent(text.CString() + (text.Length() ? 1 : 0)); // no buffer: nothing after its ""
         text.Set("a longer text than before, to be cut", 300);
         VString copy(text);
         copy.Format("%0500i", 7);

@@ -1,13 +1,19 @@
 #include "foundation/persistence/VAIFile.h"
 
+#include "foundation/strings/VString.h"
 #include "tests/persistence/ChunkBytes.h"
+#include "tests/support/FailingReads.h"
+#include "tests/support/FullDisk.h"
 #include "tests/support/LineLog.h"
 #include "tests/support/ScratchFile.h"
 
+#include <algorithm>
 #include <cmath>
+#include <numeric>
 #include <sys/stat.h>
 #include <tuple>
 #include <unistd.h>
+#include <vector>
 
 namespace {
 
@@ -38,6 +44,7 @@ class AIFile : public testing::Test {
         }
         return ids;
     }
+    std::string Described() const { return m_file.ErrorDescription().CString(); }
     /// Position and what is left of the chunk.
     std::string State() {
         return std::to_string(m_file.GetPos()) + " " + std::to_string(m_file.ChunkRemaining());
@@ -53,12 +60,15 @@ TEST_F(AIFile, ChangesItsOrderWhereItStands) {
     m_file << 0x01020304;
     m_file.SetLE(true);
     m_file << 0x5566778801020304L << std::nan("");
-    EXPECT_TRUE(m_file.Write32BitBE(&number) && m_file.Write("\x80", 1) && m_file.Close());
+    EXPECT_TRUE(m_file.Write32BitBE(&number));
+    EXPECT_TRUE(m_file.Write("\x80", 1));
+    EXPECT_TRUE(m_file.Close());
     EXPECT_EQ(m_scratch.Bytes().substr(0, 8), "\1\2\3\4\4\3\2\1") << "a long keeps its low half";
     Open(kRead | VAIFile::kLittleEndian);
     m_file.Seek(8, VFile::kFromStart);
     EXPECT_TRUE(std::isnan(Read(0.0)));
-    EXPECT_TRUE(m_file.Read32BitBE(&number) && number == 0x01020304);
+    EXPECT_TRUE(m_file.Read32BitBE(&number));
+    EXPECT_EQ(number, 0x01020304U);
     EXPECT_TRUE(Read(false)) << "any byte but 0 is true";
 }
 
@@ -67,7 +77,9 @@ TEST_F(AIFile, PadsByOffsetWhenWritingAndByLengthWhenReading) {
     m_file << 'x'; // the chunk starts at an odd offset, so its odd body ends at an even one
     EXPECT_TRUE(m_file.OpenChunk(0x6F646400UL));
     EXPECT_EQ(m_scratch.Bytes().size(), 9U) << "opening a chunk writes it out";
-    EXPECT_TRUE(m_file.Write("y", 1) && m_file.CloseChunk() && m_file.Close());
+    EXPECT_TRUE(m_file.Write("y", 1));
+    EXPECT_TRUE(m_file.CloseChunk());
+    EXPECT_TRUE(m_file.Close());
     EXPECT_EQ(m_scratch.Bytes(), std::string("xodd\0\0\0\0\1y", 10));
     Open(kRead | VAIFile::kPadChunks);
     EXPECT_EQ(Read(' '), 'x');
@@ -115,7 +127,9 @@ TEST_F(AIFile, SkipsWhatIsLeftAndCountsForTheParent) {
     m_file.UnreadHeader();
     EXPECT_EQ(State(), "20 10");
     EXPECT_EQ(Enter(), "KID2");
-    EXPECT_TRUE(m_file.CloseChunk() && m_file.ChunkRemaining() == 0 && m_file.CloseChunk());
+    EXPECT_TRUE(m_file.CloseChunk());
+    EXPECT_EQ(m_file.ChunkRemaining(), 0U);
+    EXPECT_TRUE(m_file.CloseChunk());
     EXPECT_EQ(Enter(), "NEXT");
     EXPECT_TRUE(m_file.CloseChunk());
     EXPECT_EQ(Enter(), "");
@@ -125,13 +139,16 @@ TEST_F(AIFile, SkipsWhatIsLeftAndCountsForTheParent) {
 TEST_F(AIFile, StopsAtTheEndOfAChunkWhenChunkSafe) {
     OpenOn(Chunk("TWOB", "ab") + Chunk("STRS", std::string("\0\0\0\xFFxyz", 7)) + "more");
     Enter();
-    EXPECT_TRUE(Read(7) == 0 && Read(7.0) == 0 && ReadString(m_file).empty());
+    EXPECT_EQ(Read(7), 0);
+    EXPECT_EQ(Read(7.0), 0);
+    EXPECT_TRUE(ReadString(m_file).empty());
     EXPECT_EQ(State(), "8 2") << "nothing was consumed";
     std::string bytes = "xxxxx";
     EXPECT_TRUE(m_file.Read(bytes.data(), 4));
     EXPECT_EQ(bytes, std::string("ab\0\0x", 5));
     EXPECT_FALSE(m_file.Read(bytes.data(), 1)) << "nothing was there";
-    EXPECT_TRUE(m_file.Read(bytes.data(), 0) && m_file.CloseChunk());
+    EXPECT_TRUE(m_file.Read(bytes.data(), 0));
+    EXPECT_TRUE(m_file.CloseChunk());
     EXPECT_EQ(Enter(), "STRS");
     EXPECT_EQ(ReadString(m_file), "");
     EXPECT_EQ(ReadString(m_file), "xyz") << "no more than the chunk holds";
@@ -169,7 +186,8 @@ TEST_F(AIFile, CountsNothingWithoutChunkSafety) {
     EXPECT_TRUE(m_file.Eof());
     std::string bytes = "xxxx";
     m_file.Seek(-1, VFile::kFromCurrent);
-    EXPECT_FALSE(m_file.Eof() || m_file.Read(bytes.data(), 4));
+    EXPECT_FALSE(m_file.Eof());
+    EXPECT_FALSE(m_file.Read(bytes.data(), 4));
     EXPECT_EQ(bytes, "9xxx");
 }
 
@@ -200,27 +218,40 @@ TEST_F(AIFile, MovesAroundAndIsAFile) {
     Open(kWrite);
     VFile& asFile = m_file;
     m_file << std::string(70'000, 's').c_str();
-    EXPECT_TRUE(m_file.Seek(2, 1) && m_file.Write("ab", 2) && m_file.Seek(0, 2) && m_file.Write("c", 1));
+    EXPECT_TRUE(m_file.Seek(2, 1));
+    EXPECT_TRUE(m_file.Write("ab", 2));
+    EXPECT_TRUE(m_file.Seek(0, 2));
+    EXPECT_TRUE(m_file.Write("c", 1));
     EXPECT_EQ(m_file.GetFileLength(), 2 + VAIFile::kMaxTextLength + 2) << "the text is cut";
     Open(kRead);
     EXPECT_EQ(ReadString(m_file), "ab" + std::string(VAIFile::kMaxTextLength - 2, 's'));
-    EXPECT_TRUE(m_file.Seek(-3, 2) && m_file.Seek(1, 0) && m_file.Seek(1, 7) && asFile.FileSeek(-70'000, 0));
+    EXPECT_TRUE(m_file.Seek(-3, 2));
+    EXPECT_TRUE(m_file.Seek(1, 0));
+    EXPECT_TRUE(m_file.Seek(1, 7));
+    EXPECT_TRUE(asFile.FileSeek(-70'000, 0));
     EXPECT_EQ(asFile.GetLengthRemaining(), 2);
     EXPECT_EQ(asFile.GetPosition(), m_file.GetPos());
-    EXPECT_TRUE(m_file.Seek(5, 2) && m_file.GetFileRemaining() == 0);
-    EXPECT_TRUE(Read('z') == 'z' && asFile.IsEndOfFile());
+    EXPECT_TRUE(m_file.Seek(5, 2));
+    EXPECT_EQ(m_file.GetFileRemaining(), 0U);
+    EXPECT_EQ(Read('z'), 'z');
+    EXPECT_TRUE(asFile.IsEndOfFile());
 }
 
 TEST_F(AIFile, SaysWhyItDoesNotOpen) {
     std::string const fifo = (m_scratch.Folder() / "fifo").string();
     ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
     auto const errorOf = [&](char const* path, long mode) {
-        EXPECT_FALSE(m_file.Open(path, mode) || m_file.IsLoading() || m_file.IsStoring());
+        EXPECT_FALSE(m_file.Open(path, mode));
+        EXPECT_FALSE(m_file.IsLoading());
+        EXPECT_FALSE(m_file.IsStoring());
         EXPECT_EQ(m_file.GetPosition() + m_file.GetLengthRemaining(), 0);
         EXPECT_EQ(m_file.GetFileLength() + m_file.GetFileRemaining(), 0U);
         return m_file.GetLastError();
     };
     EXPECT_EQ(errorOf(nullptr, kRead), VAIFile::eNoPath);
+    EXPECT_EQ(Described(), "cannot open a file: no path");
+    EXPECT_EQ(errorOf(fifo.c_str(), kRead), VAIFile::eCannotOpen);
+    EXPECT_EQ(Described(), "cannot open " + fifo + ": not a regular file");
     for (char const* const path : {"", m_scratch.Path(), m_scratch.Folder().c_str(), fifo.c_str()}) {
         EXPECT_EQ(errorOf(path, kRead), VAIFile::eCannotOpen) << path;
     }
@@ -228,13 +259,18 @@ TEST_F(AIFile, SaysWhyItDoesNotOpen) {
     EXPECT_FALSE(m_file.Close());
     EXPECT_EQ(m_file.GetLastError(), VAIFile::eNotOpen);
     EXPECT_EQ(State() + Enter(), "-1 0");
-    EXPECT_TRUE(Read(7) == 7 && m_file.Eof());
+    EXPECT_EQ(Read(7), 7);
+    EXPECT_TRUE(m_file.Eof());
     EXPECT_FALSE(m_file.OpenChunk("TEST"));
     Open(kWrite);
     EXPECT_EQ(m_file.GetLastError(), VAIFile::eNone);
-    EXPECT_TRUE(Read(7) == 7 && m_file.Eof() && m_file.Close()) << "a file that is written gives nothing";
+    EXPECT_EQ(Read(7), 7);
+    EXPECT_TRUE(m_file.Eof());
+    EXPECT_TRUE(m_file.Close()) << "a file that is written gives nothing";
     OpenOn("abcd", kRead);
-    EXPECT_FALSE(m_file.Write8Bit("x") || m_file.OpenChunk("TEST") || m_file.Close());
+    EXPECT_FALSE(m_file.Write8Bit("x"));
+    EXPECT_FALSE(m_file.OpenChunk("TEST"));
+    EXPECT_FALSE(m_file.Close());
 }
 
 TEST_F(AIFile, ReportsBytesThatWereLost) {
@@ -243,8 +279,11 @@ TEST_F(AIFile, ReportsBytesThatWereLost) {
     EXPECT_EQ(m_file.GetLastError(), VAIFile::eNone) << "still in memory";
     EXPECT_FALSE(m_file.Close());
     EXPECT_EQ(m_file.GetLastError(), VAIFile::eWriteFailed);
+    EXPECT_EQ(Described(), "cannot write /dev/full at offset 0: No space left on device");
     ASSERT_TRUE(m_file.Open("/dev/full", kWrite));
-    EXPECT_FALSE(m_file.OpenChunk("TEST") || m_file.Write("a", 1) || m_file.Seek(0, VFile::kFromStart));
+    EXPECT_FALSE(m_file.OpenChunk("TEST"));
+    EXPECT_FALSE(m_file.Write("a", 1));
+    EXPECT_FALSE(m_file.Seek(0, VFile::kFromStart));
     {
         LineLogScope const log;
         m_file << "text";
@@ -260,12 +299,51 @@ TEST_F(AIFile, ReportsBytesThatWereLost) {
     EXPECT_EQ(m_file.GetLastError(), VAIFile::eWriteFailed);
 }
 
+TEST_F(AIFile, FindsAFullDiskAtTheNextChunkOrAtTheEnd) {
+    for (bool const isAnother : {true, false}) {
+        Open(kWrite);
+        EXPECT_TRUE(m_file.OpenChunk("LAST"));
+        m_file << 1 << 2 << 3;
+        FullDisk const full(14);
+        EXPECT_TRUE(m_file.CloseChunk()) << "its body is in memory";
+        EXPECT_EQ(m_scratch.Bytes(), "LAST" + BE32(12)) << "its length is not";
+        if (isAnother) {
+            EXPECT_FALSE(m_file.OpenChunk("NEXT"));
+        }
+        EXPECT_FALSE(m_file.Close());
+        EXPECT_EQ(m_file.GetLastError(), VAIFile::eWriteFailed);
+    }
+}
+
+TEST_F(AIFile, TellsAReadErrorFromTheEnd) {
+    std::string bytes(2 * BlockFile::kBlockSize, 'x');
+    OpenOn(Chunk("LONG", bytes));
+    for (int const error : {EIO, 0}) {
+        FailingReads const failing(static_cast<long>(BlockFile::kBlockSize), error);
+        Open(kSafe);
+        EXPECT_EQ(Enter(), "LONG");
+        EXPECT_EQ(Read('y'), 'x');
+        EXPECT_FALSE(m_file.Read(bytes.data(), bytes.size()));
+        EXPECT_EQ(m_file.ChunkRemaining(), 0U);
+        VFile const& asFile = m_file;
+        EXPECT_EQ(asFile.ReadError(), error);
+        EXPECT_EQ(asFile.ErrorDescription(), error == 0 ? ""
+                                                        : (std::string("cannot read ") + m_scratch.Path() +
+                                                           " at offset 65536: Input/output error")
+                                                              .c_str());
+    }
+    Open(kSafe);
+    EXPECT_EQ(m_file.ReadError(), 0) << "of this file, not of the one before";
+}
+
 TEST_F(AIFile, EndsAtFourGiB) {
     Open(kWrite);
     ASSERT_TRUE(m_file.OpenChunk("HUGE"));
     m_file.Seek(static_cast<long>(VAIFile::kMaxFileLength) - 6, VFile::kFromStart); // a hole, not bytes
     EXPECT_TRUE(m_file.Write("1234", 4));
-    EXPECT_FALSE(m_file.Write("1234", 4) || m_file.CloseChunk() || m_file.Close());
+    EXPECT_FALSE(m_file.Write("1234", 4));
+    EXPECT_FALSE(m_file.CloseChunk());
+    EXPECT_FALSE(m_file.Close());
     EXPECT_EQ(m_file.GetLastError(), VAIFile::eWriteFailed);
     Open(kSafe);
     EXPECT_EQ(Enter(), "HUGE");
@@ -284,6 +362,48 @@ TEST_F(AIFile, GivesBackValuesFromEveryPlaceOfABlock) {
         }
         EXPECT_TRUE(m_file.CloseChunk());
         EXPECT_TRUE(m_file.Close());
+    }
+}
+
+TEST_F(AIFile, MovesManyValuesAsOneByOne) {
+    constexpr std::size_t kCount = BlockFile::kBlockSize / 3;
+    std::vector<std::uint32_t> numbers(kCount);
+    std::iota(numbers.begin(), numbers.end(), 0x00F0FFF0U);
+    std::vector<short> const shorts{1, -2, 3};
+    std::vector<long> const longs{-1, 0x7FFFFFFF};
+    for (long const order : {0L, VAIFile::kLittleEndian}) {
+        std::string bytes[2];
+        for (bool const atOnce : {true, false}) {
+            Open(kWrite | order);
+            m_file.OpenChunk("MANY");
+            if (atOnce) {
+                m_file.Write("odd", 3);
+                m_file.WriteValues(numbers.data(), kCount)
+                    .WriteValues(shorts.data(), 3)
+                    .WriteValues(longs.data(), 2);
+            } else {
+                m_file << 'o' << 'd' << 'd';
+                std::for_each(numbers.begin(), numbers.end(), [this](auto number) { m_file << number; });
+                m_file << shorts[0] << shorts[1] << shorts[2] << longs[0] << longs[1];
+            }
+            m_file.CloseChunk();
+            EXPECT_TRUE(m_file.Close());
+            bytes[atOnce] = m_scratch.Bytes();
+        }
+        EXPECT_EQ(bytes[0], bytes[1]);
+        Open(kSafe | order);
+        std::vector<short> readShorts(4, 7);
+        m_file.ReadValues(readShorts.data(), 1);
+        EXPECT_EQ(readShorts[0], 0) << "outside any chunk";
+        Enter();
+        char odd[3];
+        std::vector<std::uint32_t> readNumbers(kCount);
+        std::vector<long> readLongs(4, 7);
+        m_file.ReadValues(odd, 3).ReadValues(readNumbers.data(), kCount).ReadValues(readShorts.data(), 3);
+        m_file.ReadValues(readLongs.data(), 4);
+        EXPECT_EQ(readNumbers, numbers);
+        EXPECT_EQ(readShorts, (std::vector<short>{1, -2, 3, 7}));
+        EXPECT_EQ(readLongs, (std::vector<long>{-1, 0x7FFFFFFF, 0, 0})) << "0 where the chunk ends";
     }
 }
 

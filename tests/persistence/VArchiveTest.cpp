@@ -1,6 +1,7 @@
 #include "foundation/persistence/VArchive.h"
 
 #include "foundation/core/VException.h"
+#include "foundation/strings/VString.h"
 #include "tests/persistence/ChunkBytes.h"
 #include "tests/support/FailingAllocator.h"
 #include "tests/support/ScratchFile.h"
@@ -56,17 +57,23 @@ TEST_F(Archive, TakesTheElementsThatAreThere) {
               ",a,,ccc NEXT");
     ASSERT_EQ(m_archive.Infos().Count(), 1);
     EXPECT_STREQ(m_archive.Infos().ObjectAtIndexTyped(0)->Path(), "n");
+    EXPECT_EQ(m_file.Report()->AsText(), "53: wrong kind (junk)\n89: count differs (5, found 3)\n"
+                                         "97: wrong kind (what)\n134: count differs (-1, found 1)\n");
+    EXPECT_STREQ(m_archive.ErrorDescription().CString(), "53: wrong kind (junk)");
     EXPECT_EQ(Load(Chunk("VArc", Data("old") + Data("new"))), ",new NEXT") << "the last list wins";
+    EXPECT_STREQ(m_archive.ErrorDescription().CString(), "86: not read (Info)") << "of this archive";
     for (std::string const& none : {Chunk("Varc", Data("a")), Chunk("VArc", ""), Chunk("VArc", "short"),
                                     Chunk("VArc", Chunk("Data", Chunk("LIST", "no array")))}) {
         EXPECT_EQ(Load(none), " NEXT") << none;
+        EXPECT_FALSE(m_archive.ErrorDescription().IsEmpty()) << none;
     }
 }
 
 TEST_F(Archive, SkipsNullsAndReportsWhatItCannotStore) {
     m_archive.Data().AddObject(nullptr);
     ASSERT_TRUE(m_file.Open(m_scratch.Path(), VAIFile::kWrite));
-    EXPECT_TRUE(m_archive.Serialize(m_file) && m_file.Close());
+    EXPECT_TRUE(m_archive.Serialize(m_file));
+    EXPECT_TRUE(m_file.Close());
     EXPECT_EQ(m_scratch.Bytes(), Chunk("VArc", Chunk("Info", Array("", 0)) +
                                                    Chunk("Data", Array(Contents(std::string(5, '\0')), 2))));
 
@@ -81,6 +88,8 @@ TEST_F(Archive, SkipsNullsAndReportsWhatItCannotStore) {
     EXPECT_EQ(depth, 13) << "it closed what it opened";
     ASSERT_TRUE(m_file.Open("/dev/full", VAIFile::kWrite));
     EXPECT_FALSE(m_archive.Serialize(m_file));
+    EXPECT_STREQ(m_archive.ErrorDescription().CString(),
+                 "cannot write /dev/full at offset 0: No space left on device");
 }
 
 TEST_F(Archive, ClosesItsChunksWhenALengthCannotBeTrue) {
@@ -91,6 +100,7 @@ TEST_F(Archive, ClosesItsChunksWhenALengthCannotBeTrue) {
         VException);
     testing::internal::GetCapturedStderr();
     EXPECT_EQ(Loaded(), ",fine NEXT") << "what came before is kept";
+    EXPECT_STREQ(m_archive.ErrorDescription().CString(), "64: not read (a length beyond the end)");
 }
 
 TEST_F(Archive, LeavesNoChunkOpenWhenMemoryRunsOut) {

@@ -16,7 +16,7 @@ namespace {
 
 using namespace testing_support;
 
-using XMLFileAttributes = XMLTest;
+using XMLFileAttributes = XMLBackEndTest;
 
 template <class T>
 class XMLFileTypedAttributes : public XMLTest {};
@@ -33,14 +33,17 @@ TYPED_TEST(XMLFileTypedAttributes, KeepsItsExtremes) {
         typename TestFixture::Document file(TestFixture::Saved(
             [&](VXMLFile& saving) { EXPECT_TRUE(saving.SerializeAttribute("a", value)); }));
         T read{9};
-        EXPECT_FALSE(file.ReadAttribute("absent", read) || file.ReadAttribute(nullptr, read));
+        EXPECT_FALSE(file.ReadAttribute("absent", read));
+        EXPECT_FALSE(file.ReadAttribute(nullptr, read));
         EXPECT_EQ(read, T{9});
         EXPECT_TRUE(file.SerializeAttribute("a", read));
         EXPECT_EQ(read, value);
     }
 }
 
-TEST_F(XMLFileAttributes, WritesAttributesInFixedFormsWhateverTheLocale) {
+ON_EACH_BACK_END(XMLFileAttributes);
+
+TEST_P(XMLFileAttributes, WritesAttributesInFixedFormsWhateverTheLocale) {
     // What localedef makes of LC_NUMERIC for German, so that no locale has to be installed.
     constexpr std::string_view kGerman{"\x14\x11\x03\x20\6\0\0\0 \0\0\0\"\0\0\0$\0\0\0(\0\0\0,\0\0\0"
                                        "0\0\0\0,\0.\0\3\3\0\0,\0\0\0.\0\0\0ISO-8859-1",
@@ -57,17 +60,19 @@ TEST_F(XMLFileAttributes, WritesAttributesInFixedFormsWhateverTheLocale) {
         file.WriteAttribute("e", std::numeric_limits<long long>::min());
         file.WriteAttribute("f", VString("text"));
         file.WriteAttribute("g", std::numeric_limits<double>::quiet_NaN());
-        EXPECT_FALSE(file.WriteAttribute(nullptr, 1) || VXMLFile().WriteAttribute("a", 1));
+        EXPECT_FALSE(file.WriteAttribute(nullptr, 1));
+        EXPECT_FALSE(VXMLFile().WriteAttribute("a", 1));
     });
     EXPECT_EQ(text,
               R"(<R a="65" b="0.333333" c="0.1" d="true" e="-9223372036854775808" f="text" g="nan" />)");
     double read = 0;
-    EXPECT_TRUE(Document(text).ReadAttribute("c", read) && read == 0.1);
+    EXPECT_TRUE(Document(text).ReadAttribute("c", read));
+    EXPECT_EQ(read, 0.1);
     std::setlocale(LC_NUMERIC, "C");
     ::unsetenv("LOCPATH");
 }
 
-TEST_F(XMLFileAttributes, ReadsNumbersHoweverTheyAreWritten) {
+TEST_P(XMLFileAttributes, ReadsNumbersHoweverTheyAreWritten) {
     std::istringstream cases(BytesOf(PERSISTENCE_TEST_DATA "/numbers.txt")); // text, long, long long, double
     std::string text;
     for (std::string expected; std::getline(cases, text, '|') && std::getline(cases, expected);) {
@@ -75,7 +80,8 @@ TEST_F(XMLFileAttributes, ReadsNumbersHoweverTheyAreWritten) {
         long asLong = 9;
         long long asLongLong = 9;
         double asDouble = 9;
-        EXPECT_TRUE(file.ReadAttribute("a", asLong) && file.ReadAttribute("a", asDouble));
+        EXPECT_TRUE(file.ReadAttribute("a", asLong));
+        EXPECT_TRUE(file.ReadAttribute("a", asDouble));
         char const* const none = file.ReadAttribute("a", asLongLong) ? "" : "none ";
         std::ostringstream read;
         read << std::setprecision(12) << asLong << ' ' << none << asLongLong << ' ' << asDouble;
@@ -85,13 +91,19 @@ TEST_F(XMLFileAttributes, ReadsNumbersHoweverTheyAreWritten) {
     Document file("<R e='' t='tRUE' y='YES' o='1' s='70000'/>");
     bool flag = false;
     short narrowed = 5;
-    EXPECT_FALSE(file.ReadAttribute("e", narrowed) || narrowed != 5);
-    EXPECT_TRUE(file.ReadAttribute("t", flag) && flag && file.ReadAttribute("y", flag) && flag);
-    EXPECT_TRUE(file.ReadAttribute("o", flag) && !flag);
-    EXPECT_TRUE(file.ReadAttribute("s", narrowed) && narrowed == 4464) << "keeps the low bits";
+    EXPECT_FALSE(file.ReadAttribute("e", narrowed));
+    EXPECT_EQ(narrowed, 5);
+    EXPECT_TRUE(file.ReadAttribute("t", flag));
+    EXPECT_TRUE(flag);
+    EXPECT_TRUE(file.ReadAttribute("y", flag));
+    EXPECT_TRUE(flag);
+    EXPECT_TRUE(file.ReadAttribute("o", flag));
+    EXPECT_FALSE(flag);
+    EXPECT_TRUE(file.ReadAttribute("s", narrowed));
+    EXPECT_EQ(narrowed, 4464) << "keeps the low bits";
 }
 
-TEST_F(XMLFileAttributes, DefaultsAreNotWritten) {
+TEST_P(XMLFileAttributes, DefaultsAreNotWritten) {
     char const* const names[] = {"zero", "one", "two"};
     VString text("d");
     int index = 1;
@@ -112,30 +124,42 @@ TEST_F(XMLFileAttributes, DefaultsAreNotWritten) {
         }),
         R"(<R b="d" d="one" g="true" h="true" />)");
     Document file("<R b='o' d='TWO' g='no' h='true' j='three' k=''/>");
-    EXPECT_TRUE(file.SerializeAttribute("b", text, "d") && text == "o");
-    EXPECT_TRUE(file.SerializeAttribute("k", text, "d") && text == "d") << "empty counts as absent";
-    EXPECT_FALSE(file.SerializeEnumAttribute("j", index, 3, names, 2) || index != 1) << "no such name";
-    EXPECT_TRUE(file.SerializeEnumAttribute("d", index, 3, names, 1) && index == 2);
-    EXPECT_TRUE(file.SerializeEnumAttribute("c", index, 3, names, 1) && index == 1);
-    EXPECT_TRUE(file.SerializeBoolAttribute("g", flag, true) && !flag);
-    EXPECT_TRUE(!file.SerializeBoolAttribute("f", flag, true) && flag) << "the default, as it is absent";
-    EXPECT_TRUE(!file.SerializeBoolFlagAttribute("i", flags, 4, false) && flags == 2);
+    EXPECT_TRUE(file.SerializeAttribute("b", text, "d"));
+    EXPECT_EQ(text, "o");
+    EXPECT_TRUE(file.SerializeAttribute("k", text, "d"));
+    EXPECT_EQ(text, "d") << "empty counts as absent";
+    EXPECT_FALSE(file.SerializeEnumAttribute("j", index, 3, names, 2));
+    EXPECT_EQ(index, 1) << "no such name";
+    EXPECT_TRUE(file.SerializeEnumAttribute("d", index, 3, names, 1));
+    EXPECT_EQ(index, 2);
+    EXPECT_TRUE(file.SerializeEnumAttribute("c", index, 3, names, 1));
+    EXPECT_EQ(index, 1);
+    EXPECT_TRUE(file.SerializeBoolAttribute("g", flag, true));
+    EXPECT_FALSE(flag);
+    EXPECT_FALSE(file.SerializeBoolAttribute("f", flag, true));
+    EXPECT_TRUE(flag) << "the default, as it is absent";
+    EXPECT_FALSE(file.SerializeBoolFlagAttribute("i", flags, 4, false));
+    EXPECT_EQ(flags, 2U);
 }
 
-TEST_F(XMLFileAttributes, KeepsGeometry) {
+TEST_P(XMLFileAttributes, KeepsGeometry) {
     SPoint point{std::numeric_limits<int>::min(), 7};
     SRect rect{1, 2, 3, point.x};
     Document file(Saved([&](VXMLFile& saving) {
-        EXPECT_TRUE(saving.SerializePointAttribute("p", point) && saving.SerializeRectAttribute("r", rect));
+        EXPECT_TRUE(saving.SerializePointAttribute("p", point));
+        EXPECT_TRUE(saving.SerializeRectAttribute("r", rect));
     }));
     SPoint readPoint;
     SRect readRect;
-    EXPECT_TRUE(file.SerializePointAttribute("p", readPoint) && readPoint == point);
-    EXPECT_TRUE(file.SerializeRectAttribute("r", readRect) && readRect == rect);
-    EXPECT_FALSE(file.ReadPointAttribute("r", readPoint) || file.ReadRectAttribute("p", readRect));
+    EXPECT_TRUE(file.SerializePointAttribute("p", readPoint));
+    EXPECT_EQ(readPoint, point);
+    EXPECT_TRUE(file.SerializeRectAttribute("r", readRect));
+    EXPECT_EQ(readRect, rect);
+    EXPECT_FALSE(file.ReadPointAttribute("r", readPoint));
+    EXPECT_FALSE(file.ReadRectAttribute("p", readRect));
 }
 
-TEST_F(XMLFileAttributes, KeepsColoursInAttributesAndChildren) {
+TEST_P(XMLFileAttributes, KeepsColoursInAttributesAndChildren) {
     SColour colour(1, 2, 3, 4);
     SColour const fallback(9, 8, 7, 6);
     EXPECT_EQ(Saved([&](VXMLFile& file) {
@@ -159,14 +183,17 @@ TEST_F(XMLFileAttributes, KeepsColoursInAttributesAndChildren) {
     }
 }
 
-TEST_F(XMLFileAttributes, NamesImagesByTheirFile) {
+TEST_P(XMLFileAttributes, NamesImagesByTheirFile) {
     std::string const picture = PERSISTENCE_TEST_DATA "/../image/saved.tga";
     Document file("<R a='" + picture + "' b='missing.tga' c=''/>");
     VImage* image = VImage::New();
     auto const before = VObjectRef<VImage>(image);
-    EXPECT_TRUE(file.ReadImageAttribute("b", image) && image == before.Get()) << "there, but no image";
-    EXPECT_FALSE(file.ReadImageAttribute("c", image) || file.ReadImageAttribute("absent", image));
-    EXPECT_TRUE(file.SerializeImageAttribute("a", image) && image != before.Get());
+    EXPECT_TRUE(file.ReadImageAttribute("b", image));
+    EXPECT_EQ(image, before.Get()) << "there, but no image";
+    EXPECT_FALSE(file.ReadImageAttribute("c", image));
+    EXPECT_FALSE(file.ReadImageAttribute("absent", image));
+    EXPECT_TRUE(file.SerializeImageAttribute("a", image));
+    EXPECT_NE(image, before.Get());
     EXPECT_EQ(before->RetainCount(), 1) << "the image before is released";
     EXPECT_EQ(Saved([&](VXMLFile& saving) {
                   EXPECT_FALSE(saving.SerializeImageAttribute("a", image)) << "whatever was written";

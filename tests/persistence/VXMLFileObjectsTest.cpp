@@ -33,7 +33,7 @@ class AnAbstract : public Registered<AnAbstract, APlace> {
     static constexpr bool kIsAbstract = true;
 };
 
-class XMLFileObjects : public XMLTest {
+class XMLFileObjects : public XMLBackEndTest {
   protected:
     XMLFileObjects() {
         AnAbstract::TheClass();
@@ -46,7 +46,9 @@ VObjectRef<VObjectArray> NewArray() {
     return VObjectRef<VObjectArray>::Adopt(VObjectArray::NewObjectArray());
 }
 
-TEST_F(XMLFileObjects, HasAFixedForm) {
+ON_EACH_BACK_END(XMLFileObjects);
+
+TEST_P(XMLFileObjects, HasAFixedForm) {
     APlace place(nullptr, 10);
     VString const hello("hello");
     VString const sentence("more than ten characters");
@@ -58,8 +60,10 @@ TEST_F(XMLFileObjects, HasAFixedForm) {
     std::string const text = Saved([&](VXMLFile& file) {
         EXPECT_TRUE(file.WriteObject("items", items.Get()));
         APlace::TheClass()->SetVersion(3);
-        EXPECT_TRUE(file.SerializeObject("", place) && !file.WriteObject("null", nullptr));
-        EXPECT_FALSE(file.ReadAndCreateObject(nullptr, nullptr) || file.ReadObject(nullptr, place));
+        EXPECT_TRUE(file.SerializeObject("", place));
+        EXPECT_FALSE(file.WriteObject("null", nullptr));
+        EXPECT_FALSE(file.ReadAndCreateObject(nullptr, nullptr));
+        EXPECT_FALSE(file.ReadObject(nullptr, place));
         EXPECT_STREQ(file.GetErrorStr(), "Bad mode");
     });
     EXPECT_EQ(
@@ -69,13 +73,15 @@ TEST_F(XMLFileObjects, HasAFixedForm) {
     Document file(text);
     auto const read = NewArray();
     EXPECT_FALSE(file.WriteObject(nullptr, read.Get())) << "the document is loading";
-    EXPECT_TRUE(file.ReadObject("ITEMS", read.Get()) && read->Count() == 3) << "nulls are lost";
-    EXPECT_TRUE(read->ObjectAtIndex(0)->IsEqual(hello) && read->ObjectAtIndex(2)->IsEqual(sentence));
+    EXPECT_TRUE(file.ReadObject("ITEMS", read.Get()));
+    EXPECT_EQ(read->Count(), 3) << "nulls are lost";
+    EXPECT_TRUE(read->ObjectAtIndex(0)->IsEqual(hello));
+    EXPECT_TRUE(read->ObjectAtIndex(2)->IsEqual(sentence));
     EXPECT_EQ(static_cast<APlace*>(read->ObjectAtIndex(1))->m_x, 10);
     EXPECT_EQ(Log(), "");
 }
 
-TEST_F(XMLFileObjects, IsFoundByClassAndName) {
+TEST_P(XMLFileObjects, IsFoundByClassAndName) {
     Document file(
         "<R><Unknown name='a'/><APlace name='a' x='1'/><APlace x='2' name='B'/><Old name='c' x='3'/>"
         "<any class='APlace' name='d' x='4'/><APlace class='Unknown' name='e' x='5'/>"
@@ -99,29 +105,60 @@ TEST_F(XMLFileObjects, IsFoundByClassAndName) {
     EXPECT_EQ(found("f", APlace::TheClass()), "6 -1") << "VObject is a base of it";
     EXPECT_EQ(found("g").substr(0, 5), "-1 -1");
     EXPECT_EQ(found("a", VString::TheClass()), "1 -1 can");
-    EXPECT_FALSE(file.CanReadObject(nullptr, nullptr) || file.ReadObject(nullptr, nullptr));
+    EXPECT_FALSE(file.CanReadObject(nullptr, nullptr));
+    EXPECT_FALSE(file.ReadObject(nullptr, nullptr));
     EXPECT_STREQ(file.GetNodeName(), "R") << "the cursor is where it was";
     // The class that sorts last cannot be looked up, but the object at hand knows its name.
     EXPECT_TRUE(Document("<R><VXMLFile/></R>").ReadObject(nullptr, file));
 }
 
-TEST_F(XMLFileObjects, ArraysSkipWhatTheyDoNotKnow) {
+TEST_P(XMLFileObjects, ArraysSkipWhatTheyDoNotKnow) {
     Document file("<R><VObjectArray><VString string='a'/>text<Unknown/><AnAbstract/>"
                   "<X class='VString' string='b'/></VObjectArray></R>");
     auto const array = NewArray();
-    EXPECT_TRUE(file.ReadObject(nullptr, array.Get()) && array->Count() == 2);
+    EXPECT_TRUE(file.ReadObject(nullptr, array.Get()));
+    EXPECT_EQ(array->Count(), 2);
     EXPECT_EQ(Log(), "VObjectArray::SerializeAsXML - Attribute 'count' not found\n"
                      "VObjectArray::SerializeAsXML - No class for className 'Unknown'\n"
                      "VObjectArray::SerializeAsXML - Error allocating new object of class: AnAbstract\n");
     for (std::string const count : {"-1", "0", "2147483648", "x"}) {
         Document lying("<R><VObjectArray count='" + count + "'><ACounted/></VObjectArray></R>");
-        EXPECT_TRUE(lying.ReadObject(nullptr, array.Get()) && array->Count() == 1) << count;
+        EXPECT_TRUE(lying.ReadObject(nullptr, array.Get()));
+        EXPECT_EQ(array->Count(), 1) << count;
     }
     array->RemoveAllObjects();
     EXPECT_EQ(ACounted::ms_alive, 0);
 }
 
-TEST_F(XMLFileObjects, NestsAsDeepAsDocumentsMay) {
+TEST_P(XMLFileObjects, ReportsWhatLoadingPassedOver) {
+    Document file(
+        "<R><VObjectArray count='9'><Unknown/><AnAbstract/><APlace/><Unknown/>"
+        "<VDictionary version='2' count='0'><VDictionaryPair/></VDictionary>"
+        "<VDictionary version='2' count='2'><VDictionaryPair><VString string='k'/></VDictionaryPair>"
+        "<VString/></VDictionary></VObjectArray></R>");
+    auto const array = NewArray();
+    EXPECT_TRUE(file.Report().IsEmpty());
+    EXPECT_TRUE(file.ReadObject(nullptr, array.Get())) << "the result does not tell";
+    EXPECT_EQ(file.Report().AsText(), "R/VObjectArray/Unknown: unknown class (Unknown)\n"
+                                      "R/VObjectArray/AnAbstract: not made (AnAbstract)\n"
+                                      "R/VObjectArray/APlace: not read (APlace)\n"
+                                      "R/VObjectArray/Unknown[2]: unknown class (Unknown)\n"
+                                      "R/VObjectArray/VDictionary: count differs (none, found some)\n"
+                                      "R/VObjectArray/VDictionary[2]/VDictionaryPair: not made (value)\n"
+                                      "R/VObjectArray/VDictionary[2]/VString: wrong kind (VString)\n"
+                                      "R/VObjectArray/VDictionary[2]: count differs (2, found 0)\n"
+                                      "R/VObjectArray: count differs (9, found 3)\n");
+    std::string many;
+    for (std::size_t i = 0; i < 2 * LoadReport::kMostEntries; ++i) {
+        many += "<Unknown/>";
+    }
+    EXPECT_TRUE(Load(file, "<R><VObjectArray>" + many + "</VObjectArray></R>"));
+    EXPECT_TRUE(file.ReadObject(nullptr, array.Get()));
+    EXPECT_EQ(file.Report().Count(), 2 * LoadReport::kMostEntries) << "of this document";
+    EXPECT_EQ(file.Report().Entries().size(), LoadReport::kMostEntries);
+}
+
+TEST_P(XMLFileObjects, NestsAsDeepAsDocumentsMay) {
     auto const array = NewArray();
     array->AddObject(array.Get());
     array->AddObject(array.Get());
@@ -134,10 +171,11 @@ TEST_F(XMLFileObjects, NestsAsDeepAsDocumentsMay) {
         innermost = next.Get();
     }
     Document file(Saved([&](VXMLFile& saving) { saving.WriteObject(nullptr, array.Get()); }));
-    EXPECT_TRUE(file.ReadObject(nullptr, array.Get()) && array->Count() == 1);
+    EXPECT_TRUE(file.ReadObject(nullptr, array.Get()));
+    EXPECT_EQ(array->Count(), 1);
 }
 
-TEST_F(XMLFileObjects, MayNameAnyRegisteredClass) {
+TEST_P(XMLFileObjects, MayNameAnyRegisteredClass) {
     InitializeLibrary(false);
     auto const classes = VObjectRef<VPtrArray>::Adopt(VObject::TheClass()->SubClassesArray());
     std::string elements;
@@ -147,10 +185,11 @@ TEST_F(XMLFileObjects, MayNameAnyRegisteredClass) {
     }
     Document file("<R><VObjectArray count='1'>" + elements + "</VObjectArray></R>");
     auto const array = NewArray();
-    EXPECT_TRUE(file.ReadObject(nullptr, array.Get()) && array->Count() > 30);
+    EXPECT_TRUE(file.ReadObject(nullptr, array.Get()));
+    EXPECT_GT(array->Count(), 30);
 }
 
-TEST_F(XMLFileObjects, DocumentsOfSeveralThreadsDoNotMeet) {
+TEST_P(XMLFileObjects, DocumentsOfSeveralThreadsDoNotMeet) {
     std::vector<std::thread> threads;
     for (int red = 0; red < 4; ++red) {
         threads.emplace_back([red] {
@@ -158,7 +197,8 @@ TEST_F(XMLFileObjects, DocumentsOfSeveralThreadsDoNotMeet) {
                 VColour const written(red, green, 0, 0, nullptr);
                 Document file(Saved([&](VXMLFile& saving) { saving.WriteObject("c", written); }));
                 SColour read;
-                EXPECT_TRUE(file.SerializeColourAttribute("c", read, read) && read.IsSameColour(written));
+                EXPECT_TRUE(file.SerializeColourAttribute("c", read, read));
+                EXPECT_TRUE(read.IsSameColour(written));
             }
         });
     }
@@ -167,16 +207,18 @@ TEST_F(XMLFileObjects, DocumentsOfSeveralThreadsDoNotMeet) {
     }
 }
 
-TEST_F(XMLFileObjects, OfOlderFilesAreRead) {
+TEST_P(XMLFileObjects, OfOlderFilesAreRead) {
     Document file(BytesOf(PERSISTENCE_TEST_DATA "/older-dictionary.xml"), "Settings");
     VDictionary prefs;
-    ASSERT_TRUE(file.ReadObject("prefs", prefs) && prefs.Count() == 3);
+    ASSERT_TRUE(file.ReadObject("prefs", prefs));
+    ASSERT_EQ(prefs.Count(), 3);
     EXPECT_EQ(Log(), "");
     auto const value = [&](VString const& key) { return prefs.ObjectForKey(&key); };
     EXPECT_TRUE(value("colour")->IsEqual(VString("d\xC3\xA9j\xC3\xA0 vu")));
     EXPECT_TRUE(value("a key of more than ten characters")->IsEqual(VString("           ")));
     auto const* const list = static_cast<VObjectArray*>(value("list"));
-    ASSERT_TRUE(list && list->Count() == 2) << "whatever its count says";
+    ASSERT_TRUE(list);
+    ASSERT_EQ(list->Count(), 2) << "whatever its count says";
     EXPECT_TRUE(list->ObjectAtIndex(0)->IsEqual(VString("<&>")));
     EXPECT_TRUE(list->ObjectAtIndex(1)->IsEqual(VString("\r\n blanks & lines ")));
     VDictionary again;

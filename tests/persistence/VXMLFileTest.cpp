@@ -8,7 +8,7 @@ namespace {
 
 using namespace testing_support;
 
-using XMLFile = XMLTest;
+using XMLFile = XMLBackEndTest;
 
 constexpr char kDocument[] =
     "<R><A n='1' name='x'/>text<B><C/></B><a n='2' name='Y'/><!-- c --><A n='3'/>more</R>";
@@ -18,7 +18,9 @@ std::string Attribute(VXMLFile& file) {
     return file.ReadAttribute("n", value) ? value : "-";
 }
 
-TEST_F(XMLFile, MovesOverElementsByNameWithoutRegardToCase) {
+ON_EACH_BACK_END(XMLFile);
+
+TEST_P(XMLFile, MovesOverElementsByNameWithoutRegardToCase) {
     Document file(kDocument);
     EXPECT_FALSE(file.OpenFirstChildElement("Z"));
     EXPECT_STREQ(file.GetNodeName(), "R") << "the cursor stays where nothing is found";
@@ -28,26 +30,32 @@ TEST_F(XMLFile, MovesOverElementsByNameWithoutRegardToCase) {
     }
     EXPECT_EQ(found, "123");
     EXPECT_EQ(file.GetLevel(), 4) << "a move counts as an opening";
-    EXPECT_TRUE(file.CloseChild() && file.OpenFirstChildElement("A", "y"));
+    EXPECT_TRUE(file.CloseChild());
+    EXPECT_TRUE(file.OpenFirstChildElement("A", "y"));
     EXPECT_EQ(Attribute(file), "2");
     EXPECT_FALSE(file.OpenNextSiblingElement("A", "x"));
-    EXPECT_TRUE(file.CloseChild() && !file.OpenFirstChildElement("A", "z"));
+    EXPECT_TRUE(file.CloseChild());
+    EXPECT_FALSE(file.OpenFirstChildElement("A", "z"));
     EXPECT_STREQ(file.GetNodeName(), "R") << "back at the parent";
 }
 
-TEST_F(XMLFile, StaysOpenWithAnotherRoot) {
+TEST_P(XMLFile, StaysOpenWithAnotherRoot) {
     VXMLFile file;
     EXPECT_FALSE(Load(file, kDocument, "Other"));
     EXPECT_STREQ(file.GetErrorStr(), "Parsing failure");
-    EXPECT_TRUE(file.IsValid() && file.IsLoading());
+    EXPECT_TRUE(file.IsValid());
+    EXPECT_TRUE(file.IsLoading());
     EXPECT_FALSE(file.OpenFirstChildElement("Older"));
-    EXPECT_TRUE(file.OpenFirstChildElement("R") && file.OpenFirstChildElement("B"));
-    EXPECT_FALSE(Load(file, "<R", "R") || file.IsValid()) << "a text that does not load leaves nothing open";
-    EXPECT_FALSE(file.OpenFileForWrite(Path("never").c_str(), nullptr) || file.IsValid());
+    EXPECT_TRUE(file.OpenFirstChildElement("R"));
+    EXPECT_TRUE(file.OpenFirstChildElement("B"));
+    EXPECT_FALSE(Load(file, "<R", "R"));
+    EXPECT_FALSE(file.IsValid()) << "a text that does not load leaves nothing open";
+    EXPECT_FALSE(file.OpenFileForWrite(Path("never").c_str(), nullptr));
+    EXPECT_FALSE(file.IsValid());
     EXPECT_EQ(Entries(), 0);
 }
 
-TEST_F(XMLFile, MovesOverEveryKindOfNode) {
+TEST_P(XMLFile, MovesOverEveryKindOfNode) {
     Document file(kDocument);
     std::string kinds;
     EXPECT_TRUE(file.OpenChildren());
@@ -57,32 +65,50 @@ TEST_F(XMLFile, MovesOverEveryKindOfNode) {
     EXPECT_EQ(kinds, "1411214");
     EXPECT_EQ(file.GetLevel(), 2) << "a move to any sibling does not count";
     char const* text = nullptr;
-    EXPECT_TRUE(file.ReadText(text) && std::string(text) == "more");
-    EXPECT_FALSE(file.WriteAttribute("n", "1") || file.ReadAttribute("n", text)) << "on a text";
-    EXPECT_TRUE(file.CloseChildren() && file.OpenFirstChildText() && file.OpenNextSiblingText());
-    EXPECT_TRUE(file.ReadText(text) && std::string(text) == "more");
-    EXPECT_TRUE(file.CloseChild() && !file.ReadText(text) && !file.WriteText("x")) << "on an element";
-    EXPECT_TRUE(file.OpenChildren() && file.CloseChildren()) << "no child was opened";
+    EXPECT_TRUE(file.ReadText(text));
+    EXPECT_STREQ(text, "more");
+    EXPECT_FALSE(file.WriteAttribute("n", "1"));
+    EXPECT_FALSE(file.ReadAttribute("n", text)) << "on a text";
+    EXPECT_TRUE(file.CloseChildren());
+    EXPECT_TRUE(file.OpenFirstChildText());
+    EXPECT_TRUE(file.OpenNextSiblingText());
+    EXPECT_TRUE(file.ReadText(text));
+    EXPECT_STREQ(text, "more");
+    EXPECT_TRUE(file.CloseChild());
+    EXPECT_FALSE(file.ReadText(text));
+    EXPECT_FALSE(file.WriteText("x")) << "on an element";
+    EXPECT_TRUE(file.OpenChildren());
+    EXPECT_TRUE(file.CloseChildren()) << "no child was opened";
     EXPECT_STREQ(file.GetNodeName(), "R");
-    EXPECT_TRUE(file.CloseChild() && file.GetNodeType() == IXMLFileIO::kDocument && !file.CloseChild());
+    EXPECT_TRUE(file.CloseChild());
+    EXPECT_EQ(file.GetNodeType(), IXMLFileIO::kDocument);
+    EXPECT_FALSE(file.CloseChild());
 }
 
-TEST_F(XMLFile, BuildsWhatTheCursorIsToldTo) {
+TEST_P(XMLFile, BuildsWhatTheCursorIsToldTo) {
     VXMLFile file;
     ASSERT_TRUE(file.OpenFileForWrite(Path("f").c_str(), "R"));
-    EXPECT_TRUE(file.OpenChildren() && file.OpenNextSiblingElement("A", "x"));
-    EXPECT_TRUE(file.WriteAttribute("n", "1") && file.WriteAttribute("n", "2"));
-    EXPECT_TRUE(file.OpenNextSiblingElement("B") && file.OpenFirstChildText() && file.WriteText("<t>"));
+    EXPECT_TRUE(file.OpenChildren());
+    EXPECT_TRUE(file.OpenNextSiblingElement("A", "x"));
+    EXPECT_TRUE(file.WriteAttribute("n", "1"));
+    EXPECT_TRUE(file.WriteAttribute("n", "2"));
+    EXPECT_TRUE(file.OpenNextSiblingElement("B"));
+    EXPECT_TRUE(file.OpenFirstChildText());
+    EXPECT_TRUE(file.WriteText("<t>"));
     EXPECT_FALSE(file.WriteAttribute("n", "1")) << "on a text";
-    EXPECT_TRUE(file.CloseChild() && file.CloseChildren() && file.GetLevel() == 1);
+    EXPECT_TRUE(file.CloseChild());
+    EXPECT_TRUE(file.CloseChildren());
+    EXPECT_EQ(file.GetLevel(), 1);
     EXPECT_FALSE(file.OpenFirstChildElement(nullptr)) << "creates nothing";
     EXPECT_EQ(Entries(), 0) << "only closing writes";
     EXPECT_TRUE(file.CloseFile());
     EXPECT_EQ(BytesOf(Path("f")), "<R>\n    <A name=\"x\" n=\"2\" />\n    <B>&lt;t&gt;</B>\n</R>\n");
-    EXPECT_FALSE(file.IsValid() || file.CloseFile() || file.GetMode() != IXMLFileIO::kNoDocument);
+    EXPECT_FALSE(file.IsValid());
+    EXPECT_FALSE(file.CloseFile());
+    EXPECT_EQ(file.GetMode(), IXMLFileIO::kNoDocument);
 }
 
-TEST_F(XMLFile, SavesNothingOfADocumentThatLostSomething) {
+TEST_P(XMLFile, SavesNothingOfADocumentThatLostSomething) {
     auto const fill = [](VXMLFile& file, int levels, int attributes) {
         while (file.GetLevel() < levels && file.OpenFirstChildElement("e")) {
         }
@@ -101,7 +127,8 @@ TEST_F(XMLFile, SavesNothingOfADocumentThatLostSomething) {
              [](VXMLFile& file) { EXPECT_FALSE(file.WriteAttribute("1", "x")); },
              [](VXMLFile& file) { EXPECT_FALSE(file.OpenNextSiblingElement("SecondRoot")); },
              [](VXMLFile& file) {
-                 EXPECT_TRUE(file.OpenFirstChildText() && !file.OpenFirstChildElement("e"));
+                 EXPECT_TRUE(file.OpenFirstChildText());
+                 EXPECT_FALSE(file.OpenFirstChildElement("e"));
              },
              [&](VXMLFile& file) { fill(file, kNesting + 1, 0); },
              [&](VXMLFile& file) { fill(file, 0, kAttributes + 1); }}) {
@@ -109,7 +136,37 @@ TEST_F(XMLFile, SavesNothingOfADocumentThatLostSomething) {
     }
 }
 
-TEST_F(XMLFile, WorksWithoutABackEnd) {
+TEST_P(XMLFile, SaysWhyItFailed) {
+    VXMLFile file;
+    auto const loading = [&](std::string const& path) {
+        EXPECT_FALSE(file.OpenFileForRead(path.c_str(), "R"));
+        return std::string(file.ErrorDescription().CString());
+    };
+    auto const saving = [&](std::string const& path, char const* element) {
+        EXPECT_TRUE(file.OpenFileForWrite(path.c_str(), "R"));
+        file.OpenFirstChildElement(element);
+        EXPECT_FALSE(file.CloseFile());
+        return std::string(file.ErrorDescription().CString());
+    };
+    std::string const path = Path("f");
+    EXPECT_EQ(loading(path), "cannot load " + path + ": No such file or directory");
+    EXPECT_EQ(loading(m_folder.string()), "cannot load " + m_folder.string() + ": Is a directory");
+    EXPECT_EQ(loading("/dev/null"), "cannot load /dev/null: not a regular file");
+    std::ofstream(path) << "<Other>\n<a></b></Other>";
+    EXPECT_EQ(loading(path),
+              "cannot load " + path +
+                  " at line 2, column 7: not a well-formed document, or one beyond the limits");
+    std::ofstream(path) << "<Other/>";
+    EXPECT_EQ(loading(path), "cannot load " + path + ": the root element has another name");
+    EXPECT_EQ(saving(path, "a b"),
+              "cannot save " + path + ": the document refused something that was written");
+    EXPECT_EQ(saving("/dev/full", "e"), "cannot save /dev/full: No space left on device");
+    EXPECT_EQ(saving(path + "/f", "e"), "cannot save " + path + "/f: Not a directory");
+    EXPECT_TRUE(Load(file, "<R/>"));
+    EXPECT_TRUE(file.ErrorDescription().IsEmpty());
+}
+
+TEST_P(XMLFile, WorksWithoutABackEnd) {
     struct NoBackEnds : IXMLFileIOFactory {
         IXMLFileIO* New() override { return nullptr; }
     };
@@ -121,8 +178,11 @@ TEST_F(XMLFile, WorksWithoutABackEnd) {
     VXMLFile::ClearIXMLFileIOFactory();
     VXMLFile file;
     VString text;
-    EXPECT_FALSE(Load(file, kDocument) || file.WriteFileToString(text, "R") || file.OpenFirstChild() ||
-                 file.WriteObject(nullptr, text) || file.CloseFile());
+    EXPECT_FALSE(Load(file, kDocument));
+    EXPECT_FALSE(file.WriteFileToString(text, "R"));
+    EXPECT_FALSE(file.OpenFirstChild());
+    EXPECT_FALSE(file.WriteObject(nullptr, text));
+    EXPECT_FALSE(file.CloseFile());
     EXPECT_EQ(Attribute(file), "-");
     EXPECT_STREQ(file.GetErrorStr(), "XML lib disabled");
     EXPECT_TRUE(Load(working, kDocument)) << "keeps its own back end";

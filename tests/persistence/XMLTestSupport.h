@@ -4,6 +4,7 @@
 #include "foundation/containers/VDictionaryPair.h"
 #include "foundation/containers/VObjectArray.h"
 #include "foundation/persistence/VXMLFile.h"
+#include "foundation/persistence/VXMLFileIOPugiXmlFactory.h"
 #include "foundation/persistence/VXMLFileIOTinyXmlFactory.h"
 #include "foundation/strings/VString.h"
 #include "tests/support/LineLog.h"
@@ -17,6 +18,7 @@
 #include <numeric>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace testing_support {
 
@@ -25,8 +27,8 @@ using namespace VFoundation;
 /// A process in which XML works, with a folder of its own and a log that can be read.
 class XMLTest : public testing::Test {
   protected:
-    XMLTest() {
-        VXMLFile::SetIXMLFileIOFactory(new VXMLFileIOTinyXmlFactory);
+    explicit XMLTest(IXMLFileIOFactory* factory = new VXMLFileIOTinyXmlFactory) {
+        VXMLFile::SetIXMLFileIOFactory(factory);
         for (VClass* (*const theClass)() :
              {&VString::TheClass, &VObjectArray::TheClass, &VDictionary::TheClass, &VDictionaryPair::TheClass,
               &VXMLFile::TheClass}) {
@@ -72,4 +74,32 @@ class XMLTest : public testing::Test {
     std::filesystem::path const m_folder = m_scratch.Folder();
 };
 
+using MakeBackEnds = IXMLFileIOFactory* (*)();
+
+/// The same on each back end.
+class XMLBackEndTest : public XMLTest, public testing::WithParamInterface<MakeBackEnds> {
+  protected:
+    XMLBackEndTest() : XMLTest(GetParam()()) {}
+};
+
+template <class Factory>
+IXMLFileIOFactory* Make() {
+    return new Factory;
+}
+
+inline auto BackEnds() {
+    std::vector<MakeBackEnds> all{&Make<VXMLFileIOTinyXmlFactory>};
+    if (VXMLFileIOPugiXmlFactory::IsAvailable()) {
+        all.push_back(&Make<VXMLFileIOPugiXmlFactory>);
+    }
+    return testing::ValuesIn(all);
+}
+
+inline std::string NameOf(testing::TestParamInfo<MakeBackEnds> const& info) {
+    return info.index == 0 ? "TinyXml" : "PugiXml";
+}
+
 } // namespace testing_support
+
+/// Runs the tests of an XMLBackEndTest suite on every back end.
+#define ON_EACH_BACK_END(Suite) INSTANTIATE_TEST_SUITE_P(, Suite, BackEnds(), NameOf)

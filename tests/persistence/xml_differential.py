@@ -116,7 +116,7 @@ def main():
     chance = random.Random(int(seed))
     documents = SEEDS + [mutated(chance) for _ in range(COUNT)]
     feed = b"".join(b"%d\n%s" % (len(document), document) for document in documents)
-    program = subprocess.run(sys.argv[1], input=feed, stdout=subprocess.PIPE, check=True, timeout=100)
+    program = subprocess.run(sys.argv[1:2] + sys.argv[3:], input=feed, stdout=subprocess.PIPE, check=True, timeout=100)
     lines = program.stdout.decode().splitlines()
     assert len(lines) == len(documents), "a line for each document"
     faults, loaded = [], 0

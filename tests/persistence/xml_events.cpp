@@ -3,6 +3,7 @@
 
 #include "foundation/persistence/IXMLFileIO.h"
 #include "foundation/persistence/VXMLFile.h"
+#include "foundation/persistence/VXMLFileIOPugiXmlFactory.h"
 #include "foundation/persistence/VXMLFileIOTinyXmlFactory.h"
 
 #include <iostream>
@@ -46,8 +47,13 @@ void PrintNode(VXMLFile& file) {
 
 } // namespace
 
-int main() {
-    VXMLFile::SetIXMLFileIOFactory(new VXMLFileIOTinyXmlFactory);
+/// The argument names the back end.
+int main(int count, char** arguments) {
+    if (count > 1 && std::string(arguments[1]) == "PugiXml") {
+        VXMLFile::SetIXMLFileIOFactory(new VXMLFileIOPugiXmlFactory);
+    } else {
+        VXMLFile::SetIXMLFileIOFactory(new VXMLFileIOTinyXmlFactory);
+    }
     std::string line;
     while (std::getline(std::cin, line)) {
         std::string document(std::stoul(line), '\0');

@@ -11,12 +11,13 @@ namespace testing_support {
 /// Runs `work` in a child process; a failure when it fails there, or has not ended in a minute.
 template <class Work>
 void InChild(Work work) {
-    std::fflush(nullptr);
+    std::fflush(stdout);
+    std::fflush(stderr);
     pid_t const child = fork();
     if (child == 0) {
         alarm(60);
         work();
-        std::fflush(nullptr);
+        std::fflush(stdout);
         _exit(testing::Test::HasFailure() ? 1 : 0);
     }
     int status = -1;

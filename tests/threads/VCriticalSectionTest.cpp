@@ -25,7 +25,8 @@ bool IsFree(VCriticalSection const& section) {
 TEST(VCriticalSection, MayBeEnteredAgainAndIsLeftAsOften) {
     VCriticalSection const section;
     EXPECT_EQ(section.EnterCriticalSection(), 0);
-    EXPECT_TRUE(section.TryCriticalSection(0) && section.TryCriticalSection(-1));
+    EXPECT_TRUE(section.TryCriticalSection(0));
+    EXPECT_TRUE(section.TryCriticalSection(-1));
     for (int entries = 3; entries > 0; --entries) {
         for (long const wait : {0L, -5L, 3L}) {
             EXPECT_FALSE(Elsewhere([&] { return section.TryCriticalSection(wait); })) << wait;
@@ -55,7 +56,8 @@ TEST(VCriticalSectionScope, HoldsRetainsAndLeaves) {
         scope.SetAndEnter(nullptr); // counts as entered, and holds nothing
         EXPECT_TRUE(scope.IsEntered());
         EXPECT_TRUE(IsFree(*second));
-        EXPECT_TRUE(scope.TryEnter(nullptr, 0) && scope.TryEnter(second.Get(), 0));
+        EXPECT_TRUE(scope.TryEnter(nullptr, 0));
+        EXPECT_TRUE(scope.TryEnter(second.Get(), 0));
         EXPECT_FALSE(IsFree(*second));
     }
     EXPECT_TRUE(IsFree(*second));

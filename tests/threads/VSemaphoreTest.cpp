@@ -1,9 +1,8 @@
 #include "foundation/threads/VSemaphore.h"
-#include "foundation/log/VStopWatch.h"
-#include "foundation/threads/VThread.h"
 #include "tests/support/FailingNew.h"
 #include "tests/support/Jobs.h"
 #include "tests/support/PrivateSemaphores.h"
+#include "tests/support/Sleeps.h"
 
 #include <gtest/gtest.h>
 
@@ -39,39 +38,43 @@ extern "C" int sem_trywait(sem_t* semaphore) {
 namespace {
 
 using namespace VFoundation;
+using testing_support::s_sleepsBegun;
+using testing_support::t_sleeps;
 
 class VSemaphoreTest : public testing::Test {
   protected:
-    VSemaphoreTest() { s_tries = 0; }
-    ~VSemaphoreTest() override { s_beforeTry = s_afterTry = &Nothing; }
+    VSemaphoreTest() {
+        s_tries = 0;
+        t_sleeps = {};
+    }
+    ~VSemaphoreTest() override {
+        s_beforeTry = s_afterTry = &Nothing;
+        t_sleeps = {};
+    }
     char const* Name() const { return m_name.c_str(); }
 
     std::string const m_name = testing_support::UniqueName();
     VSemaphore semaphore{1, Name()};
-    VStopWatch const watch{true};
 };
 
 TEST_F(VSemaphoreTest, TriesAtEveryStep) {
     EXPECT_FALSE(semaphore.WaitForSemaphore(7));
-    EXPECT_GE(watch.GetElapsedTime(), 0.007);
     EXPECT_EQ(s_tries, 3);
+    EXPECT_GE(t_sleeps.count, 3) << "after each try, the last one too";
     EXPECT_FALSE(semaphore.WaitForSemaphore(20)); // 5 + 5 + 5, then five of 1
     EXPECT_EQ(s_tries, 3 + 8);
     EXPECT_EQ(semaphore.SignalCount(), 0);
 }
 
 TEST_F(VSemaphoreTest, APostOfThisProcessWakesAWaiterInsideItsStep) {
-    bool early = false;
-    for (int round = 0; round < 100 && !early; ++round) { // a busy machine may miss the 5 ms now and then
-        auto const poster = std::async(std::launch::async, [&] {
-            std::this_thread::sleep_for(std::chrono::milliseconds(1));
-            semaphore.ReleaseSemaphore(1, nullptr);
-        });
-        VStopWatch const step(true);
-        EXPECT_TRUE(semaphore.WaitForSemaphore(60'000));
-        early = step.GetElapsedTime() < 0.005;
-    }
-    EXPECT_TRUE(early);
+    long const begun = s_sleepsBegun;
+    auto taken = std::async(std::launch::async, [&] {
+        t_sleeps.forever = true; // only the post ends it
+        return semaphore.WaitForSemaphore(60'000);
+    });
+    testing_support::WaitUntil([&] { return s_sleepsBegun > begun; });
+    semaphore.ReleaseSemaphore(1, nullptr);
+    EXPECT_TRUE(taken.get());
 }
 
 TEST_F(VSemaphoreTest, APostInTheLastStepIsLeftForTheNextWait) {
@@ -87,8 +90,8 @@ TEST_F(VSemaphoreTest, APostThatAnotherTookWakesTheWaiterButDoesNotShortenTheWai
     s_afterTry = [&](int number) { number == 1 && semaphore.ReleaseSemaphore(1, nullptr); };
     s_beforeTry = [&](int number) { number == 2 && sem_wait(rival); };
     EXPECT_FALSE(semaphore.WaitForSemaphore(7));
-    EXPECT_GE(watch.GetElapsedTime(), 0.007);
     EXPECT_EQ(s_tries, 4) << "the three of the steps, and one inside the first";
+    EXPECT_GE(t_sleeps.count, 3) << "the first step is slept out all the same";
     sem_close(rival);
 }
 
@@ -102,28 +105,24 @@ TEST_F(VSemaphoreTest, WaitsForeverFor0AndLess) {
     EXPECT_EQ(s_tries, 0) << "blocking waits do not poll";
 }
 
-// The signal comes again and again, as the first may come before the wait.
 TEST_F(VSemaphoreTest, ASignalEndsAWaitWithoutLimitAndNoOther) {
     struct sigaction action = {};
     action.sa_handler = [](int) {};
     sigaction(SIGUSR1, &action, nullptr);
-    for (long const wait : {0L, 50L}) {
-        VStopWatch const step(true);
-        std::atomic<bool> over{false};
-        bool taken = true;
-        std::thread waiter([&] {
-            taken = semaphore.WaitForSemaphore(wait);
-            VThread::Sleep(50); // which the signal does not end
-            over = true;
-        });
-        testing_support::WaitUntil([&] {
-            pthread_kill(waiter.native_handle(), SIGUSR1);
-            return over.load();
-        });
-        waiter.join();
-        EXPECT_FALSE(taken);
-        EXPECT_GE(step.GetElapsedTime(), wait > 0 ? 0.1 : 0.05);
-    }
+    std::atomic<bool> over{false};
+    std::thread waiter([&] {
+        EXPECT_FALSE(semaphore.WaitForSemaphore(0));
+        over = true;
+    });
+    testing_support::WaitUntil([&] { // again and again, as the first may come before the wait
+        pthread_kill(waiter.native_handle(), SIGUSR1);
+        return over.load();
+    });
+    waiter.join();
+    t_sleeps.interruptions = 5;
+    EXPECT_FALSE(semaphore.WaitForSemaphore(7));
+    EXPECT_EQ(s_tries, 3);
+    EXPECT_GE(t_sleeps.count, 3 + 5);
     EXPECT_EQ(semaphore.SignalCount(), 0);
 }
 

@@ -3,6 +3,9 @@
 #include "foundation/threads/VCriticalSection.h"
 #include "foundation/threads/VCriticalSectionScope.h"
 #include "tests/support/Counted.h"
+#include "tests/support/FailingNew.h"
+#include "tests/support/LineLog.h"
+#include "tests/support/Sleeps.h"
 
 #include <gtest/gtest.h>
 
@@ -67,7 +70,13 @@ TEST(VThread, KeepsAPriorityAndAnObject) {
         EXPECT_EQ(object.RetainCount(), 2);
     }
     EXPECT_EQ(object.RetainCount(), 1);
+}
+
+TEST(VThread, SleepsOnAfterASignal) {
+    testing_support::t_sleeps = {0, 2};
     VThread::Sleep(-1000); // does not sleep
+    VThread::Sleep(1);
+    EXPECT_EQ(testing_support::t_sleeps.count, 3);
 }
 
 TEST(VThread, ListHoldsAThreadOnceAndSurvivesItsEnd) {
@@ -86,6 +95,29 @@ TEST(VThread, ListHoldsAThreadOnceAndSurvivesItsEnd) {
     EXPECT_EQ(thread.RetainCount(), 1);
     EXPECT_FALSE(VThread::RegisterThread(&thread));
     VThread::UnregisterThread(&thread);
+}
+
+// The exception of an allocation that fails is traced, and this log uses the list.
+TEST(VThread, ListGrowsWithoutItsLock) {
+    testing_support::LineLogScope const log;
+    VThread::InitializeClass();
+    VThread threads[33];
+    for (int i = 0; i < 32; ++i) {
+        EXPECT_TRUE(VThread::RegisterThread(&threads[i]));
+    }
+    VThread other;
+    log->OnLine([&](std::string const&) { VThread::UnregisterThread(&other); });
+    testing_support::FailEachNew([&] {
+        bool const registered = VThread::RegisterThread(&threads[32]);
+        bool const failed = testing_support::NewHasFailed();
+        EXPECT_NE(registered, failed);
+        return failed;
+    });
+    EXPECT_FALSE(log->Lines().empty());
+    VThread::UninitializeClass();
+    for (VThread const& thread : threads) {
+        EXPECT_EQ(thread.RetainCount(), 1);
+    }
 }
 
 } // namespace

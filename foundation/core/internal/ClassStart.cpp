@@ -9,6 +9,11 @@ namespace VFoundation {
 constinit detail::Mutex ClassStart::s_lock;
 constinit ClassStart::Waiter* ClassStart::s_waiters = nullptr;
 
+ClassStart::ThreadMark ClassStart::ThisThread() noexcept {
+    static constinit thread_local char t_mark = 0;
+    return &t_mark;
+}
+
 VClass* detail::ReadyClass(ClassDefinition const& definition) {
     return ClassStart::Ready(definition);
 }
@@ -16,7 +21,7 @@ VClass* detail::ReadyClass(ClassDefinition const& definition) {
 VClass* ClassStart::Ready(detail::ClassDefinition const& definition) {
     VClass* record = LoadClassSlot(*definition.slot);
     if (record && record->m_state.load(std::memory_order_relaxed) == VClass::State::eStarting &&
-        pthread_equal(record->m_starter.load(std::memory_order_relaxed), pthread_self())) {
+        record->m_starter.load(std::memory_order_relaxed) == ThisThread()) {
         return record; // its hook uses the class
     }
     record = MakeOrAttach(definition);
@@ -62,14 +67,14 @@ bool ClassStart::MayStart(VClass& record) {
     for (;;) {
         VClass::State const state = record.m_state.load(std::memory_order_acquire);
         if (state == VClass::State::eUnstarted) {
-            record.m_starter.store(pthread_self(), std::memory_order_relaxed);
+            record.m_starter.store(ThisThread(), std::memory_order_relaxed);
             record.m_state.store(VClass::State::eStarting, std::memory_order_release);
             return true;
         }
         if (state != VClass::State::eStarting || !WaitCouldEnd(record)) {
             return false;
         }
-        Waiter waiter{pthread_self(), &record, s_waiters};
+        Waiter waiter{ThisThread(), &record, s_waiters};
         s_waiters = &waiter;
         lock.Unlock();
         record.m_state.wait(VClass::State::eStarting, std::memory_order_acquire);
@@ -86,8 +91,8 @@ bool ClassStart::WaitCouldEnd(VClass const& record) {
     }
     VClass const* next = &record;
     while (next->m_state.load(std::memory_order_relaxed) == VClass::State::eStarting) {
-        pthread_t const starter = next->m_starter.load(std::memory_order_relaxed);
-        if (pthread_equal(starter, pthread_self())) {
+        ThreadMark const starter = next->m_starter.load(std::memory_order_relaxed);
+        if (starter == ThisThread()) {
             return false;
         }
         Waiter const* const waiter = WaiterOf(starter);
@@ -99,9 +104,9 @@ bool ClassStart::WaitCouldEnd(VClass const& record) {
     return true;
 }
 
-ClassStart::Waiter const* ClassStart::WaiterOf(pthread_t thread) {
+ClassStart::Waiter const* ClassStart::WaiterOf(ThreadMark thread) {
     Waiter const* waiter = s_waiters;
-    while (waiter && !pthread_equal(waiter->thread, thread)) {
+    while (waiter && waiter->thread != thread) {
         waiter = waiter->next;
     }
     return waiter;

@@ -17,9 +17,12 @@ struct ClassStart {
     static void RunAgain(VClass& record);
 
   private:
+    /// Tells a living thread from all others.
+    using ThreadMark = void const*;
+
     /// A thread that waits for a class, in a list of such threads.
     struct Waiter {
-        pthread_t thread;
+        ThreadMark thread;
         VClass const* record;
         Waiter* next;
     };
@@ -28,7 +31,8 @@ struct ClassStart {
     static void Start(VClass& record);
     static bool MayStart(VClass& record);
     static bool WaitCouldEnd(VClass const& record) VFOUNDATION_REQUIRES(s_lock);
-    static Waiter const* WaiterOf(pthread_t thread) VFOUNDATION_REQUIRES(s_lock);
+    static ThreadMark ThisThread() noexcept;
+    static Waiter const* WaiterOf(ThreadMark thread) VFOUNDATION_REQUIRES(s_lock);
     static void Remove(Waiter const& waiter) VFOUNDATION_REQUIRES(s_lock);
     static void Finish(VClass& record, VClass::State state);
 

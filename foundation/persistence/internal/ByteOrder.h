@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 
@@ -28,6 +29,17 @@ void CopyNumber(void* to, void const* from, bool swap) noexcept {
         bits = SwappedBytes(bits);
     }
     std::memcpy(to, &bits, sizeof bits);
+}
+
+/// The same for `count` numbers, with their bytes reversed. The places do not overlap.
+template <class Bits>
+void CopyNumbersSwapped(void* __restrict to, void const* __restrict from, std::size_t count) noexcept {
+    for (std::size_t i = 0; i < count; ++i) {
+        Bits bits;
+        std::memcpy(&bits, static_cast<unsigned char const*>(from) + i * sizeof bits, sizeof bits);
+        bits = SwappedBytes(bits);
+        std::memcpy(static_cast<unsigned char*>(to) + i * sizeof bits, &bits, sizeof bits);
+    }
 }
 
 } // namespace VFoundation

@@ -3,6 +3,9 @@
 #include "foundation/persistence/IXMLFileIO.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
+#include <cstring>
 #include <string_view>
 #include <strings.h>
 #include <utility>
@@ -17,13 +20,11 @@ using namespace std::string_view_literals;
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view kCDataStart = "<![CDATA[";
 constexpr std::string_view kCDataEnd = "]]>";
+constexpr unsigned long kLargestAscii = 0x7F;
 constexpr unsigned long kLargestByte = 0xFF;
 constexpr unsigned long kLargestCharacter = 0x10FFFF;
 
-constexpr std::string_view kXMLBlanks = " \t\r\n";
-/// What TinyXML passes over as white space.
-constexpr std::string_view kBlanks = " \t\n\v\f\r";
-/// What it also passes over in UTF-8: a byte order mark, U+FFFE and U+FFFF.
+/// What TinyXML also passes over in UTF-8: a byte order mark, U+FFFE and U+FFFF.
 constexpr std::string_view kMarks[] = {kByteOrderMark, "\xEF\xBF\xBE", "\xEF\xBF\xBF"};
 constexpr std::size_t kMarkSize = 3;
 constexpr std::string_view kDeclared[] = {"version", "encoding", "standalone"};
@@ -37,6 +38,21 @@ bool StartsWithMark(std::string_view text) noexcept {
                        [text](std::string_view mark) { return text.starts_with(mark); });
 }
 
+constexpr bool IsBlank(char c) noexcept {
+    return c == ' ' || c == '\t' || c == '\n' || c == '\r';
+}
+
+/// What TinyXML passes over as white space.
+constexpr bool IsTinyXMLBlank(char c) noexcept {
+    return c == ' ' || (c >= '\t' && c <= '\r');
+}
+
+/// How many bytes at the start of `text` are such.
+template <class Such>
+std::size_t CountOf(Such isSuch, std::string_view text) noexcept {
+    return static_cast<std::size_t>(std::find_if_not(text.begin(), text.end(), isSuch) - text.begin());
+}
+
 constexpr bool IsDigit(char c) noexcept {
     return c >= '0' && c <= '9';
 }
@@ -46,8 +62,17 @@ constexpr bool StartsName(char c) noexcept {
            static_cast<unsigned char>(c) > 127;
 }
 
+constexpr auto kContinuesName = [] {
+    std::array<bool, 256> table{};
+    for (unsigned i = 0; i < table.size(); ++i) {
+        char const c = static_cast<char>(i);
+        table[i] = StartsName(c) || IsDigit(c) || c == '-' || c == '.' || c == ':';
+    }
+    return table;
+}();
+
 constexpr bool ContinuesName(char c) noexcept {
-    return StartsName(c) || IsDigit(c) || c == '-' || c == '.' || c == ':';
+    return kContinuesName[static_cast<unsigned char>(c)];
 }
 
 bool EqualIgnoringCase(std::string_view a, std::string_view b) noexcept {
@@ -104,9 +129,18 @@ constexpr int FollowingBytes(unsigned char first) noexcept {
 }
 
 bool IsUtf8(std::string_view text) noexcept {
+    constexpr std::uint64_t kHighBits = 0x8080808080808080U;
     int missing = 0;
-    for (char const c : text) {
-        auto const byte = static_cast<unsigned char>(c);
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        std::uint64_t next = 0;
+        if (missing == 0 && text.size() - i >= sizeof next) {
+            std::memcpy(&next, text.data() + i, sizeof next);
+            if ((next & kHighBits) == 0) {
+                i += sizeof next - 1;
+                continue;
+            }
+        }
+        auto const byte = static_cast<unsigned char>(text[i]);
         if (missing > 0) {
             if ((byte & 0xC0) != 0x80) {
                 return false;
@@ -125,11 +159,12 @@ bool IsUtf8(std::string_view text) noexcept {
 /// Reads a document from start to end. Every function is false when the text is not well-formed.
 class Scanner {
   public:
-    /// A text that TinyXML would drop, and the bytes it stands for.
-    struct BlankText {
+    /// A part of the text, and what the back ends are to see instead.
+    struct Replacement {
         std::size_t offset;
         std::size_t length;
         std::string bytes;
+        bool isReference; // stands for `bytes` only in a text that is not UTF-8
     };
 
     explicit Scanner(std::string_view text) : m_text(text), m_rest(text) {}
@@ -141,10 +176,17 @@ class Scanner {
     unsigned long LargestReference() const noexcept { return m_largestReference; }
     /// Whether a name begins with one of `kMarks`.
     bool HasMarkedName() const noexcept { return m_hasMarkedName; }
-    std::vector<BlankText> const& BlankTexts() const noexcept { return m_blankTexts; }
+    /// In the order of their offsets.
+    std::vector<Replacement> const& Replacements() const noexcept { return m_replacements; }
+    /// See `XMLTextFacts`.
+    std::vector<std::string>& Instructions() noexcept { return m_instructions; }
+    /// Where the scan stopped.
+    std::size_t Offset() const noexcept { return OffsetOf(m_rest); }
 
   private:
-    std::size_t Offset() const noexcept { return m_text.size() - m_rest.size(); }
+    std::size_t OffsetOf(std::string_view part) const noexcept {
+        return static_cast<std::size_t>(part.data() - m_text.data());
+    }
     bool Skip(std::string_view expected) noexcept;
     bool SkipBlanks() noexcept;
     bool SkipLiteral(std::string_view& literal) noexcept;
@@ -161,7 +203,8 @@ class Scanner {
     bool ScanEndTag();
     bool ScanAttribute(std::string_view& name, std::string_view& value);
     bool ScanReferences(std::string_view text);
-    void NoteBlankText(std::string_view text, std::size_t offset);
+    bool HasDistinctAttributes();
+    void NoteBlankText(std::string_view text);
 
     std::string_view const m_text;
     std::string_view m_rest;
@@ -172,7 +215,9 @@ class Scanner {
     bool m_hasMarkedName = false;
     std::string_view m_encoding;
     unsigned long m_largestReference = 0;
-    std::vector<BlankText> m_blankTexts;
+    std::vector<Replacement> m_replacements;
+    std::vector<std::string> m_instructions;
+    std::vector<std::string_view> m_attributes; // the names of the element's
 };
 
 bool Scanner::Skip(std::string_view expected) noexcept {
@@ -183,7 +228,7 @@ bool Scanner::Skip(std::string_view expected) noexcept {
 
 /// True when there was at least one.
 bool Scanner::SkipBlanks() noexcept {
-    std::size_t const count = std::min(m_rest.find_first_not_of(kXMLBlanks), m_rest.size());
+    std::size_t const count = CountOf(IsBlank, m_rest);
     m_rest.remove_prefix(count);
     return count > 0;
 }
@@ -211,13 +256,9 @@ bool Scanner::TakeName(std::string_view& name) noexcept {
     if (m_rest.empty() || !StartsName(m_rest.front())) {
         return false;
     }
-    std::size_t length = 1;
-    while (length < m_rest.size() && ContinuesName(m_rest[length])) {
-        ++length;
-    }
-    name = m_rest.substr(0, length);
+    name = m_rest.substr(0, CountOf(ContinuesName, m_rest));
     m_hasMarkedName = m_hasMarkedName || StartsWithMark(name);
-    m_rest.remove_prefix(length);
+    m_rest.remove_prefix(name.size());
     return true;
 }
 
@@ -234,18 +275,20 @@ bool Scanner::ScanDocument() {
 }
 
 bool Scanner::ScanText() {
-    std::size_t const offset = Offset();
     std::string_view const text = m_rest.substr(0, m_rest.find('<'));
     m_rest.remove_prefix(text.size());
     if (m_open.empty()) {
-        return text.find_first_not_of(kXMLBlanks) == std::string_view::npos;
+        return CountOf(IsBlank, text) == text.size();
     }
-    std::size_t const start = text.find_first_not_of(kBlanks);
-    if (start == std::string_view::npos) {
-        return true; // layout
+    std::size_t const start = CountOf(IsTinyXMLBlank, text);
+    if (start == text.size()) { // layout
+        if (CountOf(IsBlank, text) < text.size()) {
+            m_replacements.push_back({OffsetOf(text), text.size(), {}, false});
+        }
+        return true;
     }
     if (text[start] == '&' || StartsWithMark(text.substr(start))) {
-        NoteBlankText(text, offset);
+        NoteBlankText(text);
     }
     return text.find(kCDataEnd) == std::string_view::npos && ScanReferences(text);
 }
@@ -276,14 +319,24 @@ bool Scanner::ScanInstruction() {
     if (!SkipAfter(">"sv) || !content.ends_with('?')) {
         return false;
     }
-    content.remove_suffix(1);
-    std::string_view const after = std::exchange(m_rest, content);
+    std::string_view const after = m_rest;
+    m_rest = content.substr(0, content.size() - 1);
     std::string_view target;
-    bool const isFine = TakeName(target) && (EqualIgnoringCase(target.substr(0, 3), "xml"sv)
-                                                 ? ScanXMLInstruction(target, isAtStart)
-                                                 : m_rest.empty() || SkipBlanks());
+    if (!TakeName(target)) {
+        return false;
+    }
+    if (EqualIgnoringCase(target.substr(0, 3), "xml"sv)) {
+        if (!ScanXMLInstruction(target, isAtStart)) {
+            return false;
+        }
+    } else {
+        if (!m_rest.empty() && !SkipBlanks()) {
+            return false;
+        }
+        m_instructions.emplace_back("?").append(content);
+    }
     m_rest = after;
-    return isFine;
+    return true;
 }
 
 /// The declaration, or an instruction like "xml-stylesheet", of which TinyXML expects attributes.
@@ -356,21 +409,39 @@ bool Scanner::ScanStartTag() {
         return false;
     }
     m_hadRoot = true;
-    for (int attributes = 0;; ++attributes) {
+    m_attributes.clear();
+    while (true) {
         bool const separated = SkipBlanks();
         if (Skip("/>"sv)) {
-            return true;
+            return HasDistinctAttributes();
         }
         if (Skip(">"sv)) {
             m_open.push_back(tag);
-            return true;
+            return HasDistinctAttributes();
         }
         std::string_view name;
         std::string_view value;
-        if (!separated || attributes >= IXMLFileIO::kMaxAttributes || !ScanAttribute(name, value)) {
+        if (!separated || m_attributes.size() >= IXMLFileIO::kMaxAttributes || !ScanAttribute(name, value)) {
+            return false;
+        }
+        m_attributes.push_back(name);
+    }
+}
+
+bool Scanner::HasDistinctAttributes() {
+    constexpr std::size_t kFew = 8; // these are compared faster than sorted
+    auto const begin = m_attributes.begin();
+    auto const end = m_attributes.end();
+    if (m_attributes.size() > kFew) {
+        std::sort(begin, end);
+        return std::adjacent_find(begin, end) == end;
+    }
+    for (auto name = begin; name != end; ++name) {
+        if (std::find(begin, name, *name) != name) {
             return false;
         }
     }
+    return true;
 }
 
 bool Scanner::ScanEndTag() {
@@ -404,14 +475,18 @@ bool Scanner::ScanReferences(std::string_view text) {
         if (character == 0) {
             return false;
         }
+        if (character > kLargestAscii && character <= kLargestByte) {
+            m_replacements.push_back(
+                {OffsetOf(text) - 1, end + 2, std::string(1, static_cast<char>(character)), true});
+        }
         m_largestReference = std::max(m_largestReference, character);
     }
     return true;
 }
 
 /// Remembers `text`, in which there is a reference or a mark, if it stands for nothing but blanks and marks.
-void Scanner::NoteBlankText(std::string_view text, std::size_t offset) {
-    BlankText found{offset, text.size(), {}};
+void Scanner::NoteBlankText(std::string_view text) {
+    Replacement found{OffsetOf(text), text.size(), std::string(kCDataStart), false};
     while (!text.empty()) {
         std::size_t length = 1;
         if (StartsWithMark(text)) {
@@ -424,33 +499,39 @@ void Scanner::NoteBlankText(std::string_view text, std::size_t offset) {
                 unsigned long const referred = ReferredCharacter(text.substr(1, length - 2));
                 blank = referred <= kLargestByte ? static_cast<char>(referred) : '\0';
             }
-            if (kBlanks.find(blank) == std::string_view::npos) {
+            if (!IsTinyXMLBlank(blank)) {
                 return;
             }
             found.bytes += blank;
         }
         text.remove_prefix(length);
     }
-    m_blankTexts.push_back(std::move(found));
+    found.bytes += kCDataEnd;
+    m_replacements.push_back(std::move(found));
 }
 
-/// Puts CDATA sections into the places of `texts`.
-std::string WithBlanksAsCData(std::string const& text, std::vector<Scanner::BlankText> const& texts) {
+std::string WithReplacements(std::string const& text, std::vector<Scanner::Replacement> const& replacements,
+                             bool isUtf8) {
     std::string result;
     result.reserve(text.size());
     std::size_t copied = 0;
-    for (auto const& blank : texts) {
-        result.append(text, copied, blank.offset - copied).append(kCDataStart).append(blank.bytes);
-        result.append(kCDataEnd);
-        copied = blank.offset + blank.length;
+    for (auto const& part : replacements) {
+        if (!part.isReference || !isUtf8) {
+            result.append(text, copied, part.offset - copied).append(part.bytes);
+            copied = part.offset + part.length;
+        }
     }
     return result.append(text, copied);
 }
 
 } // namespace
 
-bool IsXMLBlank(std::string_view text) noexcept {
-    return text.find_first_not_of(kBlanks) == std::string_view::npos;
+bool NeedsXMLCData(std::string_view text, bool isAlone) noexcept {
+    if (text.empty() || (isAlone && CountOf(IsTinyXMLBlank, text) < text.size())) {
+        return false;
+    }
+    // A carriage return in a section would come back as a line feed.
+    return text.find('\r') == std::string_view::npos && text.find(kCDataEnd) == std::string_view::npos;
 }
 
 bool IsXMLName(char const* name) noexcept {
@@ -463,14 +544,16 @@ bool IsXMLName(char const* name) noexcept {
     return *name == '\0';
 }
 
-bool PrepareXMLText(std::string& text, bool& isUtf8) {
+bool PrepareXMLText(std::string& text, XMLTextFacts& facts) {
     bool const hasMark = text.starts_with(kByteOrderMark);
     text.erase(0, hasMark ? kByteOrderMark.size() : 0);
-    if (text.find('\0') != std::string::npos) {
+    facts.errorOffset = text.find('\0');
+    if (facts.errorOffset != std::string::npos) {
         return false;
     }
     Scanner scanner(text);
     if (!scanner.ScanDocument()) {
+        facts.errorOffset = scanner.Offset();
         return false;
     }
     bool const needsUtf8 = scanner.LargestReference() > kLargestByte;
@@ -479,12 +562,14 @@ bool PrepareXMLText(std::string& text, bool& isUtf8) {
         hasMark || (scanner.HasDeclaration() ? encoding.empty() || EqualIgnoringCase(encoding, "UTF-8"sv) ||
                                                    EqualIgnoringCase(encoding, "UTF8"sv)
                                              : needsUtf8);
-    isUtf8 = meansUtf8 && IsUtf8(text);
-    if ((needsUtf8 && !isUtf8) || (isUtf8 && scanner.HasMarkedName())) {
+    facts.isUtf8 = meansUtf8 && IsUtf8(text);
+    if ((needsUtf8 && !facts.isUtf8) || (facts.isUtf8 && scanner.HasMarkedName())) {
+        facts.errorOffset = 0;
         return false;
     }
-    if (!scanner.BlankTexts().empty()) {
-        text = WithBlanksAsCData(text, scanner.BlankTexts());
+    facts.instructions = std::move(scanner.Instructions());
+    if (!scanner.Replacements().empty()) {
+        text = WithReplacements(text, scanner.Replacements(), facts.isUtf8);
     }
     return true;
 }

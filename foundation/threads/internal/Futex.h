@@ -21,6 +21,9 @@ inline MonotonicTime MillisecondsFromNow(long milliseconds) noexcept {
 bool FutexWait(std::atomic<std::uint32_t>& word, std::uint32_t expected,
                MonotonicTime const* deadline) noexcept;
 
+/// Gives way to the other thread of the core, in a loop that looks at a word again and again.
+void PauseCore() noexcept;
+
 /// Wakes one of the threads that sleep on `word`. The word itself is not touched, so it may be gone by now.
 void FutexWakeOne(std::atomic<std::uint32_t>& word) noexcept;
 /// Wakes all of them.

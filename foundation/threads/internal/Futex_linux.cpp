@@ -27,6 +27,14 @@ bool FutexWait(std::atomic<std::uint32_t>& word, std::uint32_t expected,
     return result == 0 || errno != ETIMEDOUT;
 }
 
+void PauseCore() noexcept {
+#if defined(__x86_64__)
+    __builtin_ia32_pause();
+#elif defined(__aarch64__)
+    __asm__ __volatile__("yield");
+#endif
+}
+
 void FutexWakeOne(std::atomic<std::uint32_t>& word) noexcept {
     syscall(SYS_futex, &word, FUTEX_WAKE_PRIVATE, 1, nullptr, nullptr, 0);
 }

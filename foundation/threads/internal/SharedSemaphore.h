@@ -4,6 +4,7 @@
 #include "foundation/threads/internal/Futex.h"
 
 #include <atomic>
+#include <cstddef>
 #include <cstdint>
 #include <semaphore.h>
 
@@ -43,9 +44,11 @@ class SharedSemaphore {
     static detail::Mutex ms_lock;
     static SharedSemaphore* ms_first VFOUNDATION_GUARDED_BY(ms_lock);
 
+    static constexpr std::size_t kCacheLine = 64;
+
     sem_t* const m_handle;
-    std::atomic<std::uint32_t> m_posts{0}; // the word described above
-    long m_references VFOUNDATION_GUARDED_BY(ms_lock) = 0;
+    alignas(kCacheLine) std::atomic<std::uint32_t> m_posts{0}; // the word described above
+    alignas(kCacheLine) long m_references VFOUNDATION_GUARDED_BY(ms_lock) = 0;
     SharedSemaphore* m_next VFOUNDATION_GUARDED_BY(ms_lock) = nullptr;
 };
 

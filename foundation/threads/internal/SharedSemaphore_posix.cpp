@@ -14,6 +14,8 @@ namespace {
 constexpr std::uint32_t kSleeperBit = 1;
 constexpr std::uint32_t kOnePost = 2;
 constexpr mode_t kEveryUser = 0777;
+/// A poster that is at work on another core posts again within some of these, sooner than a sleeper is woken.
+constexpr int kLooksBeforeSleep = 100;
 
 } // namespace
 
@@ -83,6 +85,12 @@ bool SharedSemaphore::HasUnits() {
 }
 
 bool SharedSemaphore::SleepUntilPosted(MonotonicTime deadline) {
+    for (int look = 0; look < kLooksBeforeSleep; ++look) {
+        if (HasUnits()) {
+            return true;
+        }
+        PauseCore();
+    }
     for (;;) {
         std::uint32_t const seen = m_posts.fetch_or(kSleeperBit) | kSleeperBit;
         if (HasUnits()) {
