@@ -53,6 +53,8 @@
 #include "foundation/image/VImageIOJPEG.h"
 #include "foundation/image/VImageIOPNG.h"
 #include "foundation/image/VImageIOTarga.h"
+#include "foundation/image/VImageReader.h"
+#include "foundation/image/VImageWriter.h"
 #include "foundation/log/VContextTrace.h"
 #include "foundation/log/VLog.h"
 #include "foundation/log/VLogContext.h"

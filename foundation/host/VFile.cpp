@@ -49,11 +49,14 @@ unsigned long VFile::ReadBytes(void* buffer, unsigned long count) {
     return read;
 }
 
+std::string VFile::OpenErrorText() const {
+    return m_openError == ENOTSUP ? "not a regular file" : std::system_category().message(m_openError);
+}
+
 VString VFile::ErrorDescription() const {
     std::string text;
     if (m_openError != 0) {
-        text = "cannot open " + m_path + ": " +
-               (m_openError == ENOTSUP ? "not a regular file" : std::system_category().message(m_openError));
+        text = "cannot open " + m_path + ": " + OpenErrorText();
     } else if (m_readError != 0) {
         text = "cannot read " + m_path + " at offset " + std::to_string(m_errorOffset) + ": " +
                std::system_category().message(m_readError);

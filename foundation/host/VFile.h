@@ -61,6 +61,8 @@ class VFile : public Registered<VFile, VObject> {
     /// the system's reason, as in "cannot open a/b: No such file or directory"; empty when nothing failed. Without
     /// memory `std::bad_alloc`.
     virtual VString ErrorDescription() const;
+    /// The system's reason alone why the last `OpenForReading` failed. Without memory `std::bad_alloc`.
+    std::string OpenErrorText() const;
 
     /// The one place where the library opens files by mode: `fopen`, closed on exec. Null when that fails, and for null.
     static std::FILE* vfc_fopen(char const* path, char const* mode);

@@ -34,6 +34,8 @@ bool ResolvePath(VString& path) {
 
 } // namespace
 
+std::atomic<bool> ImageFileCodec::ms_logsReasons{false};
+
 VImage* ImageFileCodec::LoadImageFromFile(char const* path) const {
     VImage* image = nullptr;
     if (path && !DoWithinMemory([&] { image = LoadNamedFile(path); })) {
@@ -74,9 +76,14 @@ VObjectArray* ImageFileCodec::SupportedFileExtensions() const {
     return nullptr;
 }
 
-VImage* ImageFileCodec::ImageFromBitmap(VBitmapImage* bitmap, char const* failure, VString const& path) {
+VImage* ImageFileCodec::ImageFromBitmap(VBitmapImage* bitmap, char const* failure, char const* reason,
+                                        VString const& path) {
     if (!bitmap) {
-        std::fputs(failure, stderr);
+        if (LogsReasons()) {
+            TraceReason(failure, reason);
+        } else {
+            std::fputs(failure, stderr);
+        }
         TraceFailure(path);
         return nullptr;
     }
@@ -89,6 +96,12 @@ VImage* ImageFileCodec::ImageFromBitmap(VBitmapImage* bitmap, char const* failur
 
 void ImageFileCodec::TraceFailure(VString const& path) {
     VLog::Trace("Failed to load image: %s\n", path.CString());
+}
+
+void ImageFileCodec::TraceReason(char const* failure, char const* reason) {
+    if (LogsReasons()) {
+        VLog::Trace("%s: %s\n", failure, *reason ? reason : "there is no memory");
+    }
 }
 
 } // namespace VFoundation

@@ -2,6 +2,8 @@
 
 #include "foundation/image/IImageIO.h"
 
+#include <atomic>
+
 namespace VFoundation {
 
 class VBitmapImage;
@@ -26,18 +28,29 @@ class ImageFileCodec : public IImageIO {
     bool SaveImageToFile(VImage const& image, VString const& path) const override;
     VObjectArray* SupportedFileExtensions() const override;
 
+    /// With true, a load that fails says why, for all codecs and threads from now on: the line that codecs write to the
+    /// standard error stream goes to the log instead, whole and with the decoder's reason, and a Targa file that is
+    /// refused gets such a line too. False at first, and what a codec writes is as it always was.
+    static void SetLogsReasons(bool logs) noexcept { ms_logsReasons.store(logs, std::memory_order_relaxed); }
+    static bool LogsReasons() noexcept { return ms_logsReasons.load(std::memory_order_relaxed); }
+
   protected:
     /// The image in the file at `path` (owned), or null once the failure has been reported. `exists` is false
     /// when there was no such file at either place.
     virtual VImage* LoadResolvedFile(VString const& path, bool exists) const = 0;
 
     /// An image (owned) of a decoded bitmap (adopted), which counts as having alpha. For a null bitmap null,
-    /// after writing `failure` to the standard error stream and the path to the log.
-    static VImage* ImageFromBitmap(VBitmapImage* bitmap, char const* failure, VString const& path);
+    /// after writing `failure` to the standard error stream (see `SetLogsReasons`) and the path to the log.
+    static VImage* ImageFromBitmap(VBitmapImage* bitmap, char const* failure, char const* reason,
+                                   VString const& path);
     static void TraceFailure(VString const& path);
+    /// Logs "<failure>: <reason>" while `LogsReasons()`.
+    static void TraceReason(char const* failure, char const* reason);
 
   private:
     VImage* LoadNamedFile(char const* path) const;
+
+    static std::atomic<bool> ms_logsReasons;
 };
 
 } // namespace VFoundation

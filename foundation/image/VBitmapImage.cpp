@@ -1,8 +1,21 @@
 #include "foundation/image/VBitmapImage.h"
 
+#include "foundation/image/internal/PixelBuffer.h"
+#include "foundation/image/internal/ScaledPixels.h"
 #include "foundation/image/internal/WithinMemory.h"
 
+#include <algorithm>
+#include <limits>
+#include <memory>
+#include <utility>
+
 namespace VFoundation {
+
+namespace {
+
+constexpr unsigned long kMaxScaledRow = std::numeric_limits<int>::max();
+
+} // namespace
 
 VClass* VBitmapImage::ms_theClass = nullptr;
 
@@ -27,6 +40,36 @@ VBitmapImage* VBitmapImage::Create(std::uint32_t width, std::uint32_t height, un
     bitmap->m_info = info;
     bitmap->m_release = release;
     return bitmap;
+}
+
+VObjectRef<VBitmapImage> VBitmapImage::FromPixels(std::uint32_t width, std::uint32_t height,
+                                                  std::vector<std::uint32_t> pixels) {
+    using Pixels = std::vector<std::uint32_t>;
+    VObjectRef<VBitmapImage> bitmap;
+    if (pixels.size() == std::uint64_t{width} * height) {
+        DoWithinMemory([&] {
+            auto owned = std::make_unique<Pixels>(std::move(pixels));
+            bitmap = VObjectRef<VBitmapImage>::Adopt(
+                Create(width, height, kBytesPerPixel * width, owned.get(), owned->data(),
+                       kBytesPerPixel * owned->size(),
+                       [](void* info, void const*, unsigned long) { delete static_cast<Pixels*>(info); }));
+            if (bitmap) {
+                static_cast<void>(owned.release()); // the bitmap's
+            }
+        });
+    }
+    return bitmap;
+}
+
+VObjectRef<VBitmapImage> VBitmapImage::Scaled(std::uint32_t width, std::uint32_t height) const {
+    VObjectRef<VBitmapImage> scaled;
+    if (std::max({width, height, m_width, m_height}) <= kMaxScaledSide && m_bytesPerRow <= kMaxScaledRow) {
+        PixelBuffer pixels(width, height);
+        if (pixels.IsValid() && ScalePixels(*this, pixels)) {
+            scaled = VObjectRef<VBitmapImage>::Adopt(pixels.IntoImage());
+        }
+    }
+    return scaled;
 }
 
 VBitmapImage::~VBitmapImage() {

@@ -1,8 +1,10 @@
 #pragma once
 
 #include "foundation/core/Registered.h"
+#include "foundation/core/VObjectRef.h"
 
 #include <cstdint>
+#include <vector>
 
 namespace VFoundation {
 
@@ -38,6 +40,21 @@ class VBitmapImage : public Registered<VBitmapImage, VObject> {
     /// memory for the object.
     static VBitmapImage* Create(std::uint32_t width, std::uint32_t height, unsigned long bytesPerRow,
                                 void* info, void const* data, unsigned long size, ReleaseCallback release);
+
+    /// A bitmap that owns its pixels, the rows of which follow one another. Null when a side is 0 or the pixels are not
+    /// as many as the sides say, and without memory.
+    [[nodiscard]] static VObjectRef<VBitmapImage> FromPixels(std::uint32_t width, std::uint32_t height,
+                                                             std::vector<std::uint32_t> pixels);
+
+    /// The longest side that `Scaled` takes or makes, and the memory that it may need beside the pixels, in bytes.
+    static constexpr std::uint32_t kMaxScaledSide = 0xFFFF;
+    static constexpr std::uint64_t kMaxScalingMemory = 256ULL << 20;
+
+    /// The picture in another size, by a cubic filter: Mitchell's where it gets smaller, Catmull and Rom's where it gets
+    /// larger. The cost is some 10 ns for each pixel that goes in or comes out. Null when a side is 0 or beyond
+    /// `kMaxScaledSide`, and without memory. A picture that is made very wide and at the same time hundreds of times
+    /// lower may need more than `kMaxScalingMemory`, which is null too: scale it in two steps.
+    [[nodiscard]] VObjectRef<VBitmapImage> Scaled(std::uint32_t width, std::uint32_t height) const;
 
     VBitmapImage(VBitmapImage const&) = delete;
     VBitmapImage& operator=(VBitmapImage const&) = delete;

@@ -1,14 +1,24 @@
 #include "foundation/image/VImageIOJPEG.h"
 
 #include "foundation/host/VFile.h"
+#include "foundation/image/internal/ByteSource.h"
+#include "foundation/image/internal/DecodeReport.h"
 #include "foundation/image/internal/JpegDecoder.h"
+#include "foundation/strings/VString.h"
 
 namespace VFoundation {
 
 VImage* VImageIOJPEG::LoadResolvedFile(VString const& path, bool exists) const {
     VFile file;
-    return ImageFromBitmap(exists && file.OpenForReading(path) ? DecodeJpeg(file) : nullptr,
-                           "Failed to load image with JPG Data provider", path);
+    DecodeReport report;
+    VBitmapImage* bitmap = nullptr;
+    if (exists && file.OpenForReading(path)) {
+        FileByteSource source(file);
+        bitmap = DecodeJpeg(source, report);
+    } else {
+        report.Fail("%s", exists ? file.ErrorDescription().CString() : "there is no such file");
+    }
+    return ImageFromBitmap(bitmap, "Failed to load image with JPG Data provider", report.reason, path);
 }
 
 } // namespace VFoundation

@@ -6,6 +6,7 @@
 #include "foundation/host/VFile.h"
 #include "foundation/image/VBitmapContext.h"
 #include "foundation/image/VImage.h"
+#include "foundation/image/internal/DecodeReport.h"
 #include "foundation/image/internal/PixelBuffer.h"
 #include "foundation/image/internal/TargaDecoder.h"
 #include "foundation/image/internal/TargaEncoder.h"
@@ -38,15 +39,22 @@ bool SaveReplacing(CGImage const& bitmap, VString const& path, bool flip) {
 } // namespace
 
 VImage* VImageIOTarga::LoadResolvedFile(VString const& path, bool exists) const {
+    constexpr char const* kFailure = "Failed to load image with Targa decoder";
     VFile file;
-    if (exists && file.OpenForReading(path)) {
+    DecodeReport report;
+    if (!exists) {
+        report.Fail("there is no such file");
+    } else if (!file.OpenForReading(path)) {
+        report.Fail("%s", file.ErrorDescription().CString());
+    } else {
         try {
             auto image = VObjectRef<VImage>::Adopt(VImage::New());
             TargaFileSource source(file);
-            if (DecodeTarga(source, *image)) {
+            if (DecodeTarga(source, *image, report)) {
                 return image.Detach();
             }
             if (file.ReadError() == 0) {
+                TraceReason(kFailure, report.reason);
                 return nullptr;
             }
         } catch (VException const&) {
@@ -58,13 +66,15 @@ VImage* VImageIOTarga::LoadResolvedFile(VString const& path, bool exists) const 
             VLog::Trace("Caught and unknown exception whilst loading image\n");
         }
     }
+    TraceReason(kFailure, report.reason);
     TraceFailure(path);
     return nullptr;
 }
 
 bool VImageIOTarga::ConvertDataToImage(VData const& data, VImage& image) const {
-    TargaMemorySource source(data);
-    return DecodeTarga(source, image);
+    TargaMemorySource source(data.Bytes(), data.Length());
+    DecodeReport report;
+    return DecodeTarga(source, image, report);
 }
 
 VObjectArray* VImageIOTarga::SupportedFileExtensions() const {

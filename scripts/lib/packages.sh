@@ -3,7 +3,7 @@
 
 PACKAGES_BUILD=(
     cmake ninja-build g++ pkg-config gettext
-    libtinyxml-dev libpugixml-dev libmount-dev libjpeg62-turbo-dev libpng-dev
+    libtinyxml-dev libpugixml-dev libmount-dev libjpeg62-turbo-dev libpng-dev libstb-dev
     libgtk-3-dev libpolkit-agent-1-dev libpolkit-gobject-1-dev
 )
 PACKAGES_RUN=(polkitd pkexec sudo adwaita-icon-theme fonts-dejavu-core)
@@ -16,7 +16,8 @@ PACKAGES_TEST=(
 PACKAGES_DOCS=(doxygen python3-minimal)
 PACKAGES_LINT=(clang clang-tidy clang-format)
 PACKAGES_PACKAGE=(lintian dpkg-dev file binutils debootstrap)
-PACKAGES_BENCHMARK=(libbenchmark-dev libboost-dev libtbb-dev libspdlog-dev libtinyxml2-dev libstb-dev qtbase5-dev)
+PACKAGES_BENCHMARK=(libbenchmark-dev libboost-dev libtbb-dev libspdlog-dev libtinyxml2-dev qtbase5-dev
+    libconcurrentqueue-dev libglib2.0-dev)
 
 # install_missing PACKAGE...: nothing when all are there; else apt-get, through sudo for an ordinary user.
 install_missing() {

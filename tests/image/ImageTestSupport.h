@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/core/VObjectRef.h"
+#include "foundation/image/IImageIO.h"
 #include "foundation/image/VImage.h"
 #include "foundation/log/VLog.h"
 #include "foundation/strings/VString.h"

@@ -1,9 +1,11 @@
 #include "foundation/image/internal/PngDecoder.h"
 
-#include "foundation/host/VFile.h"
 #include "foundation/image/VImage.h"
 #include "foundation/image/VImageIOPNG.h"
+#include "foundation/image/internal/ByteSource.h"
+#include "foundation/image/internal/DecodeReport.h"
 #include "foundation/image/internal/ErrorEscape.h"
+#include "foundation/image/internal/ExifOrientation.h"
 #include "foundation/image/internal/PixelBuffer.h"
 #include "foundation/image/internal/PixelMath.h"
 
@@ -21,8 +23,7 @@ namespace {
 /// Decodes one file.
 class PngDecoder {
   public:
-    explicit PngDecoder(VFile& file)
-        : m_file(file), m_fileLength(static_cast<std::uint64_t>(std::max(file.GetLength(), 0L))) {}
+    PngDecoder(ByteSource& file, DecodeReport& report) : m_file(file), m_report(report) {}
     PngDecoder(PngDecoder const&) = delete;
     PngDecoder& operator=(PngDecoder const&) = delete;
     ~PngDecoder() { png_destroy_read_struct(&m_png, &m_info, nullptr); }
@@ -31,8 +32,10 @@ class PngDecoder {
 
   private:
     // Called by libpng.
-    static void OnError(png_structp png, png_const_charp) {
-        static_cast<PngDecoder*>(png_get_error_ptr(png))->m_errorEscape.Escape();
+    static void OnError(png_structp png, png_const_charp message) {
+        auto& self = *static_cast<PngDecoder*>(png_get_error_ptr(png));
+        self.m_report.Fail("%s", message);
+        self.m_errorEscape.Escape();
     }
     static void OnWarning(png_structp, png_const_charp) {}
     static void OnRead(png_structp png, png_bytep bytes, std::size_t count);
@@ -48,8 +51,8 @@ class PngDecoder {
         PixelMath::Premultiply<PixelMath::Rounded>(row, row, m_pixels->Width());
     }
 
-    VFile& m_file;
-    std::uint64_t m_fileLength;
+    ByteSource& m_file;
+    DecodeReport& m_report;
     std::optional<PixelBuffer> m_pixels;
     ErrorEscape m_errorEscape;
     png_structp m_png = nullptr;
@@ -57,8 +60,9 @@ class PngDecoder {
 };
 
 void PngDecoder::OnRead(png_structp png, png_bytep bytes, std::size_t count) {
-    if (static_cast<PngDecoder*>(png_get_io_ptr(png))->m_file.ReadBytes(bytes, count) != count) {
-        png_error(png, "the file ended");
+    ByteSource& file = static_cast<PngDecoder*>(png_get_io_ptr(png))->m_file;
+    if (file.Read(bytes, count) != count) {
+        png_error(png, file.HasFailed() ? "the file could not be read" : "the file ends before its picture");
     }
 }
 
@@ -66,6 +70,7 @@ void PngDecoder::ReadHeader() {
     m_png = png_create_read_struct(PNG_LIBPNG_VER_STRING, this, &OnError, &OnWarning);
     m_info = m_png ? png_create_info_struct(m_png) : nullptr;
     if (!m_info) {
+        m_report.Fail("there is no memory for the decoder");
         m_errorEscape.Escape();
     }
     png_set_read_fn(m_png, this, &OnRead);
@@ -73,7 +78,14 @@ void PngDecoder::ReadHeader() {
     png_set_chunk_malloc_max(m_png, VImageIOPNG::kMaxChunkSize);
     png_set_chunk_cache_max(m_png, VImageIOPNG::kMaxChunks);
     png_set_keep_unknown_chunks(m_png, PNG_HANDLE_CHUNK_NEVER, nullptr, -1); // skip what is not pixels
+    static constexpr png_byte kExif[] = "eXIf";
+    png_set_keep_unknown_chunks(m_png, PNG_HANDLE_CHUNK_AS_DEFAULT, kExif, 1);
     png_read_info(m_png, m_info);
+    png_uint_32 exifLength = 0;
+    png_bytep exif = nullptr;
+    if (png_get_eXIf_1(m_png, m_info, &exifLength, &exif) != 0) {
+        m_report.orientation = std::max(1, ExifOrientation(exif, exifLength));
+    }
 }
 
 /// Has libpng produce the pixels as bitmaps hold them, but for the multiplication by alpha.
@@ -93,6 +105,7 @@ void PngDecoder::Transform() {
 void PngDecoder::ReadRows() {
     bool const hasAlpha = (png_get_color_type(m_png, m_info) & PNG_COLOR_MASK_ALPHA) != 0 ||
                           png_get_valid(m_png, m_info, PNG_INFO_tRNS) != 0;
+    m_report.hasAlpha = hasAlpha;
     Transform();
     int const passes = png_set_interlace_handling(m_png);
     png_read_update_info(m_png, m_info);
@@ -118,22 +131,32 @@ bool PngDecoder::IsWithinLimits() const {
     std::uint64_t const bitsPerPixel =
         std::uint64_t{png_get_bit_depth(m_png, m_info)} * png_get_channels(m_png, m_info);
     return pixels <= std::min(VImageIOPNG::kMaxPixels, VImage::PixelBudget()) &&
-           pixels * bitsPerPixel / 8 / kBestCompression <= m_fileLength;
+           pixels * bitsPerPixel / 8 / kBestCompression <= m_file.Size();
 }
 
 VBitmapImage* PngDecoder::Decode() {
-    if (!m_errorEscape.Run(*this, &PngDecoder::ReadHeader) || !IsWithinLimits()) {
+    if (!m_errorEscape.Run(*this, &PngDecoder::ReadHeader)) {
         return nullptr;
     }
-    m_pixels.emplace(png_get_image_width(m_png, m_info), png_get_image_height(m_png, m_info));
-    return m_pixels->IsValid() && m_errorEscape.Run(*this, &PngDecoder::ReadRows) ? m_pixels->IntoImage()
-                                                                                  : nullptr;
+    png_uint_32 const width = png_get_image_width(m_png, m_info);
+    png_uint_32 const height = png_get_image_height(m_png, m_info);
+    if (!IsWithinLimits()) {
+        m_report.Fail("%u x %u pixels are more than the limits or the length of the file allow", width,
+                      height);
+        return nullptr;
+    }
+    m_pixels.emplace(width, height);
+    if (!m_pixels->IsValid()) {
+        m_report.Fail("there is no memory for %u x %u pixels", width, height);
+        return nullptr;
+    }
+    return m_errorEscape.Run(*this, &PngDecoder::ReadRows) ? m_pixels->IntoImage() : nullptr;
 }
 
 } // namespace
 
-VBitmapImage* DecodePng(VFile& file) {
-    return PngDecoder(file).Decode();
+VBitmapImage* DecodePng(ByteSource& file, DecodeReport& report) {
+    return PngDecoder(file, report).Decode();
 }
 
 } // namespace VFoundation

@@ -2,10 +2,12 @@
 
 namespace VFoundation {
 
+class ByteSource;
 class VBitmapImage;
-class VFile;
+struct DecodeReport;
 
-/// The picture in an open PNG file (owned), within the limits that `VImageIOPNG` sets; null when there is none.
-VBitmapImage* DecodePng(VFile& file);
+/// The picture in a PNG file (owned), within the limits that `VImageIOPNG` sets; null, with the reason in the report,
+/// when there is none.
+VBitmapImage* DecodePng(ByteSource& file, DecodeReport& report);
 
 } // namespace VFoundation

@@ -3,6 +3,7 @@
 #include "foundation/host/VFile.h"
 #include "foundation/image/VImage.h"
 #include "foundation/image/VImageIOTarga.h"
+#include "foundation/image/internal/DecodeReport.h"
 #include "foundation/image/internal/PixelBuffer.h"
 #include "foundation/image/internal/PixelMath.h"
 #include "foundation/image/internal/TargaFormat.h"
@@ -79,11 +80,13 @@ struct Layout {
 
 /// False when the file is too short, lacks the signature of the footer, has a depth that is not supported, has more
 /// pixels than the budget allows, or fewer bytes than its pixels need.
-bool ReadLayout(TargaSource& source, Layout& layout) {
+bool ReadLayout(TargaSource& source, Layout& layout, DecodeReport& report) {
     std::uint64_t const size = source.Size();
     if (size < VImageIOTarga::kMinFileSize ||
         std::memcmp(source.Bytes(size - kSignatureSize, kComparedSignatureSize), kSignature,
                     kComparedSignatureSize) != 0) {
+        report.footerIsMissing = true;
+        report.Fail("the footer of a Targa file is missing");
         return false;
     }
     unsigned char const* const header = source.Bytes(0, kHeaderSize);
@@ -99,8 +102,17 @@ bool ReadLayout(TargaSource& source, Layout& layout) {
         SignedByte(header[kIDLength]) + (header[kColourMapType] == 0 ? std::int64_t{kHeaderSize} : 0);
     layout.start = static_cast<std::uint64_t>(start);
     std::uint64_t const pixels = std::uint64_t{layout.width} * layout.height; // 32 bits at most
-    return layout.decodeRow && start >= 0 && pixels <= VImage::PixelBudget() &&
-           size >= layout.start + pixels * layout.bytesPerPixel + kFooterSize;
+    if (!layout.decodeRow) {
+        report.Fail("a depth of %u bits is not supported", depth);
+        return false;
+    }
+    bool const fits = start >= 0 && pixels <= VImage::PixelBudget() && pixels > 0 &&
+                      size >= layout.start + pixels * layout.bytesPerPixel + kFooterSize;
+    if (!fits) {
+        report.Fail("%u x %u pixels are more than the limits or the length of the file allow", layout.width,
+                    layout.height);
+    }
+    return fits;
 }
 
 void DecodePixels(TargaSource& source, Layout const& layout, PixelBuffer& pixels) {
@@ -139,23 +151,27 @@ bool TargaFileSource::HasFailed() const {
     return m_file.ReadError() != 0;
 }
 
-bool DecodeTarga(TargaSource& source, VImage& image) {
+bool DecodeTarga(TargaSource& source, VImage& image, DecodeReport& report) {
     Layout layout;
-    if (!ReadLayout(source, layout)) {
+    if (!ReadLayout(source, layout, report)) {
         return false;
     }
     PixelBuffer pixels(layout.width, layout.height);
     if (!pixels.IsValid()) {
+        report.Fail("there is no memory for %u x %u pixels", layout.width, layout.height);
         return false;
     }
     DecodePixels(source, layout, pixels);
     VBitmapImage* const bitmap =
         source.HasFailed() ? nullptr : pixels.IntoImage(&VImageIOTarga::ReleaseImageData);
     if (!bitmap) {
+        report.Fail("%s",
+                    source.HasFailed() ? "the file could not be read" : "there is no memory for the bitmap");
         return false;
     }
+    report.hasAlpha = layout.bytesPerPixel == 4;
     image.SetImageRef(bitmap);
-    image.SetHasAlpha(layout.bytesPerPixel == 4);
+    image.SetHasAlpha(report.hasAlpha);
     return true;
 }
 

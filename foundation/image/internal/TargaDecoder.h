@@ -7,6 +7,7 @@
 
 namespace VFoundation {
 
+struct DecodeReport;
 class VFile;
 class VImage;
 
@@ -24,12 +25,14 @@ class TargaSource {
 /// A file held in memory (borrowed).
 class TargaMemorySource final : public TargaSource {
   public:
-    explicit TargaMemorySource(VData const& data) noexcept : m_data(data) {}
-    std::uint64_t Size() const override { return m_data.Length(); }
-    unsigned char const* Bytes(std::uint64_t offset, std::size_t) override { return m_data.Bytes() + offset; }
+    TargaMemorySource(void const* bytes, std::size_t size) noexcept
+        : m_bytes(static_cast<unsigned char const*>(bytes)), m_size(size) {}
+    std::uint64_t Size() const override { return m_size; }
+    unsigned char const* Bytes(std::uint64_t offset, std::size_t) override { return m_bytes + offset; }
 
   private:
-    VData const& m_data;
+    unsigned char const* m_bytes;
+    std::size_t m_size;
 };
 
 /// An open file (borrowed), of which only the bytes asked for are in memory. Bytes that the file lost since it
@@ -48,9 +51,9 @@ class TargaFileSource final : public TargaSource {
     VData m_block;
 };
 
-/// Decodes the file into `image`: bitmap, size and alpha flag. False, with the image as it was, for a file that
-/// `VImageIOTarga` does not promise to read, one beyond the pixel budget, a failed read, and without memory for the
-/// pixels.
-bool DecodeTarga(TargaSource& source, VImage& image);
+/// Decodes the file into `image`: bitmap, size and alpha flag. False, with the image as it was and the reason in the
+/// report, for a file that `VImageIOTarga` does not promise to read, one beyond the pixel budget, a failed read, and
+/// without memory for the pixels.
+bool DecodeTarga(TargaSource& source, VImage& image, DecodeReport& report);
 
 } // namespace VFoundation

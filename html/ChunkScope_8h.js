@@ -1,4 +1,0 @@
-var ChunkScope_8h =
-[
-    [ "VFoundation::ChunkScope", "classVFoundation_1_1ChunkScope.html", "classVFoundation_1_1ChunkScope" ]
-];

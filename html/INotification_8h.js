@@ -1,4 +1,0 @@
-var INotification_8h =
-[
-    [ "VFoundation::INotification", "classVFoundation_1_1INotification.html", "classVFoundation_1_1INotification" ]
-];

@@ -1,4 +1,0 @@
-var IVJobDelegate_8h =
-[
-    [ "VFoundation::IVJobDelegate", "classVFoundation_1_1IVJobDelegate.html", "classVFoundation_1_1IVJobDelegate" ]
-];

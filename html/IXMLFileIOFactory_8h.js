@@ -1,4 +1,0 @@
-var IXMLFileIOFactory_8h =
-[
-    [ "VFoundation::IXMLFileIOFactory", "classVFoundation_1_1IXMLFileIOFactory.html", "classVFoundation_1_1IXMLFileIOFactory" ]
-];

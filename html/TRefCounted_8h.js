@@ -1,4 +1,0 @@
-var TRefCounted_8h =
-[
-    [ "VFoundation::TRefCounted< T >", "classVFoundation_1_1TRefCounted.html", "classVFoundation_1_1TRefCounted" ]
-];

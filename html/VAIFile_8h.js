@@ -1,4 +1,0 @@
-var VAIFile_8h =
-[
-    [ "VFoundation::VAIFile", "classVFoundation_1_1VAIFile.html", "classVFoundation_1_1VAIFile" ]
-];

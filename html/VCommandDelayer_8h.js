@@ -1,4 +1,0 @@
-var VCommandDelayer_8h =
-[
-    [ "VFoundation::VCommandDelayer", "classVFoundation_1_1VCommandDelayer.html", "classVFoundation_1_1VCommandDelayer" ]
-];

@@ -1,4 +1,0 @@
-var VConnectionTuple_8h =
-[
-    [ "VFoundation::VConnectionTuple", "classVFoundation_1_1VConnectionTuple.html", "classVFoundation_1_1VConnectionTuple" ]
-];

@@ -1,4 +1,0 @@
-var VCriticalSection_8h =
-[
-    [ "VFoundation::VCriticalSection", "classVFoundation_1_1VCriticalSection.html", "classVFoundation_1_1VCriticalSection" ]
-];

@@ -1,4 +1,0 @@
-var VDate_8h =
-[
-    [ "VFoundation::VDate", "classVFoundation_1_1VDate.html", "classVFoundation_1_1VDate" ]
-];

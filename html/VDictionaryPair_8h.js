@@ -1,4 +1,0 @@
-var VDictionaryPair_8h =
-[
-    [ "VFoundation::VDictionaryPair", "classVFoundation_1_1VDictionaryPair.html", "classVFoundation_1_1VDictionaryPair" ]
-];

@@ -1,4 +1,0 @@
-var VDiskInfo_8h =
-[
-    [ "VFoundation::VDiskInfo", "classVFoundation_1_1VDiskInfo.html", "classVFoundation_1_1VDiskInfo" ]
-];

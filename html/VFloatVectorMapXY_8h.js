@@ -1,4 +1,0 @@
-var VFloatVectorMapXY_8h =
-[
-    [ "VFoundation::VFloatVectorMapXY", "classVFoundation_1_1VFloatVectorMapXY.html", "classVFoundation_1_1VFloatVectorMapXY" ]
-];

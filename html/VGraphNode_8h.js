@@ -1,4 +1,0 @@
-var VGraphNode_8h =
-[
-    [ "VFoundation::VGraphNode", "classVFoundation_1_1VGraphNode.html", "classVFoundation_1_1VGraphNode" ]
-];

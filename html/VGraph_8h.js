@@ -1,4 +1,0 @@
-var VGraph_8h =
-[
-    [ "VFoundation::VGraph", "classVFoundation_1_1VGraph.html", "classVFoundation_1_1VGraph" ]
-];

@@ -1,4 +1,0 @@
-var VImageIOJPEG_8h =
-[
-    [ "VFoundation::VImageIOJPEG", "classVFoundation_1_1VImageIOJPEG.html", "classVFoundation_1_1VImageIOJPEG" ]
-];

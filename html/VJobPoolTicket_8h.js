@@ -1,4 +1,0 @@
-var VJobPoolTicket_8h =
-[
-    [ "VFoundation::VJobPoolTicket", "classVFoundation_1_1VJobPoolTicket.html", "classVFoundation_1_1VJobPoolTicket" ]
-];

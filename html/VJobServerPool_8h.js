@@ -1,4 +1,0 @@
-var VJobServerPool_8h =
-[
-    [ "VFoundation::VJobServerPool", "classVFoundation_1_1VJobServerPool.html", "classVFoundation_1_1VJobServerPool" ]
-];

@@ -1,4 +1,0 @@
-var VJobServer_8h =
-[
-    [ "VFoundation::VJobServer", "classVFoundation_1_1VJobServer.html", "classVFoundation_1_1VJobServer" ]
-];

@@ -1,4 +1,0 @@
-var VJob_8h =
-[
-    [ "VFoundation::VJob", "classVFoundation_1_1VJob.html", "classVFoundation_1_1VJob" ]
-];

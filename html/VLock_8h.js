@@ -1,4 +1,0 @@
-var VLock_8h =
-[
-    [ "VFoundation::VLock", "classVFoundation_1_1VLock.html", "classVFoundation_1_1VLock" ]
-];

@@ -1,4 +1,0 @@
-var VLogFile_8h =
-[
-    [ "VFoundation::VLogFile", "classVFoundation_1_1VLogFile.html", "classVFoundation_1_1VLogFile" ]
-];

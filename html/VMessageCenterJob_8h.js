@@ -1,4 +1,0 @@
-var VMessageCenterJob_8h =
-[
-    [ "VFoundation::VMessageCenterJob", "classVFoundation_1_1VMessageCenterJob.html", "classVFoundation_1_1VMessageCenterJob" ]
-];

@@ -1,4 +1,0 @@
-var VMessageCenter_8h =
-[
-    [ "VFoundation::VMessageCenter", "classVFoundation_1_1VMessageCenter.html", "classVFoundation_1_1VMessageCenter" ]
-];

@@ -1,4 +1,0 @@
-var VMessenger_8h =
-[
-    [ "VFoundation::VMessenger", "classVFoundation_1_1VMessenger.html", "classVFoundation_1_1VMessenger" ]
-];

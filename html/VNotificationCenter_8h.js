@@ -1,4 +1,0 @@
-var VNotificationCenter_8h =
-[
-    [ "VFoundation::VNotificationCenter", "classVFoundation_1_1VNotificationCenter.html", "classVFoundation_1_1VNotificationCenter" ]
-];

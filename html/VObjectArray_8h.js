@@ -1,4 +1,0 @@
-var VObjectArray_8h =
-[
-    [ "VFoundation::VObjectArray", "classVFoundation_1_1VObjectArray.html", "classVFoundation_1_1VObjectArray" ]
-];

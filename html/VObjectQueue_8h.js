@@ -1,4 +1,0 @@
-var VObjectQueue_8h =
-[
-    [ "VFoundation::VObjectQueue", "classVFoundation_1_1VObjectQueue.html", "classVFoundation_1_1VObjectQueue" ]
-];

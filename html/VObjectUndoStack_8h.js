@@ -1,4 +1,0 @@
-var VObjectUndoStack_8h =
-[
-    [ "VFoundation::VObjectUndoStack", "classVFoundation_1_1VObjectUndoStack.html", "classVFoundation_1_1VObjectUndoStack" ]
-];

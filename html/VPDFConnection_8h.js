@@ -1,4 +1,0 @@
-var VPDFConnection_8h =
-[
-    [ "VFoundation::VPDFConnection", "classVFoundation_1_1VPDFConnection.html", "classVFoundation_1_1VPDFConnection" ]
-];

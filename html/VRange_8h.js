@@ -1,4 +1,0 @@
-var VRange_8h =
-[
-    [ "VFoundation::VRange", "classVFoundation_1_1VRange.html", "classVFoundation_1_1VRange" ]
-];

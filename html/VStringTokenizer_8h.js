@@ -1,4 +1,0 @@
-var VStringTokenizer_8h =
-[
-    [ "VFoundation::VStringTokenizer", "classVFoundation_1_1VStringTokenizer.html", "classVFoundation_1_1VStringTokenizer" ]
-];

@@ -1,4 +1,0 @@
-var VThread_8h =
-[
-    [ "VFoundation::VThread", "classVFoundation_1_1VThread.html", "classVFoundation_1_1VThread" ]
-];

@@ -1,4 +1,0 @@
-var VTimeRange_8h =
-[
-    [ "VFoundation::VTimeRange", "classVFoundation_1_1VTimeRange.html", "classVFoundation_1_1VTimeRange" ]
-];

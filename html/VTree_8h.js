@@ -1,4 +1,0 @@
-var VTree_8h =
-[
-    [ "VFoundation::VTree", "classVFoundation_1_1VTree.html", "classVFoundation_1_1VTree" ]
-];

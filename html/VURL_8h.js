@@ -1,4 +1,0 @@
-var VURL_8h =
-[
-    [ "VFoundation::VURL", "classVFoundation_1_1VURL.html", "classVFoundation_1_1VURL" ]
-];

@@ -1,6 +1,0 @@
-var concepts =
-[
-    [ "VFoundation", "namespaceVFoundation.html", [
-      [ "FileType", "conceptVFoundation_1_1FileType.html", null ]
-    ] ]
-];

@@ -1,4 +1,0 @@
-var namespaces_dup =
-[
-    [ "VFoundation", "namespaceVFoundation.html", "namespaceVFoundation" ]
-];

@@ -1,4 +1,0 @@
-var searchData=
-[
-  ['blockfile_0',['BlockFile',['../classVFoundation_1_1BlockFile.html',1,'VFoundation']]]
-];

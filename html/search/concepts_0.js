@@ -1,4 +1,0 @@
-var searchData=
-[
-  ['filetype_0',['FileType',['../conceptVFoundation_1_1FileType.html',1,'VFoundation']]]
-];

@@ -1,4 +1,0 @@
-var searchData=
-[
-  ['filetypes_2eh_0',['FileTypes.h',['../FileTypes_8h.html',1,'']]]
-];

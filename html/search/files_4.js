@@ -1,4 +1,0 @@
-var searchData=
-[
-  ['heapblock_2eh_0',['HeapBlock.h',['../HeapBlock_8h.html',1,'']]]
-];

@@ -1,4 +1,0 @@
-var searchData=
-[
-  ['vfoundation_0',['VFoundation',['../namespaceVFoundation.html',1,'']]]
-];

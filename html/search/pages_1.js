@@ -1,5 +1,0 @@
-var searchData=
-[
-  ['changelog_0',['Changelog',['../md_CHANGELOG.html',1,'']]],
-  ['contributing_1',['Contributing',['../md_CONTRIBUTING.html',1,'']]]
-];
