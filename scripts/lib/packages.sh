@@ -8,11 +8,12 @@ PACKAGES_BUILD=(
 )
 PACKAGES_RUN=(polkitd pkexec sudo adwaita-icon-theme fonts-dejavu-core)
 PACKAGES_TEST=(
-    libgtest-dev python3-minimal imagemagick
+    libgtest-dev python3-minimal imagemagick gdb
     dbus polkitd pkexec sudo
     xvfb xdotool adwaita-icon-theme fonts-dejavu-core acl at-spi2-core gir1.2-atspi-2.0 python3-gi
     binutils desktop-file-utils appstream
 )
+PACKAGES_DOCS=(doxygen python3-minimal)
 PACKAGES_LINT=(clang clang-tidy clang-format)
 PACKAGES_BENCHMARK=(libbenchmark-dev libboost-dev libtbb-dev libspdlog-dev libtinyxml2-dev libstb-dev qtbase5-dev)
 

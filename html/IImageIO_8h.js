@@ -1,0 +1,4 @@
+var IImageIO_8h =
+[
+    [ "VFoundation::IImageIO", "classVFoundation_1_1IImageIO.html", "classVFoundation_1_1IImageIO" ]
+];

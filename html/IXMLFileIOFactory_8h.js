@@ -1,0 +1,4 @@
+var IXMLFileIOFactory_8h =
+[
+    [ "VFoundation::IXMLFileIOFactory", "classVFoundation_1_1IXMLFileIOFactory.html", "classVFoundation_1_1IXMLFileIOFactory" ]
+];

@@ -1,0 +1,4 @@
+var ImageFileCodec_8h =
+[
+    [ "VFoundation::ImageFileCodec", "classVFoundation_1_1ImageFileCodec.html", "classVFoundation_1_1ImageFileCodec" ]
+];

@@ -1,0 +1,4 @@
+var SPoint_8h =
+[
+    [ "VFoundation::SPoint", "structVFoundation_1_1SPoint.html", "structVFoundation_1_1SPoint" ]
+];

@@ -1,0 +1,4 @@
+var VCmdEvent_8h =
+[
+    [ "VFoundation::VCmdEvent", "classVFoundation_1_1VCmdEvent.html", "classVFoundation_1_1VCmdEvent" ]
+];

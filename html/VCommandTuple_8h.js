@@ -1,0 +1,4 @@
+var VCommandTuple_8h =
+[
+    [ "VFoundation::VCommandTuple", "classVFoundation_1_1VCommandTuple.html", "classVFoundation_1_1VCommandTuple" ]
+];

@@ -1,0 +1,4 @@
+var VDev_8h =
+[
+    [ "VFoundation::VDev", "classVFoundation_1_1VDev.html", "classVFoundation_1_1VDev" ]
+];

@@ -1,0 +1,4 @@
+var VDictionary_8h =
+[
+    [ "VFoundation::VDictionary", "classVFoundation_1_1VDictionary.html", "classVFoundation_1_1VDictionary" ]
+];

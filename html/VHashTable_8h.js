@@ -1,0 +1,4 @@
+var VHashTable_8h =
+[
+    [ "VFoundation::VHashTable", "classVFoundation_1_1VHashTable.html", "classVFoundation_1_1VHashTable" ]
+];

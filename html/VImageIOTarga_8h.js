@@ -1,0 +1,4 @@
+var VImageIOTarga_8h =
+[
+    [ "VFoundation::VImageIOTarga", "classVFoundation_1_1VImageIOTarga.html", "classVFoundation_1_1VImageIOTarga" ]
+];

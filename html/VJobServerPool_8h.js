@@ -1,0 +1,4 @@
+var VJobServerPool_8h =
+[
+    [ "VFoundation::VJobServerPool", "classVFoundation_1_1VJobServerPool.html", "classVFoundation_1_1VJobServerPool" ]
+];

@@ -1,0 +1,4 @@
+var VJobServer_8h =
+[
+    [ "VFoundation::VJobServer", "classVFoundation_1_1VJobServer.html", "classVFoundation_1_1VJobServer" ]
+];

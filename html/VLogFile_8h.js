@@ -1,0 +1,4 @@
+var VLogFile_8h =
+[
+    [ "VFoundation::VLogFile", "classVFoundation_1_1VLogFile.html", "classVFoundation_1_1VLogFile" ]
+];

@@ -1,0 +1,4 @@
+var VMessageCenterJob_8h =
+[
+    [ "VFoundation::VMessageCenterJob", "classVFoundation_1_1VMessageCenterJob.html", "classVFoundation_1_1VMessageCenterJob" ]
+];

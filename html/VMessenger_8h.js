@@ -1,0 +1,4 @@
+var VMessenger_8h =
+[
+    [ "VFoundation::VMessenger", "classVFoundation_1_1VMessenger.html", "classVFoundation_1_1VMessenger" ]
+];

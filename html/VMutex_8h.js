@@ -1,0 +1,4 @@
+var VMutex_8h =
+[
+    [ "VFoundation::VMutex", "classVFoundation_1_1VMutex.html", "classVFoundation_1_1VMutex" ]
+];

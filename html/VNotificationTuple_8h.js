@@ -1,0 +1,4 @@
+var VNotificationTuple_8h =
+[
+    [ "VFoundation::VNotificationTuple", "classVFoundation_1_1VNotificationTuple.html", "classVFoundation_1_1VNotificationTuple" ]
+];

@@ -1,0 +1,4 @@
+var VObjectContainer_8h =
+[
+    [ "VFoundation::VObjectContainer", "classVFoundation_1_1VObjectContainer.html", "classVFoundation_1_1VObjectContainer" ]
+];

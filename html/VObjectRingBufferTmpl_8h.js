@@ -1,0 +1,4 @@
+var VObjectRingBufferTmpl_8h =
+[
+    [ "VFoundation::VObjectRingBufferTmpl< T >", "classVFoundation_1_1VObjectRingBufferTmpl.html", "classVFoundation_1_1VObjectRingBufferTmpl" ]
+];

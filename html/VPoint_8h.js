@@ -1,0 +1,4 @@
+var VPoint_8h =
+[
+    [ "VFoundation::VPoint", "classVFoundation_1_1VPoint.html", "classVFoundation_1_1VPoint" ]
+];

@@ -1,0 +1,4 @@
+var VSemaphore_8h =
+[
+    [ "VFoundation::VSemaphore", "classVFoundation_1_1VSemaphore.html", "classVFoundation_1_1VSemaphore" ]
+];

@@ -1,0 +1,4 @@
+var VStopWatch_8h =
+[
+    [ "VFoundation::VStopWatch", "classVFoundation_1_1VStopWatch.html", "classVFoundation_1_1VStopWatch" ]
+];

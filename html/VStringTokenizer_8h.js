@@ -1,0 +1,4 @@
+var VStringTokenizer_8h =
+[
+    [ "VFoundation::VStringTokenizer", "classVFoundation_1_1VStringTokenizer.html", "classVFoundation_1_1VStringTokenizer" ]
+];

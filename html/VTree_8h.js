@@ -1,0 +1,4 @@
+var VTree_8h =
+[
+    [ "VFoundation::VTree", "classVFoundation_1_1VTree.html", "classVFoundation_1_1VTree" ]
+];

@@ -1,0 +1,4 @@
+var VXMLFileIOPugiXmlFactory_8h =
+[
+    [ "VFoundation::VXMLFileIOPugiXmlFactory", "classVFoundation_1_1VXMLFileIOPugiXmlFactory.html", "classVFoundation_1_1VXMLFileIOPugiXmlFactory" ]
+];

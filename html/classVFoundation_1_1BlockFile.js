@@ -1,0 +1,28 @@
+var classVFoundation_1_1BlockFile =
+[
+    [ "BlockFile", "classVFoundation_1_1BlockFile.html#a4aa8090758fa0db18d4fe1bccd14640d", null ],
+    [ "BlockFile", "classVFoundation_1_1BlockFile.html#ae5e3f462aa88640a39508f326171cbd1", null ],
+    [ "~BlockFile", "classVFoundation_1_1BlockFile.html#ac0f809a8d0c54bddd828e669c14540ce", null ],
+    [ "Buffered", "classVFoundation_1_1BlockFile.html#a30eee2b4f3362f2371bf2fc726579670", null ],
+    [ "Close", "classVFoundation_1_1BlockFile.html#a963f2091d2461661a289b122ded1aa0c", null ],
+    [ "Flush", "classVFoundation_1_1BlockFile.html#a71b5fde553bced25c8341eb739eaf7f5", null ],
+    [ "HasFailed", "classVFoundation_1_1BlockFile.html#a5765e08a6458723e12d23b4f09473746", null ],
+    [ "IsAtEnd", "classVFoundation_1_1BlockFile.html#a2c33c2d3429f558f71317b54699d949f", null ],
+    [ "IsOpen", "classVFoundation_1_1BlockFile.html#a1b1d0f2515a71d5124910d93e2b225e7", null ],
+    [ "Length", "classVFoundation_1_1BlockFile.html#a438b01898635b5447b2225899fcfd08e", null ],
+    [ "OpenForReading", "classVFoundation_1_1BlockFile.html#a1c688c7aed88a0de1ba09e0e86709d6d", null ],
+    [ "OpenForWriting", "classVFoundation_1_1BlockFile.html#aedbb8d8431a626e4bcfcb7b0280b6831", null ],
+    [ "OpenWindow", "classVFoundation_1_1BlockFile.html#acfe5313dbaa2a481cf0a52933c922081", null ],
+    [ "operator=", "classVFoundation_1_1BlockFile.html#a2a62521a8edf393154eb92eb0f8cbb92", null ],
+    [ "Overwrite", "classVFoundation_1_1BlockFile.html#a95b8de9af39094a34a1beb9c64005a5d", null ],
+    [ "Position", "classVFoundation_1_1BlockFile.html#a828e7095ed6e3cf03942fe00556fde53", null ],
+    [ "Put", "classVFoundation_1_1BlockFile.html#a2f18da79216ecf3c13fffc5dafeb96c2", null ],
+    [ "Read", "classVFoundation_1_1BlockFile.html#a11390c4beb89cd2fa24210a41cf6e81f", null ],
+    [ "ReadError", "classVFoundation_1_1BlockFile.html#aa292840278af348c589607b988cf7e3d", null ],
+    [ "Seek", "classVFoundation_1_1BlockFile.html#aeeba83e01c9a4313f60cb512d26cdb2b", null ],
+    [ "Take", "classVFoundation_1_1BlockFile.html#a3bdf85d7c48bda64a52e4609360ccacf", null ],
+    [ "TakenFromWindow", "classVFoundation_1_1BlockFile.html#a83a80ec12334db5870ef9142157a4713", null ],
+    [ "Write", "classVFoundation_1_1BlockFile.html#a50b415ef633de23a6c24f56d2c2dc39a", null ],
+    [ "kBlockSize", "classVFoundation_1_1BlockFile.html#a0d75f4119d4e4d0aa7e0cdb3ee0d8293", null ],
+    [ "kMaxLength", "classVFoundation_1_1BlockFile.html#aaef2740cab06f59bba4c181286a36eb9", null ]
+];

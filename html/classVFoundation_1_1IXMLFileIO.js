@@ -1,0 +1,46 @@
+var classVFoundation_1_1IXMLFileIO =
+[
+    [ "eMode", "classVFoundation_1_1IXMLFileIO.html#a7c49a467ff3ec1053b86a9ce8fcc5bc1", [
+      [ "kNoDocument", "classVFoundation_1_1IXMLFileIO.html#a7c49a467ff3ec1053b86a9ce8fcc5bc1adb0fb8848ae9dbed35825ced47738b32", null ],
+      [ "kLoading", "classVFoundation_1_1IXMLFileIO.html#a7c49a467ff3ec1053b86a9ce8fcc5bc1a7cb534626d272e24122fc76611f13b1b", null ],
+      [ "kSaving", "classVFoundation_1_1IXMLFileIO.html#a7c49a467ff3ec1053b86a9ce8fcc5bc1a099cda740324711e6c27875db1cb85d5", null ]
+    ] ],
+    [ "eNodeType", "classVFoundation_1_1IXMLFileIO.html#ae2ce69ca02c9747d865c23bdcc503431", [
+      [ "kDocument", "classVFoundation_1_1IXMLFileIO.html#ae2ce69ca02c9747d865c23bdcc503431aa56e7b0d8f76e703041acdfbf0c2696e", null ],
+      [ "kElement", "classVFoundation_1_1IXMLFileIO.html#ae2ce69ca02c9747d865c23bdcc503431a5f5c6baf0c4bc79a23a584e179aab7fa", null ],
+      [ "kComment", "classVFoundation_1_1IXMLFileIO.html#ae2ce69ca02c9747d865c23bdcc503431a2f608c7d07d9483e8c9c8ddedd577853", null ],
+      [ "kUnknown", "classVFoundation_1_1IXMLFileIO.html#ae2ce69ca02c9747d865c23bdcc503431a6668616358cadf5cbdb9ef8451d4f893", null ],
+      [ "kText", "classVFoundation_1_1IXMLFileIO.html#ae2ce69ca02c9747d865c23bdcc503431ad3546e645adae4520f56009964faf44b", null ],
+      [ "kDeclaration", "classVFoundation_1_1IXMLFileIO.html#ae2ce69ca02c9747d865c23bdcc503431a476cc733d3d0970fa68673bf0a531a06", null ]
+    ] ],
+    [ "~IXMLFileIO", "classVFoundation_1_1IXMLFileIO.html#aab273ba997e225667bb79069c1c28855", null ],
+    [ "Clear", "classVFoundation_1_1IXMLFileIO.html#a377706f70a6740bddd3a1a7bc293e28a", null ],
+    [ "CloseChild", "classVFoundation_1_1IXMLFileIO.html#a2eef9331b4127fe495b3216e357a521f", null ],
+    [ "CloseChildren", "classVFoundation_1_1IXMLFileIO.html#a2dff26b65c8bfa47b5fd0a32231c4050", null ],
+    [ "CloseFile", "classVFoundation_1_1IXMLFileIO.html#a9ba88b3273be74f5623ff224a22dc429", null ],
+    [ "GetLevel", "classVFoundation_1_1IXMLFileIO.html#a0db4c1ff4088f3583b9c3939aa3e4b6d", null ],
+    [ "GetMode", "classVFoundation_1_1IXMLFileIO.html#a030095055397ed87c5389045423e9c61", null ],
+    [ "GetNodeName", "classVFoundation_1_1IXMLFileIO.html#ab0b9be7c380d88af337a9b57be25e38c", null ],
+    [ "GetNodeType", "classVFoundation_1_1IXMLFileIO.html#a18f44931e848776f26bed539733d1499", null ],
+    [ "IsComplete", "classVFoundation_1_1IXMLFileIO.html#a6d2034ee6337021a785f864a61f4723d", null ],
+    [ "IsValid", "classVFoundation_1_1IXMLFileIO.html#a4b2243b44777d66494311da354a8643c", null ],
+    [ "LoadFile", "classVFoundation_1_1IXMLFileIO.html#a066eb164493d4572ea55a99f30991184", null ],
+    [ "OpenChildren", "classVFoundation_1_1IXMLFileIO.html#ab0feaefff150ab2f131837bc499cf832", null ],
+    [ "OpenFileForRead", "classVFoundation_1_1IXMLFileIO.html#a20b47772d4919d117f774503cca6f5f4", null ],
+    [ "OpenFileForWrite", "classVFoundation_1_1IXMLFileIO.html#a625e39dde11a2afa8541c30576d2b791", null ],
+    [ "OpenFirstChild", "classVFoundation_1_1IXMLFileIO.html#a99a804f606e076ad9e6e0e2066ff882f", null ],
+    [ "OpenFirstChildElement", "classVFoundation_1_1IXMLFileIO.html#a39060a890767a51421d4d22290b9023f", null ],
+    [ "OpenFirstChildText", "classVFoundation_1_1IXMLFileIO.html#a960d6062131354be643fc0ad8b02e90d", null ],
+    [ "OpenNextSibling", "classVFoundation_1_1IXMLFileIO.html#ae77c5f81a29b3148eda3939a3fb57ce4", null ],
+    [ "OpenNextSiblingElement", "classVFoundation_1_1IXMLFileIO.html#ac5cfbfaf17bd0ce8a8dac0ab9fd80ecd", null ],
+    [ "OpenNextSiblingText", "classVFoundation_1_1IXMLFileIO.html#a5ddd214f9f10d621d84b2690ace71c85", null ],
+    [ "PrintIndent", "classVFoundation_1_1IXMLFileIO.html#a131ecfb58784334e654b37c7d9278e44", null ],
+    [ "ReadAttribute", "classVFoundation_1_1IXMLFileIO.html#a1ccd21862dfe627d8cc0c07019772472", null ],
+    [ "ReadText", "classVFoundation_1_1IXMLFileIO.html#a9b7cb78df21b64285bd7e1a8113e5918", null ],
+    [ "WriteAttribute", "classVFoundation_1_1IXMLFileIO.html#a3a36e53d508bdd93171f78305da477bd", null ],
+    [ "WriteFileToString", "classVFoundation_1_1IXMLFileIO.html#aa0cd17317fdafae5a8a41580f9beef16", null ],
+    [ "WriteText", "classVFoundation_1_1IXMLFileIO.html#ac27cd92d967ca18de722f254db1674ef", null ],
+    [ "kMaxAttributes", "classVFoundation_1_1IXMLFileIO.html#aa8b43aed41a5d30f5ba90f9576074a0e", null ],
+    [ "kMaxNesting", "classVFoundation_1_1IXMLFileIO.html#a0610d90d56e8387f3e9ee19e4173154e", null ],
+    [ "kMaxTextSize", "classVFoundation_1_1IXMLFileIO.html#a8882c11eb50b3f8b476131defe7e150a", null ]
+];

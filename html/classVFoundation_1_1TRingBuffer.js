@@ -1,0 +1,25 @@
+var classVFoundation_1_1TRingBuffer =
+[
+    [ "CounterRef", "classVFoundation_1_1TRingBuffer_1_1CounterRef.html", "classVFoundation_1_1TRingBuffer_1_1CounterRef" ],
+    [ "TRingBuffer", "classVFoundation_1_1TRingBuffer.html#a792a0f3e847fb71f08b907a6d60b51ba", null ],
+    [ "TRingBuffer", "classVFoundation_1_1TRingBuffer.html#adc1c29fa018af8f2af79c1f27dd80bf2", null ],
+    [ "TRingBuffer", "classVFoundation_1_1TRingBuffer.html#a3a7a0440f37abdde2dd6c8f6bc312c67", null ],
+    [ "~TRingBuffer", "classVFoundation_1_1TRingBuffer.html#a3156bf0e99e3e02d1d8cdbb96db88bc5", null ],
+    [ "Capacity", "classVFoundation_1_1TRingBuffer.html#ad3c3be2df3cb78d42ecd0bf91d43324b", null ],
+    [ "CursorEnd", "classVFoundation_1_1TRingBuffer.html#a35ade848896fa278e801ab967cf2a626", null ],
+    [ "FreeWord", "classVFoundation_1_1TRingBuffer.html#a4f026a124ff318e35480776ac40fa0a0", null ],
+    [ "InitializeClass", "classVFoundation_1_1TRingBuffer.html#a43dd6dd6d3e4bdd2109920b7ecdd4197", null ],
+    [ "New", "classVFoundation_1_1TRingBuffer.html#a7bd006dfe714e476c3aab2cdf4edaf0c", null ],
+    [ "operator=", "classVFoundation_1_1TRingBuffer.html#ae8ded57e3cebcecc138e69815aab847b", null ],
+    [ "Pop", "classVFoundation_1_1TRingBuffer.html#ae4163bc3bab763061edaf1e1b7214010", null ],
+    [ "Push", "classVFoundation_1_1TRingBuffer.html#a9ac1569321c0cc834fb7538d0278e0ea", null ],
+    [ "PushAdopted", "classVFoundation_1_1TRingBuffer.html#afd3447ec0bc86e7205083d2b0ca61c67", null ],
+    [ "RemoveAllObjects", "classVFoundation_1_1TRingBuffer.html#a94cc4f0ee057c880a8df36c4ca968083", null ],
+    [ "TheClass", "classVFoundation_1_1TRingBuffer.html#aa69172fb3676492e2f79d21ed5bd18fe", null ],
+    [ "UninitializeClass", "classVFoundation_1_1TRingBuffer.html#af97e813ecdac0cc6775a08fee011ab25", null ],
+    [ "UsableCapacity", "classVFoundation_1_1TRingBuffer.html#abc8ecfcf95fb3e1b69bae54c4087e618", null ],
+    [ "UsedCount", "classVFoundation_1_1TRingBuffer.html#a0fb43b5b62aa705180885a2daa91e340", null ],
+    [ "UsedWord", "classVFoundation_1_1TRingBuffer.html#a2f713c006d16eb809f929c1b7f890e47", null ],
+    [ "TRecyclePool", "classVFoundation_1_1TRingBuffer.html#a0e9a82fc2a93b7da5c1b3e83a4bb5348", null ],
+    [ "kWrapAllowance", "classVFoundation_1_1TRingBuffer.html#ac8c23431a7ea224017170a24dd0bd37e", null ]
+];

@@ -1,0 +1,27 @@
+var classVFoundation_1_1VBitString =
+[
+    [ "VBitString", "classVFoundation_1_1VBitString.html#a424fe61fa94a8d326466dbbe1a8ef13c", null ],
+    [ "VBitString", "classVFoundation_1_1VBitString.html#a0c340795223866cd82b2cdaabe35cbf9", null ],
+    [ "VBitString", "classVFoundation_1_1VBitString.html#a18a1060e0dc0d345d3e57f8419092e24", null ],
+    [ "And", "classVFoundation_1_1VBitString.html#a162754ed759fcc1a794f658cd004df5d", null ],
+    [ "AsString", "classVFoundation_1_1VBitString.html#aeee900f1b8e8c3ba43801439efc75402", null ],
+    [ "Copy", "classVFoundation_1_1VBitString.html#a5cc09bfe930e6b1b266b66ee2a5a6ecd", null ],
+    [ "Count", "classVFoundation_1_1VBitString.html#ab0c06691c285fc9191d74659c9d236f7", null ],
+    [ "CountOnes", "classVFoundation_1_1VBitString.html#aeec50f4df330a26f43ebf7631094884c", null ],
+    [ "FlipBit", "classVFoundation_1_1VBitString.html#a0bc8674dd5d2e6016e41cd57d44dcb65", null ],
+    [ "GetBit", "classVFoundation_1_1VBitString.html#a0151a186462436949f1cae26c4e0843c", null ],
+    [ "GetDescription", "classVFoundation_1_1VBitString.html#a88f4b1ab45d6150440d70670c70e437a", null ],
+    [ "IsEqual", "classVFoundation_1_1VBitString.html#a808e027bba2ea9da908f9e7c141c4561", null ],
+    [ "New", "classVFoundation_1_1VBitString.html#a70e74f82ba53c27d15a1b4c58789dec5", null ],
+    [ "operator=", "classVFoundation_1_1VBitString.html#aa1b1bc66760bcc897c0859a679ad683a", null ],
+    [ "operator==", "classVFoundation_1_1VBitString.html#a33f7ff593292d4fd9df743af40e0aef4", null ],
+    [ "Or", "classVFoundation_1_1VBitString.html#aa12e2c647ccaa2f6360dbd0d6bdf0c35", null ],
+    [ "Serialize", "classVFoundation_1_1VBitString.html#a397778ebff1769f2afa06b226708ef26", null ],
+    [ "SerializeAsXML", "classVFoundation_1_1VBitString.html#ae0e06ed788d6ce29b853559ac25bcb09", null ],
+    [ "SetBit", "classVFoundation_1_1VBitString.html#af79e6e465d78acd80513ddbf0e824d4e", null ],
+    [ "SetCount", "classVFoundation_1_1VBitString.html#a36a72bf64ade4cecdde90fa6460c2b64", null ],
+    [ "SetFromString", "classVFoundation_1_1VBitString.html#a1593a532633957cac7905d8898ec6a00", null ],
+    [ "Xor", "classVFoundation_1_1VBitString.html#a2ea2ca8a66b0328a4eb5259f8111276d", null ],
+    [ "kClassName", "classVFoundation_1_1VBitString.html#a208336e514bab2d6e59d47e335875f7e", null ],
+    [ "ms_theClass", "classVFoundation_1_1VBitString.html#a84c33e1d22cef7e4df7a18b378441f9d", null ]
+];

@@ -1,0 +1,25 @@
+var classVFoundation_1_1VConnectionTuple =
+[
+    [ "VConnectionTuple", "classVFoundation_1_1VConnectionTuple.html#aa854efc7e3d79e39bad870ce627895a4", null ],
+    [ "VConnectionTuple", "classVFoundation_1_1VConnectionTuple.html#aff7fcdb58a9f6cc53cc952e024d0ee30", null ],
+    [ "~VConnectionTuple", "classVFoundation_1_1VConnectionTuple.html#a33c44883ee6f7cf9038478c21038da8b", null ],
+    [ "ClearAllConnectionTuples", "classVFoundation_1_1VConnectionTuple.html#ace4b12d03384b886ff973aff6194a1df", null ],
+    [ "InitializeClass", "classVFoundation_1_1VConnectionTuple.html#a78db87dff2dfb50495b753406b39406e", null ],
+    [ "Matches", "classVFoundation_1_1VConnectionTuple.html#a39346ba8e0397024200e2556a2d73f60", null ],
+    [ "Matches", "classVFoundation_1_1VConnectionTuple.html#a2c76b81f291cfe640fcbe4a272dd477e", null ],
+    [ "MessageSend", "classVFoundation_1_1VConnectionTuple.html#ae522168c4206a0394eff6440f638a80a", null ],
+    [ "New", "classVFoundation_1_1VConnectionTuple.html#a5a24b9e818917440b636b6d09da53751", null ],
+    [ "NewConnectionTuple", "classVFoundation_1_1VConnectionTuple.html#a21f239e55b77f7ce7ba23f6300cba01c", null ],
+    [ "operator=", "classVFoundation_1_1VConnectionTuple.html#a26d9e918ba4cd285ac47d1062dc6fb59", null ],
+    [ "Release", "classVFoundation_1_1VConnectionTuple.html#ab5624fb1a46ecb8fcabe2f27f7643cde", null ],
+    [ "Set", "classVFoundation_1_1VConnectionTuple.html#a0e6d6fcc1c25cdd70827a36898928ca4", null ],
+    [ "Target", "classVFoundation_1_1VConnectionTuple.html#a7e700bbd2c6abdbda0e2341a5cd412af", null ],
+    [ "UninitializeClass", "classVFoundation_1_1VConnectionTuple.html#a88ffd048a605a835643b578bd21af67f", null ],
+    [ "kClassName", "classVFoundation_1_1VConnectionTuple.html#ada5ea5f80539b8751dbc038842585bc6", null ],
+    [ "kNoID", "classVFoundation_1_1VConnectionTuple.html#ac66bf4d55c9b75f8e9a269cf5bed17d9", null ],
+    [ "kPoolCapacity", "classVFoundation_1_1VConnectionTuple.html#ac86630df60e028e754c0edb743227513", null ],
+    [ "ms_allConnections", "classVFoundation_1_1VConnectionTuple.html#a0012deb8c9eca75b31704f8e4f1033d6", null ],
+    [ "ms_bRecyclingEnabled", "classVFoundation_1_1VConnectionTuple.html#ad67aa5886fdf4001c72d07c1abbd8cbf", null ],
+    [ "ms_recycledConnections", "classVFoundation_1_1VConnectionTuple.html#aea720eb538b1e5fc96f08e411430c164", null ],
+    [ "ms_theClass", "classVFoundation_1_1VConnectionTuple.html#a2a7ec346bdd9c7676b6d652dc4b1cd55", null ]
+];

@@ -1,0 +1,26 @@
+var classVFoundation_1_1VData =
+[
+    [ "VData", "classVFoundation_1_1VData.html#a0c9f0dd455b4a96b9e5c211c38827dfb", null ],
+    [ "VData", "classVFoundation_1_1VData.html#ad9ed56db1df6d45dc6148abf21872aa3", null ],
+    [ "~VData", "classVFoundation_1_1VData.html#a8c45159403dac0d3d47a9d2ff2fda775", null ],
+    [ "VData", "classVFoundation_1_1VData.html#ab38823158d29fc4347948da6ef8a2ec6", null ],
+    [ "Bytes", "classVFoundation_1_1VData.html#aa4ed8d5c6cece97496fee8da8a3c21f7", null ],
+    [ "Bytes", "classVFoundation_1_1VData.html#a9ce1da2bc54fe943da9151e7834b3cc0", null ],
+    [ "Copy", "classVFoundation_1_1VData.html#a5785fa45a10eb74d6b48aee944b43096", null ],
+    [ "FastZeroMemory", "classVFoundation_1_1VData.html#af27f70509bafdf60a0f9fa59dbd43c7d", null ],
+    [ "GetDescription", "classVFoundation_1_1VData.html#a5112448b0b4c2d836fe67e03f4eeb9a1", null ],
+    [ "IsEqual", "classVFoundation_1_1VData.html#a75bac64a88d4dbf41b27763ccb304969", null ],
+    [ "Length", "classVFoundation_1_1VData.html#acff412764106896a77b36d5a8541b62b", null ],
+    [ "New", "classVFoundation_1_1VData.html#a437dba62a5b6d27fa9ff91137082542e", null ],
+    [ "operator!=", "classVFoundation_1_1VData.html#aa7b86e2ce1c53c81ab08505426b6fb3f", null ],
+    [ "operator=", "classVFoundation_1_1VData.html#a018d25091b2223c143fd84881364fb55", null ],
+    [ "operator==", "classVFoundation_1_1VData.html#ac6ca4e35e485224cc6f260da514c351a", null ],
+    [ "Serialize", "classVFoundation_1_1VData.html#ae0d0f7b6ec42945365afd4f1a0dc1589", null ],
+    [ "Serialize_YeOldeZephStyle", "classVFoundation_1_1VData.html#acc577bc0a6f4f980808ccf16ddb34d78", null ],
+    [ "SetLength", "classVFoundation_1_1VData.html#a078c4719a1a25cb07ddabb2eae4808b8", null ],
+    [ "Swap", "classVFoundation_1_1VData.html#a960083b8277ddb61d9e157840fbfc202", null ],
+    [ "kClassName", "classVFoundation_1_1VData.html#a3e349dc8835972e6455c5796846256a9", null ],
+    [ "kMaxLength", "classVFoundation_1_1VData.html#aa4db3bd1d7675383d752e6e8e1f55575", null ],
+    [ "kMaxUnbackedLength", "classVFoundation_1_1VData.html#a9b215d8aa376eda1063b08681889a319", null ],
+    [ "ms_theClass", "classVFoundation_1_1VData.html#aff14ee91a74cb17e4df3572ac3da3893", null ]
+];

@@ -1,0 +1,26 @@
+var classVFoundation_1_1VDictionary =
+[
+    [ "VDictionary", "classVFoundation_1_1VDictionary.html#a5577cdaf78a1aeeac01a4ad28949a3b6", null ],
+    [ "VDictionary", "classVFoundation_1_1VDictionary.html#adcc979dda70a0a426e08fab223042bcd", null ],
+    [ "~VDictionary", "classVFoundation_1_1VDictionary.html#a4249ab4954c5c077c79a8d56b6081291", null ],
+    [ "Copy", "classVFoundation_1_1VDictionary.html#aa56a7c1b02c2b8cc6c51f3c158f08147", null ],
+    [ "Count", "classVFoundation_1_1VDictionary.html#a12cb61ed7e83c671f61363e7a54220e8", null ],
+    [ "DeepCopyContents", "classVFoundation_1_1VDictionary.html#add3647e5937ee118f6761048c4d5a80f", null ],
+    [ "GetDescription", "classVFoundation_1_1VDictionary.html#a5cda43444c63024afc7224c462076f21", null ],
+    [ "InitializeClass", "classVFoundation_1_1VDictionary.html#a5ebaa1a5fa10ab4169808b8d2b819d58", null ],
+    [ "Keys", "classVFoundation_1_1VDictionary.html#a625e40255813abdd19735df96a5c9c3f", null ],
+    [ "New", "classVFoundation_1_1VDictionary.html#a32b9dffb488353c3617116b6dc76169b", null ],
+    [ "ObjectForKey", "classVFoundation_1_1VDictionary.html#a56ae72e3376c1bdc6e863eb27c02efcf", null ],
+    [ "operator=", "classVFoundation_1_1VDictionary.html#a70db8040c6f46d9bd7c68bdf8a2331d5", null ],
+    [ "RemoveObjectForKey", "classVFoundation_1_1VDictionary.html#ae0db072b4cd84ab405c4ce527c324290", null ],
+    [ "SerializeAsXML", "classVFoundation_1_1VDictionary.html#a1f14864ed8fc51326431aed2a2142005", null ],
+    [ "SetObjectForKey", "classVFoundation_1_1VDictionary.html#a0dbc3953f994342fdc339ee9847f05dd", null ],
+    [ "UninitializeClass", "classVFoundation_1_1VDictionary.html#a902ec26943a5129a6118da31a22955df", null ],
+    [ "Values", "classVFoundation_1_1VDictionary.html#a44f2d39c7efb2a39b815f71354442e76", null ],
+    [ "kClassName", "classVFoundation_1_1VDictionary.html#ac4f6f3185fddbee63eee263bb91788eb", null ],
+    [ "kMaxCopiedNesting", "classVFoundation_1_1VDictionary.html#ace3992da0b8d0e6eca952e5ebaf3779d", null ],
+    [ "kVersion", "classVFoundation_1_1VDictionary.html#a281278c8c72b68c56a638f4bc358de15", null ],
+    [ "ms_memberName_keyArray", "classVFoundation_1_1VDictionary.html#a1ad72a0c655549f1f4155c2dfd23f162", null ],
+    [ "ms_memberName_valueArray", "classVFoundation_1_1VDictionary.html#a370f1051ea613e38b75d24f61b343e9e", null ],
+    [ "ms_theClass", "classVFoundation_1_1VDictionary.html#a9c1d915d267fb5267c64be82b49a70c9", null ]
+];

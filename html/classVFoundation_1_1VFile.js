@@ -1,0 +1,25 @@
+var classVFoundation_1_1VFile =
+[
+    [ "VFile", "classVFoundation_1_1VFile.html#a3b9c8ea6bda7721e450a830172520ca4", null ],
+    [ "VFile", "classVFoundation_1_1VFile.html#a4f2bb95561efa65686aa42eb702b3a74", null ],
+    [ "~VFile", "classVFoundation_1_1VFile.html#aebbeaa7f6be83dabb9a691ca80b3d295", null ],
+    [ "FileSeek", "classVFoundation_1_1VFile.html#abed2831fd6ac40c491e234c59158ddd8", null ],
+    [ "GetLength", "classVFoundation_1_1VFile.html#ac83dc3366700ae7529caab6aa3aeb962", null ],
+    [ "GetLengthRemaining", "classVFoundation_1_1VFile.html#a3f2832bd56968b77d55ffc2acc9c363e", null ],
+    [ "GetPosition", "classVFoundation_1_1VFile.html#aac7a7aace1f9c2674c5ce6aeaec9dbd6", null ],
+    [ "InitializeClass", "classVFoundation_1_1VFile.html#aeff0457c420eeaf6b81d51928f171478", null ],
+    [ "IsEndOfFile", "classVFoundation_1_1VFile.html#ad95f83846b9fee6c107f5116f6250331", null ],
+    [ "New", "classVFoundation_1_1VFile.html#a10a67ff7964612b1f1ac656f9442dc39", null ],
+    [ "OpenForReading", "classVFoundation_1_1VFile.html#ad0de71754dd3643798b554b91fc02fa8", null ],
+    [ "OpenRegularFile", "classVFoundation_1_1VFile.html#ac0941ad09ef25647431213bdd1f891db", null ],
+    [ "operator=", "classVFoundation_1_1VFile.html#aa9df80b0f15ac29105a30f5f5b625b3c", null ],
+    [ "ReadBytes", "classVFoundation_1_1VFile.html#ac3a5d5d2ef2b6bc4fea2eb8e6af48542", null ],
+    [ "ReadError", "classVFoundation_1_1VFile.html#ab2e27e6f17f71e09093a9308018429e4", null ],
+    [ "vfc_fopen", "classVFoundation_1_1VFile.html#a4580b30e265e2d6d6c22ead76e17b8ea", null ],
+    [ "vfc_fopen", "classVFoundation_1_1VFile.html#a12af3f2b37fbbe5a68f41e075938fc09", null ],
+    [ "kClassName", "classVFoundation_1_1VFile.html#a8f8f3ba3d4c3ea15191b76758d5f9461", null ],
+    [ "kFromCurrent", "classVFoundation_1_1VFile.html#ae13242aa27f4a423294c724520588fd9", null ],
+    [ "kFromEnd", "classVFoundation_1_1VFile.html#abdc00c8f84bd03412712850ab97b021b", null ],
+    [ "kFromStart", "classVFoundation_1_1VFile.html#a19c4b3509a168dd9167efff275f48101", null ],
+    [ "ms_theClass", "classVFoundation_1_1VFile.html#a5d7a65e35be5afba5b2dff48502635a5", null ]
+];

@@ -1,0 +1,28 @@
+var classVFoundation_1_1VGraphNode =
+[
+    [ "VGraphNode", "classVFoundation_1_1VGraphNode.html#a2c91030c05901bd0f54a88d706df9d20", null ],
+    [ "VGraphNode", "classVFoundation_1_1VGraphNode.html#ad2e34eefd918ab2ef7785863e6b8df60", null ],
+    [ "~VGraphNode", "classVFoundation_1_1VGraphNode.html#a44118380f20894f8a1c4815ceb8f2b24", null ],
+    [ "Attrib", "classVFoundation_1_1VGraphNode.html#a2fc79ac1a87a65599f2046680fc66e0c", null ],
+    [ "Copy", "classVFoundation_1_1VGraphNode.html#a646d847bcadef001807adc4b354536cf", null ],
+    [ "Graph", "classVFoundation_1_1VGraphNode.html#a49d9c73a5637ea47085beb57809ef0f2", null ],
+    [ "GraphCriticalSection", "classVFoundation_1_1VGraphNode.html#a57ea8c89fd8ef8e9c06be23cf37576b0", null ],
+    [ "InitializeClass", "classVFoundation_1_1VGraphNode.html#a879904f8c99f9a510e8a4d6a8dfc91b7", null ],
+    [ "New", "classVFoundation_1_1VGraphNode.html#a358874266a5aa0c2cf242dbcc4871208", null ],
+    [ "NodeID", "classVFoundation_1_1VGraphNode.html#a7ad3474f1a5c7066bc66ed733e252b98", null ],
+    [ "operator=", "classVFoundation_1_1VGraphNode.html#ab2db0861d41adacf90034664399a3208", null ],
+    [ "operator==", "classVFoundation_1_1VGraphNode.html#a95bf335bad4eb7b934185a929a9c0b0c", null ],
+    [ "Properties", "classVFoundation_1_1VGraphNode.html#ad7c17a07a55d30c6b172ad20ca132c12", null ],
+    [ "Properties", "classVFoundation_1_1VGraphNode.html#a85972135de611150c85debc994b53d12", null ],
+    [ "SerializeAsXML", "classVFoundation_1_1VGraphNode.html#a17b1a5347cc08b4f0740b66e5094fdbb", null ],
+    [ "SetAttrib", "classVFoundation_1_1VGraphNode.html#acfbbdec37710f1806b35def97e568659", null ],
+    [ "SetGraph", "classVFoundation_1_1VGraphNode.html#a2fc1b5fcf8e722e76128c80c091fa33d", null ],
+    [ "SetNodeID", "classVFoundation_1_1VGraphNode.html#aefce0765c6bac96abbec79928e63037f", null ],
+    [ "UninitializeClass", "classVFoundation_1_1VGraphNode.html#a8a911e4d9b3bf20e4e7cbd49318070e0", null ],
+    [ "kClassName", "classVFoundation_1_1VGraphNode.html#afaf27027bcdc218835bbd4b24e8b3b11", null ],
+    [ "ms_keyNodeID", "classVFoundation_1_1VGraphNode.html#a3bb07fd72ec94f9f5fd524ba461c5d9a", null ],
+    [ "ms_keyScreenMinimised", "classVFoundation_1_1VGraphNode.html#aaf6441317ec79d0fc5f1bdaf5a0a79f7", null ],
+    [ "ms_keyScreenXY", "classVFoundation_1_1VGraphNode.html#a34a39b8653fae0d9ba4e674bed294453", null ],
+    [ "ms_masterGraphNodeID", "classVFoundation_1_1VGraphNode.html#ad7354116b87e9445041c7a9310a0c78a", null ],
+    [ "ms_theClass", "classVFoundation_1_1VGraphNode.html#a86e6870cc94f994a2a50f904f1d9355d", null ]
+];

@@ -1,0 +1,25 @@
+var classVFoundation_1_1VLogFile =
+[
+    [ "VLogFile", "classVFoundation_1_1VLogFile.html#a83437b046363d9211192b2ceed84d99c", null ],
+    [ "VLogFile", "classVFoundation_1_1VLogFile.html#a80beeafbc4eb97f4d2779ab6b102bd78", null ],
+    [ "~VLogFile", "classVFoundation_1_1VLogFile.html#aac73a3acd533c0e7e7ec18a8e1ff1342", null ],
+    [ "VLogFile", "classVFoundation_1_1VLogFile.html#af9a26752d1505778d23ac3454ca951de", null ],
+    [ "AddString", "classVFoundation_1_1VLogFile.html#a9127796e5ab4967abb25d3aef8591d34", null ],
+    [ "Close", "classVFoundation_1_1VLogFile.html#a43eece6ba7fccd20ba71acb1e30a4865", null ],
+    [ "DroppedLines", "classVFoundation_1_1VLogFile.html#afa7c357363a8896a6b7014f022a345f9", null ],
+    [ "FileName", "classVFoundation_1_1VLogFile.html#a040a4303c24cef2ddbb55a4d09adf575", null ],
+    [ "GetFileSetting", "classVFoundation_1_1VLogFile.html#a23d1f1f890b512d27fea6dbfa92edf79", null ],
+    [ "GetFlushEachLine", "classVFoundation_1_1VLogFile.html#aca7c653f2490ab22337419e84fab80ac", null ],
+    [ "IsLoggingThreadRunning", "classVFoundation_1_1VLogFile.html#af844089552ab9b121acbcf88c9ebc4bc", null ],
+    [ "New", "classVFoundation_1_1VLogFile.html#a37467ee6d50d8dc5d603b483b904d56f", null ],
+    [ "Open", "classVFoundation_1_1VLogFile.html#a22863844326dc40b4dded726ae228de3", null ],
+    [ "operator=", "classVFoundation_1_1VLogFile.html#a656a3130ad69ad951203b79f61f161d2", null ],
+    [ "SetFileSetting", "classVFoundation_1_1VLogFile.html#a4dd908f88f5ee6543c582a61247711bb", null ],
+    [ "SetFlushEachLine", "classVFoundation_1_1VLogFile.html#abb93e797a3c08fd6c0e1e3239994ed99", null ],
+    [ "ShutdownLoggingThread", "classVFoundation_1_1VLogFile.html#af34065442177317ca4a886cecfdcca1b", null ],
+    [ "StartLoggingThread", "classVFoundation_1_1VLogFile.html#aa521ee14dae1851f50f2c1176a16bd1a", null ],
+    [ "kClassName", "classVFoundation_1_1VLogFile.html#af818eef1313fe6ba36393694c9ee6fb7", null ],
+    [ "kPathSize", "classVFoundation_1_1VLogFile.html#ae25e751952e906991bc0d37736783f1f", null ],
+    [ "kQueueCapacity", "classVFoundation_1_1VLogFile.html#a0dc0e724ec5f8473a21c5aecdb0c65af", null ],
+    [ "ms_theClass", "classVFoundation_1_1VLogFile.html#a42f7f9b595e3d2f2c7a2de06214ecbce", null ]
+];

@@ -1,0 +1,25 @@
+var classVFoundation_1_1VMessage =
+[
+    [ "VMessage", "classVFoundation_1_1VMessage.html#a4a0a8bcc30fcd27184f6605f39061927", null ],
+    [ "VMessage", "classVFoundation_1_1VMessage.html#ab1066f1aaf807d966c0af05169fc2b74", null ],
+    [ "~VMessage", "classVFoundation_1_1VMessage.html#aebf301409574166dbd87a51da52e5338", null ],
+    [ "Clear", "classVFoundation_1_1VMessage.html#a75e12d00d802532e50dfa87287ef306e", null ],
+    [ "Copy", "classVFoundation_1_1VMessage.html#a060aba745c0031fbf9637b8dd442dd78", null ],
+    [ "FirstArg", "classVFoundation_1_1VMessage.html#a0b95da6fa1cd2e092c7ce250c37c4ddd", null ],
+    [ "FirstArg", "classVFoundation_1_1VMessage.html#a5d2485664d16336d0e0b12b07bc2bfa0", null ],
+    [ "InitializeClass", "classVFoundation_1_1VMessage.html#a70584987438d01fb17e05b3464317749", null ],
+    [ "Matches", "classVFoundation_1_1VMessage.html#a03c5d50d8bf5df6ff253a23274ed7d77", null ],
+    [ "MessageID", "classVFoundation_1_1VMessage.html#a030149e2147d1e4cd3c3841a2d4edb66", null ],
+    [ "New", "classVFoundation_1_1VMessage.html#a48042aa7346ee50a5e350c5a7ce35d5f", null ],
+    [ "operator=", "classVFoundation_1_1VMessage.html#a023ddc09dcfff8f65792d762661286df", null ],
+    [ "Receivable", "classVFoundation_1_1VMessage.html#a4263486414302cbe2d0f67a368b5ae34", null ],
+    [ "SecondArg", "classVFoundation_1_1VMessage.html#ad84a91c781be0d71d3a6c777ddef0d2c", null ],
+    [ "SecondArg", "classVFoundation_1_1VMessage.html#a937294b7b52a2d84364266b3daff3a98", null ],
+    [ "SetMessageID", "classVFoundation_1_1VMessage.html#af74a869cdbe5696205db3e55b605f40d", null ],
+    [ "SetUserData", "classVFoundation_1_1VMessage.html#ac1991d5e6e4f53ef095b96eab25c1e9f", null ],
+    [ "UninitializeClass", "classVFoundation_1_1VMessage.html#aaa1e96acb99cf7b8179b1c2228ad049b", null ],
+    [ "UserData", "classVFoundation_1_1VMessage.html#a2fe043b7dd1cc1e4edbc06eaf44710fc", null ],
+    [ "kClassName", "classVFoundation_1_1VMessage.html#a8970910e33737a4aeccf40b618aabd78", null ],
+    [ "kNoID", "classVFoundation_1_1VMessage.html#ad5d9c5a90de7964cc3a7ffd7376cc960", null ],
+    [ "ms_theClass", "classVFoundation_1_1VMessage.html#a57a1834848eae74852b7d79d09cf52ba", null ]
+];

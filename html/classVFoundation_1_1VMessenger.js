@@ -1,0 +1,25 @@
+var classVFoundation_1_1VMessenger =
+[
+    [ "VConnections", "classVFoundation_1_1VMessenger.html#a7b9f8df17235dcb55f6d40bf5a07633d", null ],
+    [ "VConnectionTable", "classVFoundation_1_1VMessenger.html#ab7d9fc708adc37365025acc5f36e0dfa", null ],
+    [ "VMessenger", "classVFoundation_1_1VMessenger.html#a674bd647e469829ae59ce847a5fa3cb1", null ],
+    [ "~VMessenger", "classVFoundation_1_1VMessenger.html#aa0963ad8b4d150d1beb2a045366abb9f", null ],
+    [ "VMessenger", "classVFoundation_1_1VMessenger.html#af5e3c4dbc6403068cf00e20411a81cce", null ],
+    [ "AddConnection", "classVFoundation_1_1VMessenger.html#ac9c88f1e8b4e4f246172c9f2704541c5", null ],
+    [ "ConnectionsOf", "classVFoundation_1_1VMessenger.html#aa7d10c79f2c93d633ccc96f3be2b0bf2", null ],
+    [ "GetConnectionsCount", "classVFoundation_1_1VMessenger.html#a2554a856abbbad0ccca897b1bf8e694e", null ],
+    [ "GetInMessageCount", "classVFoundation_1_1VMessenger.html#a197c0882ad332a7e084a325f16883526", null ],
+    [ "GetMessengerName", "classVFoundation_1_1VMessenger.html#a6192f1dfe5dde1c51bb21b03d59b432b", null ],
+    [ "GetOutMessageCount", "classVFoundation_1_1VMessenger.html#ade535ded41f42b0db460540ad172f3ce", null ],
+    [ "InitializeClass", "classVFoundation_1_1VMessenger.html#a68fee67ef8fe3686e9f28cc18558b730", null ],
+    [ "operator=", "classVFoundation_1_1VMessenger.html#aaba8408786fd4ec7c29da1f5f7c3685d", null ],
+    [ "ReceiveMessage", "classVFoundation_1_1VMessenger.html#aa838abca65b6f106c159b598bead63f6", null ],
+    [ "RemoveConnection", "classVFoundation_1_1VMessenger.html#ad203652699fccef1ec58a325b07a47cb", null ],
+    [ "SendToConnections", "classVFoundation_1_1VMessenger.html#a261b4936f4fb77ee421716cb2391976a", null ],
+    [ "TouchInMessage", "classVFoundation_1_1VMessenger.html#a880f00cc09dcdae1c449deb6a7d54030", null ],
+    [ "TouchOutMessage", "classVFoundation_1_1VMessenger.html#a60f1164f02bfe151cf3025a7c66f84b2", null ],
+    [ "UninitializeClass", "classVFoundation_1_1VMessenger.html#adf53f103db06cce073eeb2022ed24c0c", null ],
+    [ "kClassName", "classVFoundation_1_1VMessenger.html#aa0a963773a77cebdb018cfd49c2afa6a", null ],
+    [ "kIsAbstract", "classVFoundation_1_1VMessenger.html#ac6f4e5e5d629de73c931fe8bc4c3f3d4", null ],
+    [ "ms_theClass", "classVFoundation_1_1VMessenger.html#ab848bb63cba4b1402add89950b4997b5", null ]
+];

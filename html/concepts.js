@@ -1,0 +1,6 @@
+var concepts =
+[
+    [ "VFoundation", "namespaceVFoundation.html", [
+      [ "FileType", "conceptVFoundation_1_1FileType.html", null ]
+    ] ]
+];

@@ -1,0 +1,4 @@
+var namespaces_dup =
+[
+    [ "VFoundation", "namespaceVFoundation.html", "namespaceVFoundation" ]
+];

@@ -1,0 +1,26 @@
+var searchData=
+[
+  ['page_0',['Page',['../classVFoundation_1_1VPDFConnection.html#a7946eb16f0730b9bbb2c03352108cfb8',1,'VFoundation::VPDFConnection']]],
+  ['parent_1',['Parent',['../classVFoundation_1_1VTree.html#a5c4165794987b1e40c0278c3699a7172',1,'VFoundation::VTree']]],
+  ['parkedcount_2',['ParkedCount',['../classVFoundation_1_1VGarbageCan.html#ad3fb2ad7a97ffe4b1baf427fa4d7aacc',1,'VFoundation::VGarbageCan']]],
+  ['path_3',['Path',['../classVFoundation_1_1VFileInfo.html#a97e704bde187fc1ab0837bea44cfa6b0',1,'VFoundation::VFileInfo::Path()'],['../classVFoundation_1_1VURL.html#ab72de8d485e024c607fcc200e58cbb59',1,'VFoundation::VURL::Path()']]],
+  ['performance_2emd_4',['performance.md',['../performance_8md.html',1,'']]],
+  ['pixelbudget_5',['PixelBudget',['../classVFoundation_1_1VImage.html#a664392b0d4036c659db1152d794bffb1',1,'VFoundation::VImage']]],
+  ['pointfromstring_6',['PointFromString',['../structVFoundation_1_1SPoint.html#a1911fb03a4f15c3e418bf5680bb4eb83',1,'VFoundation::SPoint']]],
+  ['pointtostring_7',['PointToString',['../structVFoundation_1_1SPoint.html#a8976e984f93459e6896fd92a6f5379ab',1,'VFoundation::SPoint']]],
+  ['pool_8',['Pool',['../classVFoundation_1_1VClass.html#a18f9fb4a22d3b3e3c06bf080b7aec5f4',1,'VFoundation::VClass']]],
+  ['pooledtype_9',['PooledType',['../classVFoundation_1_1VObjectArray.html#a08928a50cfc8bb560e83b41a74fc90db',1,'VFoundation::VObjectArray::PooledType()'],['../classVFoundation_1_1VObjectArrayTmpl.html#a4b26c3c2f53f66e755b8a5cd0d60ff53',1,'VFoundation::VObjectArrayTmpl::PooledType()']]],
+  ['poolsize_10',['PoolSize',['../classVFoundation_1_1IVInstancePool.html#a1a387d777545ca57a8554be9032d3f62',1,'VFoundation::IVInstancePool']]],
+  ['pop_11',['Pop',['../classVFoundation_1_1TRingBuffer.html#ae4163bc3bab763061edaf1e1b7214010',1,'VFoundation::TRingBuffer::Pop()'],['../classVFoundation_1_1VObjectStack.html#a06ffc69c32ab5ee51d09fdb3b8aa2aba',1,'VFoundation::VObjectStack::Pop()']]],
+  ['port_12',['Port',['../classVFoundation_1_1VURL.html#a1da28b9f2e79610c5dd2e3e8ba423c2f',1,'VFoundation::VURL']]],
+  ['position_13',['Position',['../classVFoundation_1_1BlockFile.html#a828e7095ed6e3cf03942fe00556fde53',1,'VFoundation::BlockFile']]],
+  ['postnotification_14',['PostNotification',['../classVFoundation_1_1VNotificationCenter.html#abae1e841595079991fcb8e219ed6610c',1,'VFoundation::VNotificationCenter']]],
+  ['printindent_15',['PrintIndent',['../classVFoundation_1_1IXMLFileIO.html#a131ecfb58784334e654b37c7d9278e44',1,'VFoundation::IXMLFileIO::PrintIndent()'],['../classVFoundation_1_1XMLTreeIO.html#a061b1af9f752ad661b24339471c406ea',1,'VFoundation::XMLTreeIO::PrintIndent()']]],
+  ['priority_16',['Priority',['../classVFoundation_1_1VJob.html#ab826d8f653edbd191c3c4d420dee02c4',1,'VFoundation::VJob::Priority()'],['../classVFoundation_1_1VThread.html#a246f7d754935bd9ec9c925b86ed2b844',1,'VFoundation::VThread::Priority()']]],
+  ['properties_17',['Properties',['../classVFoundation_1_1VGraph.html#a64bd2be1a5dd3c2dd247632821663d7a',1,'VFoundation::VGraph::Properties() noexcept'],['../classVFoundation_1_1VGraph.html#a16ea138e6a2a7ce4fbc76f62f995eae7',1,'VFoundation::VGraph::Properties() const noexcept'],['../classVFoundation_1_1VGraphNode.html#a85972135de611150c85debc994b53d12',1,'VFoundation::VGraphNode::Properties() noexcept'],['../classVFoundation_1_1VGraphNode.html#ad7c17a07a55d30c6b172ad20ca132c12',1,'VFoundation::VGraphNode::Properties() const noexcept']]],
+  ['ptratindex_18',['PtrAtIndex',['../classVFoundation_1_1VPtrArray.html#ad6d3af218c913cfd91335ffef50812a0',1,'VFoundation::VPtrArray::PtrAtIndex()'],['../classVFoundation_1_1VPtrArrayTmpl.html#a11e3092ffa4c26fc4ccea1fe8be718ef',1,'VFoundation::VPtrArrayTmpl::PtrAtIndex()']]],
+  ['push_19',['Push',['../classVFoundation_1_1TRingBuffer.html#a9ac1569321c0cc834fb7538d0278e0ea',1,'VFoundation::TRingBuffer']]],
+  ['pushadopted_20',['PushAdopted',['../classVFoundation_1_1TRingBuffer.html#afd3447ec0bc86e7205083d2b0ca61c67',1,'VFoundation::TRingBuffer']]],
+  ['pushthenmark_21',['PushThenMark',['../classVFoundation_1_1VCommandDelayer.html#a8b273c57cebd9b1ee438d032e452f040',1,'VFoundation::VCommandDelayer']]],
+  ['put_22',['Put',['../classVFoundation_1_1BlockFile.html#a2f18da79216ecf3c13fffc5dafeb96c2',1,'VFoundation::BlockFile']]]
+];

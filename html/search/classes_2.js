@@ -1,0 +1,4 @@
+var searchData=
+[
+  ['heapblock_0',['HeapBlock',['../classVFoundation_1_1HeapBlock.html',1,'VFoundation']]]
+];

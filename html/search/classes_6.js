@@ -1,0 +1,27 @@
+var searchData=
+[
+  ['tinterval_0',['TInterval',['../structVFoundation_1_1TInterval.html',1,'VFoundation']]],
+  ['tinterval_3c_20double_20_3e_1',['TInterval&lt; double &gt;',['../structVFoundation_1_1TInterval.html',1,'VFoundation']]],
+  ['tinterval_3c_20std_3a_3aint32_5ft_20_3e_2',['TInterval&lt; std::int32_t &gt;',['../structVFoundation_1_1TInterval.html',1,'VFoundation']]],
+  ['trecyclepool_3',['TRecyclePool',['../classVFoundation_1_1TRecyclePool.html',1,'VFoundation']]],
+  ['trefcounted_4',['TRefCounted',['../classVFoundation_1_1TRefCounted.html',1,'VFoundation']]],
+  ['tringbuffer_5',['TRingBuffer',['../classVFoundation_1_1TRingBuffer.html',1,'VFoundation']]],
+  ['tringbuffer_3c_20t_2c_20trefcounted_3c_20t_20_3e_20_3e_6',['TRingBuffer&lt; T, TRefCounted&lt; T &gt; &gt;',['../classVFoundation_1_1TRingBuffer.html',1,'VFoundation']]],
+  ['tringbuffer_3c_20vcommandtuple_2c_20trefcounted_3c_20vcommandtuple_20_3e_20_3e_7',['TRingBuffer&lt; VCommandTuple, TRefCounted&lt; VCommandTuple &gt; &gt;',['../classVFoundation_1_1TRingBuffer.html',1,'VFoundation']]],
+  ['tringbuffer_3c_20vfoundation_3a_3avconnectiontuple_2c_20trefcounted_3c_20vfoundation_3a_3avconnectiontuple_20_3e_20_3e_8',['TRingBuffer&lt; VFoundation::VConnectionTuple, TRefCounted&lt; VFoundation::VConnectionTuple &gt; &gt;',['../classVFoundation_1_1TRingBuffer.html',1,'VFoundation']]],
+  ['tringbuffer_3c_20vfoundation_3a_3avfileinfo_2c_20trefcounted_3c_20vfoundation_3a_3avfileinfo_20_3e_20_3e_9',['TRingBuffer&lt; VFoundation::VFileInfo, TRefCounted&lt; VFoundation::VFileInfo &gt; &gt;',['../classVFoundation_1_1TRingBuffer.html',1,'VFoundation']]],
+  ['tringbuffer_3c_20vfoundation_3a_3avjob_2c_20trefcounted_3c_20vfoundation_3a_3avjob_20_3e_20_3e_10',['TRingBuffer&lt; VFoundation::VJob, TRefCounted&lt; VFoundation::VJob &gt; &gt;',['../classVFoundation_1_1TRingBuffer.html',1,'VFoundation']]],
+  ['tringbuffer_3c_20vfoundation_3a_3avobject_2c_20trefcounted_3c_20vfoundation_3a_3avobject_20_3e_20_3e_11',['TRingBuffer&lt; VFoundation::VObject, TRefCounted&lt; VFoundation::VObject &gt; &gt;',['../classVFoundation_1_1TRingBuffer.html',1,'VFoundation']]],
+  ['tringbuffer_3c_20vfoundation_3a_3avobjectarray_2c_20trefcounted_3c_20vfoundation_3a_3avobjectarray_20_3e_20_3e_12',['TRingBuffer&lt; VFoundation::VObjectArray, TRefCounted&lt; VFoundation::VObjectArray &gt; &gt;',['../classVFoundation_1_1TRingBuffer.html',1,'VFoundation']]],
+  ['tringbuffer_3c_20vfoundation_3a_3avstring_2c_20trefcounted_3c_20vfoundation_3a_3avstring_20_3e_20_3e_13',['TRingBuffer&lt; VFoundation::VString, TRefCounted&lt; VFoundation::VString &gt; &gt;',['../classVFoundation_1_1TRingBuffer.html',1,'VFoundation']]],
+  ['tsavedobject_14',['TSavedObject',['../classVFoundation_1_1TSavedObject.html',1,'VFoundation']]],
+  ['tsavedobject_3c_20vdate_20_3e_15',['TSavedObject&lt; VDate &gt;',['../classVFoundation_1_1TSavedObject.html',1,'VFoundation']]],
+  ['tsavedobject_3c_20vpdfconnection_20_3e_16',['TSavedObject&lt; VPDFConnection &gt;',['../classVFoundation_1_1TSavedObject.html',1,'VFoundation']]],
+  ['tsavedobject_3c_20vpoint_20_3e_17',['TSavedObject&lt; VPoint &gt;',['../classVFoundation_1_1TSavedObject.html',1,'VFoundation']]],
+  ['tsavedobject_3c_20vrange_20_3e_18',['TSavedObject&lt; VRange &gt;',['../classVFoundation_1_1TSavedObject.html',1,'VFoundation']]],
+  ['tsavedobject_3c_20vrect_20_3e_19',['TSavedObject&lt; VRect &gt;',['../classVFoundation_1_1TSavedObject.html',1,'VFoundation']]],
+  ['tsavedobject_3c_20vsize_20_3e_20',['TSavedObject&lt; VSize &gt;',['../classVFoundation_1_1TSavedObject.html',1,'VFoundation']]],
+  ['tsavedobject_3c_20vtimerange_20_3e_21',['TSavedObject&lt; VTimeRange &gt;',['../classVFoundation_1_1TSavedObject.html',1,'VFoundation']]],
+  ['tsavedobject_3c_20vurl_20_3e_22',['TSavedObject&lt; VURL &gt;',['../classVFoundation_1_1TSavedObject.html',1,'VFoundation']]],
+  ['typename_23',['TypeName',['../structVFoundation_1_1VValue_1_1TypeName.html',1,'VFoundation::VValue']]]
+];

@@ -1,0 +1,26 @@
+var searchData=
+[
+  ['kbool_0',['kBool',['../structVFoundation_1_1SValue.html#a8fcb606a98785bbf1cb90dcafae13622a25d8b21fabc8992518a0bc4014eaa336',1,'VFoundation::SValue']]],
+  ['kchar_1',['kChar',['../structVFoundation_1_1SValue.html#a8fcb606a98785bbf1cb90dcafae13622a224a681cc65bbb76444fcc33959c448e',1,'VFoundation::SValue']]],
+  ['kcomment_2',['kComment',['../classVFoundation_1_1IXMLFileIO.html#ae2ce69ca02c9747d865c23bdcc503431a2f608c7d07d9483e8c9c8ddedd577853',1,'VFoundation::IXMLFileIO']]],
+  ['kdeclaration_3',['kDeclaration',['../classVFoundation_1_1IXMLFileIO.html#ae2ce69ca02c9747d865c23bdcc503431a476cc733d3d0970fa68673bf0a531a06',1,'VFoundation::IXMLFileIO']]],
+  ['kdocument_4',['kDocument',['../classVFoundation_1_1IXMLFileIO.html#ae2ce69ca02c9747d865c23bdcc503431aa56e7b0d8f76e703041acdfbf0c2696e',1,'VFoundation::IXMLFileIO']]],
+  ['kdouble_5',['kDouble',['../structVFoundation_1_1SValue.html#a8fcb606a98785bbf1cb90dcafae13622ac8e04e155ace9a136139feb94af1238c',1,'VFoundation::SValue']]],
+  ['kdownward_6',['kDownward',['../classVFoundation_1_1VFpuMode.html#aaedc08d7077452513dfc380d7ddf380fa1c3ee67359e0751ae8bfa086f4cf09e4',1,'VFoundation::VFpuMode']]],
+  ['kelement_7',['kElement',['../classVFoundation_1_1IXMLFileIO.html#ae2ce69ca02c9747d865c23bdcc503431a5f5c6baf0c4bc79a23a584e179aab7fa',1,'VFoundation::IXMLFileIO']]],
+  ['kfloat_8',['kFloat',['../structVFoundation_1_1SValue.html#a8fcb606a98785bbf1cb90dcafae13622ae58a0f6e4bf7b02ef815e908b0bec5c5',1,'VFoundation::SValue']]],
+  ['kinplace_9',['kInPlace',['../classVFoundation_1_1VImageIOTarga.html#a051ee6b49a066a9060f3a1c9d32e480ca1d63af61d3d549bac224294313be875d',1,'VFoundation::VImageIOTarga']]],
+  ['kint_10',['kInt',['../structVFoundation_1_1SValue.html#a8fcb606a98785bbf1cb90dcafae13622aefe438f7dbe8cf653070aedac5bca2c3',1,'VFoundation::SValue']]],
+  ['kloading_11',['kLoading',['../classVFoundation_1_1IXMLFileIO.html#a7c49a467ff3ec1053b86a9ce8fcc5bc1a7cb534626d272e24122fc76611f13b1b',1,'VFoundation::IXMLFileIO']]],
+  ['knodocument_12',['kNoDocument',['../classVFoundation_1_1IXMLFileIO.html#a7c49a467ff3ec1053b86a9ce8fcc5bc1adb0fb8848ae9dbed35825ced47738b32',1,'VFoundation::IXMLFileIO']]],
+  ['kobject_13',['kObject',['../structVFoundation_1_1SValue.html#a8fcb606a98785bbf1cb90dcafae13622a860c062eeac747c88fedc48181b3a716',1,'VFoundation::SValue']]],
+  ['kpvoid_14',['kPVoid',['../structVFoundation_1_1SValue.html#a8fcb606a98785bbf1cb90dcafae13622a9c3f63e55a97d5fe508984b16050d862',1,'VFoundation::SValue']]],
+  ['kreplacing_15',['kReplacing',['../classVFoundation_1_1VImageIOTarga.html#a051ee6b49a066a9060f3a1c9d32e480ca5a9eff08ca1f4b0c5c7efb5f8b041d8f',1,'VFoundation::VImageIOTarga']]],
+  ['ksaving_16',['kSaving',['../classVFoundation_1_1IXMLFileIO.html#a7c49a467ff3ec1053b86a9ce8fcc5bc1a099cda740324711e6c27875db1cb85d5',1,'VFoundation::IXMLFileIO']]],
+  ['kstring_17',['kString',['../structVFoundation_1_1SValue.html#a8fcb606a98785bbf1cb90dcafae13622a5bba6228400508dc8e0cb4715db4f126',1,'VFoundation::SValue']]],
+  ['ktext_18',['kText',['../classVFoundation_1_1IXMLFileIO.html#ae2ce69ca02c9747d865c23bdcc503431ad3546e645adae4520f56009964faf44b',1,'VFoundation::IXMLFileIO']]],
+  ['ktonearest_19',['kToNearest',['../classVFoundation_1_1VFpuMode.html#aaedc08d7077452513dfc380d7ddf380fab149be58fb6039199a969584f2d25d71',1,'VFoundation::VFpuMode']]],
+  ['ktowardzero_20',['kTowardZero',['../classVFoundation_1_1VFpuMode.html#aaedc08d7077452513dfc380d7ddf380fa9a80e89d76141ac8729d60d547f49e2b',1,'VFoundation::VFpuMode']]],
+  ['kunknown_21',['kUnknown',['../classVFoundation_1_1IXMLFileIO.html#ae2ce69ca02c9747d865c23bdcc503431a6668616358cadf5cbdb9ef8451d4f893',1,'VFoundation::IXMLFileIO::kUnknown()'],['../structVFoundation_1_1SValue.html#a8fcb606a98785bbf1cb90dcafae13622a62a922a4197cb2e52e5df1073baa45c1',1,'VFoundation::SValue::kUnknown()']]],
+  ['kupward_22',['kUpward',['../classVFoundation_1_1VFpuMode.html#aaedc08d7077452513dfc380d7ddf380fa82db23a4829261210b91d90c70434b9c',1,'VFoundation::VFpuMode']]]
+];

@@ -1,0 +1,4 @@
+var searchData=
+[
+  ['mutex_2eh_0',['Mutex.h',['../Mutex_8h.html',1,'']]]
+];

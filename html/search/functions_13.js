@@ -1,0 +1,25 @@
+var searchData=
+[
+  ['take_0',['Take',['../classVFoundation_1_1BlockFile.html#a3bdf85d7c48bda64a52e4609360ccacf',1,'VFoundation::BlockFile']]],
+  ['takenfromwindow_1',['TakenFromWindow',['../classVFoundation_1_1BlockFile.html#a83a80ec12334db5870ef9142157a4713',1,'VFoundation::BlockFile']]],
+  ['target_2',['Target',['../classVFoundation_1_1VCommandTuple.html#a70ce0fc50a4178144f0b8d6183e6d277',1,'VFoundation::VCommandTuple::Target()'],['../classVFoundation_1_1VConnectionTuple.html#a7e700bbd2c6abdbda0e2341a5cd412af',1,'VFoundation::VConnectionTuple::Target()']]],
+  ['targetid_3',['TargetID',['../classVFoundation_1_1VCommandTuple.html#ad1772e2d3bbb3b412d791bdca6584696',1,'VFoundation::VCommandTuple']]],
+  ['text_4',['Text',['../classVFoundation_1_1VURL.html#a7c8fbf83658943eaa1941daec6204003',1,'VFoundation::VURL']]],
+  ['texttoeventid_5',['TextToEventID',['../classVFoundation_1_1VEvent.html#a06038bff1c69cde4b74ec890b7450717',1,'VFoundation::VEvent']]],
+  ['theclass_6',['TheClass',['../classVFoundation_1_1TRingBuffer.html#aa69172fb3676492e2f79d21ed5bd18fe',1,'VFoundation::TRingBuffer::TheClass()'],['../classVFoundation_1_1Registered.html#afbdf215410ca6143ed4fbf5f9ecac840',1,'VFoundation::Registered::TheClass()'],['../classVFoundation_1_1VClass.html#a3484f98cd5e613daee07f1ecdc71d9d1',1,'VFoundation::VClass::TheClass()'],['../classVFoundation_1_1VObject.html#a4b755b83526e5f74c20180999ce5241f',1,'VFoundation::VObject::TheClass()']]],
+  ['time_7',['Time',['../classVFoundation_1_1VEvent.html#a3e962cb33a030408b286bddc7e39d752',1,'VFoundation::VEvent']]],
+  ['totalbytes_8',['TotalBytes',['../classVFoundation_1_1VDiskInfo.html#aa9c8fe9f424c9e98cbe33bdce84c323f',1,'VFoundation::VDiskInfo']]],
+  ['touchinmessage_9',['TouchInMessage',['../classVFoundation_1_1VMessenger.html#a880f00cc09dcdae1c449deb6a7d54030',1,'VFoundation::VMessenger']]],
+  ['touchoutmessage_10',['TouchOutMessage',['../classVFoundation_1_1VMessenger.html#a60f1164f02bfe151cf3025a7c66f84b2',1,'VFoundation::VMessenger']]],
+  ['trace_11',['Trace',['../classVFoundation_1_1VLog.html#ac459016e01cada7cd895dfb2f15410f7',1,'VFoundation::VLog::Trace(VObject const &amp;object)'],['../classVFoundation_1_1VLog.html#a309e2523dd35934084a230807e2fac58',1,'VFoundation::VLog::Trace(char const *format,...)']]],
+  ['tracedebug_12',['TraceDebug',['../classVFoundation_1_1VLog.html#a9704c8d24dd31b040f767ef2e389c47b',1,'VFoundation::VLog']]],
+  ['tracefailure_13',['TraceFailure',['../classVFoundation_1_1ImageFileCodec.html#a79f9ef926665079266f7b1edfda6bf93',1,'VFoundation::ImageFileCodec']]],
+  ['tracenothrow_14',['TraceNoThrow',['../classVFoundation_1_1VLog.html#a6f31389e740dc2f9fba504e41d53851d',1,'VFoundation::VLog::TraceNoThrow(char const *format,...)'],['../classVFoundation_1_1VLog.html#ada6839351214eb5dc68bb1c3a3e72bab',1,'VFoundation::VLog::TraceNoThrow(VObject const &amp;object)']]],
+  ['trim_15',['Trim',['../classVFoundation_1_1HeapBlock.html#a56f181218f095359514f74552668dde9',1,'VFoundation::HeapBlock']]],
+  ['tringbuffer_16',['TRingBuffer',['../classVFoundation_1_1TRingBuffer.html#a792a0f3e847fb71f08b907a6d60b51ba',1,'VFoundation::TRingBuffer::TRingBuffer(unsigned long capacity)'],['../classVFoundation_1_1TRingBuffer.html#adc1c29fa018af8f2af79c1f27dd80bf2',1,'VFoundation::TRingBuffer::TRingBuffer()'],['../classVFoundation_1_1TRingBuffer.html#a3a7a0440f37abdde2dd6c8f6bc312c67',1,'VFoundation::TRingBuffer::TRingBuffer(TRingBuffer const &amp;)=delete']]],
+  ['trycriticalsection_17',['TryCriticalSection',['../classVFoundation_1_1VCriticalSection.html#a2b3e2ab68791ca30da6215df0869c944',1,'VFoundation::VCriticalSection']]],
+  ['tryenter_18',['TryEnter',['../classVFoundation_1_1VCriticalSectionScope.html#a8bf708f891a321aeca2f1587d30bf661',1,'VFoundation::VCriticalSectionScope']]],
+  ['trylock_19',['TryLock',['../classVFoundation_1_1VLock.html#a5f50922eb99879ac2c33e8d319a8a78f',1,'VFoundation::VLock']]],
+  ['tsavedobject_20',['TSavedObject',['../classVFoundation_1_1TSavedObject.html#ac186b19fc7c65229cd3a6dce9f2996a0',1,'VFoundation::TSavedObject::TSavedObject(VClass *cls)'],['../classVFoundation_1_1TSavedObject.html#aa62c6147561aacf6a063628af670871a',1,'VFoundation::TSavedObject::TSavedObject(TSavedObject const &amp;)=delete']]],
+  ['type_21',['Type',['../classVFoundation_1_1VWindowFunction.html#a5729a45dd6690896db73429de9d8ec06',1,'VFoundation::VWindowFunction::Type()'],['../structVFoundation_1_1SValue.html#a8f5755c7b548223b10899a512a11f23b',1,'VFoundation::SValue::Type()']]]
+];

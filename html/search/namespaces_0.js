@@ -1,0 +1,4 @@
+var searchData=
+[
+  ['vfoundation_0',['VFoundation',['../namespaceVFoundation.html',1,'']]]
+];
