@@ -107,8 +107,8 @@ void Save() {
 }
 
 void CountBytes(benchmark::State& state) {
-    state.SetBytesProcessed(
-        static_cast<std::int64_t>(state.iterations() * std::filesystem::file_size(Path())));
+    state.SetBytesProcessed(state.iterations() *
+                            static_cast<std::int64_t>(std::filesystem::file_size(Path())));
     std::filesystem::remove(Path());
 }
 

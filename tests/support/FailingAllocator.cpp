@@ -110,8 +110,7 @@ void __wrap_free(void* block) {
     throw std::bad_alloc();
 }
 [[gnu::noinline]] void* operator new(std::size_t size, std::align_val_t alignment) {
-    auto const step = static_cast<std::size_t>(alignment);
-    if (void* const block = __wrap_aligned_alloc(step, (size + step - 1) / step * step)) {
+    if (void* const block = ::operator new(size, alignment, std::nothrow)) {
         return block;
     }
     throw std::bad_alloc();
@@ -120,6 +119,11 @@ void __wrap_free(void* block) {
     return __wrap_malloc(size ? size : 1);
 }
 // A sanitizer's own array and nothrow forms would not come here.
+[[gnu::noinline]] void* operator new(std::size_t size, std::align_val_t alignment,
+                                     std::nothrow_t const&) noexcept {
+    auto const step = static_cast<std::size_t>(alignment);
+    return __wrap_aligned_alloc(step, (size + step - 1) / step * step);
+}
 [[gnu::noinline]] void* operator new[](std::size_t size) {
     return ::operator new(size);
 }
