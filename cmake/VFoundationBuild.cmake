@@ -8,6 +8,10 @@ function(vfoundation_build_options target)
     if(VFOUNDATION_WARNINGS_AS_ERRORS)
         target_compile_options(${target} PRIVATE -Werror)
     endif()
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+        # Optimising, g++ 12 takes a literal joined with a std::string for overlapping memory (its bug 105651).
+        target_compile_options(${target} PRIVATE -Wno-error=restrict)
+    endif()
     if(VFOUNDATION_SANITIZE)
         target_compile_options(${target} PRIVATE
             -fsanitize=${VFOUNDATION_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)

@@ -81,6 +81,7 @@
 #include "foundation/persistence/IAIFile.h"
 #include "foundation/persistence/IXMLFileIO.h"
 #include "foundation/persistence/IXMLFileIOFactory.h"
+#include "foundation/persistence/LoadReport.h"
 #include "foundation/persistence/VAIFile.h"
 #include "foundation/persistence/VArchive.h"
 #include "foundation/persistence/VObjectArrayTmplSerializeable.h"

@@ -205,6 +205,7 @@ void VDictionary::LoadOlderForm(VXMLFile& file) {
     auto const values = VObjectRef<VObjectArray>::Adopt(VObjectArray::NewObjectArray());
     bool const hasKeys = file.SerializeObject(kKeyArray, keys.Get());
     if (file.SerializeObject(kValueArray, values.Get()) || hasKeys) {
+        file.NoteCount(keys->Count(), values->Count());
         SwapEntries(*keys, *values);
     }
 }
@@ -213,9 +214,15 @@ void VDictionary::LoadPairs(VXMLFile& file) {
     long count = 0;
     file.SerializeAttribute("count", count);
     if (count < 1) {
+        if (file.OpenFirstChildElement(nullptr)) {
+            file.CloseChild();
+            file.NoteLoss(LoadReport::kCountDiffers, "none, found some");
+        }
         return;
     }
+    long loaded = 0;
     if (!file.OpenFirstChildElement(nullptr)) {
+        file.NoteCount(count, loaded);
         VLog::Trace("VObjectArray::SerializeAsXML - Error opening first child element\n");
         return;
     }
@@ -224,15 +231,18 @@ void VDictionary::LoadPairs(VXMLFile& file) {
         if (VXMLFile::ObjectClassNamed(className) != VDictionaryPair::TheClass()) {
             VLog::Trace("VObjectArray::SerializeAsXML - Inappropriate class element in VDictionary '%s'\n",
                         className);
+            file.NoteLoss(LoadReport::kWrongKind, className);
             continue;
         }
         VDictionaryPair pair;
         pair.SerializeAsXML(file);
         if (pair.Key() && pair.Value()) {
             SetObjectForKey(pair.Value(), pair.Key());
+            ++loaded;
         }
     } while (file.OpenNextSiblingElement(nullptr));
     file.CloseChild();
+    file.NoteCount(count, loaded);
 }
 
 } // namespace VFoundation

@@ -21,15 +21,20 @@ bool VDictionaryPair::SerializeAsXML(VXMLFile& file) {
     }
     if (!file.OpenFirstChildElement(nullptr)) {
         VLog::Trace("%s - Error opening first child element\n", kReporter);
+        file.NoteLoss(LoadReport::kNotMade, "key and value");
         return true;
     }
     m_key = VObjectRef<VObject>::Adopt(file.CreateObjectHere(kReporter));
-    if (file.OpenNextSiblingElement(nullptr)) {
+    bool const hasValue = file.OpenNextSiblingElement(nullptr);
+    if (hasValue) {
         m_value = VObjectRef<VObject>::Adopt(file.CreateObjectHere(kReporter));
     } else {
         VLog::Trace("%s - Error opening second child element\n", kReporter);
     }
     file.CloseChild();
+    if (!hasValue) {
+        file.NoteLoss(LoadReport::kNotMade, "value");
+    }
     return true;
 }
 

@@ -16,7 +16,8 @@ bool VObjectArray::SerializeAsXML(VXMLFile& file) {
         return isWhole && file.IsComplete();
     }
     RemoveAllObjects();
-    if (!file.ReadAttribute("count", count)) {
+    bool const hasCount = file.ReadAttribute("count", count);
+    if (!hasCount) {
         VLog::Trace("VObjectArray::SerializeAsXML - Attribute 'count' not found\n");
     }
     if (file.OpenFirstChildElement(nullptr)) {
@@ -28,6 +29,9 @@ bool VObjectArray::SerializeAsXML(VXMLFile& file) {
             }
         } while (file.OpenNextSiblingElement(nullptr));
         file.CloseChild();
+    }
+    if (hasCount) {
+        file.NoteCount(count, Count());
     }
     return true;
 }

@@ -22,6 +22,16 @@ VString* VGraph::ms_keySliderY = nullptr;
 
 namespace {
 
+/// Reports the entries of an array that are no `T`.
+template <class T>
+void NoteStrangers(VObjectArray const& array, VXMLFile& file) {
+    for (VObject* const entry : Snapshot(array)) {
+        if (!VObjectCast<T>(entry)) {
+            file.NoteLoss(LoadReport::kWrongKind, entry ? entry->ClassName() : "NULL");
+        }
+    }
+}
+
 /// Calls `action` for every entry of the array that is a `T`, in order.
 template <class T, class Action>
 void ForEach(VObjectArrayTmpl<T> const& array, Action action) {
@@ -365,7 +375,17 @@ bool VGraph::Load(VXMLFile& file) {
     ForEach(m_nodes, [this](VGraphNode& node) { node.SetGraph(this); });
     AssignUniqueIDsToAllNodes(0);
     AssignUniqueIDsToAllEdges(0);
+    ForEach(m_edges, [this, &file](VGraphEdge& edge) {
+        auto const isLost = [this](long id) {
+            return id != VGraphEdge::kNoID && !VObjectCast<VGraphNode>(m_nodes.ObjectAtIndex(id));
+        };
+        if (isLost(edge.SourceNodeID()) || isLost(edge.DestinationNodeID())) {
+            file.NoteLoss(LoadReport::kNotMade, "node of an edge");
+        }
+    });
     UpdateEdgesFromIDs();
+    NoteStrangers<VGraphNode>(m_nodes, file);
+    NoteStrangers<VGraphEdge>(m_edges, file);
     return hasProperties && hasNodes && hasEdges;
 }
 

@@ -43,11 +43,6 @@ class VFile : public Registered<VFile, VObject> {
     /// The bytes read, fewer than `count` at the end of the file and when reading fails (see `ReadError`).
     unsigned long ReadBytes(void* buffer, unsigned long count);
 
-    /// Why the last `OpenForReading` failed, else the first `ReadBytes` that failed since, with the path, the offset and
-    /// the system's reason, as in "cannot open a/b: No such file or directory"; empty when nothing failed. Without
-    /// memory `std::bad_alloc`.
-    VString ErrorDescription() const;
-
     /// The length in bytes; the position stays.
     virtual long GetLength();
     /// Bytes from the start.
@@ -62,6 +57,10 @@ class VFile : public Registered<VFile, VObject> {
     /// The system's error number of the first read that failed since the file was opened; 0 when none did. The end of
     /// the file is no error.
     virtual int ReadError() const noexcept { return m_readError; }
+    /// Why the last `OpenForReading` failed, else the first `ReadBytes` that failed since, with the path, the offset and
+    /// the system's reason, as in "cannot open a/b: No such file or directory"; empty when nothing failed. Without
+    /// memory `std::bad_alloc`.
+    virtual VString ErrorDescription() const;
 
     /// The one place where the library opens files by mode: `fopen`, closed on exec. Null when that fails, and for null.
     static std::FILE* vfc_fopen(char const* path, char const* mode);

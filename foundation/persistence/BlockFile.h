@@ -88,6 +88,10 @@ class BlockFile {
     /// The system's error number of the first read that failed since the file was opened; 0 when none did. The file
     /// ends for the reader where reading fails.
     int ReadError() const noexcept { return m_readError; }
+    /// The same of opening and writing.
+    int Error() const noexcept { return m_error; }
+    /// Where reading or writing failed first.
+    long ErrorPosition() const noexcept { return m_errorPosition; }
 
   private:
     bool Open(std::FILE* stream, bool forWriting);
@@ -101,7 +105,7 @@ class BlockFile {
     std::size_t FillBlock();
     bool WriteOut(void const* bytes, std::size_t size);
     void StartBlock(long position) noexcept;
-    bool Fail() noexcept;
+    bool Fail(int error) noexcept;
 
     std::FILE* m_stream = nullptr;
     std::unique_ptr<unsigned char[]> m_block;
@@ -115,6 +119,8 @@ class BlockFile {
     bool m_atEnd = false;
     bool m_failed = false;
     int m_readError = 0;
+    int m_error = 0;
+    long m_errorPosition = 0;
 };
 
 } // namespace VFoundation

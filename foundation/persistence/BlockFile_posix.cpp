@@ -11,17 +11,22 @@
 namespace VFoundation {
 
 bool BlockFile::OpenForReading(char const* path) {
+    errno = 0;
     return Open(VFile::OpenRegularFile(path), false);
 }
 
 bool BlockFile::OpenForWriting(char const* path) {
+    errno = 0;
     return Open(VFile::vfc_fopen(path, "wb"), true);
 }
 
 bool BlockFile::Open(std::FILE* stream, bool forWriting) {
+    int const error = stream ? ENOMEM : errno; // without memory for the block
     Close();
     m_failed = false;
     m_readError = 0;
+    m_errorPosition = 0;
+    m_error = error;
     m_block.reset(stream ? new (std::nothrow) unsigned char[kBlockSize] : nullptr);
     if (!m_block) {
         if (stream) {
@@ -31,6 +36,7 @@ bool BlockFile::Open(std::FILE* stream, bool forWriting) {
     }
     std::setvbuf(stream, nullptr, _IONBF, 0); // the block is the buffer
     m_stream = stream;
+    m_error = 0;
     m_forWriting = forWriting;
     m_atEnd = false;
     StartBlock(0);
@@ -41,7 +47,7 @@ bool BlockFile::Close() {
     if (m_stream) {
         Flush();
         if (std::fclose(m_stream) != 0 && m_forWriting) {
-            Fail();
+            Fail(errno);
         }
         m_stream = nullptr;
         m_forWriting = false;
@@ -64,7 +70,12 @@ void BlockFile::OpenWindow(std::size_t limit) noexcept {
     m_windowEnd = m_cursor + std::min(limit, Buffered());
 }
 
-bool BlockFile::Fail() noexcept {
+/// Returns false. Only the first error counts.
+bool BlockFile::Fail(int error) noexcept {
+    if (m_error == 0) {
+        m_error = error ? error : EIO;
+        m_errorPosition = Position();
+    }
     m_failed = true;
     m_roomEnd = m_block.get();
     return false;
@@ -98,6 +109,7 @@ std::size_t BlockFile::ReadStream(unsigned char* bytes, std::size_t size) {
     std::size_t const got = std::fread(bytes, 1, size, m_stream);
     if (got < size && m_readError == 0 && std::ferror(m_stream) != 0) {
         m_readError = errno ? errno : EIO;
+        m_errorPosition = Position() + static_cast<long>(got);
     }
     return got;
 }
@@ -118,7 +130,7 @@ bool BlockFile::Write(void const* bytes, std::size_t size) {
     }
     if (!m_forWriting || m_failed || Position() > kMaxLength ||
         size > static_cast<std::size_t>(kMaxLength - Position())) {
-        return Fail();
+        return Fail(m_forWriting ? EFBIG : EBADF);
     }
     unsigned char* room = Put(size);
     if (!room) {
@@ -140,22 +152,25 @@ bool BlockFile::Flush() {
 }
 
 bool BlockFile::WriteOut(void const* bytes, std::size_t size) {
+    errno = 0;
     std::size_t const written = std::fwrite(bytes, 1, size, m_stream);
+    int const error = errno;
     m_failed = m_failed || written != size;
     StartBlock(m_blockPosition + static_cast<long>(written));
-    return !m_failed;
+    return written == size ? !m_failed : Fail(error);
 }
 
 bool BlockFile::Overwrite(long position, void const* bytes, std::size_t size) {
     if (!m_forWriting) {
-        return Fail();
+        return Fail(EBADF);
     }
     if (position + static_cast<long>(size) > m_blockPosition) {
         Flush();
     }
+    errno = 0;
     // The stream has no buffer, and its position stays at the start of the block.
     auto const written = ::pwrite(::fileno(m_stream), bytes, size, position);
-    return written == static_cast<::ssize_t>(size) ? !m_failed : Fail();
+    return written == static_cast<::ssize_t>(size) ? !m_failed : Fail(errno);
 }
 
 bool BlockFile::Seek(long offset, int origin) {
@@ -173,7 +188,7 @@ bool BlockFile::SeekTo(long position) {
         return true;
     }
     if (std::fseek(m_stream, position, SEEK_SET) != 0) {
-        return m_forWriting ? Fail() : false;
+        return m_forWriting ? Fail(errno) : false;
     }
     StartBlock(position);
     return true;

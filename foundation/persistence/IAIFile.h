@@ -1,10 +1,12 @@
 #pragma once
 
 #include "foundation/persistence/FileTypes.h"
+#include "foundation/persistence/LoadReport.h"
 
 namespace VFoundation {
 
 class VObject;
+class VString;
 
 /// The interface through which `VObject::Serialize` reads and writes a chunked binary file. `VAIFile` implements
 /// it.
@@ -125,7 +127,18 @@ class IAIFile {
     /// when memory runs out. The file is then positioned after the string all the same.
     virtual IAIFile& operator>>(char** text) = 0;
 
-    // Calls the object's `Serialize`; its result is lost.
+    /// Why the last operation that sets an error failed; empty when none did, and from files that do not know.
+    virtual VString ErrorDescription() const;
+    /// What was passed over in loading since the file was opened; null from files that keep no report.
+    virtual LoadReport const* Report() const { return nullptr; }
+    /// For classes that load objects: adds a loss at the position. `detail` is the class, or null.
+    virtual void NoteLoss(LoadReport::eLoss, char const* /*detail*/) noexcept {}
+    /// Adds one of a chunk with this id.
+    void NoteChunk(LoadReport::eLoss loss, unsigned long id) noexcept;
+    /// Adds one when `found` elements are not as many as the file says.
+    void NoteCount(long expected, long found) noexcept;
+
+    // Calls the object's `Serialize`; a false result is noted in the report of a file that is loading.
     IAIFile& operator<<(VObject& object);
     IAIFile& operator>>(VObject& object);
 

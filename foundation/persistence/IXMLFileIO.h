@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 namespace VFoundation {
 
 class VString;
@@ -90,6 +92,19 @@ class IXMLFileIO {
     /// False once something was refused while saving: closing the document will fail. A back end that refuses nothing
     /// need not override it.
     virtual bool IsComplete() const { return true; }
+
+    /// Why the last opening or closing failed.
+    struct Failure {
+        char const* reason =
+            nullptr;            // a static text; null when nothing failed, or when the system has the reason
+        int systemError = 0;    // the system's error number
+        unsigned long line = 0; // both from 1; 0 where a text is not to blame
+        unsigned long column = 0; // in bytes
+    };
+    virtual Failure LastFailure() const { return {}; }
+    /// The elements from the root to the cursor, as "Settings/VObjectArray[2]" for the second one of that name; empty
+    /// without a cursor and from a back end that does not know.
+    virtual std::string Position() const { return {}; }
 };
 
 } // namespace VFoundation

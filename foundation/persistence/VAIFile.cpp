@@ -57,6 +57,8 @@ bool VAIFile::Open(char const* path, long mode) {
     m_chunkLengths = m_chunkBytesRead = m_chunkStarts = {};
     m_depth = 0;
     m_unbacked = 0;
+    m_report.Clear();
+    RememberPath(path);
     if (!path) {
         m_lastError = eNoPath;
         return false;
@@ -477,6 +479,7 @@ bool VAIFile::AcceptLength(unsigned long length) {
     left = std::min(left, GetFileRemaining());
     unsigned long const excess = length - std::min(length, left);
     if (excess > VData::kMaxUnbackedLength - m_unbacked) {
+        NoteLoss(LoadReport::kNotRead, "a length beyond the end");
         return false;
     }
     m_unbacked += excess;

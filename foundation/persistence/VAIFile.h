@@ -6,6 +6,7 @@
 
 #include <array>
 #include <cstdint>
+#include <string>
 
 namespace VFoundation {
 
@@ -144,6 +145,14 @@ class VAIFile : public IAIFile, public Registered<VAIFile, VFile> {
     bool FileSeek(long offset, long origin) override;
     int ReadError() const noexcept override { return m_file.ReadError(); }
 
+    /// Why `GetLastError()` is not 0, else why reading failed: the path, the offset and the system's reason, as in "cannot
+    /// write scene.bin at offset 65536: No space left on device"; empty when nothing failed. Without memory
+    /// `std::bad_alloc`.
+    VString ErrorDescription() const override;
+    /// Kept until the next `Open`.
+    LoadReport const* Report() const override { return &m_report; }
+    void NoteLoss(LoadReport::eLoss loss, char const* detail) noexcept override;
+
   protected:
     bool ReadValue(void* bits, unsigned long size, eReadRule rule) override;
     unsigned long WriteBlock(void const* values, unsigned long count, unsigned long size) override;
@@ -156,6 +165,7 @@ class VAIFile : public IAIFile, public Registered<VAIFile, VFile> {
     using VFile::OpenForReading; // would open a second stream
     using VFile::ReadBytes;
 
+    void RememberPath(char const* path) noexcept;
     void UpdateByteOrder() noexcept;
     bool WriteResult() noexcept;
 
@@ -185,6 +195,8 @@ class VAIFile : public IAIFile, public Registered<VAIFile, VFile> {
     std::uint32_t m_depth = 0;
     bool m_swap = false; // the file's byte order is not the machine's
     unsigned long m_unbacked = 0;
+    LoadReport m_report;
+    std::string m_path; // as given to `Open`; empty when memory ran out
 };
 
 } // namespace VFoundation

@@ -1,5 +1,9 @@
 #include "foundation/persistence/VArchive.h"
 
+#include "foundation/strings/VString.h"
+
+#include <exception>
+
 namespace VFoundation {
 
 namespace {
@@ -14,12 +18,48 @@ bool StorePart(IAIFile& file, char const* id, VObject& part) {
     return chunk.Close() && stored;
 }
 
+/// Takes the first loss that is added to a file's report while it lives, also when an exception ends loading.
+class LoadWatch {
+  public:
+    LoadWatch(IAIFile& file, std::string& error)
+        : m_report(file.Report()), m_before(m_report ? m_report->Entries().size() : 0), m_error(error) {}
+    LoadWatch(LoadWatch const&) = delete;
+    LoadWatch& operator=(LoadWatch const&) = delete;
+    ~LoadWatch() {
+        try {
+            if (m_report && m_report->Entries().size() > m_before) {
+                m_error = LoadReport::TextOf(m_report->Entries()[m_before]);
+            }
+        } catch (std::exception const&) {
+            m_error.clear();
+        }
+    }
+
+  private:
+    LoadReport const* m_report;
+    std::size_t m_before;
+    std::string& m_error;
+};
+
 } // namespace
 
 VClass* VArchive::ms_theClass = nullptr;
 
 bool VArchive::Serialize(IAIFile& file) {
-    return VObject::Serialize(file) ? Load(file) : Store(file);
+    m_error.clear();
+    if (VObject::Serialize(file)) {
+        LoadWatch const watch(file, m_error);
+        return Load(file);
+    }
+    bool const stored = Store(file);
+    if (!stored) {
+        m_error = file.ErrorDescription().CString();
+    }
+    return stored;
+}
+
+VString VArchive::ErrorDescription() const {
+    return VString(m_error.c_str());
 }
 
 bool VArchive::Store(IAIFile& file) {
@@ -34,17 +74,29 @@ bool VArchive::Load(IAIFile& file) {
     m_data.RemoveAllObjects();
     ChunkScope const archive(file);
     if (archive.IsOpen() && archive.Id() == ChunkId(kArchiveId)) {
+        bool hasInfos = false;
+        bool hasData = false;
         while (file.ChunkRemaining()) {
             ChunkScope const part(file);
             if (!part.IsOpen()) {
                 break;
             }
             if (part.Id() == ChunkId(kDataId)) {
-                m_data.Serialize(file);
+                hasData = m_data.Serialize(file);
             } else if (part.Id() == ChunkId(kInfosId)) {
-                m_infos.Serialize(file);
+                hasInfos = m_infos.Serialize(file);
+            } else {
+                file.NoteChunk(LoadReport::kWrongKind, part.Id());
             }
         }
+        if (!hasInfos) {
+            file.NoteLoss(LoadReport::kNotRead, kInfosId);
+        }
+        if (!hasData) {
+            file.NoteLoss(LoadReport::kNotRead, kDataId);
+        }
+    } else {
+        file.NoteChunk(LoadReport::kWrongKind, archive.Id());
     }
     return true;
 }

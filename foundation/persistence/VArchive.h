@@ -4,6 +4,8 @@
 #include "foundation/persistence/VObjectArrayTmplSerializeable.h"
 #include "foundation/strings/VData.h"
 
+#include <string>
+
 namespace VFoundation {
 
 /// A container of files in one chunked file: a list of descriptions and a list of contents. The archive does not
@@ -17,7 +19,8 @@ namespace VFoundation {
 /// that the file lacks are zero. A length far beyond the file is an out-of-memory `VException` from `VData`: the
 /// chunks are closed then, and the lists hold the elements before it.
 ///
-/// DELIBERATE: nothing is reported when an archive is read; a file that holds none gives an empty archive.
+/// DELIBERATE: the result says nothing of what was damaged when an archive is read; a file that holds none gives an empty
+/// archive. `ErrorDescription()` and the file's report tell.
 ///
 /// Ownership: owns its lists, which own a reference to each element.
 /// Threads: one thread at a time.
@@ -39,6 +42,9 @@ class VArchive : public Registered<VArchive, VObject> {
     /// Writes both lists, in a chunk "VArc"; false when something could not be written. Reading replaces both
     /// and is true.
     bool Serialize(IAIFile& file) override;
+    /// What the last `Serialize` passed over first, or why it could not store, with the offset; empty when everything was
+    /// read or stored. `IAIFile::Report()` has all of it. Without memory `std::bad_alloc`.
+    VString ErrorDescription() const;
 
   private:
     bool Store(IAIFile& file);
@@ -46,6 +52,7 @@ class VArchive : public Registered<VArchive, VObject> {
 
     VObjectArrayTmplSerializeable<VFileInfo> m_infos;
     VObjectArrayTmplSerializeable<VData> m_data;
+    std::string m_error;
 };
 
 } // namespace VFoundation

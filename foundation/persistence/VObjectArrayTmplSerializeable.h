@@ -51,6 +51,7 @@ class VObjectArrayTmplSerializeable : public VObjectArrayTmpl<T> {
         if (array.IsOpen() && array.Id() == kArrayId) {
             long count = 0;
             file >> count; // not used: the "elem" chunks decide
+            long loaded = 0;
             while (file.ChunkRemaining()) {
                 ChunkScope const child(file);
                 if (!child.IsOpen()) {
@@ -58,10 +59,18 @@ class VObjectArrayTmplSerializeable : public VObjectArrayTmpl<T> {
                 }
                 if (child.Id() == kElementId) {
                     auto const element = VObjectRef<T>::Adopt(new T);
-                    element->Serialize(file);
+                    if (!element->Serialize(file)) {
+                        file.NoteLoss(LoadReport::kNotRead, element->ClassName());
+                    }
                     this->AddObject(element.Get());
+                    ++loaded;
+                } else {
+                    file.NoteChunk(LoadReport::kWrongKind, child.Id());
                 }
             }
+            file.NoteCount(count, loaded);
+        } else {
+            file.NoteChunk(LoadReport::kWrongKind, array.Id());
         }
         return true;
     }

@@ -5,9 +5,12 @@
 //   VXMLFileColour.cpp       colour attributes
 //   VXMLFileImage.cpp        image attributes
 //   VXMLFileObjects.cpp      whole objects as child elements
-//   VXMLFileIOTinyXml.cpp    the back end: tree, cursor, loading and saving
-//   VXMLFileIOTinyXmlFactory.cpp
-//   internal/XMLTextCheck.cpp         checks a text before TinyXML parses it
+//   VXMLFileErrors.cpp       why something failed, and what loading passed over
+//   VXMLFileIOTinyXml.cpp, internal/VXMLFileIOPugiXml.cpp   the back ends: each its tree
+//   internal/XMLTreeOperations.h      what they share: cursor, loading and saving
+//   internal/XMLInput.cpp             reads a text
+//   internal/XMLTextCheck.cpp         checks it before it is parsed
+//   internal/XMLPrinter.cpp           prints a tree of pugixml
 //   internal/FileReplacer_posix.cpp   replaces the saved file in one step
 #include "foundation/persistence/VXMLFile.h"
 
@@ -130,11 +133,23 @@ bool VXMLFile::EnterRoot(char const* name, char const* rootName) {
 }
 
 /// Sets the error when a document did not load.
-bool VXMLFile::Loaded(bool isLoaded) {
+bool VXMLFile::Loaded(bool isLoaded, char const* path) {
+    m_failedAction = nullptr;
+    if (!isLoaded) {
+        NoteFailure("load", path);
+    }
     if (!isLoaded && m_nError != kDisabled && m_nError != kInitFailed) {
         m_nError = kParsingFailure;
     }
     return isLoaded;
+}
+
+bool VXMLFile::Started(bool isStarted, char const* path) {
+    m_failedAction = nullptr;
+    if (!isStarted) {
+        NoteFailure("start", path);
+    }
+    return isStarted;
 }
 
 void VXMLFile::Clear() {
@@ -142,25 +157,35 @@ void VXMLFile::Clear() {
 }
 
 bool VXMLFile::OpenFileForRead(char const* path, char const* rootName) {
-    return Loaded(m_pIO->OpenFileForRead(path) && EnterRoot(path, rootName));
+    m_report.Clear();
+    return Loaded(m_pIO->OpenFileForRead(path) && EnterRoot(path, rootName), path);
 }
 
 bool VXMLFile::LoadFile(char const* name, unsigned char const* bytes, unsigned long length,
                         char const* rootName) {
-    return Loaded(m_pIO->LoadFile(name, bytes, length) && EnterRoot(name, rootName));
+    m_report.Clear();
+    return Loaded(m_pIO->LoadFile(name, bytes, length) && EnterRoot(name, rootName), name);
 }
 
 bool VXMLFile::OpenFileForWrite(char const* path, char const* rootName) {
-    return m_pIO->OpenFileForWrite(path) && EnterRoot(path, rootName);
+    m_report.Clear();
+    return Started(m_pIO->OpenFileForWrite(path) && EnterRoot(path, rootName), path);
 }
 
 bool VXMLFile::WriteFileToString(VString& target, char const* rootName) {
-    return m_pIO->WriteFileToString(target) && EnterRoot(nullptr, rootName);
+    m_report.Clear();
+    return Started(m_pIO->WriteFileToString(target) && EnterRoot(nullptr, rootName), nullptr);
 }
 
 bool VXMLFile::CloseFile() {
+    bool const isSaving = IsSaving();
     m_pIO->CloseChild();
-    return m_pIO->CloseFile();
+    m_failedAction = nullptr;
+    if (m_pIO->CloseFile()) {
+        return true;
+    }
+    NoteFailure(isSaving ? "save" : "close", m_pFileName ? m_pFileName->CString() : nullptr);
+    return false;
 }
 
 // The cursor

@@ -2,9 +2,11 @@
 
 #include "foundation/core/Registered.h"
 #include "foundation/core/VObjectRef.h"
+#include "foundation/persistence/LoadReport.h"
 
 #include <cstdint>
 #include <memory>
+#include <string>
 
 namespace VFoundation {
 
@@ -41,7 +43,8 @@ struct SRect;
 /// character references, as this class does. A text beside child elements that contains "]]>" or a carriage return
 /// reads back from a file with the indentation that follows it.
 ///
-/// Errors: results are false or null; `GetErrorStr()` gives a reason. Without memory operations fail in the same way;
+/// Errors: results are false or null; `ErrorDescription()` gives the reason, `Report()` what a document that loaded has
+/// and the objects have not. Without memory operations fail in the same way;
 /// only the constructor, `Copy` and what an object throws while it writes or reads itself let an exception pass. A
 /// document that is saving is dropped then, so that half of an object is never saved. Without a back end the object
 /// is safe to use and every operation fails.
@@ -241,6 +244,17 @@ class VXMLFile : public Registered<VXMLFile, VObject> {
     virtual bool IsLoading() const;
     virtual bool IsSaving() const;
 
+    /// Why the last opening or closing failed: what, the file, the line and column of a text that is not well-formed, and
+    /// the system's reason, as in "cannot load prefs.xml at line 3, column 7: not a well-formed document, or one beyond
+    /// the limits"; empty when it did not fail. Without memory `std::bad_alloc`.
+    VString ErrorDescription() const;
+    /// What was passed over while the document loaded; kept until another is opened.
+    LoadReport const& Report() const noexcept { return m_report; }
+    /// For classes that load objects: adds a loss at the cursor. `detail` is the class, or null.
+    void NoteLoss(LoadReport::eLoss loss, char const* detail) noexcept;
+    /// Adds one when `found` elements are not as many as the document says.
+    void NoteCount(long expected, long found) noexcept;
+
     // For classes that hold objects of any class. The cursor is on the object's element.
 
     /// The class the element stands for: its attribute "class", else its name.
@@ -265,7 +279,10 @@ class VXMLFile : public Registered<VXMLFile, VObject> {
     };
 
     bool EnterRoot(char const* name, char const* rootName);
-    bool Loaded(bool isLoaded);
+    bool Loaded(bool isLoaded, char const* path);
+    bool Started(bool isStarted, char const* path);
+    void NoteFailure(char const* action, char const* path) noexcept;
+    void ReadInto(VObject& object);
     bool HasName(char const* name);
     template <class Fits>
     bool OpenFittingChild(char const* name, Fits fits);
@@ -273,6 +290,9 @@ class VXMLFile : public Registered<VXMLFile, VObject> {
     std::int32_t m_nError = kNone;     // one of eError
     std::unique_ptr<IXMLFileIO> m_pIO; // never null
     VObjectRef<VString> m_pFileName;   // null until the first successful opening
+    LoadReport m_report;
+    char const* m_failedAction = nullptr; // null when the last opening or closing did not fail
+    std::string m_failedPath;
 };
 
 } // namespace VFoundation

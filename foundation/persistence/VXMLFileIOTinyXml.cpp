@@ -42,7 +42,7 @@ VXMLFileIOTinyXml::~VXMLFileIOTinyXml() = default;
 
 bool VXMLFileIOTinyXml::Parse(std::string text) {
     XMLTextFacts facts;
-    if (!PrepareXMLText(text, facts)) {
+    if (!Check(text, facts)) {
         return false;
     }
     // TinyXML returns null both at the end of the text and where it gave up: a mark after the text tells them apart.
@@ -110,6 +110,10 @@ TiXmlNode* VXMLFileIOTinyXml::TextFrom(TiXmlNode* node) {
         node = node->NextSibling();
     }
     return node;
+}
+
+char const* VXMLFileIOTinyXml::NameOf(TiXmlNode const* node) {
+    return node->Value();
 }
 
 bool VXMLFileIOTinyXml::IsElement(TiXmlNode const* node) {

@@ -61,6 +61,7 @@ class VXMLFileIOTinyXml : public XMLTreeIO<VXMLFileIOTinyXml> {
     static TiXmlNode* ParentOf(TiXmlNode* node);
     static TiXmlNode* ElementFrom(TiXmlNode* node, char const* name);
     static TiXmlNode* TextFrom(TiXmlNode* node);
+    static char const* NameOf(TiXmlNode const* node);
     static bool IsElement(TiXmlNode const* node);
     static bool IsDocument(TiXmlNode const* node);
     static TiXmlNode* AddElement(TiXmlNode* parent, char const* name);
@@ -75,6 +76,7 @@ class VXMLFileIOTinyXml : public XMLTreeIO<VXMLFileIOTinyXml> {
     VString* m_pTargetString = nullptr;
 
     std::vector<TiXmlText*> m_texts; // of a document that is saving
+    Failure m_failure;               // of the last opening or closing
     bool m_isIncomplete = false;     // something was refused while saving
 };
 

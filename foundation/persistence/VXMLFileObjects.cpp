@@ -36,14 +36,16 @@ VObject* VXMLFile::CreateObjectHere(char const* reporter) {
     VClass const* const cls = ObjectClassNamed(className);
     if (!cls) {
         VLog::Trace("%s - No class for className '%s'\n", reporter, className);
+        NoteLoss(LoadReport::kUnknownClass, className);
         return nullptr;
     }
     auto object = VObjectRef<VObject>::Adopt(NewInstanceOf(*cls));
     if (!object) {
         VLog::Trace("%s - Error allocating new object of class: %s\n", reporter, className);
+        NoteLoss(LoadReport::kNotMade, className);
         return nullptr;
     }
-    object->SerializeAsXML(*this);
+    ReadInto(*object);
     return object.Detach();
 }
 
@@ -88,7 +90,7 @@ bool VXMLFile::ReadObject(char const* name, VObject* object) {
     if (!object || !OpenFittingChild(name, isBase)) {
         return false;
     }
-    object->SerializeAsXML(*this);
+    ReadInto(*object);
     CloseChild();
     return true;
 }

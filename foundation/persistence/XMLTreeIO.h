@@ -4,6 +4,8 @@
 
 namespace VFoundation {
 
+struct XMLTextFacts;
+
 /// What the back ends that hold a document as a tree have in common: opening, closing and the moves of the cursor.
 /// Installed because `VXMLFileIOTinyXml` derives from it; clients use `IXMLFileIO`.
 ///
@@ -38,6 +40,8 @@ class XMLTreeIO : public IXMLFileIO {
     bool IsValid() const override;
     void PrintIndent() override;
     bool IsComplete() const override;
+    Failure LastFailure() const override;
+    std::string Position() const override;
 
   private:
     Back& Self() noexcept { return static_cast<Back&>(*this); }
@@ -58,6 +62,7 @@ class XMLTreeIO : public IXMLFileIO {
     template <class Node>
     bool AppendText(Node parent, int levels);
     bool Refuse() noexcept;
+    bool Check(std::string& text, XMLTextFacts& facts);
     template <class Operation>
     bool Guarded(Operation operation) noexcept;
 };

@@ -81,11 +81,15 @@ std::string XMLOf(GraphRef const& graph) {
 }
 
 /// Whether the graph found all that it looked for.
-bool Read(std::string const& text, GraphRef const& graph) {
+bool Read(std::string const& text, GraphRef const& graph, std::string* report = nullptr) {
     VXMLFile file;
     auto const* const bytes = reinterpret_cast<unsigned char const*>(text.c_str());
-    return file.LoadFile("text", bytes, text.size(), "Root") && file.OpenFirstChildElement("VGraph") &&
-           graph->SerializeAsXML(file);
+    bool const isWhole = file.LoadFile("text", bytes, text.size(), "Root") &&
+                         file.OpenFirstChildElement("VGraph") && graph->SerializeAsXML(file);
+    if (report) {
+        *report = file.Report().AsText();
+    }
+    return isWhole;
 }
 
 /// The library runs, and its lines are kept.
@@ -359,11 +363,18 @@ TEST_F(VGraphTest, ComesBackFromXMLButForTheIds) {
 
 TEST_F(VGraphTest, PassesOverEntriesThatAreNoNodesOrEdges) {
     GraphRef const graph = GraphRef::Adopt(VGraph::New());
+    std::string report;
     EXPECT_FALSE(Read("<Root><VGraph><VObjectArray name='nodes'><VGraphNode/><VString string='x'/><VNoClass/>"
                       "<VGraphNode/></VObjectArray><VObjectArray name='edges'><VGraphNode/>"
                       "<VGraphEdge srcNode_ID='0' dstNode_ID='2'/><VGraphEdge srcNode_ID='1' dstNode_ID='3'/>"
                       "<VGraphEdge dstNode_ID='99999999999'/></VObjectArray></VGraph></Root>",
-                      graph)); // properties are missing
+                      graph, &report)); // properties are missing
+    EXPECT_EQ(report, "Root/VGraph/VObjectArray/VGraphNode: not read (VGraphNode)\n"
+                      "Root/VGraph/VObjectArray/VNoClass: unknown class (VNoClass)\n"
+                      "Root/VGraph/VObjectArray/VGraphNode[2]: not read (VGraphNode)\n"
+                      "Root/VGraph/VObjectArray[2]/VGraphNode: not read (VGraphNode)\n"
+                      "Root/VGraph: not made (node of an edge)\nRoot/VGraph: not made (node of an edge)\n"
+                      "Root/VGraph: wrong kind (VString)\nRoot/VGraph: wrong kind (VGraphNode)\n");
     graph->Nodes().AddObject(nullptr);
     graph->AssignUniqueIDs();
     std::string const expected = "VGraph::SerializeAsXML - node expected to be VGraphNode: ";

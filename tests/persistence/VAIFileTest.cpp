@@ -1,5 +1,6 @@
 #include "foundation/persistence/VAIFile.h"
 
+#include "foundation/strings/VString.h"
 #include "tests/persistence/ChunkBytes.h"
 #include "tests/support/FailingReads.h"
 #include "tests/support/FullDisk.h"
@@ -43,6 +44,7 @@ class AIFile : public testing::Test {
         }
         return ids;
     }
+    std::string Described() const { return m_file.ErrorDescription().CString(); }
     /// Position and what is left of the chunk.
     std::string State() {
         return std::to_string(m_file.GetPos()) + " " + std::to_string(m_file.ChunkRemaining());
@@ -247,6 +249,9 @@ TEST_F(AIFile, SaysWhyItDoesNotOpen) {
         return m_file.GetLastError();
     };
     EXPECT_EQ(errorOf(nullptr, kRead), VAIFile::eNoPath);
+    EXPECT_EQ(Described(), "cannot open a file: no path");
+    EXPECT_EQ(errorOf(fifo.c_str(), kRead), VAIFile::eCannotOpen);
+    EXPECT_EQ(Described(), "cannot open " + fifo + ": not a regular file");
     for (char const* const path : {"", m_scratch.Path(), m_scratch.Folder().c_str(), fifo.c_str()}) {
         EXPECT_EQ(errorOf(path, kRead), VAIFile::eCannotOpen) << path;
     }
@@ -274,6 +279,7 @@ TEST_F(AIFile, ReportsBytesThatWereLost) {
     EXPECT_EQ(m_file.GetLastError(), VAIFile::eNone) << "still in memory";
     EXPECT_FALSE(m_file.Close());
     EXPECT_EQ(m_file.GetLastError(), VAIFile::eWriteFailed);
+    EXPECT_EQ(Described(), "cannot write /dev/full at offset 0: No space left on device");
     ASSERT_TRUE(m_file.Open("/dev/full", kWrite));
     EXPECT_FALSE(m_file.OpenChunk("TEST"));
     EXPECT_FALSE(m_file.Write("a", 1));
@@ -321,6 +327,10 @@ TEST_F(AIFile, TellsAReadErrorFromTheEnd) {
         EXPECT_EQ(m_file.ChunkRemaining(), 0U);
         VFile const& asFile = m_file;
         EXPECT_EQ(asFile.ReadError(), error);
+        EXPECT_EQ(asFile.ErrorDescription(), error == 0 ? ""
+                                                        : (std::string("cannot read ") + m_scratch.Path() +
+                                                           " at offset 65536: Input/output error")
+                                                              .c_str());
     }
     Open(kSafe);
     EXPECT_EQ(m_file.ReadError(), 0) << "of this file, not of the one before";

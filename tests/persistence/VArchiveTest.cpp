@@ -1,6 +1,7 @@
 #include "foundation/persistence/VArchive.h"
 
 #include "foundation/core/VException.h"
+#include "foundation/strings/VString.h"
 #include "tests/persistence/ChunkBytes.h"
 #include "tests/support/FailingAllocator.h"
 #include "tests/support/ScratchFile.h"
@@ -56,10 +57,15 @@ TEST_F(Archive, TakesTheElementsThatAreThere) {
               ",a,,ccc NEXT");
     ASSERT_EQ(m_archive.Infos().Count(), 1);
     EXPECT_STREQ(m_archive.Infos().ObjectAtIndexTyped(0)->Path(), "n");
+    EXPECT_EQ(m_file.Report()->AsText(), "53: wrong kind (junk)\n89: count differs (5, found 3)\n"
+                                         "97: wrong kind (what)\n134: count differs (-1, found 1)\n");
+    EXPECT_STREQ(m_archive.ErrorDescription().CString(), "53: wrong kind (junk)");
     EXPECT_EQ(Load(Chunk("VArc", Data("old") + Data("new"))), ",new NEXT") << "the last list wins";
+    EXPECT_STREQ(m_archive.ErrorDescription().CString(), "86: not read (Info)") << "of this archive";
     for (std::string const& none : {Chunk("Varc", Data("a")), Chunk("VArc", ""), Chunk("VArc", "short"),
                                     Chunk("VArc", Chunk("Data", Chunk("LIST", "no array")))}) {
         EXPECT_EQ(Load(none), " NEXT") << none;
+        EXPECT_FALSE(m_archive.ErrorDescription().IsEmpty()) << none;
     }
 }
 
@@ -82,6 +88,8 @@ TEST_F(Archive, SkipsNullsAndReportsWhatItCannotStore) {
     EXPECT_EQ(depth, 13) << "it closed what it opened";
     ASSERT_TRUE(m_file.Open("/dev/full", VAIFile::kWrite));
     EXPECT_FALSE(m_archive.Serialize(m_file));
+    EXPECT_STREQ(m_archive.ErrorDescription().CString(),
+                 "cannot write /dev/full at offset 0: No space left on device");
 }
 
 TEST_F(Archive, ClosesItsChunksWhenALengthCannotBeTrue) {
@@ -92,6 +100,7 @@ TEST_F(Archive, ClosesItsChunksWhenALengthCannotBeTrue) {
         VException);
     testing::internal::GetCapturedStderr();
     EXPECT_EQ(Loaded(), ",fine NEXT") << "what came before is kept";
+    EXPECT_STREQ(m_archive.ErrorDescription().CString(), "64: not read (a length beyond the end)");
 }
 
 TEST_F(Archive, LeavesNoChunkOpenWhenMemoryRunsOut) {

@@ -130,6 +130,34 @@ TEST_P(XMLFileObjects, ArraysSkipWhatTheyDoNotKnow) {
     EXPECT_EQ(ACounted::ms_alive, 0);
 }
 
+TEST_P(XMLFileObjects, ReportsWhatLoadingPassedOver) {
+    Document file(
+        "<R><VObjectArray count='9'><Unknown/><AnAbstract/><APlace/><Unknown/>"
+        "<VDictionary version='2' count='0'><VDictionaryPair/></VDictionary>"
+        "<VDictionary version='2' count='2'><VDictionaryPair><VString string='k'/></VDictionaryPair>"
+        "<VString/></VDictionary></VObjectArray></R>");
+    auto const array = NewArray();
+    EXPECT_TRUE(file.Report().IsEmpty());
+    EXPECT_TRUE(file.ReadObject(nullptr, array.Get())) << "the result does not tell";
+    EXPECT_EQ(file.Report().AsText(), "R/VObjectArray/Unknown: unknown class (Unknown)\n"
+                                      "R/VObjectArray/AnAbstract: not made (AnAbstract)\n"
+                                      "R/VObjectArray/APlace: not read (APlace)\n"
+                                      "R/VObjectArray/Unknown[2]: unknown class (Unknown)\n"
+                                      "R/VObjectArray/VDictionary: count differs (none, found some)\n"
+                                      "R/VObjectArray/VDictionary[2]/VDictionaryPair: not made (value)\n"
+                                      "R/VObjectArray/VDictionary[2]/VString: wrong kind (VString)\n"
+                                      "R/VObjectArray/VDictionary[2]: count differs (2, found 0)\n"
+                                      "R/VObjectArray: count differs (9, found 3)\n");
+    std::string many;
+    for (std::size_t i = 0; i < 2 * LoadReport::kMostEntries; ++i) {
+        many += "<Unknown/>";
+    }
+    EXPECT_TRUE(Load(file, "<R><VObjectArray>" + many + "</VObjectArray></R>"));
+    EXPECT_TRUE(file.ReadObject(nullptr, array.Get()));
+    EXPECT_EQ(file.Report().Count(), 2 * LoadReport::kMostEntries) << "of this document";
+    EXPECT_EQ(file.Report().Entries().size(), LoadReport::kMostEntries);
+}
+
 TEST_P(XMLFileObjects, NestsAsDeepAsDocumentsMay) {
     auto const array = NewArray();
     array->AddObject(array.Get());

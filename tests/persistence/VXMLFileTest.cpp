@@ -136,6 +136,36 @@ TEST_P(XMLFile, SavesNothingOfADocumentThatLostSomething) {
     }
 }
 
+TEST_P(XMLFile, SaysWhyItFailed) {
+    VXMLFile file;
+    auto const loading = [&](std::string const& path) {
+        EXPECT_FALSE(file.OpenFileForRead(path.c_str(), "R"));
+        return std::string(file.ErrorDescription().CString());
+    };
+    auto const saving = [&](std::string const& path, char const* element) {
+        EXPECT_TRUE(file.OpenFileForWrite(path.c_str(), "R"));
+        file.OpenFirstChildElement(element);
+        EXPECT_FALSE(file.CloseFile());
+        return std::string(file.ErrorDescription().CString());
+    };
+    std::string const path = Path("f");
+    EXPECT_EQ(loading(path), "cannot load " + path + ": No such file or directory");
+    EXPECT_EQ(loading(m_folder.string()), "cannot load " + m_folder.string() + ": Is a directory");
+    EXPECT_EQ(loading("/dev/null"), "cannot load /dev/null: not a regular file");
+    std::ofstream(path) << "<Other>\n<a></b></Other>";
+    EXPECT_EQ(loading(path),
+              "cannot load " + path +
+                  " at line 2, column 7: not a well-formed document, or one beyond the limits");
+    std::ofstream(path) << "<Other/>";
+    EXPECT_EQ(loading(path), "cannot load " + path + ": the root element has another name");
+    EXPECT_EQ(saving(path, "a b"),
+              "cannot save " + path + ": the document refused something that was written");
+    EXPECT_EQ(saving("/dev/full", "e"), "cannot save /dev/full: No space left on device");
+    EXPECT_EQ(saving(path + "/f", "e"), "cannot save " + path + "/f: Not a directory");
+    EXPECT_TRUE(Load(file, "<R/>"));
+    EXPECT_TRUE(file.ErrorDescription().IsEmpty());
+}
+
 TEST_P(XMLFile, WorksWithoutABackEnd) {
     struct NoBackEnds : IXMLFileIOFactory {
         IXMLFileIO* New() override { return nullptr; }

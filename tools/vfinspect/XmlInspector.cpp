@@ -107,8 +107,8 @@ void XmlInspector::OnStart(std::size_t offset, std::string_view name,
     std::string shown;
     for (XmlAttribute const& attribute : attributes) {
         if (shown.size() < kShownAttributes) {
-            shown += (shown.empty() ? "" : " ") + Printable(attribute.name, 40) + '=' +
-                     Quoted(DecodeReferences(attribute.value.substr(0, kShownAttributes)), kShownText);
+            shown.append(shown.empty() ? "" : " ").append(Printable(attribute.name, 40)).append("=");
+            shown += Quoted(DecodeReferences(attribute.value.substr(0, kShownAttributes)), kShownText);
         }
         if (attribute.name == "class") {
             element.className = attribute.value;

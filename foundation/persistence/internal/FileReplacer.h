@@ -37,8 +37,11 @@ class FileReplacer {
     /// Closes the stream and replaces the file. False when a byte may not have reached the disk; the file is as it was
     /// then, but for the case of a write over the old version described above.
     bool Commit() noexcept;
+    /// The system's error number when there is no stream or `Commit` failed; 0 when the system gave none.
+    int Error() const noexcept { return m_error; }
 
   private:
+    void Open(char const* folder) noexcept;
     void OpenTemporary(unsigned mode) noexcept;
     void OpenInPlace() noexcept;
     bool CloseStream() noexcept;
@@ -52,6 +55,7 @@ class FileReplacer {
     int m_inPlace = -1;        // the target when writing in place
     char* m_text = nullptr;    // what was collected for it (C memory)
     std::size_t m_length = 0;
+    int m_error = 0;
     std::FILE* m_stream = nullptr; // on the temporary file or on the memory
 };
 

@@ -105,9 +105,16 @@ bool Reserve(int file, ::off_t length, ::off_t lengthBefore) noexcept {
 } // namespace
 
 FileReplacer::FileReplacer(char const* path) : m_target(Resolved(path)) {
-    std::string const directory = DirectoryOf(m_target);
+    int const unresolved = m_target.empty() ? errno : 0;
+    std::string const folder = DirectoryOf(m_target);
+    errno = 0;
+    Open(folder.c_str());
+    m_error = m_stream ? 0 : unresolved != 0 ? unresolved : errno;
+}
+
+void FileReplacer::Open(char const* folder) noexcept {
     m_name = m_target.c_str() + (m_target.rfind('/') + 1);
-    m_directory = ::open(directory.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC);
+    m_directory = ::open(folder, O_PATH | O_DIRECTORY | O_CLOEXEC);
     struct stat status {};
     if (m_directory < 0) {
         return;
@@ -195,7 +202,11 @@ bool FileReplacer::CommitInPlace() noexcept {
 }
 
 bool FileReplacer::Commit() noexcept {
-    bool isDone = m_stream && CloseStream();
+    if (!m_stream) {
+        return false;
+    }
+    errno = 0;
+    bool isDone = CloseStream();
     if (isDone && m_inPlace >= 0) {
         isDone = CommitInPlace();
     } else if (isDone) {
@@ -209,6 +220,7 @@ bool FileReplacer::Commit() noexcept {
             }
         }
     }
+    m_error = isDone ? 0 : errno;
     Discard();
     return isDone;
 }

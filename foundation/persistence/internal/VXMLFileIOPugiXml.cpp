@@ -62,7 +62,7 @@ bool RestoreInstructions(pugi::xml_node document, std::vector<std::string> const
 
 bool VXMLFileIOPugiXml::Parse(std::string text) {
     XMLTextFacts facts;
-    if (!PrepareXMLText(text, facts)) {
+    if (!Check(text, facts)) {
         return false;
     }
     m_text = std::move(text);

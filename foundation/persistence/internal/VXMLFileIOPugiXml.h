@@ -41,6 +41,7 @@ class VXMLFileIOPugiXml : public XMLTreeIO<VXMLFileIOPugiXml> {
     static pugi::xml_node ParentOf(pugi::xml_node node) { return node.parent(); }
     static pugi::xml_node ElementFrom(pugi::xml_node node, char const* name);
     static pugi::xml_node TextFrom(pugi::xml_node node);
+    static char const* NameOf(pugi::xml_node node) { return node.name(); }
     static bool IsElement(pugi::xml_node node) { return node.type() == pugi::node_element; }
     static bool IsDocument(pugi::xml_node node) { return node.type() == pugi::node_document; }
     static pugi::xml_node AddElement(pugi::xml_node parent, char const* name);
@@ -55,6 +56,7 @@ class VXMLFileIOPugiXml : public XMLTreeIO<VXMLFileIOPugiXml> {
     VString* m_pTargetString = nullptr;
 
     std::string m_text;          // what the tree of a loaded document points into
+    Failure m_failure;           // of the last opening or closing
     bool m_isIncomplete = false; // something was refused while saving
 };
 

@@ -2,9 +2,9 @@
 
 #include "foundation/core/NarrowCast.h"
 #include "foundation/host/VFile.h"
-#include "foundation/persistence/IXMLFileIO.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
 #include <memory>
 
@@ -28,21 +28,26 @@ void NormalizeLineEnds(std::string& text) {
 
 } // namespace
 
-std::string XMLFileText(char const* path) {
+std::string XMLFileText(char const* path, IXMLFileIO::Failure& failure) {
     struct Close {
         void operator()(std::FILE* stream) const noexcept { std::fclose(stream); }
     };
+    errno = 0;
     std::unique_ptr<std::FILE, Close> const file(VFile::OpenRegularFile(path));
-    std::string text;
-    if (file && std::fseek(file.get(), 0, SEEK_END) == 0) {
-        long const length = std::ftell(file.get());
-        std::rewind(file.get());
-        if (length > 0 && narrow_cast<unsigned long>(length) <= IXMLFileIO::kMaxTextSize) {
-            text.resize(narrow_cast<std::size_t>(length));
-            text.resize(std::fread(text.data(), 1, text.size(), file.get()));
-        }
+    if (!file || std::fseek(file.get(), 0, SEEK_END) != 0) {
+        failure.systemError = path ? errno : ENOENT;
+        return {};
     }
-    if (!file || std::ferror(file.get()) != 0) {
+    long const length = std::ftell(file.get());
+    std::rewind(file.get());
+    if (length < 0 || narrow_cast<unsigned long>(length) > IXMLFileIO::kMaxTextSize) {
+        failure.reason = "longer than a document may be";
+        return {};
+    }
+    std::string text(narrow_cast<std::size_t>(length), '\0');
+    text.resize(std::fread(text.data(), 1, text.size(), file.get()));
+    if (std::ferror(file.get()) != 0) {
+        failure.systemError = errno ? errno : EIO;
         return {};
     }
     NormalizeLineEnds(text);

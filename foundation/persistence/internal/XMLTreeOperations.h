@@ -12,6 +12,7 @@
 //   static Node ElementFrom(Node, char const*)    the first of this node and its next siblings that is an element
 //   static Node TextFrom(Node)                    the same for a text
 //   static bool IsElement/IsDocument(Node)
+//   static char const* NameOf(Node)               of an element
 //   Node AddElement(Node parent, char const*), AddText(Node parent)   null without memory
 
 #include "foundation/core/NarrowCast.h"
@@ -21,9 +22,12 @@
 #include "foundation/persistence/internal/XMLTextCheck.h"
 #include "foundation/strings/VString.h"
 
+#include <algorithm>
+#include <cerrno>
 #include <cstdio>
 #include <exception>
 #include <string>
+#include <utility>
 
 namespace VFoundation {
 
@@ -52,22 +56,41 @@ template <class Back>
 template <class Reader>
 bool XMLTreeIO<Back>::Load(char const* name, Reader readText) noexcept {
     Clear();
+    Failure& failure = Self().m_failure;
+    failure = {};
     bool const isLoaded = Guarded([&] {
         Self().m_path = name ? name : "";
-        std::string text = readText();
+        std::string text = readText(failure);
         Self().m_nMode = kLoading;
         Self().m_pCurrent = Self().Document();
-        return Self().Parse(std::move(text));
+        return !failure.reason && failure.systemError == 0 && Self().Parse(std::move(text));
     });
     if (!isLoaded) {
+        if (!failure.reason && failure.systemError == 0) {
+            failure.systemError = ENOMEM;
+        }
         Clear();
     }
     return isLoaded;
 }
 
+/// Prepares a text for the parser; says where it is wrong when it does not pass.
+template <class Back>
+bool XMLTreeIO<Back>::Check(std::string& text, XMLTextFacts& facts) {
+    if (PrepareXMLText(text, facts)) {
+        return true;
+    }
+    std::string_view const before = std::string_view(text).substr(0, facts.errorOffset);
+    Failure& failure = Self().m_failure;
+    failure.reason = "not a well-formed document, or one beyond the limits";
+    failure.line = 1 + static_cast<unsigned long>(std::count(before.begin(), before.end(), '\n'));
+    failure.column = before.size() - (before.rfind('\n') + 1) + 1;
+    return false;
+}
+
 template <class Back>
 bool XMLTreeIO<Back>::OpenFileForRead(char const* path) {
-    return Load(path, [path] { return XMLFileText(path); });
+    return Load(path, [path](Failure& failure) { return XMLFileText(path, failure); });
 }
 
 template <class Back>
@@ -76,7 +99,7 @@ bool XMLTreeIO<Back>::LoadFile(char const* name, unsigned char const* bytes, uns
     while (length > 0 && bytes[length - 1] == 0) {
         --length; // a terminator that was counted
     }
-    return Load(name, [&] { return std::string(reinterpret_cast<char const*>(bytes), length); });
+    return Load(name, [&](Failure&) { return std::string(reinterpret_cast<char const*>(bytes), length); });
 }
 
 template <class Back>
@@ -94,6 +117,7 @@ bool XMLTreeIO<Back>::WriteFileToString(VString& target) {
 template <class Back>
 void XMLTreeIO<Back>::StartSaving(char const* path, VString* target) {
     Clear();
+    Self().m_failure = {};
     Self().m_nMode = kSaving;
     Self().m_pCurrent = Self().Document();
     Self().m_pTargetString = target;
@@ -105,23 +129,46 @@ void XMLTreeIO<Back>::StartSaving(char const* path, VString* target) {
 
 template <class Back>
 bool XMLTreeIO<Back>::CloseFile() {
-    bool const closed = IsValid() && (Self().m_nMode != kSaving ||
-                                      (!Self().m_isIncomplete && Guarded([this] { return Save(); })));
+    Failure& failure = Self().m_failure;
+    failure = {};
+    bool closed = IsValid();
+    if (!closed) {
+        failure.reason = "no document is open";
+    } else if (Self().m_isIncomplete) {
+        failure.reason = "the document refused something that was written";
+        closed = false;
+    } else if (Self().m_nMode == kSaving) {
+        closed = Guarded([this] { return Save(); });
+        if (!closed && !failure.reason && failure.systemError == 0) {
+            failure.systemError = ENOMEM;
+        }
+    }
     Clear();
     return closed;
 }
 
 template <class Back>
 bool XMLTreeIO<Back>::Save() {
+    Failure& failure = Self().m_failure;
     if (Self().m_pTargetString) {
         return Self().Print(*Self().m_pTargetString);
     }
     FileReplacer file(Self().m_path.c_str());
-    if (!file.Stream() || !Self().Print(file.Stream())) {
-        return false;
+    bool isWritten = false;
+    if (file.Stream()) {
+        errno = 0;
+        isWritten = Self().Print(file.Stream());
+        failure.systemError = isWritten ? 0 : errno;
+        if (std::ftell(file.Stream()) > narrow_cast<long>(kMaxTextSize)) {
+            failure.reason = "longer than a document may be";
+            return false;
+        }
+        isWritten = isWritten && file.Commit();
     }
-    bool const isReadable = std::ftell(file.Stream()) <= narrow_cast<long>(kMaxTextSize);
-    return isReadable && file.Commit();
+    if (!isWritten && failure.systemError == 0) {
+        failure.systemError = file.Error();
+    }
+    return isWritten;
 }
 
 template <class Back>
@@ -295,6 +342,33 @@ void XMLTreeIO<Back>::PrintIndent() {
 template <class Back>
 bool XMLTreeIO<Back>::IsComplete() const {
     return !Self().m_isIncomplete;
+}
+
+template <class Back>
+IXMLFileIO::Failure XMLTreeIO<Back>::LastFailure() const {
+    return Self().m_failure;
+}
+
+template <class Back>
+std::string XMLTreeIO<Back>::Position() const {
+    std::string position;
+    for (auto node = Self().m_pCurrent; node && !Back::IsDocument(node); node = Back::ParentOf(node)) {
+        if (!Back::IsElement(node)) {
+            continue;
+        }
+        char const* const name = Back::NameOf(node);
+        auto const first = Back::ElementFrom(Back::FirstChildOf(Back::ParentOf(node)), name);
+        std::string step(name);
+        unsigned long number = 1;
+        for (auto other = first; other != node; ++number) {
+            other = Back::ElementFrom(Back::NextSiblingOf(other), name);
+        }
+        if (number > 1) {
+            step += "[" + std::to_string(number) + "]";
+        }
+        position.insert(0, position.empty() ? step : step + "/");
+    }
+    return position;
 }
 
 } // namespace VFoundation
