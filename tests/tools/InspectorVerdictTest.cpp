@@ -132,8 +132,10 @@ TEST(InspectorVerdictTest, PicturesThatDoNotLoadAreDamaged) {
                 loads = LoadsAs<VImageIOJPEG>(damaged);
                 problems = Problems<JpegInspector>(damaged);
             }
-            refused += loads ? 0 : 1;
-            EXPECT_TRUE(loads || problems > 0) << path << ", " << damaged.size() << " bytes";
+            if (!loads) {
+                ++refused;
+                EXPECT_GT(problems, 0U) << path << ", " << damaged.size() << " bytes";
+            }
         }
     }
     EXPECT_GT(refused, 1'000);

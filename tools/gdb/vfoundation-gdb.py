@@ -1,11 +1,12 @@
-"""Printers that show gdb the objects of VFoundation as their users think of them: texts, elements, keys and values.
+"""Printers for objects of VFoundation: texts, elements of arrays, keys and values of dictionaries, and what values and
+references hold.
 
 gdb loads this file by itself when it lies in its auto-load folder under the name of the shared library. Otherwise, and
 for a static library, one line in a session or in ~/.gdbinit does it:
 
     source PREFIX/share/VFoundation/gdb/vfoundation-gdb.py
 
-What a printer needs to know of a class stands in one of the first functions here."""
+The private members that the printers read are named in the first functions only."""
 
 import gdb
 import gdb.printing
@@ -183,8 +184,16 @@ class NamedColourPrinter(ColourPrinter):
             yield "name", name.dereference()
 
 
+class Printers(gdb.printing.RegexpCollectionPrettyPrinter):
+    """Leaves classes alone of which the program has only the name; gdb says that they are incomplete."""
+
+    def __call__(self, value):
+        kind = value.type.strip_typedefs()
+        return super().__call__(value) if kind.code == gdb.TYPE_CODE_STRUCT and kind.fields() else None
+
+
 def make_printers():
-    printers = gdb.printing.RegexpCollectionPrettyPrinter("VFoundation")
+    printers = Printers("VFoundation")
     for pattern, printer in (
         ("VString", StringPrinter),
         ("(VObjectContainer|VObjectArray|VObjectArrayTmpl(Serializeable)?<.*>)", ArrayPrinter),

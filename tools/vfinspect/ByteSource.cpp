@@ -77,6 +77,17 @@ std::uint64_t ByteSource::Find(std::uint8_t byte, std::uint64_t offset) {
     return m_size;
 }
 
+std::uint64_t ByteSource::FindOther(std::uint8_t byte, std::uint64_t offset) {
+    for (std::string_view window = Window(offset); !window.empty(); window = Window(offset)) {
+        std::size_t const found = window.find_first_not_of(static_cast<char>(byte));
+        if (found != std::string_view::npos) {
+            return offset + found;
+        }
+        offset += window.size();
+    }
+    return m_size;
+}
+
 std::string ByteSource::Text(std::uint64_t offset, std::uint64_t count) {
     std::string text(offset < m_size ? std::min(count, m_size - offset) : 0, '\0');
     text.resize(Read(offset, text.data(), text.size()));

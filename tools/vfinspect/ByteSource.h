@@ -32,6 +32,8 @@ class ByteSource {
     std::string Text(std::uint64_t offset, std::uint64_t count);
     /// Where `byte` is next, from `offset` on; the size of the file when nowhere.
     std::uint64_t Find(std::uint8_t byte, std::uint64_t offset);
+    /// Where another byte than `byte` is next.
+    std::uint64_t FindOther(std::uint8_t byte, std::uint64_t offset);
     /// One byte; 0 where none is.
     std::uint8_t Byte(std::uint64_t offset);
     /// A number of `bytes` bytes, up to 8; missing bytes count as 0.

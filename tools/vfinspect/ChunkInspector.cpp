@@ -14,7 +14,7 @@ using VFoundation::VAIFile;
 
 constexpr std::uint64_t kHeaderSize = 8;
 /// How far into a body its first chunk is looked for.
-constexpr std::uint64_t kMostValuesBefore = 1024;
+constexpr std::uint64_t kMostValuesBefore = 256;
 constexpr std::size_t kShownBytes = 17; // one more than are printed
 constexpr std::uint64_t kMaxPath = 259;
 
@@ -83,7 +83,7 @@ void ChunkInspector::Inspect(bool asArchive) {
     AddParts();
 }
 
-/// The next chunk of those that end at `end`; `at` moves behind it. Nothing when there is none, which is a fault
+/// The next chunk of those that end at `end`; `at` moves past it. Nothing when there is none, which is a fault
 /// unless `at` is `end`.
 std::optional<ChunkInspector::Chunk> ChunkInspector::ReadHeader(std::uint64_t& at, std::uint64_t end) {
     if (at >= end || m_report.ProblemCount() >= Report::kMaxProblems) {

@@ -98,12 +98,11 @@ std::uint64_t JpegInspector::ReadMarker(std::uint64_t at) {
     if (marked > at) {
         m_report.AddProblem(at, Counted(marked - at, "byte") + " where a marker should be");
     }
-    while (m_source.Byte(marked) == 0xFF && m_source.Byte(marked + 1) == 0xFF) {
-        ++marked; // any number of them may stand before a marker
+    std::uint64_t const code = m_source.FindOther(0xFF, marked); // any number of FF may stand before it
+    if (code == m_source.Size()) {
+        return code;
     }
-    if (m_source.Size() - marked < 2) {
-        return m_source.Size();
-    }
+    marked = code - 1;
     unsigned const marker = m_source.Byte(marked + 1);
     std::string const name = NameOf(marker);
     if (name.empty()) {
