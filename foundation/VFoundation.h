@@ -3,6 +3,7 @@
 /// The whole library.
 
 #include "foundation/containers/IObjectContainer.h"
+#include "foundation/containers/IndexIterator.h"
 #include "foundation/containers/TRingBuffer.h"
 #include "foundation/containers/VDictionary.h"
 #include "foundation/containers/VDictionaryPair.h"
@@ -18,6 +19,7 @@
 #include "foundation/containers/VPtrArrayTmpl.h"
 #include "foundation/containers/VSet.h"
 #include "foundation/containers/VTree.h"
+#include "foundation/core/LeakReport.h"
 #include "foundation/core/Mutex.h"
 #include "foundation/core/NarrowCast.h"
 #include "foundation/core/Registered.h"
@@ -54,6 +56,8 @@
 #include "foundation/messaging/CmdEvent.h"
 #include "foundation/messaging/ICmdListener.h"
 #include "foundation/messaging/INotification.h"
+#include "foundation/messaging/ScopedConnection.h"
+#include "foundation/messaging/StartedCenter.h"
 #include "foundation/messaging/VCmdEvent.h"
 #include "foundation/messaging/VCommandDelayer.h"
 #include "foundation/messaging/VCommandTuple.h"

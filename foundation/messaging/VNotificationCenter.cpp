@@ -34,12 +34,14 @@ void VNotificationCenter::DeleteDefaultCenter() {
 
 bool VNotificationCenter::AddObserver(VObject* observer, Callback callback, VString const* name,
                                       VObject* about) {
-    if (!observer || !callback) {
-        return false;
-    }
+    return observer && callback && Register(observer, callback, name, about, nullptr);
+}
+
+bool VNotificationCenter::Register(VObject* observer, Callback callback, VString const* name, VObject* about,
+                                   VObject* kept) {
     try {
         auto const tuple = VObjectRef<VNotificationTuple>::Adopt(VNotificationTuple::New());
-        tuple->Set(observer, callback, name, about);
+        tuple->Set(observer, callback, name, about, kept);
         detail::MutexLock const lock(m_lock);
         return m_registrations.AddObject(tuple.Get());
     } catch (std::bad_alloc const&) { // no memory, as below
