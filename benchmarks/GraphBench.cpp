@@ -13,7 +13,6 @@
 #include <cstdint>
 #include <memory>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 namespace {
@@ -96,16 +95,19 @@ struct Graph {
 
     Graph Copy() const {
         Graph copy;
-        std::unordered_map<std::int32_t, std::shared_ptr<Node>> byID;
+        copy.nodes.reserve(nodes.size());
+        copy.edges.reserve(edges.size());
         for (auto const& node : nodes) {
             copy.nodes.push_back(std::make_shared<Node>());
             copy.nodes.back()->id = node->id;
             copy.nodes.back()->attrib = node->attrib;
-            byID.emplace(node->id, copy.nodes.back());
         }
+        auto const copyOf = [&copy](Node const& node) { // ids are places here
+            return copy.nodes[static_cast<std::size_t>(node.id)];
+        };
         for (auto const& edge : edges) {
             copy.edges.push_back(
-                std::make_shared<Edge>(Edge{byID[edge->from->id], byID[edge->to->id], edge->id}));
+                std::make_shared<Edge>(Edge{copyOf(*edge->from), copyOf(*edge->to), edge->id}));
         }
         return copy;
     }

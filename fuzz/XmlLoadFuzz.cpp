@@ -73,7 +73,7 @@ long Walk(VXMLFile& file, int depth) {
 void MakeObjects(VXMLFile& file) {
     bool first = true;
     while (file.OpenChildElement(nullptr, first)) {
-        VObjectRef<VObject>::Adopt(file.CreateObjectHere("fuzz"));
+        auto const made = VObjectRef<VObject>::Adopt(file.CreateObjectHere("fuzz"));
     }
     if (!first) {
         file.CloseChild();
@@ -96,7 +96,7 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* bytes, std::size_t siz
     Require(Walk(file, 1) == nodes, "the cursor comes back");
     try {
         MakeObjects(file);
-        VObjectRef<VObject>::Adopt(file.ReadAndCreateObject("items", nullptr));
+        auto const items = VObjectRef<VObject>::Adopt(file.ReadAndCreateObject("items", nullptr));
     } catch (VException const&) {
         // no memory for what the document asks for
     }

@@ -24,6 +24,13 @@ python3 scripts/lib/check_oddities.py
 echo "rooms"
 python3 scripts/lib/check_rooms.py
 
+# The constructor retains what the factory's caller owns already: the object would never die.
+echo "new objects are adopted: VObjectRef<T>(T::New()) leaks one, MakeObject<T>() does not"
+if git grep -nE 'VObjectRef<[^;()]*>( (const )?[A-Za-z_]+)?[({] *([A-Za-z_:<>]*::New[A-Za-z]*\(|new )' \
+    -- '*.h' '*.cpp' '*.md'; then
+    exit 1
+fi
+
 echo "files of at most $most_lines lines"
 git ls-files '*.h' '*.cpp' '*.py' '*.sh' | xargs wc -l |
     awk -v most="$most_lines" '$2 != "total" && $1 > most { print $2 " has " $1 " lines"; long = 1 } END { exit long }'

@@ -5,6 +5,7 @@
 #include "foundation/containers/internal/ClassString.h"
 #include "foundation/containers/internal/ContainerAccess.h"
 #include "foundation/containers/internal/KeepAlive.h"
+#include "foundation/containers/internal/VObjectCast.h"
 #include "foundation/core/VException.h"
 #include "foundation/core/internal/ClassOwned.h"
 #include "foundation/log/VLog.h"
@@ -12,6 +13,7 @@
 #include "foundation/strings/VString.h"
 
 #include <algorithm>
+#include <string>
 #include <utility>
 
 namespace VFoundation {
@@ -111,18 +113,35 @@ void VDictionary::SetObjectForKey(VObject* value, VObject const* key) {
     }
     VObjectRef<VObject> const held(value); // it may be the value it replaces, or live through that only
     if (long const index = m_pKeys->IndexOfEquivalentObject(key); index >= 0) {
-        // Released at the end: its destructor finds the new value in place.
-        VObjectRef<VObject> const former(m_pValues->ObjectAtIndex(index));
-        m_pValues->ReplaceObjectAtIndex(value, index);
-        return;
+        SetObjectAt(value, index);
+    } else {
+        AppendEntry(value, VObjectRef<VObject>::Adopt(key->Copy()));
     }
-    auto const copy = VObjectRef<VObject>::Adopt(key->Copy());
-    if (!copy || !m_pValues->AddObject(value)) {
+}
+
+void VDictionary::SetObjectForKey(VObject* value, std::string_view key) {
+    VObjectRef<VObject> const held(value);
+    if (long const index = IndexOfKey(key); index >= 0) {
+        SetObjectAt(value, index);
+    } else {
+        AppendEntry(value, VObjectRef<VObject>::Adopt(
+                               VString::NewString(std::string(key.data(), key.size()).c_str())));
+    }
+}
+
+void VDictionary::SetObjectAt(VObject* value, long index) {
+    // Released at the end: its destructor finds the new value in place.
+    VObjectRef<VObject> const former(m_pValues->ObjectAtIndex(index));
+    m_pValues->ReplaceObjectAtIndex(value, index);
+}
+
+void VDictionary::AppendEntry(VObject* value, VObjectRef<VObject> const& key) {
+    if (!key || !m_pValues->AddObject(value)) {
         return;
     }
     bool isAdded = false;
     try {
-        isAdded = m_pKeys->AddObject(copy.Get());
+        isAdded = m_pKeys->AddObject(key.Get());
     } catch (...) {
         m_pValues->RemoveObjectAtIndex(m_pValues->Count() - 1);
         throw;
@@ -136,8 +155,43 @@ VObject* VDictionary::ObjectForKey(VObject const* key) const {
     return m_pValues->ObjectAtIndex(m_pKeys->IndexOfEquivalentObject(key));
 }
 
+VObject* VDictionary::ObjectForKey(std::string_view key) const {
+    return m_pValues->ObjectAtIndex(IndexOfKey(key));
+}
+
+bool VDictionary::ContainsKey(VObject const* key) const {
+    return m_pKeys->IndexOfEquivalentObject(key) >= 0;
+}
+
+bool VDictionary::ContainsKey(std::string_view key) const {
+    return IndexOfKey(key) >= 0;
+}
+
+VDictionary::Entry VDictionary::EntryAtIndex(long index) const {
+    return {m_pKeys->ObjectAtIndex(index), m_pValues->ObjectAtIndex(index)};
+}
+
+/// The first string with this text; -1 when there is none.
+long VDictionary::IndexOfKey(std::string_view key) const {
+    std::string_view const text = key.substr(0, key.find('\0'));
+    for (long i = 0; i < m_pKeys->Count(); ++i) {
+        auto const* const string = VObjectCast<VString>(m_pKeys->ObjectAtIndex(i));
+        if (string && text == string->CString()) {
+            return i;
+        }
+    }
+    return -1;
+}
+
 bool VDictionary::RemoveObjectForKey(VObject const* key) {
-    long const index = m_pKeys->IndexOfEquivalentObject(key);
+    return RemoveAt(m_pKeys->IndexOfEquivalentObject(key));
+}
+
+bool VDictionary::RemoveObjectForKey(std::string_view key) {
+    return RemoveAt(IndexOfKey(key));
+}
+
+bool VDictionary::RemoveAt(long index) {
     if (index < 0) {
         return false;
     }
@@ -160,6 +214,9 @@ void VDictionary::SwapEntries(VObjectArray& keys, VObjectArray& values) {
 }
 
 void VDictionary::DeepCopyContents(VDictionary const& other) {
+    if (Count() == 0 && other.Count() == 0 && m_pValues->Count() == 0) {
+        return; // most of a graph's nodes have no properties
+    }
     CopyNesting const nesting;
     auto const keys = VObjectRef<VObjectArray>::Adopt(VObjectArray::NewObjectArray());
     auto const values = VObjectRef<VObjectArray>::Adopt(VObjectArray::NewObjectArray());

@@ -1,7 +1,10 @@
 #pragma once
 
+#include "foundation/containers/IndexIterator.h"
 #include "foundation/core/Registered.h"
 #include "foundation/core/VObjectRef.h"
+
+#include <string_view>
 
 namespace VFoundation {
 
@@ -9,11 +12,12 @@ class VObjectArray;
 class VString;
 
 /// Maps key objects to value objects: two parallel arrays in order of insertion. Look-up is linear, by
-/// `IsEqual`; for the few dozen entries of a settings record, not for an index.
+/// `IsEqual`; for the few dozen entries of a settings record, not for an index. 20 000 entries take seconds to set:
+/// use a `std::unordered_map` there, with `std::string` or `VString` as the key.
 ///
-///     auto const icons = VObjectRef<VDictionary>::Adopt(VDictionary::New());
-///     VString const key("warning");
-///     icons->SetObjectForKey(icon, &key);
+///     auto const icons = MakeObject<VDictionary>();
+///     icons->SetObjectForKey(icon, "warning");
+///     for (auto const& [key, value] : *icons) { ... }
 ///
 /// Keys are copied, so that a caller may change its key afterwards; a key's class must have a `Copy()` that
 /// copies. A dictionary that reads itself keeps the entries that it holds already.
@@ -39,12 +43,12 @@ class VDictionary : public Registered<VDictionary, VObject> {
     VDictionary& operator=(VDictionary const&) = delete;
     ~VDictionary() override;
 
-    static VDictionary* New() { return new VDictionary(nullptr); }
+    [[nodiscard]] static VDictionary* New() { return new VDictionary(nullptr); }
     static void InitializeClass();
     static void UninitializeClass();
 
     /// A new dictionary (owned) of copies of all keys and values.
-    VDictionary* Copy() const override;
+    [[nodiscard]] VDictionary* Copy() const override;
     /// "[<class name>]", the number of items and both arrays.
     void GetDescription(VString& out) const override;
     /// `kVersion` is written; that and the older form, two named arrays, are read. What cannot be read is
@@ -59,7 +63,27 @@ class VDictionary : public Registered<VDictionary, VObject> {
     VObject* ObjectForKey(VObject const* key) const;
     /// Whether there was such a key.
     bool RemoveObjectForKey(VObject const* key);
+    /// True also when null is the value. False for null.
+    bool ContainsKey(VObject const* key) const;
     long Count() const;
+
+    // The same for a `VString` of that text as the key, or one of a class derived from it. Text from a view ends at
+    // its first NUL. Looking up makes no object.
+    void SetObjectForKey(VObject* value, std::string_view key);
+    VObject* ObjectForKey(std::string_view key) const;
+    bool RemoveObjectForKey(std::string_view key);
+    bool ContainsKey(std::string_view key) const;
+
+    /// For a range-for over the entries, in order.
+    struct Entry {
+        VObject* key;   // borrowed
+        VObject* value; // borrowed; may be null
+    };
+    /// Both null out of range.
+    Entry EntryAtIndex(long index) const;
+    using Iterator = IndexIterator<VDictionary, &VDictionary::EntryAtIndex>;
+    Iterator begin() const noexcept { return Iterator(*this); }
+    static std::default_sentinel_t end() noexcept { return {}; }
 
     /// Copies all keys and values of `other` in place of its own. When a copy throws, nothing has changed.
     /// `VException` of id 3 when dictionaries are nested deeper than `kMaxCopiedNesting`.
@@ -75,6 +99,10 @@ class VDictionary : public Registered<VDictionary, VObject> {
     static VString* ms_memberName_valueArray;
 
   private:
+    long IndexOfKey(std::string_view key) const;
+    void SetObjectAt(VObject* value, long index);
+    void AppendEntry(VObject* value, VObjectRef<VObject> const& key);
+    bool RemoveAt(long index);
     void SwapEntries(VObjectArray& keys, VObjectArray& values);
     bool Save(VXMLFile& file);
     void LoadOlderForm(VXMLFile& file);

@@ -19,7 +19,7 @@ class VDictionaryPair : public Registered<VDictionaryPair, VObject> {
     VDictionaryPair& operator=(VDictionaryPair const&) = delete;
     ~VDictionaryPair() override;
 
-    static VDictionaryPair* New() { return new VDictionaryPair(nullptr); }
+    [[nodiscard]] static VDictionaryPair* New() { return new VDictionaryPair(nullptr); }
 
     /// Saving is true when both halves were written. Loading is true; what cannot be read is traced and stays null.
     bool SerializeAsXML(VXMLFile& file) override;

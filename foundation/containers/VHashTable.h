@@ -19,7 +19,7 @@ class VHashTable : public Registered<VHashTable, VObject> {
     VHashTable(VHashTable const&) = delete;
     VHashTable& operator=(VHashTable const&) = delete;
     ~VHashTable() override;
-    static VHashTable* New();
+    [[nodiscard]] static VHashTable* New();
 
   private:
     [[maybe_unused]] std::int32_t m_nBuckets = 0;

@@ -26,7 +26,7 @@ class RecordBelowVObject : public Base {
 
 /// The library's everyday list of counted objects; `VObjectArrayTmpl<T>` adds types to it.
 ///
-///     auto const names = VObjectRef<VObjectArray>::Adopt(VObjectArray::NewObjectArray());
+///     auto const names = MakeObject<VObjectArray>();
 ///
 /// Arrays are recycled: the last `Release` empties an array and puts it into a pool, from which
 /// `NewObjectArray` takes it again with its capacity. Only arrays of exactly this class, or of
@@ -50,8 +50,8 @@ class VObjectArray : public Registered<VObjectArray, detail::RecordBelowVObject<
     VObjectArray& operator=(VObjectArray const&) = delete;
 
     /// An empty array (owned), from the pool if recycling is on and one waits there.
-    static VObjectArray* NewObjectArray();
-    static VObjectArray* New() { return NewObjectArray(); }
+    [[nodiscard]] static VObjectArray* NewObjectArray();
+    [[nodiscard]] static VObjectArray* New() { return NewObjectArray(); }
 
     /// Makes the pool.
     static void InitializeClass();
@@ -61,7 +61,7 @@ class VObjectArray : public Registered<VObjectArray, detail::RecordBelowVObject<
 
     void Release() const override;
     /// A new array (owned) of the same elements.
-    VObjectArray* Copy() const override;
+    [[nodiscard]] VObjectArray* Copy() const override;
     /// "[<class name>] items: <count>", then a line for each element. An array met inside itself, or 1 000 levels
     /// deep, shows its first line only.
     void GetDescription(VString& out) const override;
@@ -70,7 +70,7 @@ class VObjectArray : public Registered<VObjectArray, detail::RecordBelowVObject<
     /// element could not be written, as in an array that contains itself; closing the document is false then.
     bool SerializeAsXML(VXMLFile& file) override;
     /// A new array (owned) of each element's `Copy()`.
-    VObjectArray* DeepCopy() const override;
+    [[nodiscard]] VObjectArray* DeepCopy() const override;
 
     /// Holds the elements of `other` instead of its own; an array keeps what it holds when copied to itself.
     virtual void CopyContents(VObjectArray const& other);

@@ -15,15 +15,18 @@ class VObjectArrayTmpl : public VObjectArray {
   public:
     explicit VObjectArrayTmpl(long initialCapacity = 0) : VObjectArray(nullptr, initialCapacity) {}
 
-    static VObjectArrayTmpl* New() { return new VObjectArrayTmpl(0); }
+    [[nodiscard]] static VObjectArrayTmpl* New() { return new VObjectArrayTmpl(0); }
 
-    VObjectArrayTmpl* DeepCopy() const override {
+    [[nodiscard]] VObjectArrayTmpl* DeepCopy() const override {
         auto copy = VObjectRef<VObjectArrayTmpl>::Adopt(new VObjectArrayTmpl(0));
         copy->DeepCopyContents(*this);
         return copy.Detach();
     }
 
     T* ObjectAtIndexTyped(long index) const { return static_cast<T*>(ObjectAtIndex(index)); }
+    /// For a range-for over the elements as `T`.
+    using Iterator = IndexIterator<VObjectArrayTmpl, &VObjectArrayTmpl::ObjectAtIndexTyped>;
+    Iterator begin() const noexcept { return Iterator(*this); }
     /// False for an object that is already in the array.
     bool AddObjectTyped(T const* object) { return AddObjectIfAbsent(object); }
     void AddObjectsTyped(VObjectArrayTmpl const* other) { AddObjectsIfAbsent(other); }

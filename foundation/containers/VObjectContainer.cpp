@@ -1,5 +1,6 @@
 #include "foundation/containers/VObjectContainer.h"
 
+#include "foundation/containers/internal/ContainerLock.h"
 #include "foundation/containers/internal/KeepAlive.h"
 #include "foundation/containers/internal/SlotBlock.h"
 #include "foundation/containers/internal/Snapshot.h"
@@ -41,7 +42,7 @@ void VObjectContainer::EnterLock(VCriticalSectionScope& scope) const {
 // Storage
 
 bool VObjectContainer::AllocateArray(long slots) {
-    VCriticalSectionScope const scope(m_pCriticalSection.Get());
+    ContainerLock const lock(m_pCriticalSection.Get());
     return AllocateArrayUnsafe(slots);
 }
 
@@ -75,6 +76,7 @@ void VObjectContainer::Shrink(long slots) {
     std::copy(m_pObjects, m_pObjects + slots, kept->Slots());
     long const count = m_nCount;
     auto former = ExchangeStorage(std::move(kept), slots);
+    ContainerLock::Releasing const releasing(m_pCriticalSection.Get());
     SlotBlock::ReleaseElements(former, slots, count);
 }
 
@@ -98,7 +100,7 @@ bool VObjectContainer::Grow() {
 }
 
 void VObjectContainer::FreeMem() {
-    VCriticalSectionScope const scope(m_pCriticalSection.Get());
+    ContainerLock const lock(m_pCriticalSection.Get());
     if (!m_pStorage) {
         return;
     }
@@ -116,24 +118,24 @@ void VObjectContainer::Init() {
 
 void VObjectContainer::SetGrowSize(long slots) {
     constexpr long kLargest = std::numeric_limits<std::int32_t>::max();
-    VCriticalSectionScope const scope(m_pCriticalSection.Get());
+    ContainerLock const lock(m_pCriticalSection.Get());
     m_nGrowSize = narrow_cast<std::int32_t>(std::clamp(slots, -kLargest, kLargest));
 }
 
 long VObjectContainer::GetGrowSize() const {
-    VCriticalSectionScope const scope(m_pCriticalSection.Get());
+    ContainerLock const lock(m_pCriticalSection.Get());
     return m_nGrowSize;
 }
 
 long VObjectContainer::AllocatedCapacity() const {
-    VCriticalSectionScope const scope(m_pCriticalSection.Get());
+    ContainerLock const lock(m_pCriticalSection.Get());
     return m_nAllocated;
 }
 
 // Access
 
 VObject* VObjectContainer::ObjectAtIndex(long index) const {
-    VCriticalSectionScope const scope(m_pCriticalSection.Get());
+    ContainerLock const lock(m_pCriticalSection.Get());
     return index >= 0 && index < m_nCount ? m_pObjects[index] : nullptr;
 }
 
@@ -163,7 +165,7 @@ long VObjectContainer::IndexOfObject(VObject const* object) const {
     if (!object) {
         return -1;
     }
-    VCriticalSectionScope const scope(m_pCriticalSection.Get());
+    ContainerLock const lock(m_pCriticalSection.Get());
     VObject** const end = m_pObjects + m_nCount;
     VObject** const found = std::find(m_pObjects, end, object);
     return found == end ? -1 : found - m_pObjects;
@@ -179,21 +181,32 @@ long VObjectContainer::LastIndexOf(VObject const* object) const noexcept {
 
 // Adding
 
-inline bool VObjectContainer::Append(VObject const* object) {
+/// Room for one more element, and a reference to it. Retaining may run code of the element's class, which may throw or
+/// use the container: nothing is stored before it.
+inline bool VObjectContainer::MakeRoomAndRetain(VObject const* object) {
     if (!MakeRoom()) {
+        return false;
+    }
+    VObjectRef<VObject const> added(object);
+    if (!MakeRoom()) {
+        return false;
+    }
+    (void)added.Detach();
+    return true;
+}
+
+inline bool VObjectContainer::Append(VObject const* object) {
+    if (!MakeRoomAndRetain(object)) {
         return false;
     }
     std::int32_t const count = m_nCount.load(std::memory_order_relaxed);
     m_pObjects[count] = const_cast<VObject*>(object);
     SetCount(count + 1);
-    if (object) {
-        object->Retain();
-    }
     return true;
 }
 
 bool VObjectContainer::AddObject(VObject const* object) {
-    VCriticalSectionScope const scope(m_pCriticalSection.Get());
+    ContainerLock const lock(m_pCriticalSection.Get());
     return Append(object);
 }
 
@@ -214,13 +227,11 @@ bool VObjectContainer::AddObjects(VObjectContainer const* other) {
 }
 
 bool VObjectContainer::InsertObjectAtIndex(VObject const* object, long index) {
-    VCriticalSectionScope const scope(m_pCriticalSection.Get());
-    if (index < 0 || index > m_nCount || !MakeRoom()) {
+    ContainerLock const lock(m_pCriticalSection.Get());
+    if (index < 0 || index > m_nCount || !MakeRoomAndRetain(object)) {
         return false;
     }
-    if (object) {
-        object->Retain();
-    }
+    index = std::min<long>(index, m_nCount);
     VObject** const end = m_pObjects + m_nCount;
     std::copy_backward(m_pObjects + index, end, end + 1);
     m_pObjects[index] = const_cast<VObject*>(object);
@@ -247,6 +258,7 @@ bool VObjectContainer::RemoveAt(long index) {
     m_pObjects[last] = nullptr;
     SetCount(last);
     if (removed) {
+        ContainerLock::Releasing const releasing(m_pCriticalSection.Get());
         removed->Release();
     }
     return true;
@@ -259,7 +271,10 @@ void VObjectContainer::ReleaseElements() {
     while (m_nCount > 0) {
         long const count = m_nCount;
         auto leaving = ExchangeStorage({}, 0);
-        SlotBlock::ReleaseElements(leaving, 0, count);
+        {
+            ContainerLock::Releasing const releasing(m_pCriticalSection.Get());
+            SlotBlock::ReleaseElements(leaving, 0, count);
+        }
         if (leaving && leaving->Capacity() > m_nAllocated) {
             std::copy(m_pObjects, m_pObjects + m_nCount, leaving->Slots());
             ExchangeStorage(std::move(leaving), m_nCount);
@@ -268,7 +283,7 @@ void VObjectContainer::ReleaseElements() {
 }
 
 bool VObjectContainer::RemoveObjectAtIndex(long index) {
-    VCriticalSectionScope const scope(m_pCriticalSection.Get());
+    ContainerLock const lock(m_pCriticalSection.Get());
     return RemoveAt(index);
 }
 
@@ -277,7 +292,7 @@ bool VObjectContainer::RemoveObjectAtIndexUnsafe(long index) {
 }
 
 bool VObjectContainer::RemoveObject(VObject const* object) {
-    VCriticalSectionScope const scope(m_pCriticalSection.Get());
+    ContainerLock const lock(m_pCriticalSection.Get());
     long const index = LastIndexOf(object);
     return index >= 0 && RemoveObjectAtIndex(index);
 }
@@ -301,7 +316,7 @@ void VObjectContainer::RemoveAllObjects() {
     if (m_nCount == 0) {
         return;
     }
-    VCriticalSectionScope const scope(m_pCriticalSection.Get());
+    ContainerLock const lock(m_pCriticalSection.Get());
     ReleaseElements();
 }
 
@@ -312,7 +327,7 @@ void VObjectContainer::RemoveAllObjectsUnsafe() {
 // Replacing and reordering
 
 bool VObjectContainer::ReplaceObjectAtIndex(VObject const* object, long index) {
-    VCriticalSectionScope const scope(m_pCriticalSection.Get());
+    ContainerLock const lock(m_pCriticalSection.Get());
     if (index == m_nCount) {
         return AddObject(object);
     }
@@ -323,20 +338,24 @@ bool VObjectContainer::ReplaceObjectAtIndex(VObject const* object, long index) {
     }
     auto const alive = KeepAlive(*this);
     if (VObject const* const old = std::exchange(m_pObjects[index], nullptr)) {
+        ContainerLock::Releasing const releasing(m_pCriticalSection.Get());
         old->Release();
     }
-    if (index >= m_nCount || m_pObjects[index]) {
-        return false; // the old element's destructor rearranged the container
+    // Either call may have rearranged the container: the old element's destructor, or the new one's `Retain`.
+    auto const isMyPlace = [this, index] { return index < m_nCount && !m_pObjects[index]; };
+    if (!isMyPlace()) {
+        return false;
     }
-    m_pObjects[index] = const_cast<VObject*>(object);
-    if (object) {
-        object->Retain();
+    VObjectRef<VObject> added(const_cast<VObject*>(object));
+    if (!isMyPlace()) {
+        return false;
     }
+    m_pObjects[index] = added.Detach();
     return true;
 }
 
 bool VObjectContainer::SwapObjectsAtIndicies(long a, long b) {
-    VCriticalSectionScope const scope(m_pCriticalSection.Get());
+    ContainerLock const lock(m_pCriticalSection.Get());
     if (a < 0 || b < 0 || a >= m_nCount || b >= m_nCount) {
         return false;
     }

@@ -1,9 +1,11 @@
 #pragma once
 
 #include "foundation/containers/IObjectContainer.h"
+#include "foundation/containers/IndexIterator.h"
 #include "foundation/core/Registered.h"
 #include "foundation/core/VObject.h"
 #include "foundation/core/VObjectRef.h"
+#include "foundation/threads/VCriticalSectionScope.h"
 
 #include <atomic>
 #include <cstdint>
@@ -11,7 +13,6 @@
 namespace VFoundation {
 
 class VCriticalSection;
-class VCriticalSectionScope;
 
 namespace detail {
 struct ContainerAccess;
@@ -47,9 +48,9 @@ class SlotBlock;
 /// Ownership: retains every element once for each place it stands in.
 /// Threads: with a lock, operations may be called by any thread; those named `...Unsafe` and
 /// `...NonThreadSafe`, `Count`, and `GetObjects` without a scope, never lock. A borrowed element or slot array is
-/// safe only while its holder keeps the lock: use a `GetObjects` that takes a scope. Elements are released with
-/// the lock held; two containers whose elements empty each other wait for each other. Without a lock, one thread
-/// at a time.
+/// safe only while its holder keeps the lock: use `Locked()` or a `GetObjects` that takes a scope. Elements are
+/// released with the lock held; where a destructor has to wait for the lock of another container, it is free
+/// meanwhile, unless a scope of the caller's holds it too. Without a lock, one thread at a time.
 class VObjectContainer : public Registered<VObjectContainer, VObject>, public IObjectContainer {
   public:
     static constexpr char const* kClassName = "VObjectContainer";
@@ -62,10 +63,10 @@ class VObjectContainer : public Registered<VObjectContainer, VObject>, public IO
     VObjectContainer& operator=(VObjectContainer const&) = delete;
 
     /// Empty, without lock.
-    static VObjectContainer* New() { return new VObjectContainer(nullptr, 0, false); }
+    [[nodiscard]] static VObjectContainer* New() { return new VObjectContainer(nullptr, 0, false); }
 
     /// A new container without lock (owned): same elements, same grow size.
-    VObjectContainer* Copy() const override;
+    [[nodiscard]] VObjectContainer* Copy() const override;
     /// True when `other` has the same class and `*this == other`.
     bool IsEqual(VObject const& other) const override;
 
@@ -103,7 +104,7 @@ class VObjectContainer : public Registered<VObjectContainer, VObject>, public IO
     virtual bool SwapObjectsAtIndexes(long a, long b);
 
     /// A new container without lock (owned) of each element's `Copy()`.
-    virtual VObjectContainer* DeepCopy() const;
+    [[nodiscard]] virtual VObjectContainer* DeepCopy() const;
 
     /// The slots, `AllocatedCapacity()` of them, null from the count on; valid until the container grows.
     virtual VObject** GetObjectsMutable() const;
@@ -128,6 +129,18 @@ class VObjectContainer : public Registered<VObjectContainer, VObject>, public IO
     /// The lock (borrowed) or null.
     VCriticalSection* CriticalSection() const noexcept { return m_pCriticalSection.Get(); }
 
+    /// For a range-for over the elements (borrowed), nulls included. With a lock, each step takes it for itself; use
+    /// `Locked()` where other threads change the container.
+    using Iterator = IndexIterator<VObjectContainer, &VObjectContainer::ObjectAtIndex>;
+    Iterator begin() const noexcept { return Iterator(*this); }
+    static std::default_sentinel_t end() noexcept { return {}; }
+
+    /// The elements with the lock held for the whole loop, so that they stay:
+    ///
+    ///     for (VObject* const object : container->Locked()) { ... }
+    class LockedRange;
+    [[nodiscard]] LockedRange Locked() const;
+
   protected:
     /// Sets the number of slots. Elements beyond it are released. False, and nothing changed, when `slots` is
     /// 0, negative or beyond what a block can hold.
@@ -138,6 +151,7 @@ class VObjectContainer : public Registered<VObjectContainer, VObject>, public IO
   private:
     friend struct detail::ContainerAccess;
 
+    bool MakeRoomAndRetain(VObject const* object);
     bool Append(VObject const* object);
     bool MakeRoom() {
         return static_cast<std::uint32_t>(m_nCount.load(std::memory_order_relaxed)) <
@@ -164,5 +178,26 @@ class VObjectContainer : public Registered<VObjectContainer, VObject>, public IO
     VObject** m_pObjects = nullptr;
     VObjectRef<VCriticalSection> m_pCriticalSection;
 };
+
+/// What `VObjectContainer::Locked` returns: holds the lock, if the container has one, as long as it lives.
+///
+/// Ownership: borrows the container.
+/// Threads: the thread that made it.
+class VObjectContainer::LockedRange {
+  public:
+    explicit LockedRange(VObjectContainer const& container)
+        : m_scope(container.CriticalSection()), m_container(container) {}
+
+    Iterator begin() const noexcept { return m_container.begin(); }
+    static std::default_sentinel_t end() noexcept { return {}; }
+
+  private:
+    VCriticalSectionScope const m_scope;
+    VObjectContainer const& m_container;
+};
+
+inline VObjectContainer::LockedRange VObjectContainer::Locked() const {
+    return LockedRange(*this);
+}
 
 } // namespace VFoundation

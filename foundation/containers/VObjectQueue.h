@@ -15,10 +15,14 @@ class VObjectQueue : public Registered<VObjectQueue, VObject> {
 
     explicit VObjectQueue(VClass* cls = nullptr);
     VObjectQueue& operator=(VObjectQueue const&) = delete;
-    static VObjectQueue* New() { return new VObjectQueue; }
+    [[nodiscard]] static VObjectQueue* New() { return new VObjectQueue; }
 
     VObjectArray& Array() noexcept { return m_array; }
     VObjectArray const& Array() const noexcept { return m_array; }
+
+    /// For a range-for over the array.
+    VObjectArray::Iterator begin() const noexcept { return m_array.begin(); }
+    static std::default_sentinel_t end() noexcept { return {}; }
 
   private:
     VObjectArray m_array{nullptr, 0};

@@ -7,7 +7,7 @@ namespace VFoundation {
 /// The ring buffer of `T` that the library makes. `TRingBuffer` says what it does.
 ///
 ///     using Jobs = VObjectRingBufferTmpl<VJob>;
-///     auto const jobs = VObjectRef<Jobs>::Adopt(new Jobs(64));
+///     auto const jobs = MakeObject<Jobs>(64);
 ///
 /// It shares the class record of its base.
 ///

@@ -4,7 +4,7 @@
 
 namespace VFoundation {
 
-/// A stack of counted objects. Push with `Array().AddObject(object)`.
+/// A stack of counted objects. Walked from the bottom to the top.
 ///
 /// Ownership: retains what is pushed; the array dies with the stack.
 /// Threads: one at a time.
@@ -15,16 +15,22 @@ class VObjectStack : public Registered<VObjectStack, VObject> {
 
     explicit VObjectStack(VClass* cls = nullptr);
     VObjectStack& operator=(VObjectStack const&) = delete;
-    static VObjectStack* New() { return new VObjectStack; }
+    [[nodiscard]] static VObjectStack* New() { return new VObjectStack; }
 
+    /// Appends to the array (retained). False when it could not grow.
+    bool Push(VObject const* object) { return m_array.AddObject(object); }
     /// Takes the last element out; the caller owns it. Null when the stack is empty.
     /// DELIBERATE: a null on top is not taken out; the result is null and the stack keeps its length.
-    VObject* Pop();
+    [[nodiscard]] VObject* Pop();
     /// The last element (borrowed); null when the stack is empty.
     VObject* ObjectAtTopOfStack() const;
 
     VObjectArray& Array() noexcept { return m_array; }
     VObjectArray const& Array() const noexcept { return m_array; }
+
+    /// For a range-for over the array.
+    VObjectArray::Iterator begin() const noexcept { return m_array.begin(); }
+    static std::default_sentinel_t end() noexcept { return {}; }
 
   private:
     VObjectArray m_array{nullptr, 0};

@@ -18,10 +18,14 @@ class VObjectUndoStack : public Registered<VObjectUndoStack, VObject> {
 
     explicit VObjectUndoStack(VClass* cls = nullptr);
     VObjectUndoStack& operator=(VObjectUndoStack const&) = delete;
-    static VObjectUndoStack* New() { return new VObjectUndoStack; }
+    [[nodiscard]] static VObjectUndoStack* New() { return new VObjectUndoStack; }
 
     VObjectArray& Array() noexcept { return m_array; }
     VObjectArray const& Array() const noexcept { return m_array; }
+
+    /// For a range-for over the array.
+    VObjectArray::Iterator begin() const noexcept { return m_array.begin(); }
+    static std::default_sentinel_t end() noexcept { return {}; }
 
   protected:
     std::int32_t m_nUndoPosition = 0; // kept by subclasses

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/containers/IndexIterator.h"
 #include "foundation/core/Registered.h"
 #include "foundation/core/VObject.h"
 #include "foundation/strings/HeapBlock.h"
@@ -29,13 +30,17 @@ class VPtrArray : public Registered<VPtrArray, VObject> {
     VPtrArray& operator=(VPtrArray const&) = delete;
 
     /// One that borrows.
-    static VPtrArray* New() { return new VPtrArray(false); }
+    [[nodiscard]] static VPtrArray* New() { return new VPtrArray(false); }
 
     long Count() const noexcept { return m_nCount; }
     /// Null out of range.
     void* PtrAtIndex(long index) const noexcept {
         return index >= 0 && index < m_nCount ? m_ppPtrs[index] : nullptr;
     }
+    /// For a range-for over the pointers.
+    using Iterator = IndexIterator<VPtrArray, &VPtrArray::PtrAtIndex>;
+    Iterator begin() const noexcept { return Iterator(*this); }
+    static std::default_sentinel_t end() noexcept { return {}; }
     bool IsPtrInArray(void const* ptr) const noexcept { return IndexOf(ptr) >= 0; }
 
     /// Appends, a null too. False, and nothing changed, when memory runs out.

@@ -14,6 +14,9 @@ class VPtrArrayTmpl : public VPtrArray {
     explicit VPtrArrayTmpl(bool ownsPtrs = false) : VPtrArray(ownsPtrs) {}
 
     T* PtrAtIndex(long index) const noexcept { return static_cast<T*>(VPtrArray::PtrAtIndex(index)); }
+    /// For a range-for over the pointers as `T*`.
+    using Iterator = IndexIterator<VPtrArrayTmpl, &VPtrArrayTmpl::PtrAtIndex>;
+    Iterator begin() const noexcept { return Iterator(*this); }
     bool IsPtrInArray(T const* ptr) const noexcept { return VPtrArray::IsPtrInArray(ptr); }
     bool AddPtr(T* ptr) { return VPtrArray::AddPtr(ptr); }
     bool RemovePtr(T* ptr) { return VPtrArray::RemovePtr(ptr); }

@@ -18,7 +18,7 @@ class VSet : public Registered<VSet, VObject> {
     VSet(VSet const&) = delete;
     VSet& operator=(VSet const&) = delete;
     ~VSet() override;
-    static VSet* New();
+    [[nodiscard]] static VSet* New();
 
     class VSetMember;
 };
@@ -36,7 +36,7 @@ class VSet::VSetMember : public Registered<VSet::VSetMember, VObject> {
     VSetMember(VSetMember const&) = delete;
     VSetMember& operator=(VSetMember const&) = delete;
     ~VSetMember() override;
-    static VSetMember* New();
+    [[nodiscard]] static VSetMember* New();
 };
 
 extern template class TRingBuffer<VSet::VSetMember, TRefCounted<VSet::VSetMember>>;

@@ -1,11 +1,11 @@
 #include "foundation/containers/VTree.h"
 
 #include "foundation/containers/VObjectArray.h"
+#include "foundation/containers/internal/KeepAlive.h"
 #include "foundation/containers/internal/VObjectCast.h"
-#include "foundation/threads/VCriticalSectionScope.h"
 
-#include <algorithm>
-#include <cstddef>
+#include <limits>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -104,74 +104,121 @@ VObjectRef<VObjectArray> VTree::TakeChildren() noexcept {
 
 // Rows
 
-namespace {
+namespace detail {
 
-/// The way from the node that was asked down to the node whose children are being walked.
-class Path {
+/// The way from the node that was asked down to the node whose children are being walked. It notes the rows of every
+/// node that several hold, so that a walk which comes to such a node again can pass it in one step: a node that is
+/// shared on every level would take exponential time otherwise.
+///
+/// A node below itself has no row there, so in a tree with a circle the rows of a node depend on the way to it. From
+/// the first such place on, a walk notes nothing.
+class TreePath {
   public:
+    /// More rows than this count as so many.
+    static constexpr long kMostRows = std::numeric_limits<long>::max();
+
     struct Level {
         VTree const* node;
-        long next;      // the child to look at
-        long hidden;    // what children without rows add to the span
-        bool isRegular; // every node so far is the parent of the next
+        VObjectRef<VObject const> held; // over a loop that changes the tree
+        long next;                      // the child to look at
+        long hidden;                    // what children without rows add to the span
+        long rowsBefore;
     };
 
-    /// Begins with the children of `node` if it shows any.
-    void Enter(VTree const& node) {
-        if (!node.IsOpaque() && node.Children() && node.Children()->Count() > 0) {
-            bool const isRegular = IsEmpty() || (Top().isRegular && node.Parent() == Top().node);
-            m_levels.push_back({&node, 0, 0, isRegular});
+    static long Sum(long a, long b) noexcept { return a > kMostRows - b ? kMostRows : a + b; }
+
+    /// Goes on with the children of `node` if it shows any.
+    void Enter(VTree const& node, long rowsBefore) {
+        if (node.IsOpaque() || !HasChildren(node)) {
+            return;
         }
+        if (node.RetainCount() > 1) { // only a node with several holders can be met twice
+            m_shared[&node] = kOnPath;
+        }
+        m_levels.push_back({&node, KeepAlive(node), 0, 0, rowsBefore});
     }
-    void Leave() { m_levels.pop_back(); }
+    void Leave(long rows) {
+        Level const& top = m_levels.back();
+        if (auto const entry = m_shared.find(top.node); entry != m_shared.end()) {
+            entry->second = rows == kMostRows ? kMostRows : rows - top.rowsBefore;
+        }
+        auto const held = std::move(m_levels.back().held); // released when the path is whole
+        m_levels.pop_back();
+    }
 
     bool IsEmpty() const noexcept { return m_levels.empty(); }
     std::size_t Depth() const noexcept { return m_levels.size(); }
     Level& Top() { return m_levels.back(); }
-    bool IsAtEnd() { return Top().next >= Top().node->Children()->Count(); }
+    bool IsAtEnd() const {
+        Level const& top = m_levels.back();
+        return !HasChildren(*top.node) || top.next >= top.node->Children()->Count();
+    }
 
     /// The next child and whether it counts; one that is on the path itself is null.
     VObject* NextChild() {
         Level& top = Top();
-        VCriticalSectionScope scope;
-        VObject* const* const children = top.node->Children()->GetObjects(scope);
-        VObject* const object = children[top.next++];
+        VObject* const object = top.node->Children()->ObjectAtIndex(top.next++);
         auto const* const child = VObjectCast<VTree>(object);
-        return child && Contains(*child) ? nullptr : object;
+        if (!child || !Contains(*child)) {
+            return object;
+        }
+        m_isCircular = true;
+        return nullptr;
+    }
+
+    /// The rows below a node that the walk has left before; -1 when it is to be walked.
+    long KnownRowsBelow(VTree const& node) const {
+        if (m_isCircular || m_shared.empty() || node.IsOpaque() || node.RetainCount() < 2) {
+            return kUnknown;
+        }
+        auto const entry = m_shared.find(&node);
+        return entry == m_shared.end() ? kUnknown : entry->second;
     }
 
   private:
-    /// On a regular path only the first node can have the last one as its parent again.
+    static constexpr long kUnknown = -1;
+    static constexpr long kOnPath = -2;
+
+    static bool HasChildren(VTree const& node) noexcept {
+        return node.Children() && node.Children()->Count() > 0;
+    }
     bool Contains(VTree const& node) const noexcept {
-        Level const& top = m_levels.back();
-        if (top.isRegular && node.Parent() == top.node) {
-            return &node == m_levels.front().node;
+        if (&node == m_levels.front().node) {
+            return true;
         }
-        return std::any_of(m_levels.begin(), m_levels.end(),
-                           [&node](Level const& level) { return level.node == &node; });
+        auto const entry = node.RetainCount() > 1 ? m_shared.find(&node) : m_shared.end();
+        return entry != m_shared.end() && entry->second == kOnPath;
     }
 
     std::vector<Level> m_levels;
+    std::unordered_map<VTree const*, long> m_shared; // the rows below it, or `kOnPath`
+    bool m_isCircular = false;
 };
 
-} // namespace
+} // namespace detail
+
+using detail::TreePath;
 
 long VTree::OpaqueSpan() const {
     long rows = 1;
-    Path path;
-    for (path.Enter(*this); !path.IsEmpty();) {
+    TreePath path;
+    for (path.Enter(*this, rows); !path.IsEmpty();) {
         if (path.IsAtEnd()) {
-            path.Leave();
+            path.Leave(rows);
         } else if (auto const* const child = VObjectCast<VTree>(path.NextChild())) {
-            ++rows;
-            path.Enter(*child);
+            rows = TreePath::Sum(rows, 1);
+            if (long const known = path.KnownRowsBelow(*child); known >= 0) {
+                rows = TreePath::Sum(rows, known);
+            } else {
+                path.Enter(*child, rows);
+            }
         }
     }
     return rows;
 }
 
 VTree* VTree::ObjectForVisibleNodeWithFlatIndex(long index, int* depth) const {
-    Path path;
+    TreePath path;
     auto const answer = [&path, depth](VTree* node) {
         if (depth) {
             *depth += static_cast<int>(path.Depth()) - 1;
@@ -179,14 +226,14 @@ VTree* VTree::ObjectForVisibleNodeWithFlatIndex(long index, int* depth) const {
         return node;
     };
     long row = 0;
-    for (path.Enter(*this); index >= 0 && !path.IsEmpty();) {
+    for (path.Enter(*this, row); index >= 0 && !path.IsEmpty();) {
         if (path.IsAtEnd()) {
             long const hidden = path.Top().hidden;
-            if (path.Depth() > 1 && index < row + hidden) {
+            if (path.Depth() > 1 && index < TreePath::Sum(row, hidden)) {
                 return answer(nullptr);
             }
-            row += hidden;
-            path.Leave();
+            row = TreePath::Sum(row, hidden);
+            path.Leave(row);
             continue;
         }
         VObject* const object = path.NextChild();
@@ -195,12 +242,51 @@ VTree* VTree::ObjectForVisibleNodeWithFlatIndex(long index, int* depth) const {
                 return answer(child);
             }
             ++row;
-            path.Enter(*child);
+            long const known = path.KnownRowsBelow(*child);
+            if (known >= 0 && known <= index - row) {
+                row += known;
+            } else {
+                path.Enter(*child, row);
+            }
         } else if (auto const* const other = VObjectCast<VTree>(object)) {
-            path.Top().hidden += other->OpaqueSpan();
+            path.Top().hidden = TreePath::Sum(path.Top().hidden, other->OpaqueSpan());
         }
     }
     return nullptr;
+}
+
+VTree::RowIterator::RowIterator(VTree const& top) : m_path(std::make_unique<TreePath>()) {
+    m_path->Enter(top, 0);
+    ++*this;
+}
+
+VTree::RowIterator::RowIterator(RowIterator&&) noexcept = default;
+VTree::RowIterator& VTree::RowIterator::operator=(RowIterator&&) noexcept = default;
+VTree::RowIterator::~RowIterator() = default;
+
+VTree::RowIterator& VTree::RowIterator::operator++() {
+    if (auto const last = std::move(m_held)) {
+        m_path->Enter(*last, 0);
+    }
+    m_row.node = nullptr;
+    while (!m_path->IsEmpty()) {
+        if (m_path->IsAtEnd()) {
+            m_hidden += m_path->Top().hidden;
+            m_path->Leave(0);
+            continue;
+        }
+        VObject* const object = m_path->NextChild();
+        if (auto* const child = VObjectCastExact<VTree>(object)) {
+            m_held.Exchange(child);
+            m_row = {child, m_row.index + 1 + std::exchange(m_hidden, 0),
+                     static_cast<int>(m_path->Depth()) - 1};
+            break;
+        }
+        if (auto const* const other = VObjectCast<VTree>(object)) {
+            m_path->Top().hidden += other->OpaqueSpan();
+        }
+    }
+    return *this;
 }
 
 VObject* VTree::ObjectAtIndex(long index) const {

@@ -3,6 +3,8 @@
 #include "foundation/core/VClass.h"
 #include "foundation/core/VObject.h"
 
+#include <concepts>
+#include <initializer_list>
 #include <type_traits>
 #include <utility>
 
@@ -52,7 +54,13 @@ VClass* ReadyClass(ClassDefinition const& definition);
 /// duplicated between shared objects. A copied object needs a copy constructor that calls
 /// `Registered(nullptr)`.
 ///
-/// Common mistakes the compiler finds: naming another class as `Derived`, and forgetting the slot.
+/// A class is unknown until its `TheClass()` has run for the first time, and files that hold objects of it load
+/// without them. So an application names its classes once, after it has started the library:
+///
+///     RegisterClasses<VPoint, VShape>();
+///
+/// Common mistakes the compiler finds: naming another class as `Derived`, and forgetting the name, the slot or
+/// `New()`.
 ///
 /// Threads: `TheClass()` may be called by any thread; see `VClass` for classes that are not ready.
 template <class Derived, class Base>
@@ -148,15 +156,27 @@ VObject* CallNew() {
     return Derived::New();
 }
 
+template <class Derived>
+concept HasNew = requires {
+    { Derived::New() } -> std::convertible_to<VObject*>;
+};
+
 template <class Derived, class Base>
 constexpr VClass::Factory FactoryOf() {
     if constexpr (IsAbstract<Derived, Base>()) {
         return nullptr;
+    } else if constexpr (!HasNew<Derived>) {
+        static_assert(HasNew<Derived>, "the class declares neither a public static New() nor kIsAbstract");
+        return nullptr;
     } else {
-        static_assert(DeclaresOwnNew<Derived, Base>(), "the class declares neither New() nor kIsAbstract");
+        static_assert(DeclaresOwnNew<Derived, Base>(),
+                      "the class declares neither a public static New() nor kIsAbstract");
         return &CallNew<Derived>;
     }
 }
+
+/// The record among `classes` that look-up by name does not find, with a line in the log; null when it finds all.
+VClass* ReportLastByName(std::initializer_list<VClass*> classes);
 
 } // namespace detail
 
@@ -170,6 +190,18 @@ VClass* Registered<Derived, Base>::MakeClass() {
                                detail::InitializeHook<Derived, Base>(),
                                detail::UninitializeHook<Derived, Base>(), sizeof(Derived),
                                &Derived::ms_theClass});
+}
+
+/// Makes the records of an application's classes, so that objects of them can be read from files and made by name.
+/// Call it after `InitializeLibrary`; a class that is registered already stays as it is.
+///
+/// Look-up by name does not find the class whose name sorts last of all (`VClass`). When that is one of these, it is
+/// the result, and the log gets the line "RegisterClasses - class '<name>' sorts last and is not found by name\n":
+/// give the class another name, or map its name to it with `VClass::SetClassSubstitution`. The result is null
+/// otherwise.
+template <class... Classes>
+VClass* RegisterClasses() {
+    return detail::ReportLastByName({Classes::TheClass()...});
 }
 
 } // namespace VFoundation

@@ -1,13 +1,16 @@
 #include "foundation/core/VClass.h"
 
 #include "foundation/containers/VPtrArray.h"
+#include "foundation/core/Registered.h"
 #include "foundation/core/VException.h"
 #include "foundation/core/VObjectRef.h"
 #include "foundation/core/internal/ClassRegistry.h"
+#include "foundation/log/VLog.h"
 #include "foundation/strings/VString.h"
 #include "foundation/threads/VCriticalSectionScope.h"
 #include "foundation/threads/VThread.h"
 
+#include <algorithm>
 #include <cstring>
 #include <new>
 #include <utility>
@@ -163,6 +166,16 @@ bool VClass::DestroyClassRegistry() {
 
 VClass* VClass::TheClass() {
     return ClassRegistry::OwnRecord();
+}
+
+VClass* detail::ReportLastByName(std::initializer_list<VClass*> classes) {
+    VClass const* const last = ClassRegistry::LastByName();
+    auto const found = std::find(classes.begin(), classes.end(), last);
+    if (found == classes.end()) {
+        return nullptr;
+    }
+    VLog::Trace("RegisterClasses - class '%s' sorts last and is not found by name\n", last->Name());
+    return *found;
 }
 
 } // namespace VFoundation

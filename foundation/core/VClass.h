@@ -21,7 +21,7 @@ class IVInstancePool {
   public:
     virtual ~IVInstancePool() = default;
     /// A new instance, owned by the caller.
-    virtual VObject* NewInstance() = 0;
+    [[nodiscard]] virtual VObject* NewInstance() = 0;
     virtual void InitializeClass() = 0;
     virtual void UninitializeClass() = 0;
     virtual long PoolSize() const = 0;
@@ -66,7 +66,7 @@ class VClass {
     virtual ~VClass() noexcept(false);
 
     /// A new instance (owned): from the pool if one is set, else from the factory, else null.
-    VObject* NewInstance() const;
+    [[nodiscard]] VObject* NewInstance() const;
     void InitializeClass();
     void UninitializeClass();
 
@@ -109,7 +109,7 @@ class VClass {
     static void SetClassSubstitution(char const* oldName, VClass* cls);
 
     /// Every registered record derived from this one, itself included. Owned by the caller; records borrowed.
-    VPtrArray* SubClassesArray();
+    [[nodiscard]] VPtrArray* SubClassesArray();
 
     /// Sorts the registry by name now instead of at the next look-up.
     static void SortClassArray();

@@ -30,8 +30,9 @@ VException::VException(long id, VObject const* source, char const* description, 
 }
 
 VException::VException(VException const& other)
-    : Registered(nullptr), m_id(other.m_id), m_source(other.m_source), m_description(other.m_description),
-      m_trace(other.m_trace), m_stage(other.m_stage), m_sourceClass(other.m_sourceClass) {
+    : Registered(nullptr), std::exception(other), m_id(other.m_id), m_source(other.m_source),
+      m_description(other.m_description), m_trace(other.m_trace), m_stage(other.m_stage),
+      m_sourceClass(other.m_sourceClass) {
     Announce();
 }
 
@@ -43,6 +44,11 @@ void VException::Announce() const {
 void VException::UninitializeClass() {
     detail::ReleaseAndClear(ms_productName);
     detail::ReleaseAndClear(ms_exceptionReportEmail);
+}
+
+char const* VException::what() const noexcept {
+    char const* const text = m_description.CString();
+    return *text ? text : TextOfID(m_id);
 }
 
 void VException::AppendStackTrace(char const* function, int stage) {

@@ -5,6 +5,7 @@
 
 #include <atomic>
 #include <cstdint>
+#include <exception>
 
 namespace VFoundation {
 
@@ -12,6 +13,8 @@ namespace VFoundation {
 /// and a free text; code it passes through may append to its trace.
 ///
 ///     catch (VException const& exception) { VLog::Trace(exception); }
+///
+/// It is a `std::exception` too, for handlers that know nothing of this library.
 ///
 /// DELIBERATE: every construction, copies included, writes the description to the log and sets
 /// `VExceptionManager::ExceptionHasOccured()`; a thrown exception leaves a line even if it is never caught.
@@ -21,7 +24,7 @@ namespace VFoundation {
 /// the exception is caught: look at it only where it is known to live. Its class is named in the description all
 /// the same.
 /// Threads: one thread at a time.
-class VException : public Registered<VException, VObject> {
+class VException : public Registered<VException, VObject>, public std::exception {
   public:
     static constexpr char const* kClassName = "VException";
     static VClass* ms_theClass;
@@ -43,7 +46,7 @@ class VException : public Registered<VException, VObject> {
     VException(VException const& other);
     VException& operator=(VException const&) = delete;
 
-    static VException* New() { return new VException(eUnrecognized, nullptr, nullptr, -1); }
+    [[nodiscard]] static VException* New() { return new VException(eUnrecognized, nullptr, nullptr, -1); }
     /// Does nothing.
     static void InitializeClass() {}
     /// Releases the product name and the report address.
@@ -55,6 +58,8 @@ class VException : public Registered<VException, VObject> {
     VString const& DescriptionText() const noexcept { return m_description; }
     VString const& StackTrace() const noexcept { return m_trace; }
     int Stage() const noexcept { return m_stage; }
+    /// The description, or what kind of failure it was when there is none. Valid as long as the exception.
+    char const* what() const noexcept override;
 
     /// Appends "<function>()", the stage if it is 0 or more, and a line feed to the trace.
     void AppendStackTrace(char const* function, int stage);

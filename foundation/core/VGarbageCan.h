@@ -27,13 +27,14 @@ class VGarbageCan : public Registered<VGarbageCan, VObject> {
     explicit VGarbageCan(int capacity) : VGarbageCan(nullptr, capacity) {}
     ~VGarbageCan() override;
     /// A can of `kDefaultCapacity`.
-    static VGarbageCan* New() { return new VGarbageCan(kDefaultCapacity); }
+    [[nodiscard]] static VGarbageCan* New() { return new VGarbageCan(kDefaultCapacity); }
 
     /// Openings pair up with closings; the can takes objects in either state.
     bool OpenGarbageCan();
     /// False, and nothing changed, when the can is not open.
     bool CloseGarbageCan();
-    /// Parks the object; false when it is null, or the can is full or already releases what it holds.
+    /// Parks the object; false when it is null, or the can is full or already releases what it holds: the object is
+    /// then left to the caller.
     bool AddGarbageToCan(VObject* object);
 
     long OpenCount() const noexcept { return m_openCount.load(std::memory_order_relaxed); }

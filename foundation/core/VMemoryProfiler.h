@@ -23,7 +23,7 @@ class VMemoryProfiler : public Registered<VMemoryProfiler, VObject> {
 
     explicit VMemoryProfiler(VClass* cls = nullptr);
     ~VMemoryProfiler() override;
-    static VMemoryProfiler* New() { return new VMemoryProfiler; }
+    [[nodiscard]] static VMemoryProfiler* New() { return new VMemoryProfiler; }
     static void InitializeClass();
     static void UninitializeClass();
 

@@ -2,10 +2,13 @@
 
 #include "foundation/core/Registered.h"
 #include "foundation/core/internal/ClassRegistry.h"
+#include "foundation/core/internal/LeakNotes.h"
 #include "foundation/persistence/IAIFile.h"
 #include "foundation/persistence/VXMLFile.h"
 #include "foundation/strings/VString.h"
 #include "foundation/threads/VThread.h"
+
+#include <cstdio>
 
 namespace VFoundation {
 
@@ -26,10 +29,19 @@ inline void VObject__CheckIsNotForbiddenThreadID_Release() {
 VObject::VObject(VClass* cls) : m_class(cls ? cls : TheClass()) {
     m_class->InstanceBorn();
     VObject__CheckIsNotForbiddenThreadID_Release();
+    if constexpr (LeakNotes::kAreTaken) {
+        LeakNotes::NoteBorn(this, m_class);
+    }
 }
 
 VObject::~VObject() {
     VObject__CheckIsNotForbiddenThreadID_Release();
+    if constexpr (LeakNotes::kAreTaken) {
+        LeakNotes::NoteGone(this, m_class);
+        if (long const count = RetainCount(); count > 1) { // a local or a member has its maker's reference
+            std::fprintf(stderr, "[%s] destroyed while %li others hold it\n", ClassName(), count - 1);
+        }
+    }
     if (ms_finalShutdown.load(std::memory_order_relaxed) ? m_class->InstanceGoneUncounted()
                                                          : m_class->InstanceGone()) {
         ClassRegistry::FreeSetAside(m_class);

@@ -49,7 +49,7 @@ class VObject {
 
     /// A new object of the same class (owned), or null when the class has no factory. The base version gives
     /// a default-constructed instance; classes that can copy their state override it.
-    virtual VObject* Copy() const;
+    [[nodiscard]] virtual VObject* Copy() const;
 
     /// Writes the object to a chunked file that is storing, reads it from one that is loading.
     /// The base version moves nothing and returns `file.IsLoading()`.

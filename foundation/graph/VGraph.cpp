@@ -11,6 +11,7 @@
 #include "foundation/log/VLog.h"
 #include "foundation/persistence/VXMLFile.h"
 
+#include <typeinfo>
 #include <unordered_set>
 #include <utility>
 
@@ -302,6 +303,17 @@ VGraph* VGraph::CopyGraph() {
     return Copy();
 }
 
+/// Ends an edge at the nodes whose ids it noted. A plain edge with both ends has nothing to ask them.
+void VGraph::AttachCopy(VGraphEdge& edge, NodeIndex const& nodes) {
+    VGraphNode* const first = nodes.Find(edge.SourceNodeID());
+    VGraphNode* const second = nodes.Find(edge.DestinationNodeID());
+    if (first && second && typeid(edge) == typeid(VGraphEdge)) {
+        edge.Attach(*first, *second);
+    } else {
+        edge.SetNodes(first, second);
+    }
+}
+
 VGraph& VGraph::operator=(VGraph const& other) {
     if (&other == this) {
         return *this;
@@ -312,9 +324,7 @@ VGraph& VGraph::operator=(VGraph const& other) {
     nodes.DeepCopyContents(other.m_nodes);
     edges.DeepCopyContents(other.m_edges);
     NodeIndex const index(nodes);
-    ForEach(edges, [&index](VGraphEdge& edge) {
-        edge.SetNodes(index.Find(edge.SourceNodeID()), index.Find(edge.DestinationNodeID()));
-    });
+    ForEach(edges, [&index](VGraphEdge& edge) { AttachCopy(edge, index); });
     m_nodes.DetachAll();
     TakeOver(nodes, edges);
     SetChanged(true);
@@ -336,7 +346,7 @@ VGraph* VGraph::CreateSubGraphWithNodes(NodeArray const* nodes) {
         }
         auto const copy = VObjectRef<VGraphEdge>::Adopt(edge.Copy());
         if (copy) {
-            copy->SetNodes(index.Find(copy->SourceNodeID()), index.Find(copy->DestinationNodeID()));
+            AttachCopy(*copy, index);
             graph->AddEdge(copy.Get());
         }
     });

@@ -12,11 +12,12 @@
 
 namespace VFoundation {
 
+class NodeIndex;
 class VString;
 
 /// Nodes, edges between them and properties, to be edited, copied and saved as XML.
 ///
-///     auto const graph = VObjectRef<VGraph>::Adopt(VGraph::New());
+///     auto const graph = MakeObject<VGraph>();
 ///     graph->AddNode(a);
 ///     graph->AddNode(b);
 ///     edge->SetNodes(a, b);
@@ -57,13 +58,13 @@ class VGraph : public Registered<VGraph, VObject> {
     explicit VGraph(VClass* cls = nullptr);
     VGraph(VGraph const&) = delete;
     ~VGraph() override;
-    static VGraph* New();
+    [[nodiscard]] static VGraph* New();
     /// Makes the keys.
     static void InitializeClass();
     static void UninitializeClass();
 
     /// A new graph (owned) of the same class, assigned from this one; null when the class has no factory.
-    VGraph* Copy() const override;
+    [[nodiscard]] VGraph* Copy() const override;
     /// Properties, nodes and edges. Loading replaces nodes and edges, and adds to the properties. False when one of
     /// the three was not there or could not be written.
     bool SerializeAsXML(VXMLFile& file) override;
@@ -127,12 +128,12 @@ class VGraph : public Registered<VGraph, VObject> {
 
     /// A new graph (owned) of the same class, with copies of `nodes` and of the edges of this graph that have both
     /// ends among them, numbered anew. Null for null.
-    virtual VGraph* CreateSubGraphWithNodes(NodeArray const* nodes);
+    [[nodiscard]] virtual VGraph* CreateSubGraphWithNodes(NodeArray const* nodes);
     /// Adds the other's nodes and edges themselves and numbers everything anew; `other` may be this graph, which
     /// then holds each of them twice. False for null.
     virtual bool MergeWithGraph(VGraph const* other);
     /// `Copy()`.
-    virtual VGraph* CopyGraph();
+    [[nodiscard]] virtual VGraph* CopyGraph();
 
     /// Keys for properties: "sliderX" and "sliderY". Null before `InitializeClass`.
     static VString* ms_keySliderX;
@@ -159,6 +160,7 @@ class VGraph : public Registered<VGraph, VObject> {
         VGraph& m_graph;
     };
 
+    static void AttachCopy(VGraphEdge& edge, NodeIndex const& nodes);
     void RemoveEdgesOf(VGraphNode const& node);
     void TakeOver(NodeArray& nodes, EdgeArray& edges);
     bool Load(VXMLFile& file);

@@ -28,10 +28,10 @@ class VGraphEdge : public Registered<VGraphEdge, VObject> {
     explicit VGraphEdge(VClass* cls = nullptr);
     VGraphEdge(VGraphEdge const&) = delete;
     ~VGraphEdge() override;
-    static VGraphEdge* New();
+    [[nodiscard]] static VGraphEdge* New();
 
     /// A new edge (owned) of the same class, assigned from this one; null when the class has no factory.
-    VGraphEdge* Copy() const override;
+    [[nodiscard]] VGraphEdge* Copy() const override;
     /// The attributes "srcNode_ID" and "dstNode_ID"; one that is absent reads as -1. Loading leaves the nodes alone.
     bool SerializeAsXML(VXMLFile& file) override;
 
@@ -53,6 +53,14 @@ class VGraphEdge : public Registered<VGraphEdge, VObject> {
     long DestinationNodeID() const noexcept { return m_destinationNodeID; }
 
   private:
+    friend class VGraph;
+
+    /// As `SetNodes`, for a copy without ends that notes the ids of these nodes already.
+    void Attach(VGraphNode& first, VGraphNode& second) {
+        m_node1.Exchange(&first);
+        m_node2.Exchange(&second);
+    }
+
     VObjectRef<VGraphNode> m_node1;
     VObjectRef<VGraphNode> m_node2;
     std::int32_t m_edgeID = kNoID;

@@ -31,13 +31,13 @@ class VGraphNode : public Registered<VGraphNode, VObject> {
     VGraphNode(VGraphNode const&) = delete;
     ~VGraphNode() override;
 
-    static VGraphNode* New();
+    [[nodiscard]] static VGraphNode* New();
     /// Makes the keys and starts the ids at 1.
     static void InitializeClass();
     static void UninitializeClass();
 
     /// A new node (owned) of the same class, assigned from this one; null when the class has no factory.
-    VGraphNode* Copy() const override;
+    [[nodiscard]] VGraphNode* Copy() const override;
     /// The properties, as "properties". The node's place in the file stands for its id.
     bool SerializeAsXML(VXMLFile& file) override;
 

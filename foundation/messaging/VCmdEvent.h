@@ -19,7 +19,7 @@ class VCmdEvent : public Registered<VCmdEvent, VEvent> {
     /// With event id 0 and a command of id -1, without value and listener.
     explicit VCmdEvent(VClass* cls = nullptr);
     ~VCmdEvent() override;
-    static VCmdEvent* New();
+    [[nodiscard]] static VCmdEvent* New();
     static void InitializeClass() {}
     static void UninitializeClass() {}
 

@@ -32,7 +32,7 @@ class VCommandDelayer : public Registered<VCommandDelayer, VObject> {
     VCommandDelayer(VCommandDelayer const&) = delete;
     VCommandDelayer& operator=(VCommandDelayer const&) = delete;
     ~VCommandDelayer() override;
-    static VCommandDelayer* New();
+    [[nodiscard]] static VCommandDelayer* New();
     static void InitializeClass() {}
     static void UninitializeClass() {}
 

@@ -32,7 +32,7 @@ class VCommandTuple : public Registered<VCommandTuple, VObject> {
     VCommandTuple(VCommandTuple const&) = delete;
     VCommandTuple& operator=(VCommandTuple const&) = delete;
     ~VCommandTuple() override;
-    static VCommandTuple* New();
+    [[nodiscard]] static VCommandTuple* New();
     static void InitializeClass() {}
     /// Lets go of the garbage can.
     static void UninitializeClass();

@@ -37,8 +37,8 @@ class VConnectionTuple : public Registered<VConnectionTuple, VObject> {
     VConnectionTuple& operator=(VConnectionTuple const&) = delete;
     ~VConnectionTuple() override;
     /// A tuple (owned) that connects nothing: from the pool, or a new one.
-    static VConnectionTuple* NewConnectionTuple();
-    static VConnectionTuple* New();
+    [[nodiscard]] static VConnectionTuple* NewConnectionTuple();
+    [[nodiscard]] static VConnectionTuple* New();
     /// Makes list and pool, unless they exist.
     static void InitializeClass();
     /// Switches recycling off and ends list and pool; connections that exist stay whole.
@@ -51,7 +51,7 @@ class VConnectionTuple : public Registered<VConnectionTuple, VObject> {
     /// is lent, and has its own id again afterwards; the result is that id, or -1 for null. The connection
     /// may be removed meanwhile, but the caller keeps the target alive.
     /// DELIBERATE: whether the delayer took the message does not show; one that its queue had no room for is
-    /// lost.
+    /// lost. A centre counts it (`VMessageCenter::DroppedCommands`).
     int MessageSend(VMessage* message);
 
     /// Null when it connects nothing (borrowed).

@@ -30,7 +30,7 @@ class VEvent : public Registered<VEvent, VObject> {
     VEvent(VEvent const&) = delete;
     VEvent& operator=(VEvent const&) = delete;
     ~VEvent() override;
-    static VEvent* New();
+    [[nodiscard]] static VEvent* New();
     static void InitializeClass() {}
     static void UninitializeClass() {}
 

@@ -27,14 +27,14 @@ class VMessage : public Registered<VMessage, VObject> {
     explicit VMessage(VClass* cls = nullptr);
     VMessage(VMessage const& other);
     ~VMessage() override;
-    static VMessage* New();
+    [[nodiscard]] static VMessage* New();
     static void InitializeClass() {}
     static void UninitializeClass() {}
 
     /// Copies id and values.
     /// DELIBERATE: the user data is not copied; the target keeps its own.
     VMessage& operator=(VMessage const& other);
-    VMessage* Copy() const override;
+    [[nodiscard]] VMessage* Copy() const override;
     /// Removes id and values.
     void Clear();
 

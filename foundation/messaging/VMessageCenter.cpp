@@ -5,6 +5,7 @@
 #include "foundation/messaging/VMessenger.h"
 #include "foundation/threads/VJobServer.h"
 #include "foundation/threads/VThread.h"
+#include "foundation/threads/internal/WithoutThrowing.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -71,9 +72,12 @@ VMessageCenter* VMessageCenter::New() {
 
 template <class Fill>
 bool VMessageCenter::Post(Fill fill) {
+    if (!IsAccepting()) {
+        return Lose(m_refused);
+    }
     VCommandTuple* popped = nullptr;
-    if (!IsAccepting() || !m_free.Pop(&popped)) {
-        return false;
+    if (!m_free.Pop(&popped)) {
+        return Lose(m_dropped);
     }
     CommandScope scope(this, popped);
     try {
@@ -82,10 +86,10 @@ bool VMessageCenter::Post(Fill fill) {
         if (VThread::CaughtEndOfThread()) {
             throw;
         }
-        return false;
+        return Lose(m_dropped);
     }
     if (!PushThenMark([&] { return scope.PushTo(m_pending); })) {
-        return false;
+        return Lose(m_dropped);
     }
     if (m_stopped.load()) { // the command may have come after the clearing of the queue
         DropPending();
@@ -93,11 +97,35 @@ bool VMessageCenter::Post(Fill fill) {
     return true;
 }
 
+/// Counts a command that is lost, and tells of it if that was asked for. False, for the post.
+bool VMessageCenter::Lose(std::atomic<long>& count) {
+    count.fetch_add(1, std::memory_order_relaxed);
+    if (m_tells.load(std::memory_order_relaxed) && m_tells.exchange(false)) {
+        std::function<void()> tell;
+        {
+            detail::MutexLock const lock(m_tellLock);
+            tell.swap(m_tell);
+        }
+        if (tell) {
+            WithoutThrowing(tell);
+        }
+    }
+    return false;
+}
+
+void VMessageCenter::TellOfNextLoss(std::function<void()> tell) {
+    bool const tells = static_cast<bool>(tell);
+    detail::MutexLock const lock(m_tellLock);
+    tell.swap(m_tell); // the former one goes after the lock
+    m_tells.store(tells);
+}
+
 /// One by one, so that messengers whose last reference a command has go to the garbage can.
 void VMessageCenter::DropPending() {
     VCommandTuple* command = nullptr;
     while (m_pending.Pop(&command)) {
         VObjectRef<VCommandTuple>::Adopt(command)->ClearAndRelease();
+        Lose(m_dropped);
     }
 }
 
@@ -134,10 +162,8 @@ long VMessageCenter::CommandCountMin() {
 
 // Connections
 
-namespace {
-
 /// Tells both messengers that a connection between them is about to change; false when an id is too high.
-bool Touch(VMessenger* source, int sourceId, VMessenger* target, int targetId) {
+bool VMessageCenter::Touch(VMessenger* source, int sourceId, VMessenger* target, int targetId) {
     if (!source || !target || sourceId >= source->GetOutMessageCount() ||
         targetId >= target->GetInMessageCount()) {
         return false;
@@ -146,8 +172,6 @@ bool Touch(VMessenger* source, int sourceId, VMessenger* target, int targetId) {
     target->TouchInMessage(targetId);
     return true;
 }
-
-} // namespace
 
 bool VMessageCenter::ConnectImmediate(VMessenger* source, int sourceId, VMessageCenter* center,
                                       VMessenger* target, int targetId) {
@@ -213,6 +237,7 @@ void VMessageCenter::Service(VCommandTuple& command) {
     }
     double const seconds = m_serviceStopWatch.GetElapsedTime() - start;
     if (seconds > kLongServiceTime) {
+        m_slow.fetch_add(1, std::memory_order_relaxed);
         ReportLongService(command, seconds);
     }
 }

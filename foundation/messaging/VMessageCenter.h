@@ -3,10 +3,13 @@
 #include "foundation/containers/VObjectRingBufferTmpl.h"
 #include "foundation/core/Mutex.h"
 #include "foundation/core/VObjectRef.h"
+#include "foundation/host/VFpuMode.h"
+#include "foundation/messaging/ScopedConnection.h"
 #include "foundation/messaging/VCommandDelayer.h"
 #include "foundation/messaging/VCommandTuple.h"
 
 #include <atomic>
+#include <functional>
 
 namespace VFoundation {
 
@@ -18,11 +21,13 @@ class VMessageCenterJob;
 /// later, in batches: by a job that looks every few milliseconds (`StartCenter`), or by calls of
 /// `SendDelayedCommands`.
 ///
-///     auto const center = VObjectRef<VMessageCenter>::Adopt(new VMessageCenter(256));
+///     auto const center = MakeObject<VMessageCenter>(256);
 ///     center->ConnectImmediate(knob, kTurned, center.Get(), motor, kSetSpeed); // delayed through the centre
 ///     center->StartCenter("Panel 4711", 5);
 ///     ...
 ///     center->StopCenter();
+///
+/// `StartedCenter` pairs start and stop, `Connect` makes connections that end with a scope, to functions too.
 ///
 /// The centre that stands among the arguments becomes the delayer of the connection: null connects for
 /// immediate delivery, on the sender's thread.
@@ -30,6 +35,9 @@ class VMessageCenterJob;
 /// Stop a centre before its last `Release`: its job, and connect commands that wait in it, hold references to
 /// it. The name given to `StartCenter` is that of a job server and has its rules (`VJobServer`). Polling
 /// every 5 ms costs about 1 % of a core, the server's thread included.
+///
+/// A queue that is full loses commands, and senders through a connection are not told: size it for a burst, and look
+/// at `DroppedCommands()`.
 ///
 /// A command that takes more than 100 microseconds is reported on the standard error stream. An exception of
 /// a handler leaves `SendDelayedCommands`; the commands after it stay queued. The job writes a line to the
@@ -44,7 +52,8 @@ class VMessageCenterJob;
 /// DELIBERATE: a slow message is reported with "NULL" and -1 for its source and both ids, which the command
 /// does not have.
 /// DELIBERATE: the job asks for the critical section once, when it begins; one set later does not bind it.
-/// DELIBERATE: handlers called by the job find floating-point arithmetic rounding downward.
+/// DELIBERATE: handlers called by the job find floating-point arithmetic rounding downward; `UsualRounding` restores it
+/// for a scope, and functions connected by `Connect` have it already.
 ///
 /// Ownership: retains what its commands name until they are serviced or dropped. A messenger whose last reference
 /// a command has goes to the garbage can, if one is set (`VCommandTuple`). Borrows the critical section.
@@ -66,7 +75,7 @@ class VMessageCenter : public Registered<VMessageCenter, VCommandDelayer> {
     /// Stops the centre.
     ~VMessageCenter() override;
     /// One with room for `kDefaultCapacity` commands.
-    static VMessageCenter* New();
+    [[nodiscard]] static VMessageCenter* New();
     static void InitializeClass() {}
     static void UninitializeClass() {}
 
@@ -88,6 +97,27 @@ class VMessageCenter : public Registered<VMessageCenter, VCommandDelayer> {
     /// Disconnects, whether or not there was a connection, and connects.
     bool ReconnectImmediate(VMessenger* source, int sourceId, VMessageCenter* center, VMessenger* target,
                             int targetId) override;
+
+    using Function = std::function<void(VMessage const&)>;
+    /// As `ConnectImmediate`, until the result goes; it is empty where that is false. A connection through a centre
+    /// keeps it, so that it cannot outlive it: drop it before the centre is to go.
+    [[nodiscard]] static ScopedConnection Connect(VMessageCenter* center, VMessenger* source, int sourceId,
+                                                  VMessenger* target, int targetId);
+    /// Connects an outgoing message with a function; a null centre calls it on the sender's thread.
+    [[nodiscard]] static ScopedConnection Connect(VMessageCenter* center, VMessenger* source, int sourceId,
+                                                  Function function);
+
+    // What was lost since the centre was made.
+
+    /// Commands for which there was no room or no memory, and those that were queued when the centre stopped.
+    long DroppedCommands() const noexcept { return m_dropped.load(std::memory_order_relaxed); }
+    /// Posts while the centre did not accept any.
+    long RefusedCommands() const noexcept { return m_refused.load(std::memory_order_relaxed); }
+    /// Commands that took longer than `kLongServiceTime`.
+    long SlowCommands() const noexcept { return m_slow.load(std::memory_order_relaxed); }
+    /// Has `tell` called once, at the next command that is dropped or refused, on the thread that loses it, which may
+    /// be in the destructor. What it throws is dropped. An empty function takes an earlier one back.
+    void TellOfNextLoss(std::function<void()> tell);
 
     /// Services commands until none is queued; the result is their number.
     long SendDelayedCommands() override;
@@ -124,8 +154,12 @@ class VMessageCenter : public Registered<VMessageCenter, VCommandDelayer> {
         using VObjectRingBufferTmpl::VObjectRingBufferTmpl;
     };
 
+    static bool Touch(VMessenger* source, int sourceId, VMessenger* target, int targetId);
+    static ScopedConnection ConnectScoped(VMessageCenter* center, VMessenger* source, int sourceId,
+                                          VMessenger* target, int targetId, VMessenger* function);
     template <class Fill>
     bool Post(Fill fill);
+    bool Lose(std::atomic<long>& count);
     void ReturnToFree(VObjectRef<VCommandTuple>& command);
     void DropPending();
     static void EndServer(VJobServer& server, VMessageCenterJob const& job);
@@ -140,6 +174,19 @@ class VMessageCenter : public Registered<VMessageCenter, VCommandDelayer> {
     std::atomic<VCriticalSection*> m_criticalSection{nullptr};
     std::atomic<bool> m_accepting{true};
     std::atomic<bool> m_stopped{false};
+    std::atomic<long> m_dropped{0};
+    std::atomic<long> m_refused{0};
+    std::atomic<long> m_slow{0};
+    std::atomic<bool> m_tells{false};
+    detail::Mutex m_tellLock;
+    std::function<void()> m_tell VFOUNDATION_GUARDED_BY(m_tellLock);
+};
+
+/// For the handlers of a started centre: arithmetic rounds to the nearest, as in the rest of the program, until the
+/// end of the scope.
+class UsualRounding : public VFpuMode {
+  public:
+    UsualRounding() noexcept : VFpuMode(kToNearest) {}
 };
 
 } // namespace VFoundation

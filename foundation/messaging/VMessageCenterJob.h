@@ -33,7 +33,7 @@ class VMessageCenterJob : public Registered<VMessageCenterJob, VJob> {
     VMessageCenterJob& operator=(VMessageCenterJob const&) = delete;
     ~VMessageCenterJob() override;
     /// One without a delayer.
-    static VMessageCenterJob* New();
+    [[nodiscard]] static VMessageCenterJob* New();
     static void InitializeClass() {}
     static void UninitializeClass() {}
 

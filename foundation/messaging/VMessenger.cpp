@@ -40,7 +40,7 @@ long VMessenger::SendToConnections(VMessage* message) {
     VConnections* const connections = message ? ConnectionsOf(message->MessageID()) : nullptr;
     long const count = connections ? connections->Count() : 0;
     if (count == 1) { // spares the usual case the copy; the target may disconnect itself
-        VConnectionTuple* const tuple = connections->ObjectAtIndexTyped(0);
+        auto* const tuple = static_cast<VConnectionTuple*>(connections->GetObjects()[0]);
         VObjectRef<VMessenger> const target(tuple->Target());
         tuple->MessageSend(message);
         return 1;
@@ -48,8 +48,9 @@ long VMessenger::SendToConnections(VMessage* message) {
     long sent = 0;
     if (count > 1) {
         auto const all = VObjectRef<VObjectArray>::Adopt(connections->Copy());
+        VObject* const* const tuples = all->GetObjects(); // no one else has this array
         for (long index = 0; index < count; ++index) {
-            auto* const tuple = static_cast<VConnectionTuple*>(all->ObjectAtIndex(index));
+            auto* const tuple = static_cast<VConnectionTuple*>(tuples[index]);
             // As long as nothing was disconnected, it is still in its place.
             if (connections->ObjectAtIndex(index) == tuple || connections->ContainsObject(tuple)) {
                 VObjectRef<VMessenger> const target(tuple->Target());

@@ -13,7 +13,7 @@ class VDictionary;
 /// An announcement to all observers of a name: the name, the object that it is about, and what else they should
 /// know. A `VNotificationCenter` delivers it.
 ///
-///     auto const news = VObjectRef<VNotification>::Adopt(VNotification::New());
+///     auto const news = MakeObject<VNotification>();
 ///     news->SetName(VString("DocumentSaved"));
 ///     news->SetObject(document);
 ///     VNotificationCenter::DefaultCenter()->PostNotification(news.Get());
@@ -30,7 +30,7 @@ class VNotification : public INotification, public Registered<VNotification, VOb
     VNotification(VNotification const&) = delete;
     VNotification& operator=(VNotification const&) = delete;
     ~VNotification() override;
-    static VNotification* New();
+    [[nodiscard]] static VNotification* New();
     static void InitializeClass() {}
     static void UninitializeClass() {}
 

@@ -34,12 +34,14 @@ void VNotificationCenter::DeleteDefaultCenter() {
 
 bool VNotificationCenter::AddObserver(VObject* observer, Callback callback, VString const* name,
                                       VObject* about) {
-    if (!observer || !callback) {
-        return false;
-    }
+    return observer && callback && Register(observer, callback, name, about, nullptr);
+}
+
+bool VNotificationCenter::Register(VObject* observer, Callback callback, VString const* name, VObject* about,
+                                   VObject* kept) {
     try {
         auto tuple = VObjectRef<VNotificationTuple>::Adopt(VNotificationTuple::New());
-        tuple->Set(observer, callback, name, about);
+        tuple->Set(observer, callback, name, about, kept);
         detail::MutexLock const lock(m_lock);
         m_registrations.push_back(std::move(tuple));
         return true;
@@ -49,14 +51,22 @@ bool VNotificationCenter::AddObserver(VObject* observer, Callback callback, VStr
 }
 
 void VNotificationCenter::RemoveObserver(VObject* observer) {
+    while (TakeRegistrationOf(observer)) { // and release it without the lock: it may keep objects of the user
+    }
+}
+
+/// Ends and takes out one registration of the observer; null when there is none.
+VObjectRef<VNotificationTuple> VNotificationCenter::TakeRegistrationOf(VObject* observer) {
     detail::MutexLock const lock(m_lock);
-    std::erase_if(m_registrations, [observer](VObjectRef<VNotificationTuple> const& tuple) {
-        bool const ends = tuple->IsOf(observer);
-        if (ends) {
-            tuple->End(); // for postings that have it in their list already
-        }
-        return ends;
-    });
+    auto const found = std::find_if(m_registrations.begin(), m_registrations.end(),
+                                    [observer](auto const& tuple) { return tuple->IsOf(observer); });
+    if (found == m_registrations.end()) {
+        return {};
+    }
+    (*found)->End(); // for postings that have it in their list already
+    VObjectRef<VNotificationTuple> taken = std::move(*found);
+    m_registrations.erase(found);
+    return taken;
 }
 
 void VNotificationCenter::PostNotification(VNotification* notification) {

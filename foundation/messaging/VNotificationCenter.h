@@ -3,9 +3,11 @@
 #include "foundation/core/Mutex.h"
 #include "foundation/core/Registered.h"
 #include "foundation/core/VObjectRef.h"
+#include "foundation/messaging/ScopedConnection.h"
 #include "foundation/messaging/VNotificationTuple.h"
 
 #include <atomic>
+#include <functional>
 #include <vector>
 
 namespace VFoundation {
@@ -15,6 +17,10 @@ class VString;
 
 /// Tells observers what happens, by name and by the object that it happens to, so that neither side needs to
 /// know the other. One centre serves the process: `DefaultCenter()`.
+///
+///     m_saved = center->Observe("DocumentSaved", document, [this](VNotification&) { Redraw(); });
+///
+/// or, with an observer that is an object and a function that gets it,
 ///
 ///     center->AddObserver(window, &Window::DocumentSaved, &documentSaved, document);
 ///     ...
@@ -40,7 +46,7 @@ class VNotificationCenter : public Registered<VNotificationCenter, VObject> {
     VNotificationCenter(VNotificationCenter const&) = delete;
     VNotificationCenter& operator=(VNotificationCenter const&) = delete;
     ~VNotificationCenter() override;
-    static VNotificationCenter* New();
+    [[nodiscard]] static VNotificationCenter* New();
     static void InitializeClass() {}
     /// Ends the default centre.
     static void UninitializeClass();
@@ -52,6 +58,10 @@ class VNotificationCenter : public Registered<VNotificationCenter, VObject> {
     /// Registers an observer for notifications of that name about that object; null matches any. Registered
     /// twice it is called twice. False without observer or callback, and when memory runs out.
     bool AddObserver(VObject* observer, Callback callback, VString const* name, VObject* about);
+    /// Registers a function until the result goes, which waits for a call that is running. Null matches any. The
+    /// result is empty for an empty function, and when memory runs out. It keeps the centre.
+    using Function = std::function<void(VNotification&)>;
+    [[nodiscard]] ScopedConnection Observe(char const* name, VObject* about, Function function);
     /// Ends all registrations of an observer.
     void RemoveObserver(VObject* observer);
     /// Delivers a notification to every observer that it concerns; nothing for null. May run out of memory, with
@@ -63,6 +73,9 @@ class VNotificationCenter : public Registered<VNotificationCenter, VObject> {
   private:
     /// Not an object array: one that cannot grow throws a `VException`, whose line must not be written under a lock.
     using Registrations = std::vector<VObjectRef<VNotificationTuple>>;
+
+    bool Register(VObject* observer, Callback callback, VString const* name, VObject* about, VObject* kept);
+    VObjectRef<VNotificationTuple> TakeRegistrationOf(VObject* observer);
 
     detail::Mutex m_lock;
     Registrations m_registrations VFOUNDATION_GUARDED_BY(m_lock); // in order

@@ -15,8 +15,9 @@ VNotificationTuple* VNotificationTuple::New() {
     return new VNotificationTuple();
 }
 
-void VNotificationTuple::Set(VObject* observer, Callback callback, VString const* name,
-                             VObject const* about) {
+void VNotificationTuple::Set(VObject* observer, Callback callback, VString const* name, VObject const* about,
+                             VObject* kept) {
+    m_kept.Exchange(kept);
     m_observer = observer;
     m_callback = callback;
     m_anyName = name == nullptr;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/core/Registered.h"
+#include "foundation/core/VObjectRef.h"
 #include "foundation/strings/VString.h"
 
 #include <atomic>
@@ -24,12 +25,14 @@ class VNotificationTuple : public Registered<VNotificationTuple, VObject> {
     VNotificationTuple(VNotificationTuple const&) = delete;
     VNotificationTuple& operator=(VNotificationTuple const&) = delete;
     ~VNotificationTuple() override;
-    static VNotificationTuple* New();
+    [[nodiscard]] static VNotificationTuple* New();
     static void InitializeClass() {}
     static void UninitializeClass() {}
 
-    /// A null name (copied) matches every name, a null object every object.
-    void Set(VObject* observer, Callback callback, VString const* name, VObject const* about);
+    /// A null name (copied) matches every name, a null object every object. `kept` is retained as long as the
+    /// registration; it may be the observer.
+    void Set(VObject* observer, Callback callback, VString const* name, VObject const* about,
+             VObject* kept = nullptr);
     bool IsOf(VObject const* observer) const noexcept { return m_observer == observer; }
     bool Matches(VNotification const& notification) const;
     /// Calls the observer, unless the registration was ended.
@@ -43,6 +46,7 @@ class VNotificationTuple : public Registered<VNotificationTuple, VObject> {
     VString m_name;
     bool m_anyName = true;
     VObject const* m_about = nullptr;
+    VObjectRef<VObject> m_kept;
     std::atomic<bool> m_ended{false};
 };
 

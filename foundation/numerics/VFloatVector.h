@@ -34,9 +34,9 @@ class VFloatVector : public Registered<VFloatVector, VObject> {
     ~VFloatVector() override;
 
     /// An empty vector (owned).
-    static VFloatVector* New();
+    [[nodiscard]] static VFloatVector* New();
     /// The same elements in a vector of their own (owned).
-    VFloatVector* Copy() const override;
+    [[nodiscard]] VFloatVector* Copy() const override;
     /// Same class and the same elements, bit for bit.
     bool IsEqual(VObject const& other) const override;
     /// "[<class name>] Count: <count>".

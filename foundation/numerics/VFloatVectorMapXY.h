@@ -28,9 +28,9 @@ class VFloatVectorMapXY : public Registered<VFloatVectorMapXY, VObject> {
     ~VFloatVectorMapXY() override;
 
     /// A curve without points (owned).
-    static VFloatVectorMapXY* New();
+    [[nodiscard]] static VFloatVectorMapXY* New();
     /// The same points in a curve of their own (owned).
-    VFloatVectorMapXY* Copy() const override;
+    [[nodiscard]] VFloatVectorMapXY* Copy() const override;
     /// Same class and the same points, bit for bit.
     bool IsEqual(VObject const& other) const override;
     /// "[<class name>] Count: <points>".

@@ -33,9 +33,9 @@ class VWindowFunction : public Registered<VWindowFunction, VObject> {
     ~VWindowFunction() override;
 
     /// A rectangular window (owned).
-    static VWindowFunction* New();
+    [[nodiscard]] static VWindowFunction* New();
     /// A window of the same type (owned).
-    VWindowFunction* Copy() const override;
+    [[nodiscard]] VWindowFunction* Copy() const override;
     /// Same class and type.
     bool IsEqual(VObject const& other) const override;
     /// "[<class name>] <type>".

@@ -49,6 +49,29 @@ TEST_F(VDictionaryTest, SurvivesUnusualEntries) {
     EXPECT_FALSE(m_dictionary.RemoveObjectForKey(nullptr));
 }
 
+TEST_F(VDictionaryTest, LooksUpTextWithoutAnObject) {
+    m_dictionary.SetObjectForKey(nullptr, &m_dictionary); // a key that is no text
+    m_dictionary.SetObjectForKey(VString::EmptyString(), std::string_view("a\0b", 3));
+    Set(nullptr, "null");
+    VString const key("a");
+    EXPECT_TRUE(m_dictionary.ContainsKey(&key));
+    EXPECT_TRUE(m_dictionary.ContainsKey("null"));
+    EXPECT_FALSE(m_dictionary.ContainsKey(""));
+    EXPECT_FALSE(m_dictionary.ContainsKey(static_cast<VObject*>(nullptr)));
+    EXPECT_EQ(m_dictionary.ObjectForKey("a"), VString::EmptyString());
+    auto const value = MakeObject<ACounted>();
+    m_dictionary.SetObjectForKey(value.Get(), "a");
+    std::vector<VObject*> values;
+    for (auto const& [entryKey, entryValue] : m_dictionary) {
+        EXPECT_NE(entryKey, nullptr);
+        values.push_back(entryValue);
+    }
+    EXPECT_EQ(values, (std::vector<VObject*>{nullptr, value.Get(), nullptr}));
+    EXPECT_TRUE(m_dictionary.RemoveObjectForKey("a"));
+    EXPECT_FALSE(m_dictionary.RemoveObjectForKey("a"));
+    EXPECT_EQ(value->RetainCount(), 1);
+}
+
 TEST_F(VDictionaryTest, CopiesDeeply) {
     Set(VString::EmptyString(), "a");
     auto const copy = VObjectRef<VDictionary>::Adopt(m_dictionary.Copy());
@@ -77,7 +100,7 @@ TEST_F(VDictionaryTest, ChangesAsAWholeOrNotAtAll) {
     other.SetObjectForKey(VString::EmptyString(), VString::EmptyString());
     other.SetObjectForKey(VObjectRef<VObject>::Adopt(new ALast<ACounted>([] {})).Get(), &key);
     EXPECT_THROW(m_dictionary.DeepCopyContents(other), int);
-    EXPECT_THROW(other.Copy(), int);
+    EXPECT_THROW((void)other.Copy(), int);
     VObjectRef<VObject> inner;
     for (int level = 0; level < VDictionary::kMaxCopiedNesting; ++level) {
         auto const outer = VObjectRef<VDictionary>::Adopt(VDictionary::New());

@@ -111,6 +111,105 @@ TEST_P(VObjectContainerTest, ReplacingReleasesTheOldBeforeItRetainsTheNew) {
     a.LogTo(nullptr);
 }
 
+TEST_P(VObjectContainerTest, IsWalkedWhileTheLoopChangesIt) {
+    Fill({&a, nullptr, &b});
+    Objects seen;
+    for (VObject* const element : *m_box) {
+        seen.push_back(element);
+        if (!element) {
+            m_box->AddObject(&c);
+        }
+    }
+    EXPECT_EQ(seen, (Objects{&a, nullptr, &b, &c}));
+    auto const isFree = [this] {
+        return std::async(std::launch::async,
+                          [this] {
+                              VCriticalSectionScope scope;
+                              return scope.TryEnter(m_box->CriticalSection(), 0);
+                          })
+            .get();
+    };
+    for (VObject* const element : m_box->Locked()) {
+        EXPECT_EQ(isFree(), m_box->CriticalSection() == nullptr);
+        m_box->RemoveObject(element);
+    }
+    EXPECT_TRUE(isFree());
+    EXPECT_EQ(Contents(), (Objects{nullptr, &c}));
+}
+
+TEST(VObjectContainer, TwoMayEmptyEachOtherOnTwoThreads) {
+    for (int round = 0; round < 20; ++round) {
+        auto const first = MakeObject<VObjectContainer>(nullptr, 0, true);
+        auto const second = MakeObject<VObjectContainer>(nullptr, 0, true);
+        std::atomic<int> dying{0};
+        auto const fill = [&dying](VObjectContainer& box, VObjectContainer& other) {
+            for (int i = 0; i < 3; ++i) {
+                auto const element = VObjectRef<VObject>::Adopt(new ALast<ACounted>([&dying, &other] {
+                    ++dying;
+                    while (dying < 2) { // each thread holds one lock from here on
+                    }
+                    other.AddObjects(&other);
+                    other.RemoveAllObjects();
+                    other.FreeMem();
+                }));
+                box.AddObject(element.Get());
+            }
+        };
+        fill(*first, *second);
+        fill(*second, *first);
+        auto const empty = [](VObjectContainer& box, int way) {
+            switch (way) {
+            case 0:
+                box.RemoveAllObjects();
+                break;
+            case 1:
+                box.FreeMem();
+                break;
+            default:
+                box.RemoveObjectAtIndex(0);
+                box.RemoveAllObjects();
+            }
+        };
+        auto const other = std::async(std::launch::async, [&] { empty(*second, round % 2); });
+        empty(*first, round % 3);
+        other.wait();
+        EXPECT_EQ(first->Count() + second->Count(), 0);
+        EXPECT_EQ(ACounted::ms_alive, 0);
+    }
+}
+
+TEST_P(VObjectContainerTest, StoresNothingWhoseRetainThrowsOrUsesIt) {
+    struct Odd : ACounted {
+        void Retain() const override {
+            m_act();
+            ACounted::Retain();
+        }
+        std::function<void()> m_act = [] {};
+    };
+    Odd odd;
+    m_box->SetGrowSize(1);
+    std::vector<std::function<bool()>> const adds = {[&] { return m_box->AddObject(&odd); },
+                                                     [&] { return m_box->InsertObjectAtIndex(&odd, 1); },
+                                                     [&] { return m_box->ReplaceObjectAtIndex(&odd, 0); }};
+    for (auto const& add : adds) {
+        m_box->RemoveAllObjects();
+        Fill({&a, &b});
+        odd.m_act = [] { throw 1; };
+        EXPECT_THROW(add(), int);
+        EXPECT_FALSE(m_box->ContainsObject(&odd));
+        EXPECT_EQ(odd.RetainCount(), 1);
+        odd.m_act = [&] { // the slots that were there for it are others'
+            m_box->FreeMem();
+            m_box->AddObject(&c);
+        };
+        bool const isAdded = add();
+        EXPECT_EQ(m_box->ContainsObject(&odd), isAdded);
+        EXPECT_EQ(odd.RetainCount(), isAdded ? 2 : 1);
+        EXPECT_TRUE(m_box->ContainsObject(&c));
+    }
+    m_box->RemoveAllObjects();
+}
+
 TEST_P(VObjectContainerTest, EqualityAsksForASubset) {
     auto const other = VObjectRef<VObjectContainer>::Adopt(NewOne());
     Fill({&a, &b});

@@ -15,7 +15,7 @@ TEST(VObjectStack, LeavesANullOnTop) {
     EXPECT_EQ(stack.Pop(), nullptr);
     EXPECT_EQ(stack.Array().Count(), 1);
     ACounted object;
-    stack.Array().AddObject(&object);
+    EXPECT_TRUE(stack.Push(&object));
     EXPECT_EQ(stack.ObjectAtTopOfStack(), &object);
     EXPECT_EQ(stack.Pop(), &object);
     EXPECT_EQ(object.RetainCount(), 2) << "the stack's reference is handed over";

@@ -22,6 +22,11 @@ TEST(VPtrArray, KeepsOrderAndRemovesTheFirstOccurrence) {
         EXPECT_EQ(array.PtrAtIndex(index), nullptr);
         EXPECT_FALSE(array.RemovePtrAtIndex(index));
     }
+    long sum = 0;
+    for (int const* const value : array) {
+        sum += value - values;
+    }
+    EXPECT_EQ(sum, 99 * 100 / 2);
     EXPECT_TRUE(array.RemovePtrAtIndex(99));
     EXPECT_FALSE(array.RemovePtr(&values[0]));
 }

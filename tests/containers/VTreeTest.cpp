@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <climits>
 #include <random>
 #include <vector>
 
@@ -97,13 +98,31 @@ TEST(VTree, FindsTheRowsThatRecursionFinds) {
             nodes.push_back(random() % 5 == 0 ? Add<AnotherTree>(parent) : Add(parent));
             nodes.back()->SetNodeOpaque(random() % 4 == 0);
         }
+        for (int i = random() % 2 ? 6 : 0; i > 0; --i) { // nodes with several places
+            std::size_t const above = random() % nodes.size();
+            nodes[above]->Children() ? nodes[above]->AddLeaf(nodes[above + random() % (nodes.size() - above)])
+                                     : false;
+        }
+        std::vector<VTree::Row> rows;
         for (long index = 0; index <= root->Count(); ++index) {
             int expectedDepth = 0;
             int depth = 0;
             VTree* const expected = RowBelow(*root, index, expectedDepth);
             EXPECT_EQ(root->ObjectForVisibleNodeWithFlatIndex(index, &depth), expected);
             EXPECT_EQ(depth, expectedDepth);
+            if (expected) {
+                rows.push_back({expected, index, depth});
+            }
         }
+        auto row = rows.begin();
+        for (VTree::Row const& found : root->Rows()) {
+            ASSERT_NE(row, rows.end());
+            EXPECT_EQ(found.node, row->node);
+            EXPECT_EQ(found.index, row->index);
+            EXPECT_EQ(found.depth, row->depth);
+            ++row;
+        }
+        EXPECT_EQ(row, rows.end());
     }
 }
 
@@ -203,6 +222,45 @@ TEST(VTree, MayBeWideAndDeep) {
         EXPECT_EQ(root->ObjectAtIndex(2 * kNodes - 1), root->Children()->ObjectAtIndex(kNodes));
     }
     EXPECT_EQ(VTree::TheClass()->Existing(), existing);
+}
+
+TEST(VTree, CountsNodesThatAreSharedOnEveryLevel) {
+    TreeRef const root = TreeRef::Adopt(VTree::New());
+    VTree* node = root.Get();
+    for (int level = 0; level < 50; ++level) { // 2^51 rows
+        VTree* const child = Add(node);
+        EXPECT_TRUE(node->AddLeaf(child));
+        node = child;
+    }
+    long const rows = (1L << 51) - 1;
+    EXPECT_EQ(root->Count(), rows);
+    EXPECT_EQ(root->ObjectAtIndex(rows - 2), node);
+    EXPECT_EQ(root->ObjectAtIndex(rows - 1), nullptr);
+    EXPECT_EQ(root->ObjectAtIndex(rows / 2), root->Children()->ObjectAtIndex(0));
+    auto row = root->Rows().begin();
+    for (int i = 0; i < 51; ++i) {
+        ++row;
+    }
+    EXPECT_EQ(row->index, 51);
+    for (int level = 0; level < 20; ++level) {
+        VTree* const child = Add(node);
+        EXPECT_TRUE(node->AddLeaf(child));
+        node = child;
+    }
+    EXPECT_EQ(root->Count(), LONG_MAX);
+}
+
+TEST(VTree, KeepsARowThatTheLoopLetsGo) {
+    TreeRef const root = TreeRef::Adopt(VTree::New());
+    Add(Add(Add(root.Get())));
+    Add(root.Get());
+    int rows = 0;
+    for (VTree::Row const& row : root->Rows()) {
+        root->ClearTree();
+        EXPECT_GE(row.node->RetainCount(), 1);
+        ++rows;
+    }
+    EXPECT_EQ(rows, 3); // what was below the first one is still below it
 }
 
 TEST(VSet, AreRegisteredNames) {

@@ -177,7 +177,7 @@ TEST_F(VClassStartTest, AUsersClassThatOutlivesTheLibraryIsSetUpByTheNextStart) 
 
 template <class Used>
 int UseAndFind() {
-    VObjectRef<Used>::Adopt(Used::New());
+    Used::New()->Release();
     return VClass::ClassForClassName(Used::kClassName) == Used::ms_theClass ? 1 : 0;
 }
 template <int... Numbers>

@@ -3,6 +3,7 @@
 #include "foundation/core/internal/ClassRegistry.h"
 #include "foundation/core/lifecycle/VLibrary.h"
 #include "foundation/log/VLog.h"
+#include "foundation/persistence/VXMLFile.h"
 #include "foundation/strings/VString.h"
 #include "tests/support/Counted.h"
 
@@ -244,6 +245,36 @@ TEST_F(VClassTest, ClassesAreRegisteredInOrder) {
         }
     }
     EXPECT_EQ(registered, expected);
+}
+
+class AFirstClass : public Registered<AFirstClass, VObject> {
+  public:
+    static constexpr char const* kClassName = "AFirstClass";
+    static inline VClass* ms_theClass = nullptr;
+    AFirstClass() : Registered(nullptr) {}
+    static AFirstClass* New() { return new AFirstClass; }
+};
+class ZLastClass : public Registered<ZLastClass, VObject> {
+  public:
+    static constexpr char const* kClassName = "ZLastClass";
+    static inline VClass* ms_theClass = nullptr;
+    ZLastClass() : Registered(nullptr) {}
+    static ZLastClass* New() { return new ZLastClass; }
+};
+
+TEST_F(VClassTest, ClassesOfAnApplicationAreRegisteredTogether) {
+    EXPECT_EQ(VClass::ClassForClassName("AFirstClass"), nullptr);
+    testing::internal::CaptureStderr();
+    EXPECT_EQ((RegisterClasses<AFirstClass, ACounted>()), nullptr);
+    EXPECT_EQ(VClass::ClassForClassName("AFirstClass"), AFirstClass::TheClass());
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    testing::internal::CaptureStderr();
+    EXPECT_EQ((RegisterClasses<AFirstClass, ZLastClass>()), ZLastClass::TheClass());
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "RegisterClasses - class 'ZLastClass' sorts last and is not found by name\n");
+    EXPECT_EQ(VClass::ClassForClassName("ZLastClass"), nullptr);
+    EXPECT_EQ(VClass::ClassForClassName("VXMLFile"), VXMLFile::TheClass());
+    delete ZLastClass::TheClass(); // so that the last place is another test's
 }
 
 } // namespace

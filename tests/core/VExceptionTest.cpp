@@ -59,6 +59,18 @@ TEST(VException, DoesNotThrowWhatTheLogThrows) {
     UninitializeLibrary(true, false, true);
 }
 
+TEST(VException, IsAStandardException) {
+    auto const textOf = [](long id, char const* description) -> std::string {
+        try {
+            throw VException(id, nullptr, description, -1);
+        } catch (std::exception const& exception) {
+            return exception.what();
+        }
+    };
+    EXPECT_EQ(textOf(VException::eFileNotFound, "no such picture"), "no such picture");
+    EXPECT_EQ(textOf(VException::eFileNotFound, nullptr), "File not found");
+}
+
 TEST(VException, CollectsATrace) {
     VException exception(0, nullptr, "", -1);
     exception.AppendStackTrace("Inner", 4);

@@ -1,10 +1,14 @@
+#include "foundation/core/LeakReport.h"
 #include "foundation/core/VObjectRef.h"
 #include "foundation/strings/VString.h"
 #include "tests/support/Counted.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
+#include <thread>
+#include <unordered_set>
 
 namespace {
 
@@ -87,6 +91,76 @@ TEST(VObjectRef, AdoptsAllocatesMovesAndDetaches) {
     EXPECT_EQ(ACounted::ms_alive, 1);
     ref = VObjectRef<ACounted>();
     EXPECT_EQ(ACounted::ms_alive, 0);
+}
+
+TEST(VObjectRef, ComparesHashesAndConvertsToABase) {
+    auto const object = MakeObject<ACounted>();
+    VObjectRef<VObject> base = object;
+    EXPECT_EQ(base, object);
+    EXPECT_EQ(base, object.Get());
+    EXPECT_EQ(object->RetainCount(), 2);
+    base = MakeObject<ACounted>(); // takes the other's reference over
+    EXPECT_EQ(base->RetainCount(), 1);
+    EXPECT_NE(base, object);
+    EXPECT_TRUE(base < object || object < base);
+    EXPECT_EQ(VObjectRef<VObject>(), nullptr);
+    std::unordered_set<VObjectRef<VObject>> const set = {base, object,
+                                                         VObjectRef<VObject>::Retaining(object.Get())};
+    EXPECT_EQ(set.size(), 2U);
+    static_assert(!std::is_convertible_v<VObjectRef<VObject>, VObjectRef<ACounted>>);
+    static_assert(noexcept(VObjectRef<ACounted>::Adopt(nullptr)));
+}
+
+struct Recycling : ACounted {
+    static Recycling* New() {
+        auto* const object = new Recycling;
+        object->m_isFromFactory = true;
+        return object;
+    }
+    bool m_isFromFactory = false;
+};
+
+TEST(MakeObject, UsesTheFactoryOrTheConstructor) {
+    struct Inheriting : ACounted { // its inherited New() makes another class
+        explicit Inheriting(int value = 1) : m_value(value) {}
+        int m_value;
+    };
+    EXPECT_EQ(MakeObject<Inheriting>()->m_value, 1);
+    EXPECT_EQ(MakeObject<Inheriting>(7)->m_value, 7);
+    EXPECT_EQ(MakeObject<VString>("text")->RetainCount(), 1);
+    EXPECT_TRUE(MakeObject<Recycling>()->m_isFromFactory);
+}
+
+#ifndef NDEBUG
+TEST(VObject, ReportsDestructionWhileItIsHeld) {
+    testing::internal::CaptureStderr();
+    {
+        ACounted const local;
+        local.Retain();
+    }
+    ACounted::New()->Release();
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "[ACounted] destroyed while 1 others hold it\n");
+}
+#endif
+
+TEST(LeakReport, ListsWhatWasMadeSinceItsStartAndLives) {
+    auto const before = MakeObject<ACounted>();
+    if (!LeakReport::Start(LeakReport::eCallStacks)) {
+        GTEST_SKIP() << "this build takes no notes";
+    }
+    auto const kept = MakeObject<ACounted>();
+    ACounted::New()->Release();
+    std::thread([] { ACounted const local; }).join();
+    auto const entries = LeakReport::Entries();
+    ASSERT_EQ(entries.size(), 1U);
+    EXPECT_EQ(entries[0].className, "ACounted");
+    EXPECT_EQ(entries[0].alive, 1);
+    EXPECT_EQ(entries[0].peak, 2);
+    ASSERT_EQ(entries[0].callStacks.size(), 1U);
+    EXPECT_GT(std::count(entries[0].callStacks[0].begin(), entries[0].callStacks[0].end(), '\n'), 0);
+    EXPECT_EQ(LeakReport::Text().rfind("ACounted: 1 alive, 2 at most\n  made by\n    ", 0), 0U);
+    LeakReport::Stop();
+    EXPECT_EQ(LeakReport::Text(), "");
 }
 
 TEST(VAtomicOp, ReturnsTheNewValueAndTakesTheExpectedValueLast) {

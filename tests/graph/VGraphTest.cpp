@@ -225,8 +225,8 @@ TEST_F(VGraphTest, IsUnchangedWhenACopyThrows) {
     EXPECT_EQ(node->Graph(), target.Get());
     EXPECT_EQ(EndsOf(target), (Ends{{0, 1}, {1, 2}}));
     EXPECT_FALSE(target->Changed());
-    EXPECT_THROW(graph->CopyGraph(), int);
-    EXPECT_THROW(graph->CreateSubGraphWithNodes(&graph->Nodes()), int);
+    EXPECT_THROW((void)graph->CopyGraph(), int);
+    EXPECT_THROW((void)graph->CreateSubGraphWithNodes(&graph->Nodes()), int);
     EXPECT_EQ(VGraph::TheClass()->Existing(), existing + 2);
     // A value that cannot be copied leaves the node as it was.
     NodeAt(graph, 0)->Properties().SetObjectForKey(NodeAt(graph, 2), &m_key);
@@ -282,7 +282,9 @@ TEST_F(VGraphTest, CopiesNodesAndEdgesButNotTheRest) {
     EXPECT_EQ(EndsOf(copy), EndsOf(graph));
     EXPECT_EQ(IDsOf(copy), IDsOf(graph));
     VObject const* const copied = NodeAt(copy, 0)->Properties().ObjectForKey(&m_key);
-    EXPECT_TRUE(copied && copied != value.Get() && copied->IsEqual(*value));
+    ASSERT_NE(copied, nullptr);
+    EXPECT_NE(copied, value.Get());
+    EXPECT_TRUE(copied->IsEqual(*value));
     EXPECT_TRUE(NodeAt(copy, 0)->Graph() == nullptr);
     EXPECT_EQ(copy->Properties().Count(), 0);
     EXPECT_TRUE(copy->Changed());

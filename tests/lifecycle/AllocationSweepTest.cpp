@@ -178,7 +178,7 @@ TEST(AllocationSweep, EndOfTheLibrary) {
 
 TEST(AllocationSweep, FirstUseOfTheKernel) {
     Sweep{[] {
-              VObjectRef<VString>::Adopt(VString::NewString("first"));
+              VString::NewString("first")->Release();
               return VClass::ClassForClassName("VObject") != nullptr;
           },
           [] {},
@@ -195,7 +195,7 @@ class AWithHook : public Registered<AWithHook, VDictionary> {
     static inline VClass* ms_theClass = nullptr;
     AWithHook() : Registered(nullptr) {}
     static AWithHook* New() { return new AWithHook; }
-    static void InitializeClass() { VObjectRef<AWithHook>::Adopt(New()); }
+    static void InitializeClass() { New()->Release(); }
 };
 
 /// Sweeps with the library running and its pools off, so that what is alive can be counted.

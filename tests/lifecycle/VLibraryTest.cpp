@@ -14,6 +14,7 @@
 
 #include <functional>
 #include <malloc.h>
+#include <memory>
 #include <string>
 
 namespace {
@@ -213,6 +214,33 @@ TEST(VLibrary, ThousandCyclesDoNotGrowTheHeap) {
     UninitializeLibrary(true, false, true);
     EXPECT_LE(mallinfo2().uordblks, afterThird + 64 * 1024)
         << "bytes in use after three cycles: " << afterThird;
+}
+
+TEST(LibraryScope, StartsAndEndsTheLibrary) {
+    {
+        LibraryScope library;
+        EXPECT_TRUE(IsLibraryInitialized());
+        LibraryScope const inner;
+    }
+    EXPECT_FALSE(IsLibraryInitialized());
+    struct Throwing : VLog {
+        ~Throwing() override = default;
+        void AddString(char const*) override { throw 7; }
+    };
+    for (bool const byHand : {true, false}) {
+        std::unique_ptr<LibraryScope> library = std::make_unique<LibraryScope>();
+        VLog::SetLog(MakeObject<Throwing>().Get());
+        if (byHand) {
+            EXPECT_THROW(library->End(), VException);
+        }
+        library.reset(); // quietly
+        VLog::SetLog(nullptr);
+        if (IsLibraryInitialized()) { // the end that threw was counted
+            InitializeLibrary(false);
+            UninitializeLibrary(true, false, true);
+        }
+        EXPECT_FALSE(IsLibraryInitialized());
+    }
 }
 
 } // namespace

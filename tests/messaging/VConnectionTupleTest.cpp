@@ -26,12 +26,15 @@ TEST(VMessage, ComparesTypesAndCopiesAllButTheUserData) {
     EXPECT_EQ(copy->MessageID(), 7);
     EXPECT_EQ(copy->UserData(), nullptr);
     copy->SecondArg().SetValueToInt(1);
-    EXPECT_FALSE(typed.Matches(copy.Get()) || typed.Receivable(copy.Get()));
+    EXPECT_FALSE(typed.Matches(copy.Get()));
+    EXPECT_FALSE(typed.Receivable(copy.Get()));
     copy->Clear();
     EXPECT_EQ(copy->MessageID(), -1);
     EXPECT_TRUE(typed.Receivable(copy.Get())); // no type fits any
     EXPECT_FALSE(copy->Receivable(&typed));    // but not on this side
-    EXPECT_FALSE(typed.Matches(copy.Get()) || typed.Matches(nullptr) || typed.Receivable(nullptr));
+    EXPECT_FALSE(typed.Matches(copy.Get()));
+    EXPECT_FALSE(typed.Matches(nullptr));
+    EXPECT_FALSE(typed.Receivable(nullptr));
 }
 
 TEST(VConnectionTuple, ChecksIdsFromAboveOnly) {

@@ -31,8 +31,9 @@ class VEventTest : public testing::Test {
     static VString Written(VEvent const& event) {
         VString text;
         VXMLFile file;
-        EXPECT_TRUE(file.WriteFileToString(text, "R") && file.WriteObject(nullptr, event) &&
-                    file.CloseFile());
+        EXPECT_TRUE(file.WriteFileToString(text, "R"));
+        EXPECT_TRUE(file.WriteObject(nullptr, event));
+        EXPECT_TRUE(file.CloseFile());
         return text;
     }
     static void Read(char const* text, VEvent& event) {

@@ -44,6 +44,35 @@ TEST(VMessageCenter, HoldsAsManyCommandsAsItsCapacity) {
     }
 }
 
+TEST(VMessageCenter, CountsWhatIsLostAndTellsOfTheFirst) {
+    auto const center = NewCenter(2);
+    auto const target = NewMessenger();
+    int told = 0;
+    center->TellOfNextLoss([&] {
+        ++told;
+        throw 1;
+    });
+    for (int i = 0; i < 5; ++i) {
+        EXPECT_EQ(Post(center, target), i < 2);
+    }
+    EXPECT_EQ(center->DroppedCommands(), 3);
+    EXPECT_EQ(told, 1);
+    center->SetAccepting(false);
+    EXPECT_FALSE(Post(center, target));
+    EXPECT_FALSE(center->MessageDelay(target.Get(), nullptr)); // a mistake, and no loss
+    EXPECT_EQ(center->RefusedCommands(), 1);
+    EXPECT_EQ(center->DroppedCommands(), 3);
+    center->TellOfNextLoss([&] { told += 10; });
+    center->StopCenter(); // with two in the queue
+    EXPECT_EQ(center->DroppedCommands(), 5);
+    EXPECT_EQ(told, 11);
+    center->TellOfNextLoss([&] { told += 100; });
+    center->TellOfNextLoss(nullptr);
+    EXPECT_FALSE(Post(center, target));
+    EXPECT_EQ(told, 11);
+    EXPECT_EQ(center->SlowCommands(), 0);
+}
+
 TEST(VMessageCenter, CarriesMessagesAndConnectionsUntilItIsServiced) {
     auto const center = NewCenter(8);
     auto const source = NewMessenger();
@@ -108,6 +137,7 @@ TEST(VMessageCenter, ReportsSlowCommands) {
                            "Message: NULL \\[msg:-1\\] -> tester \\[msg:-1\\]\n");
     EXPECT_TRUE(std::regex_match(text, whole)) << text;
     EXPECT_EQ(text.find('\n') - text.find('.'), 7U) << "six decimals";
+    EXPECT_EQ(center->SlowCommands(), 3);
 }
 
 TEST(VMessageCenter, TimesAHandlerThatServicesOthersFromItsOwnStart) {

@@ -59,7 +59,7 @@ TEST_P(PoolStress, TakesObjectsBackFromAnyThread) {
             array->Release();
             string->Release();
         });
-        VObjectRef<VString>::Adopt(VString::NewString("again"));
+        VString::NewString("again")->Release();
     }
 }
 

@@ -1,13 +1,12 @@
 #include "foundation/containers/internal/Snapshot.h"
 
-#include "foundation/threads/VCriticalSection.h"
-#include "foundation/threads/VCriticalSectionScope.h"
+#include "foundation/containers/internal/ContainerLock.h"
 
 namespace VFoundation {
 
 Snapshot::Snapshot(VObjectContainer const& container)
     : Snapshot() { // so that the destructor runs when this throws
-    VCriticalSectionScope const scope(container.CriticalSection());
+    ContainerLock const lock(container.CriticalSection());
     long const count = container.Count();
     if (count <= 0) {
         return;

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <string_view>
 
 namespace VFoundation {
 
@@ -20,6 +21,7 @@ class ClassNameIndex {
   private:
     struct Entry {
         std::size_t hash = 0;
+        std::string_view name; // the record's
         VClass* record = nullptr;
     };
 

@@ -288,6 +288,17 @@ VClass* ClassRegistry::FindExactly(char const* name) {
     return nullptr;
 }
 
+VClass* ClassRegistry::LastByName() {
+    CreationScope const creation;
+    ListScope const list;
+    VClass* last = RecordAt(0);
+    for (long i = 1; i < Count(); ++i) {
+        VClass* const record = RecordAt(i);
+        last = std::strcmp(record->Name(), last->Name()) > 0 ? record : last;
+    }
+    return last;
+}
+
 void ClassRegistry::Sort() {
     CreationScope const creation;
     ListScope const list;

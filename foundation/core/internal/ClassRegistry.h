@@ -41,6 +41,9 @@ struct ClassRegistry {
     static VClass* Find(char const* name);
     /// The record registered under exactly this name, the last one included; null if none.
     static VClass* FindExactly(char const* name);
+    /// The record whose name sorts last, which look-up by name does not find; null when there is no registry. The
+    /// order of the records stays.
+    static VClass* LastByName();
     static void Sort();
     static void Destroy();
     static bool Exists() noexcept;

@@ -71,6 +71,9 @@
 #include "foundation/threads/VSemaphore.h"
 #include "foundation/threads/VThread.h"
 #include "foundation/threads/internal/ThreadPresence.h"
+#include "foundation/threads/internal/WithoutThrowing.h"
+
+#include <utility>
 
 namespace VFoundation {
 
@@ -354,6 +357,25 @@ void UninitializeLibrary(bool destroyRegistry, bool dumpClasses, bool quiet) {
         VString::snprintf(text, sizeof text, "Unknown exception in %s, stage:%i", "UninitializeLibrary",
                           shutDown.CurrentStage());
         throw VException(VException::eUnrecognized, nullptr, text, -1);
+    }
+}
+
+LibraryScope::LibraryScope() {
+    try {
+        InitializeLibrary(false);
+    } catch (...) {
+        WithoutThrowing([] { UninitializeLibrary(true, false, true); });
+        throw;
+    }
+}
+
+LibraryScope::~LibraryScope() {
+    WithoutThrowing([this] { End(); });
+}
+
+void LibraryScope::End(bool dumpClasses) {
+    if (std::exchange(m_isRunning, false)) {
+        UninitializeLibrary(true, dumpClasses, true);
     }
 }
 

@@ -9,11 +9,7 @@ namespace VFoundation {
 /// An exception of a class's `InitializeClass`, or `std::bad_alloc`, reaches the caller. Such a start counts: end it
 /// once. The next start sets up what this one did not.
 ///
-///     int main() {
-///         VFoundation::InitializeLibrary(false);
-///         ...
-///         VFoundation::UninitializeLibrary(true, false, true);
-///     }
+/// `LibraryScope` pairs it with its end.
 ///
 /// Threads: the main thread, before other threads use the library.
 void InitializeLibrary(bool unused);
@@ -35,7 +31,34 @@ void InitializeLibrary(bool unused);
 /// Threads: the main thread, after every other thread that uses the library was stopped.
 void UninitializeLibrary(bool destroyRegistry, bool dumpClasses, bool quiet);
 
+/// Starts the library, and ends it with the scope:
+///
+///     int main() {
+///         LibraryScope library;
+///         RegisterClasses<Photo, Album>(); // the application's own, so that files can name them
+///         RunTheApplication();             // its objects are gone when this returns
+///         library.End();
+///     }
+///
+/// Threads: as `InitializeLibrary`, at both ends.
+class LibraryScope {
+  public:
+    /// Throws what `InitializeLibrary` throws; the failed start is ended then.
+    LibraryScope();
+    LibraryScope(LibraryScope const&) = delete;
+    LibraryScope& operator=(LibraryScope const&) = delete;
+    /// Ends the library if `End` has not: without a line in the log, and nothing that goes wrong is passed on.
+    ~LibraryScope();
+
+    /// Ends the library as `UninitializeLibrary(true, dumpClasses, true)` does, and throws what that throws. Nothing
+    /// the second time.
+    void End(bool dumpClasses = false);
+
+  private:
+    bool m_isRunning = true;
+};
+
 /// True between the first `InitializeLibrary` and the full shut-down.
-bool IsLibraryInitialized() noexcept;
+[[nodiscard]] bool IsLibraryInitialized() noexcept;
 
 } // namespace VFoundation

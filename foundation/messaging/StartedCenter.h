@@ -1,0 +1,34 @@
+#pragma once
+
+#include "foundation/messaging/VMessageCenter.h"
+
+namespace VFoundation {
+
+/// A message centre that is started, and stopped with the scope:
+///
+///     StartedCenter const center("Panel 4711");
+///     auto const connection = VMessageCenter::Connect(center.Get(), knob, kTurned, [&](VMessage const& message) { ... });
+///
+/// The destructor waits for a handler that is running, and nothing that goes wrong is passed on. What is still queued
+/// then is dropped.
+///
+/// Ownership: holds the centre.
+/// Threads: made and destroyed by the centre's owner; the centre as `VMessageCenter` says.
+class StartedCenter {
+  public:
+    /// The name is that of a job server (`VJobServer`).
+    explicit StartedCenter(char const* name, int capacity = VMessageCenter::kDefaultCapacity,
+                           long sleepMilliseconds = 5);
+    StartedCenter(StartedCenter const&) = delete;
+    StartedCenter& operator=(StartedCenter const&) = delete;
+    ~StartedCenter();
+
+    [[nodiscard]] VMessageCenter* Get() const noexcept { return m_center.Get(); }
+    VMessageCenter* operator->() const noexcept { return m_center.Get(); }
+    VMessageCenter& operator*() const noexcept { return *m_center; }
+
+  private:
+    VObjectRef<VMessageCenter> m_center;
+};
+
+} // namespace VFoundation
