@@ -3,6 +3,7 @@
 #include "foundation/core/internal/ClassOwned.h"
 #include "foundation/messaging/VNotification.h"
 
+#include <algorithm>
 #include <new>
 #include <utility>
 
