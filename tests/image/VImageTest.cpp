@@ -99,7 +99,7 @@ TEST_F(VImageTest, CachesUnderTheFirstName) {
 
 TEST_F(VImageTest, IsNullOrNotSavedWithoutMemory) {
     VImage::ms_cacheEnabled = false;
-    VImageIOTarga const targa;
+    VImageIOTarga const targa(false, VImageIOTarga::Saving::kReplacing);
     VImageIOJPEG const jpeg;
     VImageIOPNG const png;
     ImageRef const whole = FromFile(NewTarga("a.tga"));

@@ -17,7 +17,8 @@ quietly cmake --install "$build" --component Development --prefix "$work/static"
 
 # The pkg-config file names absolute folders as they are; the prefix is the one that is installed to.
 quietly cmake -G Ninja -S "$source" -B "$work/build" -DCMAKE_CXX_COMPILER="$compiler" -DVFOUNDATION_BUILD_TESTS=OFF \
-    -DVFOUNDATION_BUILD_LAUNCHER=OFF -DVFOUNDATION_BUILD_EXAMPLES=OFF -DCMAKE_INSTALL_LIBDIR=/somewhere/lib
+    -DVFOUNDATION_BUILD_LAUNCHER=OFF -DVFOUNDATION_BUILD_EXAMPLES=OFF -DVFOUNDATION_BUILD_TOOLS=OFF \
+    -DCMAKE_INSTALL_LIBDIR=/somewhere/lib
 touch "$work/build/foundation/libVFoundation.a"
 DESTDIR=$work/staged quietly cmake --install "$work/build" --component Development --prefix /else/where
 pc=$work/staged/somewhere/lib/pkgconfig
