@@ -12,14 +12,17 @@ most_lines=600
 
 cmake --preset dev >/dev/null
 build=build/dev
-mapfile -t sources < <(git ls-files 'foundation/*.cpp' 'launcher/*.cpp' 'tests/*.cpp' 'examples/*.cpp')
-mapfile -t headers < <(git ls-files 'foundation/*.h' 'launcher/*.h' 'tests/*.h')
+mapfile -t sources < <(git ls-files 'foundation/*.cpp' 'launcher/*.cpp' 'tests/*.cpp' 'examples/*.cpp' 'tools/*.cpp')
+mapfile -t headers < <(git ls-files 'foundation/*.h' 'launcher/*.h' 'tests/*.h' 'tools/*.h')
 
 echo "clang-format: ${#sources[@]} sources, ${#headers[@]} headers"
 clang-format --dry-run --Werror "${sources[@]}" "${headers[@]}"
 
 echo "docs/oddities.md names what exists"
 python3 scripts/lib/check_oddities.py
+
+echo "one condition for each check"
+python3 scripts/lib/check_tests.py
 
 echo "rooms"
 python3 scripts/lib/check_rooms.py
@@ -43,7 +46,7 @@ python3 scripts/lib/each_command.py "$build" clang++ -Wthread-safety
 
 if [ "${1:-}" != --fast ]; then
     echo "clang-tidy"
-    git ls-files 'foundation/*.cpp' 'launcher/*.cpp' |
+    git ls-files 'foundation/*.cpp' 'launcher/*.cpp' 'tools/*.cpp' |
         xargs -P "$(nproc)" -n 4 clang-tidy --quiet -p "$build" 2> >(grep -v 'warnings generated\|warning generated\|Suppressed\|Use -header-filter' >&2)
 fi
 echo "lint: nothing found"
