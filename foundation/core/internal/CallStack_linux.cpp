@@ -33,7 +33,8 @@ std::vector<void*> CallStack::Capture(int skipped) {
     std::array<void*, kDeepest> frames{};
     int const count = backtrace(frames.data(), kDeepest);
     int const first = skipped + 1 < count ? skipped + 1 : count; // this function too
-    return {frames.begin() + first, frames.begin() + count};
+    return std::vector<void*>(frames.begin() + first,
+                              frames.begin() + count); // in braces: a list of two addresses
 }
 
 std::string CallStack::Text(std::vector<void*> const& stack) {
