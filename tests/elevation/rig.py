@@ -175,6 +175,7 @@ class Desktop:
 
     def run(self, kind, user, answer=None, folder="plain", picture=None, **options):
         """A `kind` of run that opens a dialog, which gets a key or else a password as its answer."""
+        self.gone()  # the last run's dialog may outlive its launcher for a moment and take the answer
         run = kind(self.world, user, folder, **{"environment": self.environment, **options})
         self.expect(picture)
         if answer in ("Escape", "Return"):
