@@ -369,6 +369,7 @@ LibraryScope::LibraryScope() {
     }
 }
 
+// NOLINTNEXTLINE(bugprone-exception-escape): what is passed on is the end of the thread alone
 LibraryScope::~LibraryScope() {
     WithoutThrowing([this] { End(); });
 }

@@ -48,6 +48,7 @@ class LibraryScope {
     LibraryScope(LibraryScope const&) = delete;
     LibraryScope& operator=(LibraryScope const&) = delete;
     /// Ends the library if `End` has not: without a line in the log, and nothing that goes wrong is passed on.
+    // NOLINTNEXTLINE(bugprone-exception-escape)
     ~LibraryScope();
 
     /// Ends the library as `UninitializeLibrary(true, dumpClasses, true)` does, and throws what that throws. Nothing
