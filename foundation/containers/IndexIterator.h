@@ -27,6 +27,7 @@ class IndexIterator {
         return *this;
     }
     void operator++(int) noexcept { ++m_index; }
+    /// True past the last element.
     friend bool operator==(IndexIterator const& it, std::default_sentinel_t) {
         return it.m_index >= it.m_container->Count();
     }

@@ -129,6 +129,7 @@ class VTree::RowIterator {
     Row const* operator->() const noexcept { return &m_row; }
     RowIterator& operator++();
     void operator++(int) { ++*this; }
+    /// True past the last row.
     friend bool operator==(RowIterator const& it, std::default_sentinel_t) noexcept { return !it.m_held; }
 
   private:

@@ -403,7 +403,7 @@ void VLog::TraceAt(eLevel level, char const* format, ...) {
     }
     char marked[kLineSize];
     std::size_t const length = std::strlen(mark);
-    std::memcpy(marked, mark, length);
+    CopyBounded(marked, sizeof marked, mark);
     CopyBounded(marked + length, sizeof marked - length, message);
     WriteMessage(format, marked);
 }

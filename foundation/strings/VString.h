@@ -197,7 +197,7 @@ class VString : public Registered<VString, VObject> {
         return IsSame(static_cast<std::string_view>(text));
     }
     bool operator!=(char const* text) const { return !(*this == text); }
-    friend bool operator==(char const* text, VString const& string) { return string == text; }
+    friend bool operator==(char const* text, VString const& string) { return string == text; } ///< The same.
     /// Byte order of the texts; null is never greater.
     bool operator<(VString const& other) const;
     bool operator<(char const* text) const;
