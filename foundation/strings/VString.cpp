@@ -435,7 +435,7 @@ void VString::AppendPathComponent(char const* component) {
     unsigned long const start = m_length + (isJoined ? 0UL : 1UL);
     if (start + count < m_capacity) {
         char* const bytes = m_block.Bytes();
-        std::memmove(bytes + start, component, count); // first: the separator may cover it
+        std::char_traits<char>::move(bytes + start, component, count); // first: the separator may cover it
         if (!isJoined) {
             bytes[m_length] = VFileManager::HostFileSystemPathComponentSeparator();
         }
