@@ -64,11 +64,11 @@ TEST(TRingBuffer, TakesAsManyAsItHasRoomForAndReleasesTheRest) {
 
 TEST(TRingBuffer, KeepsTheOrderWhereItsCursorsStartAgain) {
     for (unsigned long const capacity : {3UL, 4UL}) {
+        ACounted objects[2];
         Ring ring(capacity);
         for (auto cursor : {ring.UsedWord(), ring.FreeWord()}) {
             cursor.SetCursor(ring.CursorEnd() - 5);
         }
-        ACounted objects[2];
         ring.Push(&objects[0]);
         for (int i = 1; i < 12; ++i) {
             ACounted* out = nullptr;
