@@ -16,7 +16,7 @@ namespace VFoundation {
 
 namespace {
 
-constexpr unsigned char kJpegStart[] = {0xFF, 0xD8, 0xFF};
+constexpr unsigned char kJpegStart[] = {0xFF, 0xD8}; // libjpeg looks for the next marker itself
 constexpr unsigned char kPngStart[] = {0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n'};
 
 } // namespace
