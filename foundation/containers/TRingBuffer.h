@@ -110,7 +110,7 @@ class TRingBuffer : public VObject {
         : VObject(TheClass()), m_nCapacity(UsableCapacity(capacity)), m_nCursorEnd(EndFor(m_nCapacity)),
           m_pSlots(AllocateSlots(m_nCapacity)),
           m_freeAndRead(detail::RingWord::Of(static_cast<std::int32_t>(m_nCapacity), 0)) {}
-    /// A placeholder without slots, which the class record's factory makes: every push and pop fails.
+    /// A ring without slots, which the class record's factory makes: every push and pop fails.
     TRingBuffer() : VObject(TheClass()) {}
     TRingBuffer(TRingBuffer const&) = delete;
     TRingBuffer& operator=(TRingBuffer const&) = delete;

@@ -46,7 +46,7 @@ class VBitmapImage : public Registered<VBitmapImage, VObject> {
     [[nodiscard]] static VObjectRef<VBitmapImage> FromPixels(std::uint32_t width, std::uint32_t height,
                                                              std::vector<std::uint32_t> pixels);
 
-    /// The longest side that `Scaled` takes or makes, and the memory that it may need beside the pixels, in bytes.
+    /// The longest side that `Scaled` takes or makes, and the memory that it may need on top of the pixels, in bytes.
     static constexpr std::uint32_t kMaxScaledSide = 0xFFFF;
     static constexpr std::uint64_t kMaxScalingMemory = 256ULL << 20;
 

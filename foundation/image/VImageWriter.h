@@ -31,7 +31,7 @@ class VImageWriter {
     /// A compression out of range counts as the nearest.
     explicit VImageWriter(int compression = kUsualCompression) noexcept;
 
-    /// Writes the file beside `path`, which it replaces once it is complete and on the disk; on failure what was at
+    /// Writes a file next to `path`, which it replaces once it is complete and on the disk; on failure what was at
     /// `path` stays. False also for an image without bitmap.
     [[nodiscard]] bool WritePng(VImage const& image, std::string const& path);
     /// The file in memory; null when that fails.

@@ -139,10 +139,10 @@ TEST(TRingBuffer, APopThatGivesUpLosesItsUnit) {
 TEST(TRingBuffer, HasOneRecordForEachElementClass) {
     VClass* const cls = VObjectRingBufferTmpl<VSet::VSetMember>::TheClass();
     EXPECT_EQ(ClassRegistry::FindExactly("TRingBuffer_VSetMember"), cls);
-    auto const placeholder = VObjectRef<VObject>::Adopt(cls->NewInstance());
+    auto const withoutSlots = VObjectRef<VObject>::Adopt(cls->NewInstance());
     EXPECT_EQ(cls->Existing(), 1);
     VSet::VSetMember member;
-    EXPECT_FALSE(static_cast<TRingBuffer<VSet::VSetMember>&>(*placeholder).Push(&member));
+    EXPECT_FALSE(static_cast<TRingBuffer<VSet::VSetMember>&>(*withoutSlots).Push(&member));
 }
 
 } // namespace

@@ -5,7 +5,7 @@
 
 namespace VFoundation {
 
-/// What a decoder tells about a picture beside its pixels. Plain memory, so that the callbacks of C libraries may write
+/// What a decoder tells about a picture besides its pixels. Plain memory, so that the callbacks of C libraries may write
 /// it.
 struct DecodeReport {
     bool hasAlpha = false;
