@@ -18,8 +18,8 @@ mapfile -t headers < <(git ls-files 'foundation/*.h' 'launcher/*.h' 'tests/*.h' 
 echo "clang-format: ${#sources[@]} sources, ${#headers[@]} headers"
 clang-format --dry-run --Werror "${sources[@]}" "${headers[@]}"
 
-echo "docs/oddities.md names what exists"
-python3 scripts/lib/check_oddities.py
+echo "docs/oddities.md and docs/security.md name what exists"
+python3 scripts/lib/check_named_tests.py
 
 echo "one condition for each check"
 python3 scripts/lib/check_tests.py

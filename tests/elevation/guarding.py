@@ -100,6 +100,12 @@ def protected_bundle_runs_nothing_else(world, desktop):
     assert broker_answers(user, pkexec, "/bin/sh", "-c", f"id >{evil}/ran") == [READY, NOT_EXECUTABLE, NOT_STARTED]
     assert broker_answers(user, pkexec, guide, "-uname", user, foreign=True) == [READY, FAILED, BAD_INPUT]
     assert not os.path.exists(evil + "/ran")
+    # The socket of one user, and a right that another one asked for.
+    number = pwd.getpwnam(user).pw_uid
+    for asked_by in (f"PKEXEC_UID={number}", f"SUDO_UID={number}", "SUDO_UID=0x0", f"SUDO_UID={number} PKEXEC_UID=0"):
+        assert broker_answers("root", ["env", *asked_by.split(), broker]) == [None, None, BAD_INPUT], asked_by
+    asked_by = ["PKEXEC_UID=0", f"PKEXEC_UID={number} SUDO_UID=0"]
+    assert [broker_answers("root", ["env", *words.split(), broker], "/bin/sh")[0] for words in asked_by] == [READY] * 2
 
 
 @case
