@@ -471,7 +471,7 @@ bool VString::Serialize(IAIFile& file) {
         return *this == text; // not when memory ran out
     }
     file << CString();
-    return true;
+    return !file.HasLostBytes();
 }
 
 void VString::Release() const {
