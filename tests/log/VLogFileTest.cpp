@@ -15,6 +15,7 @@
 #include <fcntl.h>
 #include <functional>
 #include <future>
+#include <optional>
 #include <pthread.h>
 #include <semaphore.h>
 #include <sys/resource.h>
