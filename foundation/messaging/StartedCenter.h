@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/messaging/VMessageCenter.h"
 
 namespace VFoundation {
@@ -14,7 +15,7 @@ namespace VFoundation {
 ///
 /// Ownership: holds the centre.
 /// Threads: made and destroyed by the centre's owner; the centre as `VMessageCenter` says.
-class StartedCenter {
+class VFOUNDATION_API StartedCenter {
   public:
     /// The name is that of a job server (`VJobServer`).
     explicit StartedCenter(char const* name, int capacity = VMessageCenter::kDefaultCapacity,
