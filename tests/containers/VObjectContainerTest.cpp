@@ -207,6 +207,11 @@ TEST_P(VObjectContainerTest, StoresNothingWhoseRetainThrowsOrUsesIt) {
         EXPECT_EQ(odd.RetainCount(), isAdded ? 2 : 1);
         EXPECT_TRUE(m_box->ContainsObject(&c));
     }
+    odd.m_act = [] {};
+    m_box->RemoveAllObjects();
+    Fill({&a, &odd});
+    odd.m_act = [] { throw 1; };
+    EXPECT_THROW(VObjectContainer().AddObjects(m_box.Get()), int); // and lets go of what it held already
     m_box->RemoveAllObjects();
 }
 

@@ -137,12 +137,14 @@ std::string Dumped(bool onlyExisting, bool commaSeparated) {
 
 class RecordingPool : public IVInstancePool {
   public:
+    ~RecordingPool() override { ++destroyed; }
     VObject* NewInstance() override { return ACounted::New(); }
     void InitializeClass() override { ++initialized; }
     void UninitializeClass() override {}
     long PoolSize() const override { return 3; }
     long MaxPoolSize() const override { return 9; }
     static inline int initialized = 0;
+    static inline int destroyed = 0;
 };
 
 TEST_F(VClassTest, APoolTakesTheFactorysAndTheHooksPlace) {
@@ -150,6 +152,8 @@ TEST_F(VClassTest, APoolTakesTheFactorysAndTheHooksPlace) {
     auto* const record = new VClass("APooled", VObject::TheClass(), nullptr, 1, nullptr, nullptr, 24, &slot);
     EXPECT_EQ(record->NewInstance(), nullptr);
     record->SetPool(new RecordingPool);
+    record->SetPool(new RecordingPool);
+    EXPECT_EQ(RecordingPool::destroyed, 1);
     record->InitializeClass();
     EXPECT_EQ(RecordingPool::initialized, 1);
     VObject* const instance = record->NewInstance();
@@ -162,6 +166,7 @@ TEST_F(VClassTest, APoolTakesTheFactorysAndTheHooksPlace) {
               std::string::npos);
     EXPECT_NE(table.find("|                          APooled |        3 |        9 |\n"), std::string::npos);
     delete record;
+    EXPECT_EQ(RecordingPool::destroyed, 2);
 }
 
 /// One row of the table.

@@ -112,13 +112,14 @@ struct ABackwardServer : Registered<ABackwardServer, VJobServer> {
 TEST_F(VJobServerTest, AsksItsHooksAndLosesNoJobToOneThatThrows) {
     ServerScope const server(new ABackwardServer([this](char what) { Note(what); }));
     CloseGate(server);
-    int const priorities[] = {5, 1, 3, 13, 100}; // the pass that throws takes a signal along, so one is left
-    for (int i = 0; i < 5; ++i) {
-        server.Add(new AJob([this, i] { return Note("abcde"[i]); }, priorities[i]));
+    int const priorities[] = {5,  1,   3,
+                              13, 100, 5}; // the pass that throws takes a signal along, so one is left
+    for (int i = 0; i < 6; ++i) {
+        server.Add(new AJob([this, i] { return Note("abcdef"[i]); }, priorities[i]));
     }
     m_gateOpen = true;
-    WaitUntil([&] { return Diary().size() == 14; });
-    EXPECT_EQ(Diary(), "<><d><b><c><a>");
+    WaitUntil([&] { return Diary().size() == 17; });
+    EXPECT_EQ(Diary(), "<><d><b><c><a><f>");
     EXPECT_TRUE(m_log.Has("VJobServer::ServerThread - An unrecognised exception occured! (stage:3)\n"));
 }
 
