@@ -1,6 +1,7 @@
 #include "foundation/containers/VObjectArray.h"
 #include "foundation/threads/VCriticalSectionScope.h"
 #include "tests/support/Counted.h"
+#include "tests/support/Jobs.h"
 
 #include <gtest/gtest.h>
 
@@ -189,7 +190,7 @@ TEST_P(VObjectContainerTest, StoresNothingWhoseRetainThrowsOrUsesIt) {
     Odd odd;
     m_box->SetGrowSize(1);
     std::vector<std::function<bool()>> const adds = {[&] { return m_box->AddObject(&odd); },
-                                                     [&] { return m_box->InsertObjectAtIndex(&odd, 1); },
+                                                     [&] { return m_box->InsertObjectAtIndex(&odd, 2); },
                                                      [&] { return m_box->ReplaceObjectAtIndex(&odd, 0); }};
     for (auto const& add : adds) {
         m_box->RemoveAllObjects();
@@ -205,6 +206,7 @@ TEST_P(VObjectContainerTest, StoresNothingWhoseRetainThrowsOrUsesIt) {
         bool const isAdded = add();
         EXPECT_EQ(m_box->ContainsObject(&odd), isAdded);
         EXPECT_EQ(odd.RetainCount(), isAdded ? 2 : 1);
+        EXPECT_LE(m_box->Count(), m_box->AllocatedCapacity());
         EXPECT_TRUE(m_box->ContainsObject(&c));
     }
     odd.m_act = [] {};
@@ -241,7 +243,10 @@ TEST_P(VObjectContainerTest, CopiesAndWorksOnItself) {
         EXPECT_EQ(deep->ObjectAtIndex(0)->RetainCount(), 1);
     }
     m_box->SetGrowSize(0); // which no copy minds
-    EXPECT_EQ(VObjectRef<VObjectContainer>::Adopt(m_box->Copy())->Count(), 4);
+    auto const copy = VObjectRef<VObjectContainer>::Adopt(m_box->Copy());
+    EXPECT_EQ(copy->Count(), 4);
+    EXPECT_EQ(copy->GetGrowSize(), GetParam() == kArray ? VObjectContainer::kDefaultGrowSize : 0);
+    copy->FreeMem();
     m_box->SetGrowSize(1);
     m_box->RemoveObjects(m_box.Get());
     EXPECT_EQ(m_box->Count(), 0);
@@ -350,6 +355,8 @@ TEST(VObjectContainer, LocksInAllOperationsButTheUnsafeOnes) {
              {"InsertObjectAtIndex", [&] { box->InsertObjectAtIndex(&object, 0); }},
              {"ReplaceObjectAtIndex", [&] { box->ReplaceObjectAtIndex(nullptr, 0); }},
              {"SwapObjectsAtIndexes", [&] { box->SwapObjectsAtIndexes(0, 1); }},
+             {"ObjectAtIndex", [&] { box->ObjectAtIndex(0); }},
+             {"AllocatedCapacity", [&] { box->AllocatedCapacity(); }},
              {"IndexOfObject", [&] { box->IndexOfObject(&object); }},
              {"operator==", [&] { EXPECT_TRUE(*box == other); }},
              {"operator!= of another", [&] { EXPECT_TRUE(other != *box); }},
@@ -374,6 +381,21 @@ TEST(VObjectContainer, LocksInAllOperationsButTheUnsafeOnes) {
     VCriticalSectionScope const scope(box->CriticalSection());
     box->Init(); // enters again
     std::async(std::launch::async, useUnlocked).get();
+}
+
+// The other thread may be comparing the two the other way round.
+TEST(VObjectContainer, LockIsLeftByAComparisonThatWaitsForTheOtherOne) {
+    auto const box = MakeObject<VObjectContainer>(nullptr, 0, true);
+    auto const other = MakeObject<VObjectContainer>(nullptr, 0, true);
+    VCriticalSectionScope otherScope(other->CriticalSection());
+    VCriticalSectionScope scope;
+    auto const enters = [&] { return scope.TryEnter(box->CriticalSection(), 0); };
+    auto const comparison = std::async(std::launch::async, [&] { return *box == *other; });
+    testing_support::WaitUntil([&] { return !enters(); });
+    testing_support::WaitUntil(enters);
+    scope.SetAndEnter(nullptr);
+    otherScope.SetAndEnter(nullptr);
+    comparison.wait();
 }
 
 TEST(VObjectContainer, LockLetsThreadsEmptyAndCompareEachOthersContainers) {

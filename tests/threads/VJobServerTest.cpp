@@ -155,6 +155,14 @@ TEST_F(VJobServerTest, StartsOnceAndEndsInEveryState) {
         EXPECT_TRUE(server->StartServer());
         EXPECT_TRUE(m_log.Has("[" + std::string(server->Name().CString()) + "] thread STARTED\n"));
         EXPECT_EQ(s_openSemaphores, open + 1);
+        server->ServerLock()->TryLock(-1); // pauses it
+        server.Add(new AJob([this] { return Note('!'); }));
+        long const sleeps = s_sleepsBegun;
+        WaitUntil([&] { return s_sleepsBegun > sleeps + 4; });
+        EXPECT_EQ(Diary(), "");
+        server->ServerLock()->Unlock();
+        Finish(server);
+        EXPECT_EQ(Diary(), "!");
     }
     EXPECT_EQ(s_openSemaphores, open);
     EXPECT_EQ(VJobServer::ms_jobServersArray->Count(), listed);
@@ -198,7 +206,9 @@ TEST_F(VJobServerTest, StartsWhollyOrNotAtAll) {
     pthread_attr_setstacksize(&impossible, std::size_t{1} << 47);
     ServerScope const server(4);
     ASSERT_EQ(pthread_setattr_default_np(&impossible), 0);
+    long const sleeps = t_sleeps.count;
     EXPECT_TRUE(server->StartServer()) << "an attempt was made";
+    EXPECT_EQ(t_sleeps.count, sleeps) << "there is no thread to wait for";
     pthread_setattr_default_np(&usual);
     pthread_attr_destroy(&impossible);
     pthread_attr_destroy(&usual);
@@ -263,6 +273,15 @@ TEST_F(VJobServerTest, LivesAsLongAsItsThread) {
     }
 }
 
+TEST_F(VJobServerTest, StartsAnotherThreadWhenAJobHasEndedItsOwn) {
+    ServerScope const server(4);
+    server.Add(new AJob([] { return VThread::EndThread(), true; }));
+    WaitUntil([&] { return !server->IsServerRunning(); });
+    server.Add(new AJob([this] { return Note('!'); }));
+    Finish(server);
+    EXPECT_EQ(Diary(), "!");
+}
+
 TEST_F(VJobServerTest, CannotWaitForTheThreadThatEndsIt) {
     ServerScope const server(4);
     testing::internal::CaptureStderr();
@@ -284,6 +303,7 @@ TEST_F(VJobServerTest, IsNotRunningInAChildProcessAndStartsAgain) {
         InChild([&] {
             EXPECT_FALSE(server->IsServerRunning());
             EXPECT_EQ(server->RetainCount(), 1);
+            EXPECT_EQ(Description(server), "[VJobServer]  Inactive  Queued: 0\n\nNo active Job.\n");
             EXPECT_TRUE(server->EndServer(true));
             if (!inJob) {
                 return; // the parent's thread waits on the same semaphore and would take signals meant for the child's
