@@ -3,7 +3,7 @@
 
   scripts/mutants.py                    every fault but the slow ones
   scripts/mutants.py strings threads    the faults of these tables (tests/mutants/<name>.toml)
-  scripts/mutants.py --only ID          one fault
+  scripts/mutants.py --only ID          one fault; may be given again
   scripts/mutants.py --slow             the slow ones too: faults in headers, which rebuild much
   scripts/mutants.py --copy NAME        in this copy, so that two can run at once
   scripts/mutants.py --list             the faults, without running anything
@@ -150,7 +150,7 @@ def try_one(mutant):
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("tables", nargs="*")
-    parser.add_argument("--only")
+    parser.add_argument("--only", action="append")
     parser.add_argument("--slow", action="store_true")
     parser.add_argument("--list", action="store_true")
     parser.add_argument("--copy", default="tree")
@@ -158,7 +158,7 @@ def main():
     global COPY, BUILD
     COPY = ROOT / "build" / "mutants" / args.copy
     BUILD = COPY / "build" / "dev"
-    mutants = [m for m in load(args.tables) if (args.only in (None, m["id"])) and (args.slow or args.only or not m.get("slow"))]
+    mutants = [m for m in load(args.tables) if m["id"] in (args.only or [m["id"]]) and (args.slow or args.only or not m.get("slow"))]
     if not mutants:
         sys.exit("no such fault")
     if args.list:

@@ -137,6 +137,7 @@ TEST(VObjectArray, CopiesContentsFromItselfAndFromItsElements) {
     array.CopyContents(array);
     EXPECT_EQ(array.ObjectAtIndex(0), &object);
     array.DeepCopyContents(array);
+    EXPECT_EQ(array.Count(), 1);
     EXPECT_NE(array.ObjectAtIndex(0), &object);
     auto* const inner = VObjectArray::NewObjectArray();
     inner->AddObject(&object);

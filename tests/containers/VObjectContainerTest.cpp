@@ -1,4 +1,5 @@
 #include "foundation/containers/VObjectArray.h"
+#include "foundation/threads/VCriticalSection.h"
 #include "foundation/threads/VCriticalSectionScope.h"
 #include "tests/support/Counted.h"
 #include "tests/support/Jobs.h"
@@ -144,15 +145,21 @@ TEST(VObjectContainer, TwoMayEmptyEachOtherOnTwoThreads) {
         auto const second = MakeObject<VObjectContainer>(nullptr, 0, true);
         std::atomic<int> dying{0};
         auto const fill = [&dying](VObjectContainer& box, VObjectContainer& other) {
+            auto const entersAndLeaves = [section = box.CriticalSection()] {
+                return section->TryCriticalSection(0) && section->LeaveCriticalSection() == 0;
+            };
             for (int i = 0; i < 3; ++i) {
-                auto const element = VObjectRef<VObject>::Adopt(new ALast<ACounted>([&dying, &other] {
-                    ++dying;
-                    while (dying < 2) { // each thread holds one lock from here on
-                    }
-                    other.AddObjects(&other);
-                    other.RemoveAllObjects();
-                    other.FreeMem();
-                }));
+                auto const element =
+                    VObjectRef<VObject>::Adopt(new ALast<ACounted>([&dying, &other, entersAndLeaves] {
+                        ++dying;
+                        while (dying < 2) { // each thread holds one lock from here on
+                        }
+                        other.AddObjects(&other);
+                        other.RemoveAllObjects();
+                        other.FreeMem();
+                        EXPECT_FALSE(std::async(std::launch::async, entersAndLeaves).get())
+                            << "entered again";
+                    }));
                 box.AddObject(element.Get());
             }
         };
