@@ -398,8 +398,10 @@ TEST(VObjectContainer, LockIsLeftByAComparisonThatWaitsForTheOtherOne) {
     VCriticalSectionScope scope;
     auto const enters = [&] { return scope.TryEnter(box->CriticalSection(), 0); };
     auto const comparison = std::async(std::launch::async, [&] { return *box == *other; });
-    testing_support::WaitUntil([&] { return !enters(); });
-    testing_support::WaitUntil(enters);
+    bool isTaken = false;
+    testing_support::WaitUntil([&] { return isTaken = isTaken || !enters(); });
+    bool isLeft = false;
+    testing_support::WaitUntil([&] { return isLeft = isLeft || enters(); });
     scope.SetAndEnter(nullptr);
     otherScope.SetAndEnter(nullptr);
     comparison.wait();

@@ -161,6 +161,7 @@ TEST_F(VClassTest, APoolTakesTheFactorysAndTheHooksPlace) {
     instance->Release();
     InitializeLibrary(false);
     std::string const table = Dumped(false, false);
+    EXPECT_EQ(Dumped(true, false).find("APooled"), std::string::npos) << "it has no objects";
     UninitializeLibrary(false, false, true);
     EXPECT_NE(table.find("| Num | Classname                        | PoolSize | PoolMax  |\n"),
               std::string::npos);
@@ -210,6 +211,9 @@ TEST_F(VClassTest, DumpPrintsRowsOfLivingClassesAndCountsAll) {
 
 TEST_F(VClassTest, DumpTotalsAreTakenOnceTheRowsArrayIsGone) {
     VString totals;
+    for (int i = 0; i < 1000; ++i) {
+        ACounted::New()->Release();
+    }
     std::string const table = Dumped(false, false);
     auto const rows = Rows(table);
     ASSERT_GT(rows.size(), 60U);
@@ -227,6 +231,7 @@ TEST_F(VClassTest, DumpTotalsAreTakenOnceTheRowsArrayIsGone) {
     EXPECT_LT(Rows(shorter).size(), rows.size());
     totals.Format("  existing: %6li  ", existing);
     EXPECT_NE(shorter.find(totals.CString()), std::string::npos);
+    EXPECT_GE(std::stol(shorter.substr(shorter.find("created:") + 8)), created);
 }
 
 TEST_F(VClassTest, ClassesAreRegisteredInOrder) {

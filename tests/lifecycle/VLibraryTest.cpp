@@ -8,6 +8,7 @@
 #include "foundation/host/VFileManager.h"
 #include "foundation/log/VLog.h"
 #include "foundation/messaging/VConnectionTuple.h"
+#include "foundation/persistence/VXMLFile.h"
 #include "foundation/strings/VString.h"
 
 #include <gtest/gtest.h>
@@ -61,6 +62,7 @@ TEST(VLibrary, KeepsTheRecordsWhenAskedTo) {
     EXPECT_EQ(VString::TheClass(), string);
     EXPECT_EQ(VString::ms_recycledStrings, nullptr);
     EXPECT_FALSE(VString::ms_bRecyclingEnabled);
+    EXPECT_STREQ(VXMLFile().GetErrorStr(), "XML lib disabled");
 
     InitializeLibrary(false); // sets the kept classes up again
     EXPECT_EQ(VString::TheClass(), string);
@@ -183,6 +185,7 @@ TEST(VLibrary, SwitchesOnAgainWhatItSwitchedOff) {
         InitializeLibrary(false);
         EXPECT_EQ(VDictionary::TheClass()->Version(), 2);
         VConnectionTuple::NewConnectionTuple()->Release();
+        EXPECT_TRUE(VConnectionTuple::ms_bRecyclingEnabled);
         EXPECT_NE(VConnectionTuple::ms_recycledConnections, nullptr);
         UninitializeLibrary(true, false, true);
     }

@@ -112,14 +112,14 @@ struct ABackwardServer : Registered<ABackwardServer, VJobServer> {
 TEST_F(VJobServerTest, AsksItsHooksAndLosesNoJobToOneThatThrows) {
     ServerScope const server(new ABackwardServer([this](char what) { Note(what); }));
     CloseGate(server);
-    int const priorities[] = {5,  1,   3,
-                              13, 100, 5}; // the pass that throws takes a signal along, so one is left
+    int const priorities[] = {5, 1,  3,
+                              5, 13, 100}; // the pass that throws takes a signal along, so one is left
     for (int i = 0; i < 6; ++i) {
         server.Add(new AJob([this, i] { return Note("abcdef"[i]); }, priorities[i]));
     }
     m_gateOpen = true;
     WaitUntil([&] { return Diary().size() == 17; });
-    EXPECT_EQ(Diary(), "<><d><b><c><a><f>");
+    EXPECT_EQ(Diary(), "<><e><b><c><a><d>");
     EXPECT_TRUE(m_log.Has("VJobServer::ServerThread - An unrecognised exception occured! (stage:3)\n"));
 }
 
@@ -155,10 +155,13 @@ TEST_F(VJobServerTest, StartsOnceAndEndsInEveryState) {
         EXPECT_TRUE(server->StartServer());
         EXPECT_TRUE(m_log.Has("[" + std::string(server->Name().CString()) + "] thread STARTED\n"));
         EXPECT_EQ(s_openSemaphores, open + 1);
+        auto const sleepOn = [sleeps = s_sleepsBegun.load()](long more) {
+            WaitUntil([&] { return s_sleepsBegun > sleeps + more; });
+        };
         server->ServerLock()->TryLock(-1); // pauses it
+        sleepOn(4);
         server.Add(new AJob([this] { return Note('!'); }));
-        long const sleeps = s_sleepsBegun;
-        WaitUntil([&] { return s_sleepsBegun > sleeps + 4; });
+        sleepOn(8);
         EXPECT_EQ(Diary(), "");
         server->ServerLock()->Unlock();
         Finish(server);
