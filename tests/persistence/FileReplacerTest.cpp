@@ -3,6 +3,7 @@
 
 #include <cerrno>
 #include <csignal>
+#include <fcntl.h>
 #include <functional>
 #include <random>
 #include <sys/resource.h>
@@ -23,6 +24,8 @@ bool s_diskFails = false;
 
 /// Stands in for the system's call in this program.
 extern "C" int fsync(int descriptor) {
+    EXPECT_EQ(::fcntl(descriptor, F_GETFD), FD_CLOEXEC)
+        << "a program that is started meanwhile does not get it";
     errno = EIO;
     return s_diskFails ? -1 : static_cast<int>(::syscall(SYS_fsync, descriptor));
 }
