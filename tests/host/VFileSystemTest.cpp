@@ -2,13 +2,16 @@
 #include "foundation/strings/VString.h"
 #include "tests/host/TestFolder.h"
 #include "tests/support/FailingAllocator.h"
+#include "tests/support/Fork.h"
 #include "tests/support/FullDisk.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <sched.h>
 #include <string>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -113,9 +116,16 @@ TEST(VFileSystem, MovesAndRemoves) {
     EXPECT_TRUE(fs::exists(file)) << "a link is not followed";
     EXPECT_TRUE(VFileSystem::Remove(file));
     EXPECT_TRUE(VFileSystem::Remove(file));
-    for (char const* const refused : {"", "/", "//"}) {
-        EXPECT_EQ(ErrorOf(VFileSystem::RemoveAll(refused)), std::errc::invalid_argument) << refused;
-    }
+    // Where the folder is the root: a fault here must not remove the files of the machine.
+    testing_support::InChild([root = folder.Path("")] {
+        if ((::geteuid() != 0 && ::unshare(CLONE_NEWUSER) != 0) || ::chroot(root.c_str()) != 0 ||
+            ::chdir("/") != 0) {
+            return;
+        }
+        for (char const* const refused : {"", "/", "//"}) {
+            EXPECT_EQ(ErrorOf(VFileSystem::RemoveAll(refused)), std::errc::invalid_argument) << refused;
+        }
+    });
 }
 
 } // namespace

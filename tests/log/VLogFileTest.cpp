@@ -273,6 +273,11 @@ TEST(VLogFile, CountsTheLinesThatTheDiskRefuses) {
         EXPECT_TRUE(threaded ? full->DroppedLines() == 1001 : full->Close());
         EXPECT_EQ(full->DroppedLines(), 1001); // with the date
     }
+    int told = 0;
+    auto const closing = NewLog("/dev/full");
+    closing->SetOnFirstLoss([&] { ++told; });
+    EXPECT_TRUE(closing->Close());
+    EXPECT_EQ(told, 1);
     // A disk that is full in the middle of a line, and then has space again.
     constexpr rlim_t kSpace = 20'000;
     rlimit before{};

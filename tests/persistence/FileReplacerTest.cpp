@@ -1,3 +1,4 @@
+#include "foundation/persistence/IXMLFileIO.h"
 #include "tests/persistence/XMLTestSupport.h"
 #include "tests/support/FailingAllocator.h"
 
@@ -19,6 +20,7 @@ using namespace testing_support;
 using FileReplacer = XMLBackEndTest;
 
 bool s_diskFails = false;
+bool s_pretendsLength = false;
 
 } // namespace
 
@@ -28,6 +30,11 @@ extern "C" int fsync(int descriptor) {
         << "a program that is started meanwhile does not get it";
     errno = EIO;
     return s_diskFails ? -1 : static_cast<int>(::syscall(SYS_fsync, descriptor));
+}
+
+/// The same; while told to, of a document that is too long.
+extern "C" long ftell(std::FILE* stream) {
+    return s_pretendsLength ? static_cast<long>(IXMLFileIO::kMaxTextSize) + 1 : ::ftello(stream);
 }
 
 namespace {
@@ -114,6 +121,9 @@ TEST_P(FileReplacer, SavingFailsWhereItCannotWrite) {
         return ::setrlimit(RLIMIT_FSIZE, &limit) != 0 || Save(Path("small"), 10000, 'b');
     };
     EXPECT_FALSE(SucceedsAsNobody(saveTooMuch));
+    s_pretendsLength = true;
+    EXPECT_FALSE(Save(Path("small"), 1, 'b')) << "it could not be read again";
+    s_pretendsLength = false;
     EXPECT_EQ(BytesOf(Path("small")), before);
     EXPECT_EQ(::chmod(Path("small").c_str(), 0666), 0);
     EXPECT_EQ(::chmod(m_folder.c_str(), 0555), 0);
