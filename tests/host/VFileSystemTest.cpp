@@ -102,7 +102,7 @@ TEST(VFileSystem, MovesAndRemoves) {
     EXPECT_EQ(BytesOf(other), "text");
     EXPECT_TRUE(VFileSystem::Move(other, file));
     if (fs::space("/dev/shm").capacity > 0) { // another file system
-        std::string const far = "/dev/shm" + fs::path(folder.Path("x")).parent_path().filename().string();
+        std::string const far = "/dev/shm/" + fs::path(folder.Path("x")).parent_path().filename().string();
         EXPECT_TRUE(VFileSystem::Move(file, far));
         EXPECT_FALSE(fs::exists(file));
         EXPECT_EQ(BytesOf(far), "text");

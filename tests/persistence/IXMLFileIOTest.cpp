@@ -125,8 +125,7 @@ TEST_P(XMLFileIO, ReadsRegularFilesOnly) {
     }
     EXPECT_FALSE(file.OpenFileForRead(nullptr, "R"));
     EXPECT_FALSE(file.OpenFileForRead(Path("huge").c_str(), "R"));
-    EXPECT_NE(file.ErrorDescription().FindText("longer than a document may be"), -1)
-        << "it is not read at all";
+    EXPECT_GE(file.ErrorDescription().Find("longer than a document may be"), 0) << "it is not read at all";
     std::ofstream(Path("file")) << "<R/>";
     EXPECT_TRUE(file.OpenFileForRead(Path("link").c_str(), "R"));
 }
