@@ -101,7 +101,7 @@ TEST(VFileSystem, MovesAndRemoves) {
     EXPECT_EQ(BytesOf(other), "text");
     EXPECT_TRUE(VFileSystem::Move(other, file));
     if (fs::space("/dev/shm").capacity > 0) { // another file system
-        std::string const far = "/dev/shm" + fs::path(folder.Path("x")).parent_path().filename().string();
+        std::string const far = "/dev/shm/" + fs::path(folder.Path("x")).parent_path().filename().string();
         EXPECT_TRUE(VFileSystem::Move(file, far));
         EXPECT_FALSE(fs::exists(file));
         EXPECT_EQ(BytesOf(far), "text");
@@ -125,6 +125,7 @@ TEST(VFileSystem, NeverRemovesTheRoot) {
     folder.Write("file", "text");
     testing_support::InChild([&folder] {
         ASSERT_EQ(::chroot(folder.Path("").c_str()), 0);
+        ASSERT_EQ(::chdir("/"), 0);
         for (char const* const refused : {"", "/", "//"}) {
             EXPECT_EQ(ErrorOf(VFileSystem::RemoveAll(refused)), std::errc::invalid_argument) << refused;
         }
