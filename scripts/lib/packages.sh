@@ -13,6 +13,7 @@ PACKAGES_TEST=(
     xvfb xdotool adwaita-icon-theme fonts-dejavu-core acl at-spi2-core gir1.2-atspi-2.0 python3-gi
     binutils desktop-file-utils appstream
 )
+PACKAGES_PICTURES=(xterm) # beside those of the tests
 PACKAGES_DOCS=(doxygen python3-minimal)
 PACKAGES_LINT=(clang clang-tidy clang-format)
 PACKAGES_PACKAGE=(lintian dpkg-dev file binutils debootstrap)
