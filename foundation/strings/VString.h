@@ -279,6 +279,7 @@ class VFOUNDATION_API VString : public Registered<VString, VObject> {
     }
     long FindText(std::string_view text, unsigned long from) const noexcept;
 
+    void Begin(char const* text, unsigned long length) noexcept;
     bool Allocate(unsigned long size, bool keepBytes = false) noexcept;
     bool Reallocate(unsigned long size) noexcept;
     void Assign(char const* text, unsigned long length, bool mayHoldNul = false) noexcept;

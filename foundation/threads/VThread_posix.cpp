@@ -11,10 +11,6 @@ int VThread::CreateSystemThread(ThreadID& id, Body body, void* argument) {
     return pthread_create(&id, nullptr, body, argument);
 }
 
-VThread::ThreadID VThread::GetCurrentThreadID() noexcept {
-    return pthread_self();
-}
-
 void VThread::EndThread() {
     pthread_exit(nullptr);
 }
