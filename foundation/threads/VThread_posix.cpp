@@ -2,7 +2,6 @@
 
 #include <cerrno>
 #include <ctime>
-#include <cxxabi.h>
 #include <pthread.h>
 
 namespace VFoundation {
@@ -13,15 +12,6 @@ int VThread::CreateSystemThread(ThreadID& id, Body body, void* argument) {
 
 VThread::ThreadID VThread::GetCurrentThreadID() noexcept {
     return pthread_self();
-}
-
-void VThread::EndThread() {
-    pthread_exit(nullptr);
-}
-
-bool VThread::CaughtEndOfThread() noexcept {
-    // It has no type. Catching `abi::__forced_unwind` by name binds a reference to null.
-    return abi::__cxa_current_exception_type() == nullptr;
 }
 
 void VThread::Sleep(long milliseconds) {

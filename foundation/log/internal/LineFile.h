@@ -57,7 +57,7 @@ class LineFile {
         m_lost.fetch_add(static_cast<long>(lines), std::memory_order_relaxed);
     }
 
-    // The system's part (LineFile_posix.cpp).
+    // The system's part (LineFile_linux.cpp, LineFile_posix.cpp).
 
     /// Forgets what the stream has not written. The result is the place in the file that writing has come to, or -1.
     static long long DropUnwritten(std::FILE* stream) noexcept;
