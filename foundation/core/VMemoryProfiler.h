@@ -36,7 +36,7 @@ class VMemoryProfiler : public Registered<VMemoryProfiler, VObject> {
     void DestroyMemoryUseMap();
     bool HasMemoryUseMap() const noexcept { return m_memoryUseMap.Get() != nullptr; }
 
-    static std::atomic<VMemoryProfiler*> ms_theProfiler;
+    static std::atomic<VMemoryProfiler*> ms_theProfiler; // acquire: the profiler as it was made
     static std::atomic<bool> ms_bIsShuttingDown;
 
   private:

@@ -50,7 +50,7 @@ class ImageFileCodec : public IImageIO {
   private:
     VImage* LoadNamedFile(char const* path) const;
 
-    static std::atomic<bool> ms_logsReasons;
+    static std::atomic<bool> ms_logsReasons; // relaxed: a switch
 };
 
 } // namespace VFoundation

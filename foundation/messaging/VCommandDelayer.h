@@ -84,7 +84,7 @@ class VCommandDelayer : public Registered<VCommandDelayer, VObject> {
   private:
     std::atomic<bool> m_serviced{false};
     VStopWatch m_clock{true};
-    std::atomic<double> m_lastServiceTime{0};
+    std::atomic<double> m_lastServiceTime{0}; // relaxed: a number of its own
 };
 
 } // namespace VFoundation

@@ -47,7 +47,7 @@ class VNotificationTuple : public Registered<VNotificationTuple, VObject> {
     bool m_anyName = true;
     VObject const* m_about = nullptr;
     VObjectRef<VObject> m_kept;
-    std::atomic<bool> m_ended{false};
+    std::atomic<bool> m_ended{false}; // relaxed: a call that is under way is not waited for
 };
 
 } // namespace VFoundation

@@ -70,7 +70,7 @@ class LineFile {
     std::size_t m_bytes = 0; // in the buffer, or more if its one line is longer
     long long m_start = 0;   // of the buffer in the file
     bool m_failed = false;
-    std::atomic<long> m_lost{0};
+    std::atomic<long> m_lost{0}; // relaxed: a statistic
 };
 
 } // namespace VFoundation

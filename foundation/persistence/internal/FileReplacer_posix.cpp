@@ -158,7 +158,7 @@ void FileReplacer::Discard() noexcept {
 }
 
 void FileReplacer::OpenTemporary(unsigned mode) noexcept {
-    static std::atomic<unsigned> s_serial{0};
+    static std::atomic<unsigned> s_serial{0}; // relaxed: each gets another number
     int descriptor = -1;
     do {
         std::snprintf(m_temporary, sizeof m_temporary, ".vfoundation-%ld-%u.tmp", long{::getpid()},

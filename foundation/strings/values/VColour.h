@@ -81,6 +81,7 @@ class VColour : public Registered<VColour, VObject>, public SColour {
     static void UninitializeClass();
 
     static VObjectArrayTmpl<VColour>* ms_namedColoursArray;
+    /// release and acquire: hand over the colour; relaxed under the lock of those who make one.
     static std::atomic<VColour*> ms_namedColours[kNamedCount];
 
     static char const* const ms_pchRedTag;
