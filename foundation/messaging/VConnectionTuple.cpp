@@ -141,7 +141,7 @@ bool VConnectionTuple::Matches(VMessenger const* source, int sourceId, VMessenge
 /// not both take the other for the last: the tuple would never come back, nor its messengers.
 bool VConnectionTuple::DropSharedReference() const {
     auto& word = CountWord();
-    std::int32_t count = word.load(std::memory_order_acquire);
+    std::int32_t count = word.load(std::memory_order_acquire); // acquire: as `RetainCount`
     while ((count & kRetainCountMask) > kCallerAndList) {
         if (word.compare_exchange_weak(count, count - 1)) {
             return true;

@@ -65,10 +65,10 @@ class Magazine {
     }
 
   private:
-    // A cache line that other threads only read, unless they look for objects.
+    // A cache line that other threads only read, unless they look for objects. release: hands over what is inside.
     alignas(64) std::atomic<bool> m_isEntered{false};
     std::uint32_t m_first = 0;
-    std::atomic<std::uint32_t> m_count{0};
+    std::atomic<std::uint32_t> m_count{0}; // relaxed inside; release and acquire: for those who count
     VObject* m_objects[kSize] = {};
 };
 

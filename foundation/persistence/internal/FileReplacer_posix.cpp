@@ -1,5 +1,7 @@
 #include "foundation/persistence/internal/FileReplacer.h"
 
+#include "foundation/host/internal/HostServices.h"
+
 #include <atomic>
 #include <cerrno>
 #include <climits>
@@ -105,7 +107,7 @@ FileReplacer::FileReplacer(char const* path) : m_target(Resolved(path)) {
 
 void FileReplacer::Open(char const* folder) noexcept {
     m_name = m_target.c_str() + (m_target.rfind('/') + 1);
-    m_directory = ::open(folder, O_PATH | O_DIRECTORY | O_CLOEXEC);
+    m_directory = HostServices::OpenFolder(folder);
     struct stat status {};
     if (m_directory < 0) {
         return;
@@ -147,7 +149,7 @@ void FileReplacer::Discard() noexcept {
 }
 
 void FileReplacer::OpenTemporary(unsigned mode) noexcept {
-    static std::atomic<unsigned> s_serial{0};
+    static std::atomic<unsigned> s_serial{0}; // relaxed: each gets another number
     int descriptor = -1;
     do {
         std::snprintf(m_temporary, sizeof m_temporary, ".vfoundation-%ld-%u.tmp", long{::getpid()},
