@@ -40,6 +40,7 @@ SHARED = {
     "host/internal/HostServices.h": "what the system does for the library: the folder of a file that is replaced",
     "host/internal/LocalTime.h": "one form of a date, in the log file and in VDate",
     "persistence/internal/FileReplacer.h": "a failing save keeps the old file, of XML and of pictures",
+    "strings/internal/FormatText.h": "printf's formats, in strings and in the lines of the log",
     "strings/internal/NumberText.h": "numbers as text whatever the locale, in XML and in the value classes",
     "threads/internal/EventFlag.h": "waiting for another thread, in the log's writer and the message centre",
     "threads/internal/ForkHook.h": "what loses its thread in a child process: servers, the log's writer, a centre's job",
