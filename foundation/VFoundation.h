@@ -36,6 +36,7 @@
 #include "foundation/graph/VGraph.h"
 #include "foundation/graph/VGraphEdge.h"
 #include "foundation/graph/VGraphNode.h"
+#include "foundation/graph/VGraphPicture.h"
 #include "foundation/host/VDiskInfo.h"
 #include "foundation/host/VFile.h"
 #include "foundation/host/VFileInfo.h"
