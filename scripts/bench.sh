@@ -20,14 +20,14 @@ case "${1:-}" in
 esac
 
 cmake --preset bench >/dev/null
-cmake --build --preset bench
+cmake --build --preset bench --target benchmarks
 case $action in
     build) python3 scripts/lib/bench_report.py check build/bench ;;
     report) python3 scripts/lib/bench_report.py report build/bench "$@" ;;
     compare)
         tree=build/compare/$other
         [ -d "$tree" ] || git worktree add --detach "$tree" "$other"
-        (cd "$tree" && cmake --preset bench >/dev/null && cmake --build --preset bench)
+        (cd "$tree" && cmake --preset bench -DVFOUNDATION_BUILD_TESTS=OFF >/dev/null && cmake --build --preset bench)
         python3 scripts/lib/bench_report.py compare build/bench "$tree/build/bench" "$@" ;;
     run)
         programs=(build/bench/benchmarks/bench_*)

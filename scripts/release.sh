@@ -25,6 +25,7 @@ grep -q "^## \[$version\] - [0-9]" CHANGELOG.md || {
 [ -z "$(git status --porcelain)" ] || { echo "the tree has uncommitted changes" >&2; exit 1; }
 
 .ci/run
+./scripts/test.sh --preset bench
 tests/install/packages_test.sh --bare
 
 # other_build NAME OPTION...: the dev build with other options, and its tests.

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "foundation/core/Export.h"
+
+#include <cstddef>
 #include <memory>
 #include <string>
 
@@ -23,7 +26,7 @@ struct GraphDrawing;
 /// Ownership: holds no reference to the graph.
 /// Threads: one thread at a time.
 /// Memory: without it `std::bad_alloc`.
-class VGraphPicture {
+class VFOUNDATION_API VGraphPicture {
   public:
     static constexpr std::size_t kMaxLabel = 40;
     /// Seconds that Graphviz may take.

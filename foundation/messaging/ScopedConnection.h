@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/VObjectRef.h"
 
 namespace VFoundation {
@@ -20,7 +21,7 @@ class Connected;
 /// Ownership: keeps the function, both messengers and the centre until it is disconnected; a call that was posted
 /// before keeps the function until then.
 /// Threads: one thread at a time. A connection of messengers is made and dropped as `VMessenger` says.
-class ScopedConnection {
+class VFOUNDATION_API ScopedConnection {
   public:
     ScopedConnection() noexcept;
     ScopedConnection(ScopedConnection&& other) noexcept;

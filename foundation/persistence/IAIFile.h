@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/persistence/FileTypes.h"
 #include "foundation/persistence/LoadReport.h"
 
@@ -28,7 +29,7 @@ class VString;
 ///
 /// Ownership: objects given to it are borrowed.
 /// Threads: one thread at a time.
-class IAIFile {
+class VFOUNDATION_API IAIFile {
   public:
     virtual ~IAIFile() = default;
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/host/VFile.h"
 #include "foundation/persistence/BlockFile.h"
 #include "foundation/persistence/IAIFile.h"
@@ -38,7 +39,7 @@ namespace VFoundation {
 ///
 /// Ownership: owns its stream, which the destructor closes; only `Close` reports lost bytes.
 /// Threads: one thread at a time.
-class VAIFile : public IAIFile, public Registered<VAIFile, VFile> {
+class VFOUNDATION_API VAIFile : public IAIFile, public Registered<VAIFile, VFile> {
   public:
     static constexpr char const* kClassName = "VAIFile";
     static VClass* ms_theClass;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 #include "foundation/core/VObjectRef.h"
 
@@ -23,7 +24,7 @@ class VObjectArrayTmpl;
 /// Ownership: by reference count.
 /// Threads: the static operations may be called by any thread; a `VThread` object is for one thread at a
 /// time.
-class VThread : public Registered<VThread, VObject> {
+class VFOUNDATION_API VThread : public Registered<VThread, VObject> {
   public:
     static constexpr char const* kClassName = "VThread";
     static VClass* ms_theClass;

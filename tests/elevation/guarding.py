@@ -18,6 +18,7 @@ READY, STARTED, NOT_EXECUTABLE, FAILED = 1, 3, 4, 5
 BAD_INPUT, NOT_STARTED, NOT_ROOT, SET_USER_ID = 65, 70, 77, 78
 REFUSED = "0\nexecuted -60031"
 SYS_PIDFD_OPEN, SYS_PIDFD_GETFD, PTRACE_ATTACH = 434, 438, 16
+PR_CAPBSET_DROP, CAP_SYS_RESOURCE = 24, 24
 libc = ctypes.CDLL(None, use_errno=True)
 TELL_STATE = """#!/usr/bin/python3
 import json, os, re, resource, sys
@@ -38,14 +39,17 @@ def state(run, stderr=""):
     return json.loads(next(line for line in run.text().split("\n") if line.startswith("STATE"))[6:])
 
 
-def broker_answers(user, command, *texts, foreign=False):
+def broker_answers(user, command, *texts, foreign=False, stream=None, may_raise_limits=True):
     """Speaks to a broker past the launcher, as `user`: its first word, its answer to the path and its arguments
-    (which another process sends if `foreign`), its exit status."""
+    (which another process sends if `foreign`), its exit status. `stream` takes the place of standard output and error."""
     request = struct.pack("=III", REQUEST, len(texts) - 1, 0) + b"".join(
         struct.pack("=I", len(text)) + text.encode() for text in texts) if texts else b""
     read, write_end = os.pipe()
     process = os.fork()
     if process == 0:
+        if not may_raise_limits:
+            resource.setrlimit(resource.RLIMIT_NOFILE, (64, 64))
+            libc.prctl(PR_CAPBSET_DROP, CAP_SYS_RESOURCE, 0, 0, 0)
         os.initgroups(user, pwd.getpwnam(user).pw_gid)
         os.setgid(pwd.getpwnam(user).pw_gid)
         os.setuid(pwd.getpwnam(user).pw_uid)
@@ -61,9 +65,8 @@ def broker_answers(user, command, *texts, foreign=False):
 
         answers = [word()]
         if texts and (not foreign or os.fork() == 0):
-            with open("/dev/null", "w") as null:
-                rights = array.array("i", [null.fileno()] * 2)
-                ours.sendmsg([request], [(socket.SOL_SOCKET, socket.SCM_RIGHTS, rights)])
+            rights = array.array("i", [os.open("/dev/null", os.O_WRONLY) if stream is None else stream] * 2)
+            ours.sendmsg([request], [(socket.SOL_SOCKET, socket.SCM_RIGHTS, rights)])
             if foreign:
                 os._exit(0)
         answers.append(word() if texts else None)
@@ -97,6 +100,12 @@ def protected_bundle_runs_nothing_else(world, desktop):
     assert broker_answers(user, pkexec, "/bin/sh", "-c", f"id >{evil}/ran") == [READY, NOT_EXECUTABLE, NOT_STARTED]
     assert broker_answers(user, pkexec, guide, "-uname", user, foreign=True) == [READY, FAILED, BAD_INPUT]
     assert not os.path.exists(evil + "/ran")
+    # The socket of one user, and a right that another one asked for.
+    number = pwd.getpwnam(user).pw_uid
+    for asked_by in (f"PKEXEC_UID={number}", f"SUDO_UID={number}", "SUDO_UID=0x0", f"SUDO_UID={number} PKEXEC_UID=0"):
+        assert broker_answers("root", ["env", *asked_by.split(), broker]) == [None, None, BAD_INPUT], asked_by
+    asked_by = ["PKEXEC_UID=0", f"PKEXEC_UID={number} SUDO_UID=0"]
+    assert [broker_answers("root", ["env", *words.split(), broker], "/bin/sh")[0] for words in asked_by] == [READY] * 2
 
 
 @case
@@ -153,22 +162,68 @@ def right_cannot_be_taken(world, desktop):
     run.succeeds()
 
 
+def holds(process, text):
+    """Whether the memory that the process can write to holds the text."""
+    with open(f"/proc/{process}/maps") as maps, open(f"/proc/{process}/mem", "rb", 0) as memory:
+        for line in maps:
+            place, rights = line.split()[:2]
+            begin, end = (int(n, 16) for n in place.split("-"))
+            with contextlib.suppress(OSError):
+                if rights.startswith("rw") and memory.seek(begin) == begin and text in memory.read(end - begin):
+                    return True
+    return False
+
+
+@case
+def password_passes_the_launcher_by(world, desktop):
+    typed = "a wrong parrot in a long and golden cage"
+    for hide in ((), ("/usr/bin/pkexec",)):
+        with hidden(*hide):
+            run = desktop.run(Run, USERS["admin"], folder="portable")
+            dialog, = running("QuillmarkDialog")
+            desktop.tool("xdotool", "type", "--delay", "2", typed)
+            wait_for("the typed text", lambda: holds(dialog, typed.encode()))
+            if hide:
+                desktop.key("Return")
+                wait_for("sudo's next question", lambda: set(running("QuillmarkDialog")) - {dialog})
+            else:
+                with next_question():
+                    desktop.key("Return")
+                assert not holds(dialog, typed.encode())
+            assert not holds(run.process.pid, typed.encode())
+            desktop.expect()
+            desktop.password()
+            run.succeeds()
+            call("sudo", "-u", USERS["admin"], "sudo", "-K")
+
+
 @case
 def set_user_id_gives_nothing(world, desktop):
     user = USERS["yes"]
     folder = world.stage("set-uid", world.home + "/plain")
-    for mode in ("u+s", "g+s"):
-        call("chmod", mode, folder + MACOS + "QuillmarkLauncher")
+    for mode in ("u+s", "g+s", "capability"):
+        def give(program):
+            if mode == "capability":
+                os.setxattr(program, "security.capability", struct.pack("<5I", 0x2000001, 1 << 23, 0, 0, 0))  # CAP_SYS_NICE
+            else:
+                call("chmod", mode, program)
+
+        def take_back(program):
+            call("chmod", "ug-s", program)
+            if mode == "capability":
+                os.removexattr(program, "security.capability")
+
+        give(folder + MACOS + "QuillmarkLauncher")
         run = Run(world, user, "set-uid")
         run.ends(1, "", "img path = ")
         assert run.text(1).endswith("Created authorisation\nALERT: Failed to create the authorisation with status -60008\n")
-        call("chmod", "ug-s", folder + MACOS + "QuillmarkLauncher")
-        call("chmod", mode, folder + MACOS + "QuillmarkBroker")
+        take_back(folder + MACOS + "QuillmarkLauncher")
+        give(folder + MACOS + "QuillmarkBroker")
         *words, status = broker_answers(user, [folder + MACOS + "QuillmarkBroker"])
         assert words == [None, None], words
         # The leak checker cannot look into such a process and ends it with a status of its own.
         assert status == SET_USER_ID or world.sanitized and status != 0, status
-        call("chmod", "ug-s", folder + MACOS + "QuillmarkBroker")
+        take_back(folder + MACOS + "QuillmarkBroker")
     assert broker_answers(user, [folder + MACOS + "QuillmarkBroker"]) == [None, None, NOT_ROOT]
 
 
@@ -221,6 +276,16 @@ def closed_streams(world, desktop):
     run = Run(world, USERS["yes"], stdout=write_end, stderr=write_end)  # without a reader the launcher dies as any program
     os.close(write_end)
     assert run.process.wait(HANG) in (-signal.SIGPIPE, 0)
+    # A broker that has something to say starts the program also when no one reads it.
+    # Not through pkexec, which hands down that SIGPIPE is ignored.
+    for is_read in (True, False):
+        read, write_end = os.pipe()
+        if not is_read:
+            os.close(read)
+        assert broker_answers("root", [world.home + "/portable" + MACOS + "QuillmarkBroker"], "/bin/true", stream=write_end,
+                              may_raise_limits=False) == [READY, STARTED, 0]
+        os.close(write_end)
+        assert not is_read or b"Could not reset the limits" in os.read(read, 1000)
 
 
 @case
@@ -261,6 +326,10 @@ def sudo_that_logs_input(world, desktop):
             side.close(), other.close()
             desktop.run(Run, USERS["admin"], PASSWORD).succeeds()
             wait_for("sudo to leave", lambda: not running("QuillmarkBroker"))
+    logs = [os.path.join(place, name) for place, _, names in os.walk("/var/log/sudo-io") for name in names]
+    kept = call("zcat", "--force", *logs, encoding="latin1")
+    assert "QuillmarkBroker" in kept, logs
+    assert PASSWORD not in kept and "-uname" not in kept, kept
     write(SUDOERS, "vftest-admin ALL=(ALL) ALL\n", 0o440)
     write("/etc/sudo.conf", "")
     call("umount", "/var/log/sudo-io")

@@ -1,4 +1,5 @@
 """What the user sees, hears through a screen reader, and does with keys."""
+import collections
 import contextlib
 import json
 import os
@@ -13,11 +14,15 @@ READER = """
 import gi, json, sys, time
 gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi
+def box_of(node):
+    place = node.get_component_iface()
+    box = place and place.get_extents(Atspi.CoordType.WINDOW)
+    return box and [box.x, box.y, box.width, box.height]
 def tell(node):
     relations = {r.get_relation_type().value_nick: r.get_target(0).get_name() for r in node.get_relation_set()}
     return {"role": node.get_role_name(), "name": node.get_name(), "by": relations.get("labelled-by"),
             "shown": node.get_state_set().contains(Atspi.StateType.SHOWING),
-            "focused": node.get_state_set().contains(Atspi.StateType.FOCUSED),
+            "focused": node.get_state_set().contains(Atspi.StateType.FOCUSED), "box": box_of(node),
             "children": [tell(node.get_child_at_index(i)) for i in range(node.get_child_count())]}
 end = time.monotonic() + 20
 while time.monotonic() < end:
@@ -166,6 +171,12 @@ def screen_reader_hears(world, desktop):
         desktop.expect()
         desktop.key("Return")
         run.ends(1, "Status is invalid -60031\n")
+        odd = "turned \u202efolder\nwith lines"
+        world.stage(odd, world.home + "/plain")
+        run = desktop.run(Probe, user, folder=odd, environment=variables)
+        assert 'in the folder "turned \ufffdfolder\ufffdwith lines" wants' in " ".join(names(read(), "label"))
+        desktop.key("Escape")
+        run.gets(-60006)
         for language, allow, begin in (("de", "Erlauben", "„QuillmarkLauncher“ im Ordner „plain“"),
                                        ("fr", "Autoriser", "« QuillmarkLauncher », dans le dossier « plain »")):
             run = desktop.run(Run, user, environment={**variables, "LANG": "C.UTF-8", "LANGUAGE": language})
@@ -174,6 +185,58 @@ def screen_reader_hears(world, desktop):
             assert begin in " ".join(names(nodes, "label")), nodes
             desktop.key("Escape")
             run.ends(1, "", "Created authorisation\n")  # the console lines stay as they are
+
+
+def contrast(colour, other):
+    """Of two colours, as accessibility guidelines measure it: 1 for equal ones, 21 for black and white."""
+    def luminance(channels):
+        red, green, blue = (c / 3294.6 if c <= 10 else ((c / 255 + 0.055) / 1.055) ** 2.4 for c in channels)
+        return 0.2126 * red + 0.7152 * green + 0.0722 * blue
+    low, high = sorted((luminance(colour), luminance(other)))
+    return (high + 0.05) / (low + 0.05)
+
+
+def faint_texts(desktop, nodes, scale):
+    """The shown texts whose colour has a contrast below 4.5 to what is behind them."""
+    found, count = [], 0
+    for node in nodes:
+        if node["role"] in ("label", "push button", "password text", "combo box") and node["box"][2] > 0:
+            left, top, width, height = (scale * n for n in node["box"])
+            pixels = subprocess.run(
+                ["import", "-window", desktop.window, "-crop", f"{width}x{height}+{left}+{top}", "-depth", "8", "rgb:-"],
+                env=dict(os.environ, **desktop.environment), capture_output=True, check=True, timeout=HANG).stdout
+            colours = collections.Counter(zip(*[iter(pixels)] * 3))
+            back = colours.most_common(1)[0][0]
+            text = max(colours, key=lambda colour: contrast(colour, back))
+            count += 1
+            if contrast(text, back) < 4.5:
+                found.append((node["role"], node["name"], text, back, contrast(text, back)))
+    return found if count else ["no texts"]
+
+
+@case
+def texts_stand_out(world, desktop):
+    """In both themes, with all that a dialog can show; at scale 2 a stroke of a letter is wide enough to have its colour."""
+    user = USERS["second"]
+    with screen_reader(world, user, desktop) as (variables, read):
+        for theme in ("Adwaita", "Adwaita:dark"):
+            environment = {**variables, "GTK_THEME": theme, "GDK_SCALE": "2"}
+            run = desktop.run(Run, user, folder=without_guide(world), environment=environment)
+            desktop.wrong_password()
+            desktop.key("Caps_Lock")
+            desktop.tool("xdotool", "type", "--delay", "2", "x")
+            wait_for("Caps Lock", lambda: "Caps Lock is on." in names(read(), "label"))
+            faint = faint_texts(desktop, read(), 2)
+            desktop.key("Caps_Lock")
+            desktop.key("BackSpace")
+            desktop.password(SECOND_PASSWORD)
+            desktop.gone()
+            desktop.expect()
+            wait_for("the alert", lambda: "ALERT!" in names(read(), "label"))
+            faint += faint_texts(desktop, read(), 2)
+            desktop.key("Return")
+            run.ends(1, "Status is invalid -60031\n")
+            assert not faint, faint
 
 
 @case

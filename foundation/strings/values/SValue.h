@@ -1,5 +1,7 @@
 #pragma once
 
+#include "foundation/core/Export.h"
+
 #include <cstdint>
 
 namespace VFoundation {
@@ -17,7 +19,7 @@ class VObjectRef;
 /// Ownership: a string is copied into the value, an object is retained, a raw pointer is borrowed. Copying a
 /// value copies its string and shares its object.
 /// Threads: one thread at a time.
-struct SValue {
+struct VFOUNDATION_API SValue {
     /// Files hold these numbers: never renumber.
     enum eType : std::int32_t {
         kUnknown = 0,

@@ -41,6 +41,19 @@ std::string WithoutMnemonic(std::string const& text) {
     return result;
 }
 
+// Makes the button stand out in the theme's own colour, a little darker: the usual one leaves its text a contrast
+// below 4.5. An inner shadow does that whatever colour the theme has.
+void Emphasise(GtkWidget* button) {
+    GtkStyleContext* const style = gtk_widget_get_style_context(button);
+    gtk_style_context_add_class(style, GTK_STYLE_CLASS_SUGGESTED_ACTION);
+    GtkCssProvider* const darker = gtk_css_provider_new();
+    gtk_css_provider_load_from_data(darker, "button { box-shadow: inset 0 0 0 100px alpha(black, 0.12); }",
+                                    -1, nullptr);
+    gtk_style_context_add_provider(style, GTK_STYLE_PROVIDER(darker),
+                                   GTK_STYLE_PROVIDER_PRIORITY_APPLICATION);
+    g_object_unref(darker);
+}
+
 GdkKeymap* Keymap() {
     return gdk_keymap_get_for_display(gdk_display_get_default());
 }
@@ -131,7 +144,7 @@ void PasswordDialog::AddFields() {
 void PasswordDialog::AddButtons() {
     AddButton(m_body, Translated("_Cancel"), GTK_RESPONSE_CANCEL, false);
     m_allow = AddButton(m_body, Translated("_Allow"), GTK_RESPONSE_OK, true);
-    gtk_style_context_add_class(gtk_widget_get_style_context(m_allow), GTK_STYLE_CLASS_SUGGESTED_ACTION);
+    Emphasise(m_allow);
 }
 
 void PasswordDialog::SetUsers(std::vector<std::string> const& names, std::size_t selected) {
