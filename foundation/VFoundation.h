@@ -51,6 +51,7 @@
 #include "foundation/host/VTemporaryFolder.h"
 #include "foundation/image/IImageIO.h"
 #include "foundation/image/ImageFileCodec.h"
+#include "foundation/image/ImageLoadReason.h"
 #include "foundation/image/VBitmapContext.h"
 #include "foundation/image/VBitmapImage.h"
 #include "foundation/image/VImage.h"

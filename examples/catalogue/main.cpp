@@ -43,7 +43,7 @@ void MakeMissing(std::vector<VObjectRef<Photo>> const& photos, int threads) {
                 }
                 VMessage message;
                 message.FirstArg().SetValueToString(photo->path);
-                reporter->MessageDelay(bar.Get(), &message);
+                static_cast<void>(reporter->MessageDelay(bar.Get(), &message)); // there is room for all
             }
         };
         if (!photo->IsMade()) {

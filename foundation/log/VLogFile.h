@@ -71,7 +71,7 @@ class VFOUNDATION_API VLogFile : public Registered<VLogFile, VLog> {
     /// Stops the thread and closes the file.
     ~VLogFile() override;
     /// One without a file.
-    static VLogFile* New();
+    [[nodiscard]] static VLogFile* New();
 
     /// Opens a file, or empties one that exists. False when one is open already, and when it cannot be
     /// opened.

@@ -71,7 +71,7 @@ class VFOUNDATION_API VJobServer : public Registered<VJobServer, VObject> {
     VJobServer& operator=(VJobServer const&) = delete;
     ~VJobServer() override;
     /// One named "VJobServer" with room for `kDefaultQueueSize` jobs.
-    static VJobServer* New();
+    [[nodiscard]] static VJobServer* New();
     /// Makes the list of live servers.
     static void InitializeClass();
     static void UninitializeClass();

@@ -156,8 +156,8 @@ TEST(StartedCenter, DeliversBeforeItStops) {
 
     auto const thrower = VMessageCenter::MakeReceiver([](VMessage const&) { throw 1; });
     auto const byHand = MakeObject<VMessageCenter>(2);
-    byHand->MessageDelay(thrower.Get(), &message);
-    byHand->MessageDelay(receiver.Get(), &message);
+    EXPECT_TRUE(byHand->MessageDelay(thrower.Get(), &message));
+    EXPECT_TRUE(byHand->MessageDelay(receiver.Get(), &message));
     EXPECT_THROW(byHand->FinishCenter(), int);
     EXPECT_FALSE(byHand->IsAccepting());
     EXPECT_EQ(byHand->DroppedCommands(), 1);
