@@ -19,7 +19,7 @@ class ThreadPresence;
 /// The log that writes to a file, directly or through a writer thread, so that tracing threads do not wait
 /// for the disk:
 ///
-///     auto const log = VObjectRef<VLogFile>::Adopt(new VLogFile("/var/tmp/app.log"));
+///     auto const log = MakeObject<VLogFile>("/var/tmp/app.log");
 ///     log->StartLoggingThread();
 ///     VLog::SetLog(log.Get());             // UninitializeLibrary stops the thread
 ///

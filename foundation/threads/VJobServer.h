@@ -27,7 +27,7 @@ class WaitingJobs;
 
 /// A named thread that runs jobs, those of higher priority first and those of equal priority as they arrived:
 ///
-///     auto const server = VObjectRef<VJobServer>::Adopt(new VJobServer("Importer 4711", 64));
+///     auto const server = MakeObject<VJobServer>("Importer 4711", 64);
 ///     server->AddJob(job);          // starts the thread
 ///     ...
 ///     server->KillAllJobs();
