@@ -19,7 +19,8 @@ A table has entries with
   survives optional: why no test can find it; it does not count as missed
 
 The copy is a work tree of its own below build/mutants; the checkout is not touched, but what is tested is HEAD, with
-the tables of the checkout. A program that takes five times as long as without a fault hangs, which counts as found.
+the tables of the checkout. The programs run where only the copy and a /tmp of their own can be written to: a fault may
+make one remove or overwrite files. That takes root. A program that takes five times as long as without a fault hangs, which counts as found.
 Ends with 1 when a fault was missed, or an entry no longer fits the code.
 """
 import argparse
@@ -36,6 +37,33 @@ COPY = ROOT / "build" / "mutants" / "tree"
 BUILD = COPY / "build" / "dev"
 LIMIT = 240  # seconds without a fault
 taken = {}  # seconds that a suite takes without a fault
+
+
+# The first argument is the copy. What is mounted, and every process, goes with the program.
+CONTAINED = """set -e
+mount --bind "$1" "$1"
+for place in /tmp /var/tmp /run /dev/shm; do [ ! -d $place ] || mount -t tmpfs tmpfs $place; done
+mount -o remount,bind,ro /dev
+mount -o remount,bind,ro /
+cd "$1"
+shift
+"$@"
+exit $?
+"""
+
+
+def contained(command):
+    return ["unshare", "--mount", "--propagation", "private", "--pid", "--fork", "--kill-child", "--mount-proc", "sh", "-c", CONTAINED, "sh", str(COPY), *map(str, command)]
+
+
+def require_containment():
+    """Ends unless a program cannot write outside the copy."""
+    victim = ROOT / "build" / "mutants" / "victim"
+    victim.write_text("")
+    run(contained(["rm", "-f", victim]))
+    if not victim.exists() or run(contained(["touch", COPY / ".contained"])).returncode:
+        sys.exit("the programs cannot be kept from the files of this machine: this needs root, and a kernel with namespaces")
+    victim.unlink()
 
 
 def run(command, **more):
@@ -109,7 +137,7 @@ def outcome(suite):
         program = next((BUILD / "tests").glob(f"*/test_{kind}"))
         command = [str(program), f"--gtest_filter={wanted or '*'}", "--gtest_fail_fast"]
     started = time.monotonic()
-    output, code = bounded(command, 5 * taken[suite] + 10 if suite in taken else LIMIT)
+    output, code = bounded(contained(command), 5 * taken[suite] + 10 if suite in taken else LIMIT)
     taken.setdefault(suite, time.monotonic() - started)
     lines = output.splitlines() if output is not None else []
     if output is None:
@@ -166,6 +194,7 @@ def main():
             print(f"{mutant['table']:12} {mutant['id']:40} {mutant['why']}")
         return 0
     prepare()
+    require_containment()
     counts = {}
     for mutant in mutants:
         started = time.monotonic()

@@ -213,7 +213,7 @@ TRingBuffer<T, Policy, Atomic, AtomicRef>::~TRingBuffer() {
 
 template <class T, class Policy, template <class> class Atomic, template <class> class AtomicRef>
 VClass* TRingBuffer<T, Policy, Atomic, AtomicRef>::TheClass() {
-    static constinit std::atomic<VClass**> s_slot{nullptr};
+    static constinit std::atomic<VClass**> s_slot{nullptr}; // release and acquire: hand over the slot
     VClass** slot = s_slot.load(std::memory_order_acquire);
     if (!slot) {
         slot = &detail::RingBufferClassSlot(Policy::ClassName());

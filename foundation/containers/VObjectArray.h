@@ -90,7 +90,7 @@ class VFOUNDATION_API VObjectArray
     void SortWithComparisonFn(int (*compare)(VObject const**, VObject const**));
 
     static std::atomic<VObjectRingBufferTmpl<VObjectArray>*> ms_recycledArrays;
-    static std::atomic<bool> ms_bRecyclingEnabled;
+    static std::atomic<bool> ms_bRecyclingEnabled; // relaxed: a switch
 
   protected:
     /// The C++ type whose objects may be pooled; types derived from it are not.

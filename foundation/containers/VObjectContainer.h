@@ -176,7 +176,7 @@ class VFOUNDATION_API VObjectContainer : public Registered<VObjectContainer, VOb
     std::int32_t m_nAllocated = 0;
     std::int32_t m_nGrowSize = kDefaultGrowSize;
     VObjectRef<detail::SlotBlock> m_pStorage; // m_nAllocated slots
-    std::atomic<std::int32_t> m_nCount{0};
+    std::atomic<std::int32_t> m_nCount{0};    // relaxed: elements are read under the lock
     VObject** m_pObjects = nullptr;
     VObjectRef<VCriticalSection> m_pCriticalSection;
 };

@@ -13,6 +13,7 @@ namespace VFoundation {
 
 /// The record in a class's slot, or null; safe against a record being made on another thread.
 inline VClass* LoadClassSlot(VClass*& slot) noexcept {
+    // acquire: what was written to the record before it came into its slot
     return std::atomic_ref<VClass*>(slot).load(std::memory_order_acquire);
 }
 

@@ -164,21 +164,24 @@ class VFOUNDATION_API VClass {
     std::int32_t m_marker = 1;
     IVInstancePool* m_pool = nullptr;
     std::unique_ptr<char[]> m_name;
+    // relaxed: a number for people; acquire: whoever finds no instance may free what they used
     std::atomic<std::uint64_t> m_instances{kHeld};
-    std::atomic<std::int32_t> m_goneUncounted{0};
+    std::atomic<std::int32_t> m_goneUncounted{0}; // relaxed: a statistic
     std::int32_t m_maxSimultaneous = 0;
-    std::atomic<std::int32_t> m_version;
-    std::atomic<VClass*> m_superClass;
+    std::atomic<std::int32_t> m_version; // relaxed: a number of its own
+    std::atomic<VClass*> m_superClass;   // release and acquire: hand over the record
     VClass** m_backPointer;
     Factory m_factory;
     Hook m_initialize;
     Hook m_uninitialize;
     std::uint32_t m_size;
+    // release and acquire: `eReady` hands over what the hook set up; relaxed under the lock that orders the writers
     std::atomic<State> m_state{State::eBeingMade};
     bool m_isUnstarted = false;     // a detached record was `eUnstarted`
     bool m_initializeAgain = false; // the next start of the library runs the hook
     bool m_isSetAside = false;
-    std::atomic<void const*> m_starter{nullptr}; // the mark of the thread that runs the hook (`ClassStart`)
+    // The mark of the thread that runs the hook (`ClassStart`); relaxed: a thread only looks for its own mark, or locks.
+    std::atomic<void const*> m_starter{nullptr};
     VClass* m_nextKept = nullptr;
 };
 

@@ -91,7 +91,7 @@ class VFOUNDATION_API VExceptionManager {
         return ms_bExceptionHasOccured.load(std::memory_order_relaxed);
     }
 
-    /// Never cleared by the library.
+    /// Never cleared by the library. Relaxed: a flag that says nothing of other memory.
     static std::atomic<bool> ms_bExceptionHasOccured;
 };
 

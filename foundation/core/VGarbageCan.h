@@ -57,7 +57,7 @@ class VFOUNDATION_API VGarbageCan : public Registered<VGarbageCan, VObject> {
     VGarbageCan(VClass* cls, int capacity);
 
   private:
-    std::atomic<std::int32_t> m_openCount{0};
+    std::atomic<std::int32_t> m_openCount{0}; // relaxed for `OpenCount`, a number for people
     std::atomic<bool> m_isEnding{false};
     VObjectRingBufferTmpl<VObject> m_objects;
 };

@@ -37,7 +37,7 @@ class VFOUNDATION_API VMemoryProfiler : public Registered<VMemoryProfiler, VObje
     void DestroyMemoryUseMap();
     bool HasMemoryUseMap() const noexcept { return m_memoryUseMap.Get() != nullptr; }
 
-    static std::atomic<VMemoryProfiler*> ms_theProfiler;
+    static std::atomic<VMemoryProfiler*> ms_theProfiler; // acquire: the profiler as it was made
     static std::atomic<bool> ms_bIsShuttingDown;
 
   private:

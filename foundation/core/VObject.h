@@ -91,7 +91,7 @@ class VFOUNDATION_API VObject {
 
     /// The slot that holds the record. Read through `LoadClassSlot`.
     static VClass* ms_theClass;
-    static std::atomic<bool> ms_finalShutdown;
+    static std::atomic<bool> ms_finalShutdown; // relaxed: a switch; counts are exact without it
 
     /// Copies neither class nor count: both stay those of the target.
     // NOLINTNEXTLINE(bugprone-unhandled-self-assignment)
@@ -108,7 +108,7 @@ class VFOUNDATION_API VObject {
 
   private:
     VClass* m_class;
-    mutable std::atomic<std::int32_t> m_count{1};
+    mutable std::atomic<std::int32_t> m_count{1}; // acquire: see `RetainCount`
 };
 
 } // namespace VFoundation

@@ -70,7 +70,7 @@ class VFOUNDATION_API VGraphNode : public Registered<VGraphNode, VObject> {
     static VString* ms_keyNodeID;
     static VString* ms_keyScreenXY;
     static VString* ms_keyScreenMinimised;
-    /// The id that the next new node takes.
+    /// The id that the next new node takes. Relaxed: a number of its own.
     static std::atomic<std::int32_t> ms_masterGraphNodeID;
 
   private:

@@ -52,7 +52,7 @@ class VFOUNDATION_API VFileInfo : public Registered<VFileInfo, VObject> {
     /// Empties the pool and removes it; records are deleted from then on.
     static void ReleaseAllRecycledFileInfos();
 
-    /// Switches the pool. The library never does.
+    /// Switches the pool. The library never does. Relaxed: the pool guards itself.
     static std::atomic<bool> ms_bRecyclingEnabled;
     static std::atomic<VObjectRingBufferTmpl<VFileInfo>*> ms_recycledFileInfos;
 

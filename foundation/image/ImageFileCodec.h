@@ -51,7 +51,7 @@ class VFOUNDATION_API ImageFileCodec : public IImageIO {
   private:
     VImage* LoadNamedFile(char const* path) const;
 
-    static std::atomic<bool> ms_logsReasons;
+    static std::atomic<bool> ms_logsReasons; // relaxed: a switch
 };
 
 } // namespace VFoundation

@@ -103,13 +103,13 @@ class VFOUNDATION_API VImage : public Registered<VImage, VObject> {
     /// The cache: entry i of the names, whose lock guards both, names image i. Null before `InitializeClass`.
     static std::atomic<VObjectArray*> ms_imageCache;
     static std::atomic<VObjectContainer*> ms_imageNames;
-    static std::atomic<bool> ms_cacheEnabled;
+    static std::atomic<bool> ms_cacheEnabled; // relaxed: a switch; the cache has a lock
     static std::atomic<VString*> ms_defaultImageResourcePath;
     /// For an application's own use; released with the class.
     static VObject* ms_bundleIdentifier;
 
   private:
-    static std::atomic<std::uint64_t> ms_pixelBudget;
+    static std::atomic<std::uint64_t> ms_pixelBudget; // relaxed: a setting
 
     VObjectRef<CGImage> m_image;
     VObjectRef<VObject>

@@ -16,7 +16,7 @@ namespace VFoundation {
 class VCriticalSection;
 class VObjectStack;
 
-/// While false, a plain `VLog` writes nothing. True at first.
+/// While false, a plain `VLog` writes nothing. True at first. Relaxed: a switch.
 VFOUNDATION_API extern std::atomic<bool> ms_bVerbose;
 
 /// The diagnostic trace. Clients use the static functions, which write to the process's default log:
@@ -174,9 +174,10 @@ class VFOUNDATION_API VLog : public Registered<VLog, VObject> {
     void TellOfLoss();
     void CountDroppedLine() noexcept { m_dropped.fetch_add(1, std::memory_order_relaxed); }
 
+    // relaxed: switches; what they switch is guarded by itself
     static std::atomic<bool> ms_bInStartup;
     static std::atomic<bool> ms_bInShutdown;
-    /// True while a context writes its start or end line.
+    /// True while a context writes its start or end line. Relaxed: a switch, too.
     static std::atomic<bool> ms_bHeaderFooter;
 
   private:
@@ -208,9 +209,10 @@ class VFOUNDATION_API VLog : public Registered<VLog, VObject> {
     /// Guards which log is the default one, the stacks of open contexts, and which context belongs to which
     /// log.
     static detail::Mutex ms_lock;
-    static std::atomic<bool> ms_bShowRoutine;
+    static std::atomic<bool> ms_bShowRoutine; // relaxed: a switch
     static VLog* ms_theLog VFOUNDATION_GUARDED_BY(ms_lock);
 
+    // relaxed: settings and numbers, each of its own
     std::atomic<std::int32_t> m_indentLevel{0};
     std::atomic<bool> m_showContextTime{false};
     std::atomic<bool> m_allowAnnotations{true};
@@ -221,10 +223,10 @@ class VFOUNDATION_API VLog : public Registered<VLog, VObject> {
     VObjectRef<VCriticalSection> m_criticalSection;
     /// The open contexts, the innermost on top, with the one reference to each.
     VObjectRef<VObjectStack> m_contexts VFOUNDATION_GUARDED_BY(ms_lock);
-    std::atomic<bool> m_hasTee{false};
+    std::atomic<bool> m_hasTee{false}; // relaxed: the log itself is read under the lock
     VObjectRef<VLog> m_tee VFOUNDATION_GUARDED_BY(ms_lock);
-    std::atomic<bool> m_watchesForLoss{false};
-    std::atomic<long> m_lossesBefore{0}; // when the callback was set
+    std::atomic<bool> m_watchesForLoss{false}; // relaxed: the callback is read under the lock
+    std::atomic<long> m_lossesBefore{0};       // when the callback was set; relaxed: a number
     std::function<void()> m_onFirstLoss VFOUNDATION_GUARDED_BY(ms_lock);
     VLogContext* m_attached VFOUNDATION_GUARDED_BY(ms_lock) = nullptr;
 };

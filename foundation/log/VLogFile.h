@@ -162,8 +162,8 @@ class VFOUNDATION_API VLogFile : public Registered<VLogFile, VLog> {
     std::atomic<std::uint32_t> m_fileState{eClosed};
     std::atomic<VThread::ThreadID> m_opener{};
     std::int32_t m_setting = 1;
-    std::atomic<bool> m_flushEachLine{false};
-    std::atomic<long> m_fullQueueWait{0};
+    std::atomic<bool> m_flushEachLine{false}; // relaxed: a setting
+    std::atomic<long> m_fullQueueWait{0};     // relaxed: a setting
     detail::Mutex m_threadLock;
     WriterHandle m_writer VFOUNDATION_GUARDED_BY(m_threadLock);
     std::shared_ptr<LogFileOutput> const m_output;

@@ -42,7 +42,7 @@ class VFOUNDATION_API VStopWatch : public Registered<VStopWatch, VObject> {
     explicit VStopWatch(VClass* cls, bool start = false);
 
   private:
-    /// Nanoseconds of one tick, as a fraction.
+    /// Nanoseconds of one tick, as a fraction. Relaxed: written once, with what the system has had all along.
     static std::atomic<std::uint32_t> ms_numerator;
     static std::atomic<std::uint32_t> ms_denominator;
 

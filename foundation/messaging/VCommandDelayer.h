@@ -85,7 +85,7 @@ class VFOUNDATION_API VCommandDelayer : public Registered<VCommandDelayer, VObje
   private:
     std::atomic<bool> m_serviced{false};
     VStopWatch m_clock{true};
-    std::atomic<double> m_lastServiceTime{0};
+    std::atomic<double> m_lastServiceTime{0}; // relaxed: a number of its own
 };
 
 } // namespace VFoundation

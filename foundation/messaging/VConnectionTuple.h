@@ -64,7 +64,7 @@ class VFOUNDATION_API VConnectionTuple : public Registered<VConnectionTuple, VOb
     /// Puts a tuple into the pool when the caller and the list are its only holders.
     void Release() const override;
 
-    /// Switches the pool; cleared when the library shuts down.
+    /// Switches the pool; cleared when the library shuts down. Relaxed: the pool guards itself.
     static std::atomic<bool> ms_bRecyclingEnabled;
     static std::atomic<VObjectRingBufferTmpl<VConnectionTuple>*> ms_recycledConnections;
     static VObjectArrayTmpl<VConnectionTuple>* ms_allConnections;

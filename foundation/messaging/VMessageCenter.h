@@ -187,8 +187,9 @@ class VFOUNDATION_API VMessageCenter : public Registered<VMessageCenter, VComman
     VObjectRef<VJobServer> m_server VFOUNDATION_GUARDED_BY(m_startLock);
     VObjectRef<VMessageCenterJob> m_job VFOUNDATION_GUARDED_BY(m_startLock);
     std::atomic<VCriticalSection*> m_criticalSection{nullptr};
-    std::atomic<bool> m_accepting{true};
+    std::atomic<bool> m_accepting{true}; // relaxed: a setting
     std::atomic<bool> m_stopped{false};
+    // relaxed: statistics, and whether it is worth to look for the callback
     std::atomic<long> m_dropped{0};
     std::atomic<long> m_refused{0};
     std::atomic<long> m_slow{0};

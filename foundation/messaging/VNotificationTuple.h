@@ -48,7 +48,7 @@ class VFOUNDATION_API VNotificationTuple : public Registered<VNotificationTuple,
     bool m_anyName = true;
     VObject const* m_about = nullptr;
     VObjectRef<VObject> m_kept;
-    std::atomic<bool> m_ended{false};
+    std::atomic<bool> m_ended{false}; // relaxed: a call that is under way is not waited for
 };
 
 } // namespace VFoundation

@@ -130,6 +130,8 @@ class VFOUNDATION_API IAIFile {
 
     /// Why the last operation that sets an error failed; empty when none did, and from files that do not know.
     virtual VString ErrorDescription() const;
+    /// For classes that save: true once bytes written since `Open` are known to be lost; `Serialize` then returns false.
+    virtual bool HasLostBytes() const noexcept { return false; }
     /// What was passed over in loading since the file was opened; null from files that keep no report.
     virtual LoadReport const* Report() const { return nullptr; }
     /// For classes that load objects: adds a loss at the position. `detail` is the class, or null.

@@ -160,6 +160,7 @@ class VFOUNDATION_API VAIFile : public IAIFile, public Registered<VAIFile, VFile
     /// write scene.bin at offset 65536: No space left on device"; empty when nothing failed. Without memory
     /// `std::bad_alloc`.
     VString ErrorDescription() const override;
+    bool HasLostBytes() const noexcept override { return m_file.HasFailed(); }
     /// Kept until the next `Open`.
     LoadReport const* Report() const override { return &m_report; }
     void NoteLoss(LoadReport::eLoss loss, char const* detail) noexcept override;

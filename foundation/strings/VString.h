@@ -252,7 +252,7 @@ class VFOUNDATION_API VString : public Registered<VString, VObject> {
     /// True when `extension` (given without the dot) is the text after the last '.' of the last component.
     static bool CStringHasPathExtension(char const* path, char const* extension, bool caseInsensitive);
 
-    /// Switches the pool; cleared when the library shuts down.
+    /// Switches the pool; cleared when the library shuts down. Relaxed: the pool guards itself.
     static std::atomic<bool> ms_bRecyclingEnabled;
     static std::atomic<VObjectRingBufferTmpl<VString>*> ms_recycledStrings;
     static std::atomic<VString*> ms_emptyString;
@@ -279,6 +279,7 @@ class VFOUNDATION_API VString : public Registered<VString, VObject> {
     }
     long FindText(std::string_view text, unsigned long from) const noexcept;
 
+    void Begin(char const* text, unsigned long length) noexcept;
     bool Allocate(unsigned long size, bool keepBytes = false) noexcept;
     bool Reallocate(unsigned long size) noexcept;
     void Assign(char const* text, unsigned long length, bool mayHoldNul = false) noexcept;

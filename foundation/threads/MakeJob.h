@@ -51,8 +51,8 @@ class VFOUNDATION_API FunctionJob final : public VJob {
     }
 
     Function m_function;
-    std::atomic<bool> m_isAborted{false};
-    std::atomic<bool> m_isOver{false};
+    std::atomic<bool> m_isAborted{false}; // relaxed: flags to look at, now and then
+    std::atomic<bool> m_isOver{false};    // relaxed, too
 };
 
 } // namespace detail

@@ -41,8 +41,9 @@ class VFOUNDATION_API VCriticalSection : public Registered<VCriticalSection, VOb
 
   private:
     mutable std::atomic<std::uint32_t> m_word{0};
-    mutable std::atomic<std::uintptr_t> m_owner{0}; // the thread's id; 0 without one
-    mutable std::int64_t m_entries = 0;             // the owner's
+    // The thread's id; 0 without one. relaxed: a thread only looks for its own id.
+    mutable std::atomic<std::uintptr_t> m_owner{0};
+    mutable std::int64_t m_entries = 0; // the owner's
 };
 
 } // namespace VFoundation

@@ -100,6 +100,7 @@ class VFOUNDATION_API VJob : public Registered<VJob, VObject> {
     std::atomic<IVJobDelegate*> m_delegate;
     VObjectRef<VObject> m_description;
     std::int32_t m_userValue = 0;
+    // relaxed: times and flags to look at; the queue hands over the job itself
     std::atomic<double> m_queuedTime{0};
     std::atomic<double> m_startTime{0};
     std::atomic<double> m_endTime{0};

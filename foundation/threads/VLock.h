@@ -43,8 +43,8 @@ class VFOUNDATION_API VLock : public Registered<VLock, VObject> {
     bool IsLocked() const noexcept { return m_locked.load(std::memory_order_relaxed); }
 
   private:
-    std::atomic<bool> m_locked{false};
-    std::atomic<std::uint32_t> m_state{0};
+    std::atomic<bool> m_locked{false};     // relaxed: a hint
+    std::atomic<std::uint32_t> m_state{0}; // acquire: who finds it free sees what its holder did
 };
 
 } // namespace VFoundation

@@ -74,7 +74,7 @@ class VFOUNDATION_API VSemaphore : public Registered<VSemaphore, VObject> {
     SharedSemaphore* m_handle = nullptr;
     std::int32_t m_maxSignals = 0;
     VObjectRef<VString> m_name;
-    // Apart, so that posting and waiting threads do not slow each other down.
+    // Apart, so that posting and waiting threads do not slow each other down. relaxed: statistics.
     alignas(kCacheLine) std::atomic<std::uint32_t> m_posted{0};
     alignas(kCacheLine) std::atomic<std::uint32_t> m_taken{0};
 };

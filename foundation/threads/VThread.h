@@ -6,7 +6,7 @@
 
 #include <cstdint>
 #include <memory>
-#include <sys/types.h>
+#include <pthread.h>
 
 namespace VFoundation {
 
@@ -63,7 +63,7 @@ class VFOUNDATION_API VThread : public Registered<VThread, VObject> {
     static bool CaughtEndOfThread() noexcept;
     /// Sleeps so many milliseconds; 0 and less return at once.
     static void Sleep(long milliseconds);
-    static ThreadID GetCurrentThreadID() noexcept;
+    static ThreadID GetCurrentThreadID() noexcept { return pthread_self(); }
 
     /// Enters a thread in the list of live threads (retained), once. False for null, when it is there
     /// already, when memory runs out, and while the library is not initialised. `StartThread` does not do it.

@@ -37,6 +37,7 @@ SHARED = {
     "containers/internal/Snapshot.h": "walks that run other code, in containers and graphs",
     "containers/internal/TRecyclePool.h": "every recycled class has its pool through it",
     "containers/internal/VObjectCast.h": "checks what a file put into an array",
+    "host/internal/HostServices.h": "what the system does for the library: the folder of a file that is replaced",
     "host/internal/LocalTime.h": "one form of a date, in the log file and in VDate",
     "log/internal/UTF8Text.h": "names in pictures, of contexts and of graphs",
     "persistence/internal/FileReplacer.h": "a failing save keeps the old file, of XML, of pictures and of graphs",

@@ -219,6 +219,15 @@ TEST_P(VObjectContainerTest, StoresNothingWhoseRetainThrowsOrUsesIt) {
     odd.m_act = [] {};
     m_box->RemoveAllObjects();
     Fill({&a, &odd});
+    std::string enters;
+    odd.m_act = [&] {
+        enters += std::async(std::launch::async, [this] {
+                      return VCriticalSectionScope().TryEnter(m_box->CriticalSection(), 0) ? '+' : '-';
+                  }).get();
+    };
+    VObjectContainer().AddObjects(m_box.Get());
+    EXPECT_EQ(enters, m_box->CriticalSection() ? "-+" : "++")
+        << "retained under the lock, and added without it";
     odd.m_act = [] { throw 1; };
     EXPECT_THROW(VObjectContainer().AddObjects(m_box.Get()), int); // and lets go of what it held already
     m_box->RemoveAllObjects();

@@ -1,6 +1,7 @@
 #include "foundation/persistence/VAIFile.h"
 
 #include "foundation/strings/VString.h"
+#include "foundation/strings/values/VValue.h"
 #include "tests/persistence/ChunkBytes.h"
 #include "tests/support/FailingReads.h"
 #include "tests/support/FullDisk.h"
@@ -289,8 +290,10 @@ TEST_F(AIFile, ReportsBytesThatWereLost) {
     {
         LineLogScope const log;
         m_file << "text";
-        EXPECT_EQ(log.Lines(), std::vector<std::string>{"VAIFile::<< ARGH!"});
+        EXPECT_FALSE(VString("text").Serialize(m_file));
+        EXPECT_EQ(log.Lines(), (std::vector<std::string>{"VAIFile::<< ARGH!", "VAIFile::<< ARGH!"}));
     }
+    EXPECT_FALSE(VValue().Serialize(m_file));
     EXPECT_FALSE(m_file.Close());
     int const descriptor = ::dup(STDIN_FILENO); // the next file has the same number
     ::close(descriptor);

@@ -82,6 +82,7 @@ class VFOUNDATION_API VColour : public Registered<VColour, VObject>, public SCol
     static void UninitializeClass();
 
     static VObjectArrayTmpl<VColour>* ms_namedColoursArray;
+    /// release and acquire: hand over the colour; relaxed under the lock of those who make one.
     static std::atomic<VColour*> ms_namedColours[kNamedCount];
 
     static char const* const ms_pchRedTag;
