@@ -189,7 +189,7 @@ TEST_F(ImageFileCodecTest, TellsItsReasonToWhoeverAsks) {
     Bytes const whole = Picture("rgb-8.png");
     EXPECT_TRUE(Load(true, whole.substr(0, whole.size() / 2)).empty());
     std::string const start = std::string("cannot load ") + m_scratch.Path() + ": ";
-    EXPECT_TRUE(reason.ErrorDescription().View().starts_with(start + "IDAT")) << reason.ErrorDescription();
+    EXPECT_TRUE(reason.ErrorDescription().View().starts_with(start)) << reason.ErrorDescription();
     EXPECT_EQ(VImageIOTarga().LoadImageFromFile(m_scratch.Path()), nullptr);
     EXPECT_TRUE(reason.ErrorDescription().View().starts_with(start)) << reason.ErrorDescription();
     VImage image;

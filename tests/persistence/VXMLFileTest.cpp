@@ -190,7 +190,7 @@ TEST_P(XMLFile, SavesAndLoadsOneObject) {
     EXPECT_EQ(array.Count(), 1);
     EXPECT_EQ(file.ErrorDescription(),
               "cannot load all of " + path +
-                  ": R/VObjectArray/Unknown at line 2, column 45: unknown class (Unknown), and 1 more");
+                  ": R/VObjectArray/Unknown at line 2, column 46: unknown class (Unknown), and 1 more");
 }
 
 TEST_P(XMLFile, WorksWithoutABackEnd) {
