@@ -1,11 +1,7 @@
-// Builds a small graph, saves it as XML, loads it again and shows what came back.
-//   example_GraphToXML roads.xml
+// Builds a small graph, saves it as XML, loads it again, shows what came back and draws it.
+//   example_GraphToXML roads.xml roads.svg
 
-#include "foundation/core/VObjectRef.h"
-#include "foundation/core/lifecycle/VLibrary.h"
-#include "foundation/graph/VGraph.h"
-#include "foundation/persistence/VXMLFile.h"
-#include "foundation/strings/VString.h"
+#include "foundation/VFoundation.h"
 
 #include <cstdio>
 
@@ -13,66 +9,53 @@ using namespace VFoundation;
 
 namespace {
 
-/// Adds a node with a name (borrowed: the graph holds it).
-VGraphNode* AddTown(VGraph& graph, char const* name) {
-    auto const town = VObjectRef<VGraphNode>::Adopt(VGraphNode::New());
-    VString const key("name");
-    town->Properties().SetObjectForKey(VObjectRef<VString>::Adopt(VString::NewString(name)).Get(), &key);
-    graph.AddNode(town.Get());
-    return town.Get();
-}
-
-void AddRoad(VGraph& graph, VGraphNode* from, VGraphNode* to) {
-    auto const road = VObjectRef<VGraphEdge>::Adopt(VGraphEdge::New());
-    road->SetNodes(from, to);
-    graph.AddEdge(road.Get());
-}
-
-char const* NameOf(VGraphNode const* town) {
-    VString const key("name");
-    auto const* const name =
-        town ? static_cast<VString const*>(town->Properties().ObjectForKey(&key)) : nullptr;
-    return name ? name->CString() : "nowhere";
-}
-
 bool Save(char const* path) {
-    auto const graph = VObjectRef<VGraph>::Adopt(VGraph::New());
-    VGraphNode* const aston = AddTown(*graph, "Aston");
-    VGraphNode* const barley = AddTown(*graph, "Barley");
-    VGraphNode* const corby = AddTown(*graph, "Corby");
-    AddRoad(*graph, aston, barley);
-    AddRoad(*graph, barley, corby);
+    auto const roads = MakeObject<VGraph>();
+    VGraphNode* const aston = roads->AddNamedNode("Aston");
+    VGraphNode* const barley = roads->AddNamedNode("Barley");
+    VGraphNode* const corby = roads->AddNamedNode("Corby");
+    roads->Connect(aston, barley);
+    roads->Connect(barley, corby);
 
     VXMLFile file;
-    return file.OpenFileForWrite(path, "Map") && file.WriteObject("roads", graph.Get()) && file.CloseFile();
+    bool const isSaved = file.SaveObject(path, "Map", *roads);
+    if (!isSaved) {
+        std::fprintf(stderr, "%s\n", file.ErrorDescription().CString());
+    }
+    return isSaved;
 }
 
-bool LoadAndShow(char const* path) {
+VString NameOf(VGraphNode const* town) {
+    auto const* const name = town ? static_cast<VString*>(town->Properties().ObjectForKey("name")) : nullptr;
+    return name ? *name : "nowhere";
+}
+
+bool LoadAndShow(char const* path, char const* picturePath) {
+    auto const roads = MakeObject<VGraph>();
     VXMLFile file;
-    auto const graph = VObjectRef<VGraph>::Adopt(VGraph::New());
-    if (!file.OpenFileForRead(path, "Map") || !file.ReadObject("roads", graph.Get())) {
+    if (!file.LoadObject(path, "Map", *roads)) {
+        std::fprintf(stderr, "%s\n", file.ErrorDescription().CString());
         return false;
     }
-    std::printf("%li towns, %li roads\n", graph->NodeCount(), graph->EdgeCount());
-    for (long i = 0; i < graph->EdgeCount(); ++i) {
-        VGraphEdge const* const road = graph->Edges().ObjectAtIndexTyped(i);
-        std::printf("  from %s to %s\n", NameOf(road->Node1()), NameOf(road->Node2()));
+    std::printf("%li towns, %li roads\n", roads->NodeCount(), roads->EdgeCount());
+    for (VGraphEdge const* const road : roads->Edges()) {
+        std::printf("  from %s to %s\n", NameOf(road->Node1()).CString(), NameOf(road->Node2()).CString());
     }
-    return true;
+    VGraphPicture picture(*roads);
+    bool const isDrawn = picture.WriteSVG(picturePath);
+    if (!isDrawn) {
+        std::fprintf(stderr, "%s\n", picture.ErrorDescription().CString());
+    }
+    return isDrawn;
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
-    if (argc != 2) {
-        std::fprintf(stderr, "usage: %s <XML file>\n", argv[0]);
+    if (argc != 3) {
+        std::fprintf(stderr, "usage: %s <XML file> <SVG file>\n", argv[0]);
         return 2;
     }
-    InitializeLibrary(true);
-    bool const done = Save(argv[1]) && LoadAndShow(argv[1]);
-    bool const destroyRegistry = true;
-    bool const dumpClasses = false;
-    bool const quiet = true;
-    UninitializeLibrary(destroyRegistry, dumpClasses, quiet);
-    return done ? 0 : 1;
+    LibraryScope const library;
+    return Save(argv[1]) && LoadAndShow(argv[1], argv[2]) ? 0 : 1;
 }

@@ -6,9 +6,6 @@
 
 #include <atomic>
 #include <cstdio>
-#include <semaphore.h>
-#include <string>
-#include <unistd.h>
 
 using namespace VFoundation;
 
@@ -50,6 +47,8 @@ class Motor : public Registered<Motor, VMessenger> {
     static Motor* New() { return new Motor; }
 
     int Changes() const noexcept { return m_changes; }
+    /// Waits until the speed has changed more often than that.
+    void WaitForMoreThan(int changes) const { m_changes.wait(changes); }
 
     /// The message is lent: what is to be kept is copied.
     void ReceiveMessage(VMessage* message) override {
@@ -59,6 +58,7 @@ class Motor : public Registered<Motor, VMessenger> {
             std::printf("motor: speed %.2f, told %s\n", message->FirstArg().GetDouble(),
                         pthread_equal(pthread_self(), m_home) ? "at once" : "by the centre's thread");
             ++m_changes;
+            m_changes.notify_all();
         }
     }
 
@@ -73,49 +73,30 @@ class Motor : public Registered<Motor, VMessenger> {
     std::atomic<int> m_changes{0};
 };
 
-/// False when the motor has not heard so many changes within five seconds.
-bool WaitForChanges(Motor const& motor, int count) {
-    for (int i = 0; i < 500 && motor.Changes() < count; ++i) {
-        VThread::Sleep(10);
-    }
-    return motor.Changes() >= count;
-}
-
 bool Run() {
-    auto const knob = VObjectRef<Knob>::Adopt(Knob::New());
-    auto const motor = VObjectRef<Motor>::Adopt(Motor::New());
-    auto const center = VObjectRef<VMessageCenter>::Adopt(VMessageCenter::New());
-
-    // Without a centre in the connection the motor is told before Turn() returns.
-    center->ConnectImmediate(knob.Get(), Knob::kTurned, nullptr, motor.Get(), Motor::kSetSpeed);
-    knob->Turn(0.25);
-    bool works = motor->Changes() == 1;
-    center->DisconnectImmediate(knob.Get(), Knob::kTurned, nullptr, motor.Get(), Motor::kSetSpeed);
-
-    // With the centre in it, the message waits there for the centre's thread. Started, the centre also makes
-    // the connection on that thread: so nothing is locked, and the knob is turned when it is there.
-    std::string const name = "example-" + std::to_string(getpid());
-    center->StartCenter(name.c_str(), 5);
-    center->ConnectDelayed(knob.Get(), Knob::kTurned, center.Get(), motor.Get(), Motor::kSetSpeed);
-    while (center->CommandCountMin() > 0 || knob->RetainCount() < 2) {
-        VThread::Sleep(10);
+    auto const knob = MakeObject<Knob>();
+    auto const motor = MakeObject<Motor>();
+    {
+        // Without a centre the motor is told before Turn() returns.
+        auto const connection =
+            VMessageCenter::Connect(nullptr, knob.Get(), Knob::kTurned, motor.Get(), Motor::kSetSpeed);
+        knob->Turn(0.25);
     }
-    knob->Turn(0.75);
-    works = WaitForChanges(*motor, 2) && works;
+    bool const isToldAtOnce = motor->Changes() == 1;
 
-    // Connections keep both messengers alive, so they are undone in the end; and the centre is stopped before
-    // its last reference goes.
-    center->StopCenter();
-    center->DisconnectImmediate(knob.Get(), Knob::kTurned, center.Get(), motor.Get(), Motor::kSetSpeed);
-    sem_unlink(name.c_str()); // the library does not remove the server's semaphore
-    return works;
+    // With one, the message waits there for the centre's thread. The connection ends before the centre does.
+    StartedCenter const center;
+    auto const connection =
+        VMessageCenter::Connect(center.Get(), knob.Get(), Knob::kTurned, motor.Get(), Motor::kSetSpeed);
+    knob->Turn(0.75);
+    motor->WaitForMoreThan(1);
+    return isToldAtOnce && motor->Changes() == 2;
 }
 
 } // namespace
 
 int main() {
-    InitializeLibrary(true);
-    bool const works = Run();
-    UninitializeLibrary(true, false, true);
-    return works ? 0 : 1;
+    LibraryScope const library;
+    RegisterClasses<Knob, Motor>();
+    return Run() ? 0 : 1;
 }

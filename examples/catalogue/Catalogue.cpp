@@ -52,7 +52,9 @@ bool Catalogue::Save(std::vector<VObjectRef<Photo>> const& photos) {
         }
     }
     FindSimilar();
+    VGraphPicture picture(*m_similar);
     return SaveThumbnails() && SaveFingerprints() && SaveObject(PathOf("similar.xml"), *m_similar) &&
+           Check(picture.WriteDot(PathOf("similar.dot").CString()), picture) &&
            SaveObject(PathOf("photos.xml"), m_photos);
 }
 

@@ -14,7 +14,7 @@ namespace catalogue {
 ///     photos.xml           an entry for each photo; what it names is in the other files
 ///     fingerprints.chunks  ids and fingerprints, with a checksum
 ///     thumbnails.archive   PNG files "<id>.png", with a checksum
-///     similar.xml          a graph of the photos that look alike
+///     similar.xml          a graph of the photos that look alike; similar.dot is the same for Graphviz
 ///
 /// Each file is replaced when the new one is whole, photos.xml last: a program that is stopped at any point leaves a
 /// whole catalogue. The log tells of damage, and the photos that it concerns are made anew.

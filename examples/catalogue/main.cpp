@@ -18,8 +18,7 @@ namespace {
 
 enum ExitStatus : int { kDone = 0, kDamaged = 1, kWrongUse = 2, kFailed = 3, kInterrupted = 130 };
 
-std::atomic<bool> s_isInterrupted{false};
-static_assert(std::atomic<bool>::is_always_lock_free); // a signal handler sets it
+std::atomic<bool> s_isInterrupted{false}; // set by a signal handler
 
 /// Makes what is missing on the threads of a pool, small files first. Messages tell another thread, which draws a bar.
 void MakeMissing(std::vector<VObjectRef<Photo>> const& photos, int threads) {
@@ -44,7 +43,7 @@ void MakeMissing(std::vector<VObjectRef<Photo>> const& photos, int threads) {
                 }
                 VMessage message;
                 message.FirstArg().SetValueToString(photo->path);
-                reporter->MessageDelay(bar.Get(), &message);
+                static_cast<void>(reporter->MessageDelay(bar.Get(), &message)); // there is room for all
             }
         };
         if (!photo->IsMade()) {

@@ -119,7 +119,7 @@ class VFOUNDATION_API TRingBuffer : public VObject {
 
     /// The record "TRingBuffer_" + the name of `T`; one in the process, whichever shared object asks.
     static VClass* TheClass();
-    static VObject* New() { return new TRingBuffer(); }
+    [[nodiscard]] static VObject* New() { return new TRingBuffer(); }
     static void InitializeClass() {}
     static void UninitializeClass() {}
 

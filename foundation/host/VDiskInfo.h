@@ -33,7 +33,7 @@ class VFOUNDATION_API VDiskInfo : public Registered<VDiskInfo, VObject> {
     VDiskInfo(VDiskInfo const&) = delete;
     VDiskInfo& operator=(VDiskInfo const&) = delete;
 
-    static VDiskInfo* New();
+    [[nodiscard]] static VDiskInfo* New();
     static void UninitializeClass();
 
     /// Fills both tables, unless they exist. Without memory neither is made, and a later call tries again; what the

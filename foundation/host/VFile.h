@@ -36,7 +36,7 @@ class VFOUNDATION_API VFile : public Registered<VFile, VObject> {
     ~VFile() override;
 
     /// DELIBERATE: a file cannot be made by name; always null.
-    static VObject* New() { return nullptr; }
+    [[nodiscard]] static VObject* New() { return nullptr; }
     static void InitializeClass() {}
 
     /// False when the file cannot be opened (see `ErrorDescription`), or when one is open already, which stays.
@@ -66,11 +66,11 @@ class VFOUNDATION_API VFile : public Registered<VFile, VObject> {
     std::string OpenErrorText() const;
 
     /// The one place where the library opens files by mode: `fopen`, closed on exec. Null when that fails, and for null.
-    static std::FILE* vfc_fopen(char const* path, char const* mode);
-    static std::FILE* vfc_fopen(VString const& path, char const* mode);
+    [[nodiscard]] static std::FILE* vfc_fopen(char const* path, char const* mode);
+    [[nodiscard]] static std::FILE* vfc_fopen(VString const& path, char const* mode);
     /// Opens a regular file for reading in binary mode, closed on exec. Null for anything else that `path` leads to;
     /// never waits for the other end of a pipe. Links are followed.
-    static std::FILE* OpenRegularFile(char const* path);
+    [[nodiscard]] static std::FILE* OpenRegularFile(char const* path);
 
   private:
     std::FILE* m_stream = nullptr;

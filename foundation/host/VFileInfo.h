@@ -32,8 +32,8 @@ class VFOUNDATION_API VFileInfo : public Registered<VFileInfo, VObject> {
 
     /// A record (owned), from the pool when it has one.
     /// DELIBERATE: a pooled record keeps its old contents; only a new one is empty.
-    static VFileInfo* NewFileInfo();
-    static VFileInfo* New() { return NewFileInfo(); }
+    [[nodiscard]] static VFileInfo* NewFileInfo();
+    [[nodiscard]] static VFileInfo* New() { return NewFileInfo(); }
 
     char const* Path() const noexcept { return m_path; }
     /// Cut to 259 bytes; null is empty. `path` may be part of the record's own.

@@ -26,7 +26,7 @@ class VFOUNDATION_API VFileManager : public Registered<VFileManager, VObject> {
     VFileManager& operator=(VFileManager const&) = delete;
     ~VFileManager() override;
 
-    static VFileManager* New();
+    [[nodiscard]] static VFileManager* New();
     static void InitializeClass();
     static void UninitializeClass();
 
@@ -51,8 +51,8 @@ class VFOUNDATION_API VFileManager : public Registered<VFileManager, VObject> {
     static void MakePathUseHostSeparator(char* path) noexcept;
 
     /// `VFile::vfc_fopen`.
-    static std::FILE* vfc_fopen(char const* path, char const* mode);
-    static std::FILE* vfc_fopen(VString const& path, char const* mode);
+    [[nodiscard]] static std::FILE* vfc_fopen(char const* path, char const* mode);
+    [[nodiscard]] static std::FILE* vfc_fopen(VString const& path, char const* mode);
 
     static std::atomic<VFileManager*> ms_defaultManager;
 

@@ -21,15 +21,15 @@ class VFOUNDATION_API IImageIO {
     virtual ~IImageIO() = default;
 
     /// The image in the file (owned), or null.
-    virtual VImage* LoadImageFromFile(char const* path) const = 0;
-    virtual VImage* LoadImageFromFile(VString const& path) const = 0;
+    [[nodiscard]] virtual VImage* LoadImageFromFile(char const* path) const = 0;
+    [[nodiscard]] virtual VImage* LoadImageFromFile(VString const& path) const = 0;
     /// Decodes a whole file held in memory into `image`. False, with the image as it was, when the data cannot
     /// be decoded.
     virtual bool ConvertDataToImage(VData const& data, VImage& image) const = 0;
     /// False when the file could not be written, or not whole.
     virtual bool SaveImageToFile(VImage const& image, VString const& path) const = 0;
     /// The extensions without their dots, as strings (owned); null when the codec does not tell.
-    virtual VObjectArray* SupportedFileExtensions() const = 0;
+    [[nodiscard]] virtual VObjectArray* SupportedFileExtensions() const = 0;
 };
 
 } // namespace VFoundation

@@ -2,6 +2,7 @@
 
 #include "foundation/core/VObjectRef.h"
 #include "foundation/host/VFileManager.h"
+#include "foundation/image/ImageLoadReason.h"
 #include "foundation/image/VImage.h"
 #include "foundation/image/internal/WithinMemory.h"
 #include "foundation/log/VLog.h"
@@ -40,6 +41,7 @@ VImage* ImageFileCodec::LoadImageFromFile(char const* path) const {
     VImage* image = nullptr;
     if (path && !DoWithinMemory([&] { image = LoadNamedFile(path); })) {
         VLog::Trace("Failed to load image: %s\n", path);
+        ImageLoadReason::Note(path, "");
     }
     return image;
 }
@@ -79,6 +81,7 @@ VObjectArray* ImageFileCodec::SupportedFileExtensions() const {
 VImage* ImageFileCodec::ImageFromBitmap(VBitmapImage* bitmap, char const* failure, char const* reason,
                                         VString const& path) {
     if (!bitmap) {
+        ImageLoadReason::Note(path.CString(), reason);
         if (LogsReasons()) {
             TraceReason(failure, reason);
         } else {

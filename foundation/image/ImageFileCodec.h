@@ -21,13 +21,13 @@ class VBitmapImage;
 /// Ownership, threads, memory: as `IImageIO`.
 class VFOUNDATION_API ImageFileCodec : public IImageIO {
   public:
-    VImage* LoadImageFromFile(char const* path) const final;
-    VImage* LoadImageFromFile(VString const& path) const final;
+    [[nodiscard]] VImage* LoadImageFromFile(char const* path) const final;
+    [[nodiscard]] VImage* LoadImageFromFile(VString const& path) const final;
 
     // DELIBERATE: a codec that only loads files still has these operations; they fail, or give null.
     bool ConvertDataToImage(VData const& data, VImage& image) const override;
     bool SaveImageToFile(VImage const& image, VString const& path) const override;
-    VObjectArray* SupportedFileExtensions() const override;
+    [[nodiscard]] VObjectArray* SupportedFileExtensions() const override;
 
     /// With true, a load that fails says why, for all codecs and threads from now on: the line that codecs write to the
     /// standard error stream goes to the log instead, whole and with the decoder's reason, and a Targa file that is

@@ -19,7 +19,7 @@ class PixelBuffer;
 class VFOUNDATION_API VBitmapContext {
   public:
     /// Null when a side is 0 or there is no memory.
-    static std::unique_ptr<VBitmapContext> Create(std::uint32_t width, std::uint32_t height);
+    [[nodiscard]] static std::unique_ptr<VBitmapContext> Create(std::uint32_t width, std::uint32_t height);
 
     VBitmapContext(VBitmapContext const&) = delete;
     VBitmapContext& operator=(VBitmapContext const&) = delete;

@@ -39,8 +39,9 @@ class VFOUNDATION_API VBitmapImage : public Registered<VBitmapImage, VObject> {
     /// callback. Null, with nothing released, when a side is 0, `data` is null or not aligned to 4,
     /// `bytesPerRow` is no multiple of 4 or less than a row needs, `size` is less than all rows need, or there is no
     /// memory for the object.
-    static VBitmapImage* Create(std::uint32_t width, std::uint32_t height, unsigned long bytesPerRow,
-                                void* info, void const* data, unsigned long size, ReleaseCallback release);
+    [[nodiscard]] static VBitmapImage* Create(std::uint32_t width, std::uint32_t height,
+                                              unsigned long bytesPerRow, void* info, void const* data,
+                                              unsigned long size, ReleaseCallback release);
 
     /// A bitmap that owns its pixels, the rows of which follow one another. Null when a side is 0 or the pixels are not
     /// as many as the sides say, and without memory.

@@ -3,6 +3,7 @@
 #include "foundation/containers/VObjectArray.h"
 #include "foundation/core/internal/ClassOwned.h"
 #include "foundation/host/VFileManager.h"
+#include "foundation/image/ImageLoadReason.h"
 #include "foundation/image/VImageIOJPEG.h"
 #include "foundation/image/VImageIOPNG.h"
 #include "foundation/image/VImageIOTarga.h"
@@ -35,7 +36,11 @@ VImage* DecodeFile(char const* path) {
     if (has("jpeg") || has("jpg")) {
         return VImageIOJPEG().LoadImageFromFile(path);
     }
-    return has("png") ? VImageIOPNG().LoadImageFromFile(path) : nullptr;
+    if (has("png")) {
+        return VImageIOPNG().LoadImageFromFile(path);
+    }
+    ImageLoadReason::Note(path, "its name has no extension of a picture");
+    return nullptr;
 }
 
 } // namespace

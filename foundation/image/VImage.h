@@ -49,7 +49,7 @@ class VFOUNDATION_API VImage : public Registered<VImage, VObject> {
     VImage& operator=(VImage const&) = delete;
     ~VImage() override;
 
-    static VImage* New() { return new VImage; }
+    [[nodiscard]] static VImage* New() { return new VImage; }
     /// Makes the cache and switches it on.
     static void InitializeClass();
     /// Ends the cache and forgets the resource path; images in use elsewhere live on.
@@ -57,9 +57,9 @@ class VFOUNDATION_API VImage : public Registered<VImage, VObject> {
 
     /// The image in the file (owned), from the cache if it is there. '\' counts as '/'. The extensions are
     /// "tga", "jpeg", "jpg" and "png", any case. Null when the path is null or has another extension, and when the
-    /// file is missing, damaged or too large, which the codec reports. Without memory for the cache the image is not
+    /// file is missing, damaged or too large, which the codec reports (`ImageLoadReason`). Without memory for the cache the image is not
     /// cached.
-    static VImage* ImageFromFile(char const* path);
+    [[nodiscard]] static VImage* ImageFromFile(char const* path);
 
     /// The first image cached under exactly this name (borrowed), or null.
     static VImage* FindImageInCacheWithName(char const* name);

@@ -4,6 +4,7 @@
 #include "foundation/core/VException.h"
 #include "foundation/core/VObjectRef.h"
 #include "foundation/host/VFile.h"
+#include "foundation/image/ImageLoadReason.h"
 #include "foundation/image/VBitmapContext.h"
 #include "foundation/image/VImage.h"
 #include "foundation/image/internal/DecodeReport.h"
@@ -54,6 +55,7 @@ VImage* VImageIOTarga::LoadResolvedFile(VString const& path, bool exists) const 
                 return image.Detach();
             }
             if (file.ReadError() == 0) {
+                ImageLoadReason::Note(path.CString(), report.reason);
                 TraceReason(kFailure, report.reason);
                 return nullptr;
             }
@@ -66,6 +68,7 @@ VImage* VImageIOTarga::LoadResolvedFile(VString const& path, bool exists) const 
             VLog::Trace("Caught and unknown exception whilst loading image\n");
         }
     }
+    ImageLoadReason::Note(path.CString(), report.reason);
     TraceReason(kFailure, report.reason);
     TraceFailure(path);
     return nullptr;
@@ -74,7 +77,11 @@ VImage* VImageIOTarga::LoadResolvedFile(VString const& path, bool exists) const 
 bool VImageIOTarga::ConvertDataToImage(VData const& data, VImage& image) const {
     TargaMemorySource source(data.Bytes(), data.Length());
     DecodeReport report;
-    return DecodeTarga(source, image, report);
+    bool const isDecoded = DecodeTarga(source, image, report);
+    if (!isDecoded) {
+        ImageLoadReason::Note("a picture in memory", report.reason);
+    }
+    return isDecoded;
 }
 
 VObjectArray* VImageIOTarga::SupportedFileExtensions() const {

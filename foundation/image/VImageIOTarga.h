@@ -49,14 +49,14 @@ class VFOUNDATION_API VImageIOTarga : public ImageFileCodec {
     bool ConvertDataToImage(VData const& data, VImage& image) const override;
     bool SaveImageToFile(VImage const& image, VString const& path) const override;
     /// "tga".
-    VObjectArray* SupportedFileExtensions() const override;
+    [[nodiscard]] VObjectArray* SupportedFileExtensions() const override;
 
     /// Writes the image's pixels, upside down with `flip`. False for an image without bitmap or with a side
     /// beyond `kMaxSide`, and when the file could not be made or written whole.
     bool SaveImageFromPixelData(VImage const& image, VString const& path, bool flip) const;
 
     /// A transparent context of the size of the image; null for null and without memory.
-    static std::unique_ptr<VBitmapContext> CreateARGBBitmapContext(CGImage const* image);
+    [[nodiscard]] static std::unique_ptr<VBitmapContext> CreateARGBBitmapContext(CGImage const* image);
 
     /// Frees the pixels of a loaded file; the release callback of their bitmap.
     static void ReleaseImageData(void* info, void const* data, unsigned long size);

@@ -59,7 +59,7 @@ class VFOUNDATION_API VLog : public Registered<VLog, VObject> {
   public:
     static constexpr char const* kClassName = "VLog";
     static VClass* ms_theClass;
-    static VLog* New();
+    [[nodiscard]] static VLog* New();
 
     /// A timed section between a start and an end line (VLogContext.h).
     class VLogContext;

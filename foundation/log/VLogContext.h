@@ -38,7 +38,7 @@ class VLog::VLogContext : public Registered<VLog::VLogContext, VObject> {
     /// Writes the end line, unless `VLog::EndLoggingContext` has.
     ~VLogContext() override;
     /// A context without name on the default log.
-    static VLogContext* New();
+    [[nodiscard]] static VLogContext* New();
 
     /// Seconds since the start.
     double GetElapsedTime() const { return m_stopWatch.GetElapsedTime(); }

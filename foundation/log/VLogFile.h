@@ -19,7 +19,7 @@ class ThreadPresence;
 /// The log that writes to a file, directly or through a writer thread, so that tracing threads do not wait
 /// for the disk:
 ///
-///     auto const log = VObjectRef<VLogFile>::Adopt(new VLogFile("/var/tmp/app.log"));
+///     auto const log = MakeObject<VLogFile>("/var/tmp/app.log");
 ///     log->StartLoggingThread();
 ///     VLog::SetLog(log.Get());             // UninitializeLibrary stops the thread
 ///
@@ -71,7 +71,7 @@ class VFOUNDATION_API VLogFile : public Registered<VLogFile, VLog> {
     /// Stops the thread and closes the file.
     ~VLogFile() override;
     /// One without a file.
-    static VLogFile* New();
+    [[nodiscard]] static VLogFile* New();
 
     /// Opens a file, or empties one that exists. False when one is open already, and when it cannot be
     /// opened.

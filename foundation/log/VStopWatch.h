@@ -25,7 +25,7 @@ class VFOUNDATION_API VStopWatch : public Registered<VStopWatch, VObject> {
     VStopWatch(VStopWatch const&) = delete;
     VStopWatch& operator=(VStopWatch const&) = delete;
     ~VStopWatch() override = default;
-    static VStopWatch* New();
+    [[nodiscard]] static VStopWatch* New();
     /// Reads the clock's time base.
     static void InitializeClass();
     /// The time base stays, for the watches that are still running.

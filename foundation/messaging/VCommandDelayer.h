@@ -39,7 +39,7 @@ class VFOUNDATION_API VCommandDelayer : public Registered<VCommandDelayer, VObje
 
     /// What `VMessageCenter` says; the base versions queue nothing, connect nothing and return false, 0 or
     /// null.
-    virtual bool MessageDelay(VMessenger* target, VMessage* message);
+    [[nodiscard]] virtual bool MessageDelay(VMessenger* target, VMessage* message);
     /// The base version notes the time of service.
     virtual long SendDelayedCommands();
     virtual VCriticalSection* GetCriticalSection();

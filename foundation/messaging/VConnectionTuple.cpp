@@ -121,7 +121,7 @@ int VConnectionTuple::MessageSend(VMessage* message) {
     BorrowedID const borrowed(message, m_targetId);
     // The handler may remove this connection: no member is used after these calls.
     if (m_delayer) {
-        m_delayer->MessageDelay(m_target.Get(), message);
+        (void)m_delayer->MessageDelay(m_target.Get(), message); // what is lost, the centre counts
     } else if (m_target) {
         m_target->ReceiveMessage(message);
     }

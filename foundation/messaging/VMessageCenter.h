@@ -84,7 +84,7 @@ class VFOUNDATION_API VMessageCenter : public Registered<VMessageCenter, VComman
     // Posts: true when queued. False when the queue is full, when memory runs out, when the centre does not
     // accept, and once it was stopped; `StopCenter` drops what is queued. A message (not null) is copied.
     // Commands without source or target do nothing when their time comes.
-    bool MessageDelay(VMessenger* target, VMessage* message) override;
+    [[nodiscard]] bool MessageDelay(VMessenger* target, VMessage* message) override;
     bool ConnectDelayed(VMessenger* source, int sourceId, VMessageCenter* center, VMessenger* target,
                         int targetId) override;
     bool DisconnectDelayed(VMessenger* source, int sourceId, VMessageCenter* center, VMessenger* target,
@@ -111,7 +111,7 @@ class VFOUNDATION_API VMessageCenter : public Registered<VMessageCenter, VComman
     /// A messenger that calls a function with each message it receives, as the target of `MessageDelay`:
     ///
     ///     auto const bar = VMessageCenter::MakeReceiver([](VMessage const& message) { Show(message.FirstArg()); });
-    ///     center->MessageDelay(bar.Get(), &message);      // from any thread
+    ///     bool const isQueued = center->MessageDelay(bar.Get(), &message); // from any thread
     ///
     /// The function finds the usual rounding. It is kept by the messenger, which each queued message keeps. Null for an
     /// empty function; without memory `std::bad_alloc`.

@@ -2,6 +2,7 @@
 
 #include "foundation/core/Export.h"
 
+#include <cstdint>
 #include <string>
 
 namespace VFoundation {
@@ -107,6 +108,14 @@ class VFOUNDATION_API IXMLFileIO {
     /// The elements from the root to the cursor, as "Settings/VObjectArray[2]" for the second one of that name; empty
     /// without a cursor and from a back end that does not know.
     virtual std::string Position() const { return {}; }
+    /// Where something stands in the text of a document that was loaded: both from 1, the column in bytes; 0 for nowhere.
+    struct Place {
+        std::uint32_t line = 0;
+        std::uint32_t column = 0;
+    };
+    /// The place of the element that the cursor is on or in; nowhere while saving, and from a back end that does not know.
+    /// Takes a walk over the elements before it.
+    virtual Place CursorPlace() const { return {}; }
 };
 
 } // namespace VFoundation

@@ -13,7 +13,11 @@ unsigned long LoadReport::Count() const noexcept {
 std::string LoadReport::TextOf(Entry const& entry) {
     static constexpr std::array<char const*, kLosses> kTexts{"unknown class", "not made", "not read",
                                                              "count differs", "wrong kind"};
-    return entry.position + ": " + kTexts[static_cast<std::size_t>(entry.loss)] + " (" + entry.detail + ")";
+    std::string const place =
+        entry.line > 0 ? " at line " + std::to_string(entry.line) + ", column " + std::to_string(entry.column)
+                       : "";
+    return entry.position + place + ": " + kTexts[static_cast<std::size_t>(entry.loss)] + " (" +
+           entry.detail + ")";
 }
 
 std::string LoadReport::AsText() const {
@@ -38,9 +42,10 @@ bool LoadReport::Add(eLoss loss) noexcept {
     return m_entries.size() < kMostEntries;
 }
 
-void LoadReport::List(eLoss loss, std::string position, char const* detail) noexcept {
+void LoadReport::List(eLoss loss, std::string position, char const* detail, unsigned long line,
+                      unsigned long column) noexcept {
     try {
-        m_entries.push_back({loss, std::move(position), detail ? detail : ""});
+        m_entries.push_back({loss, std::move(position), detail ? detail : "", line, column});
     } catch (std::exception const&) {
         // counted already
     }

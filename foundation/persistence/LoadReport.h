@@ -44,6 +44,9 @@ class VFOUNDATION_API LoadReport {
         std::string position;
         /// The class, the chunk's id, or both counts.
         std::string detail;
+        /// In XML where the element begins in the text, both from 1, the column in bytes; else 0.
+        unsigned long line = 0;
+        unsigned long column = 0;
     };
 
     bool IsEmpty() const noexcept { return Count() == 0; }
@@ -53,7 +56,7 @@ class VFOUNDATION_API LoadReport {
     std::vector<Entry> const& Entries() const noexcept { return m_entries; }
     /// One line for each entry.
     std::string AsText() const;
-    /// "<position>: <what> (<detail>)"
+    /// "<position>: <what> (<detail>)", in XML "<position> at line <line>, column <column>: <what> (<detail>)".
     static std::string TextOf(Entry const& entry);
 
     /// Two counts as the detail of `kCountDiffers`: "5, found 3".
@@ -63,7 +66,8 @@ class VFOUNDATION_API LoadReport {
     /// Counts one. True when it is also to be listed, with `List`.
     bool Add(eLoss loss) noexcept;
     /// Without memory it stays unlisted.
-    void List(eLoss loss, std::string position, char const* detail) noexcept;
+    void List(eLoss loss, std::string position, char const* detail, unsigned long line = 0,
+              unsigned long column = 0) noexcept;
 
   private:
     std::array<unsigned long, kLosses> m_counts{};

@@ -85,7 +85,7 @@ class VFOUNDATION_API VAIFile : public IAIFile, public Registered<VAIFile, VFile
 
     explicit VAIFile(VClass* cls = nullptr);
     ~VAIFile() override;
-    static VAIFile* New() { return new VAIFile; }
+    [[nodiscard]] static VAIFile* New() { return new VAIFile; }
 
     /// Closes the file that is open. With `kRead` reads `path`; else, with `kWrite`, replaces its contents. After a
     /// failure no file is open and position and lengths are 0.

@@ -32,7 +32,7 @@ class VFOUNDATION_API VArchive : public Registered<VArchive, VObject> {
     explicit VArchive(VClass* cls = nullptr) : Registered(cls) {}
     VArchive(VArchive const&) = delete;
     VArchive& operator=(VArchive const&) = delete;
-    static VArchive* New() { return new VArchive; }
+    [[nodiscard]] static VArchive* New() { return new VArchive; }
 
     VObjectArrayTmplSerializeable<VFileInfo>& Infos() noexcept { return m_infos; }
     VObjectArrayTmplSerializeable<VFileInfo> const& Infos() const noexcept { return m_infos; }

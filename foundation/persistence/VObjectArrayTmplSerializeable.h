@@ -19,7 +19,7 @@ class VFOUNDATION_API VObjectArrayTmplSerializeable : public VObjectArrayTmpl<T>
   public:
     explicit VObjectArrayTmplSerializeable(long initialCapacity = 0) : VObjectArrayTmpl<T>(initialCapacity) {}
 
-    static VObjectArrayTmplSerializeable* New() { return new VObjectArrayTmplSerializeable(0); }
+    [[nodiscard]] static VObjectArrayTmplSerializeable* New() { return new VObjectArrayTmplSerializeable(0); }
 
     /// Loading replaces the elements, by none when the next chunk is not an array, and is true; open it
     /// chunk-safe. Storing is false when something could not be written.

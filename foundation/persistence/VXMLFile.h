@@ -64,7 +64,7 @@ class VFOUNDATION_API VXMLFile : public Registered<VXMLFile, VObject> {
     /// Closes the document, which writes one that is saving.
     ~VXMLFile() override;
 
-    static VXMLFile* New() { return new VXMLFile(nullptr); }
+    [[nodiscard]] static VXMLFile* New() { return new VXMLFile(nullptr); }
     static void InitializeClass();
     static void UninitializeClass();
 
@@ -74,7 +74,7 @@ class VFOUNDATION_API VXMLFile : public Registered<VXMLFile, VObject> {
     static void ClearIXMLFileIOFactory();
 
     /// A new object (owned) with the same error code and no document.
-    VXMLFile* Copy() const override;
+    [[nodiscard]] VXMLFile* Copy() const override;
 
     // Opening and closing. Opening another document drops the one that is open, unsaved.
 
@@ -245,7 +245,7 @@ class VFOUNDATION_API VXMLFile : public Registered<VXMLFile, VObject> {
     virtual bool SerializeObject(char const* name, VObject* object);
     /// Makes a new object (owned) from the first child of a registered class, derived from `base` unless that is null.
     /// Null while saving, when no child matches, and without memory.
-    virtual VObject* ReadAndCreateObject(char const* name, VClass* base);
+    [[nodiscard]] virtual VObject* ReadAndCreateObject(char const* name, VClass* base);
 
     /// "None", "XML lib disabled" (no factory), "XML lib init failed" (the factory made nothing), "Bad mode" (reading
     /// an object while saving) or "Parsing failure" (did not load, or has another root). Opening a document sets it
@@ -274,7 +274,7 @@ class VFOUNDATION_API VXMLFile : public Registered<VXMLFile, VObject> {
     static VClass* ObjectClassNamed(char const* className);
     /// Makes the object (owned) and lets it read itself. Null, after a trace that begins with `reporter`, when its
     /// class is unknown or makes no objects.
-    VObject* CreateObjectHere(char const* reporter);
+    [[nodiscard]] VObject* CreateObjectHere(char const* reporter);
 
     static IXMLFileIOFactory* ms_xml_io_factory;
     /// The object that `SerializeColourAttribute` reads a child into.

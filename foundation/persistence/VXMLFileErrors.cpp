@@ -52,7 +52,8 @@ void VXMLFile::NoteLoss(LoadReport::eLoss loss, char const* detail) noexcept {
         return;
     }
     try {
-        m_report.List(loss, m_pIO->Position(), detail);
+        IXMLFileIO::Place const place = m_pIO->CursorPlace();
+        m_report.List(loss, m_pIO->Position(), detail, place.line, place.column);
     } catch (std::exception const&) {
         // counted
     }

@@ -77,6 +77,7 @@ class VFOUNDATION_API VXMLFileIOTinyXml : public XMLTreeIO<VXMLFileIOTinyXml> {
     VString* m_pTargetString = nullptr;
 
     std::vector<TiXmlText*> m_texts; // of a document that is saving
+    std::vector<Place> m_places;     // of the elements of a loaded document
     Failure m_failure;               // of the last opening or closing
     bool m_isIncomplete = false;     // something was refused while saving
 };

@@ -43,6 +43,7 @@ class VFOUNDATION_API XMLTreeIO : public IXMLFileIO {
     bool IsComplete() const override;
     Failure LastFailure() const override;
     std::string Position() const override;
+    Place CursorPlace() const override;
 
   private:
     Back& Self() noexcept { return static_cast<Back&>(*this); }

@@ -29,7 +29,7 @@ class VFOUNDATION_API VCriticalSection : public Registered<VCriticalSection, VOb
     VCriticalSection(VCriticalSection const&) = delete;
     VCriticalSection& operator=(VCriticalSection const&) = delete;
     ~VCriticalSection() override = default;
-    static VCriticalSection* New();
+    [[nodiscard]] static VCriticalSection* New();
 
     /// Waits until the section is this thread's. 0, or the system's error number.
     long EnterCriticalSection() const;

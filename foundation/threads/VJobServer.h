@@ -27,7 +27,7 @@ class WaitingJobs;
 
 /// A named thread that runs jobs, those of higher priority first and those of equal priority as they arrived:
 ///
-///     auto const server = VObjectRef<VJobServer>::Adopt(new VJobServer("Importer 4711", 64));
+///     auto const server = MakeObject<VJobServer>("Importer 4711", 64);
 ///     server->AddJob(job);          // starts the thread
 ///     ...
 ///     server->KillAllJobs();
@@ -71,7 +71,7 @@ class VFOUNDATION_API VJobServer : public Registered<VJobServer, VObject> {
     VJobServer& operator=(VJobServer const&) = delete;
     ~VJobServer() override;
     /// One named "VJobServer" with room for `kDefaultQueueSize` jobs.
-    static VJobServer* New();
+    [[nodiscard]] static VJobServer* New();
     /// Makes the list of live servers.
     static void InitializeClass();
     static void UninitializeClass();

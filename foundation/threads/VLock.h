@@ -28,7 +28,7 @@ class VFOUNDATION_API VLock : public Registered<VLock, VObject> {
     VLock(VLock const&) = delete;
     VLock& operator=(VLock const&) = delete;
     ~VLock() override = default;
-    static VLock* New();
+    [[nodiscard]] static VLock* New();
 
     /// Takes the lock, waiting at most so many milliseconds: -1 waits forever, 0 and other negatives do not
     /// wait. True when taken.

@@ -18,7 +18,7 @@ class VFOUNDATION_API VMutex : public Registered<VMutex, VObject> {
     VMutex(VMutex const&) = delete;
     VMutex& operator=(VMutex const&) = delete;
     ~VMutex() override = default;
-    static VMutex* New();
+    [[nodiscard]] static VMutex* New();
 };
 
 } // namespace VFoundation

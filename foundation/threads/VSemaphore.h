@@ -39,7 +39,7 @@ class VFOUNDATION_API VSemaphore : public Registered<VSemaphore, VObject> {
     VSemaphore(VSemaphore const&) = delete;
     VSemaphore& operator=(VSemaphore const&) = delete;
     ~VSemaphore() override;
-    static VSemaphore* New();
+    [[nodiscard]] static VSemaphore* New();
 
     /// Opens the semaphore of that name; makes it, with a count of 0 and for every user, if it does not exist.
     /// What was open before is closed and the tally starts again. False when it cannot be opened, also for

@@ -40,7 +40,7 @@ class VFOUNDATION_API VThread : public Registered<VThread, VObject> {
     VThread(VThread const&) = delete;
     VThread& operator=(VThread const&) = delete;
     ~VThread() override;
-    static VThread* New();
+    [[nodiscard]] static VThread* New();
     /// Makes the list of live threads.
     static void InitializeClass();
     /// Drops it, with the references it holds.

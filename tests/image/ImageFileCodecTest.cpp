@@ -1,7 +1,9 @@
 // JPEG and PNG: the pixels of pictures of every kind, and nothing from files that are damaged or too large.
 
+#include "foundation/image/ImageLoadReason.h"
 #include "foundation/image/VImageIOJPEG.h"
 #include "foundation/image/VImageIOPNG.h"
+#include "foundation/image/VImageIOTarga.h"
 #include "foundation/strings/VData.h"
 #include "tests/image/ImageTestSupport.h"
 #include "tests/support/FailingReads.h"
@@ -171,6 +173,29 @@ TEST_F(ImageFileCodecTest, OnlyLoadsFiles) {
     EXPECT_FALSE(VImageIOJPEG().SaveImageToFile(image, m_scratch.Path()));
     EXPECT_EQ(VImageIOPNG().SupportedFileExtensions(), nullptr);
     EXPECT_EQ(VImageIOJPEG().LoadImageFromFile(nullptr), nullptr);
+}
+
+TEST_F(ImageFileCodecTest, TellsItsReasonToWhoeverAsks) {
+    ImageLoadReason const reason;
+    EXPECT_TRUE(reason.ErrorDescription().IsEmpty());
+    EXPECT_EQ(VImage::ImageFromFile("none.png"), nullptr);
+    EXPECT_EQ(reason.ErrorDescription(), "cannot load none.png: there is no such file");
+    {
+        ImageLoadReason const inner;
+        EXPECT_EQ(VImage::ImageFromFile("a.gif"), nullptr);
+        EXPECT_EQ(inner.ErrorDescription(), "cannot load a.gif: its name has no extension of a picture");
+    }
+    EXPECT_EQ(reason.ErrorDescription(), "cannot load none.png: there is no such file");
+    Bytes const whole = Picture("rgb-8.png");
+    EXPECT_TRUE(Load(true, whole.substr(0, whole.size() / 2)).empty());
+    std::string const start = std::string("cannot load ") + m_scratch.Path() + ": ";
+    EXPECT_TRUE(reason.ErrorDescription().View().starts_with(start)) << reason.ErrorDescription();
+    EXPECT_EQ(VImageIOTarga().LoadImageFromFile(m_scratch.Path()), nullptr);
+    EXPECT_TRUE(reason.ErrorDescription().View().starts_with(start)) << reason.ErrorDescription();
+    VImage image;
+    EXPECT_FALSE(VImageIOTarga().ConvertDataToImage(VData(3), image));
+    EXPECT_TRUE(reason.ErrorDescription().View().starts_with("cannot load a picture in memory: "))
+        << reason.ErrorDescription();
 }
 
 } // namespace

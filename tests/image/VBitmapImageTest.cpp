@@ -78,4 +78,44 @@ TEST(VBitmapImage, ScalesToAndFromAnySize) {
         [&] { EXPECT_TRUE(bitmap->Scaled(5, 5) || testing_support::AllocationHasFailed()); });
 }
 
+TEST(VBitmapImage, TurnsUpright) {
+    // What is stored, row by row, when the upright picture is 1 2 3 above 4 5 6.
+    Pixels const upright = {1, 2, 3, 4, 5, 6};
+    std::vector<Pixels> const stored = {{1, 2, 3, 4, 5, 6}, {3, 2, 1, 6, 5, 4}, {6, 5, 4, 3, 2, 1},
+                                        {4, 5, 6, 1, 2, 3}, {1, 4, 2, 5, 3, 6}, {3, 6, 2, 5, 1, 4},
+                                        {6, 3, 5, 2, 4, 1}, {4, 1, 5, 2, 6, 3}};
+    for (int orientation = 1; orientation <= 8; ++orientation) {
+        bool const isTurned = orientation >= 5;
+        BitmapRef const bitmap = VBitmapImage::FromPixels(isTurned ? 2 : 3, isTurned ? 3 : 2,
+                                                          stored[static_cast<std::size_t>(orientation - 1)]);
+        BitmapRef const turned = bitmap->Upright(orientation);
+        ASSERT_TRUE(turned);
+        EXPECT_EQ(turned->Width(), 3U) << orientation;
+        EXPECT_EQ(PixelsOfBitmap(turned), upright) << orientation;
+        EXPECT_EQ(turned == bitmap, orientation == 1);
+        EXPECT_EQ(bitmap->Upright(9), bitmap);
+        testing_support::FailEachAllocation(
+            [&] { EXPECT_TRUE(bitmap->Upright(orientation) || testing_support::AllocationHasFailed()); });
+    }
+}
+
+TEST(VBitmapImage, ScalesToFit) {
+    struct Case {
+        std::uint32_t width, height, side, fittedWidth, fittedHeight;
+    };
+    for (Case const& each : {Case{400, 300, 160, 160, 120},
+                             {300, 400, 160, 120, 160},
+                             {100, 50, 160, 100, 50},
+                             {1, 1000, 10, 1, 10},
+                             {7, 5, 3, 3, 2}}) {
+        BitmapRef const fitted =
+            VBitmapImage::FromPixels(each.width, each.height, Pixels(each.width * each.height))
+                ->ScaledToFit(each.side);
+        ASSERT_TRUE(fitted);
+        EXPECT_EQ(fitted->Width(), each.fittedWidth) << each.width;
+        EXPECT_EQ(fitted->Height(), each.fittedHeight) << each.width;
+    }
+    EXPECT_FALSE(VBitmapImage::FromPixels(3, 2, Pixels(6))->ScaledToFit(0));
+}
+
 } // namespace

@@ -6,9 +6,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cfenv>
 #include <memory>
 #include <semaphore>
+#include <vector>
 
 namespace {
 
@@ -133,6 +135,32 @@ TEST(StartedCenter, ServicesFunctionsWithTheUsualRounding) {
     EXPECT_EQ(scoped, FE_TONEAREST);
     EXPECT_EQ(source->RetainCount(), 1);
     sem_unlink(name.c_str());
+}
+
+TEST(StartedCenter, DeliversBeforeItStops) {
+    std::vector<int> received;
+    auto const receiver = VMessageCenter::MakeReceiver(
+        [&](VMessage const& message) { received.push_back(message.MessageID()); });
+    EXPECT_FALSE(VMessageCenter::MakeReceiver({}));
+    StartedCenter center(100);
+    VMessage message;
+    for (int id = 0; id < 100; ++id) {
+        message.SetMessageID(id);
+        EXPECT_TRUE(center->MessageDelay(receiver.Get(), &message));
+    }
+    center->FinishCenter();
+    ASSERT_EQ(received.size(), 100);
+    EXPECT_TRUE(std::is_sorted(received.begin(), received.end()));
+    EXPECT_FALSE(center->MessageDelay(receiver.Get(), &message));
+    EXPECT_EQ(center->DroppedCommands(), 0);
+
+    auto const thrower = VMessageCenter::MakeReceiver([](VMessage const&) { throw 1; });
+    auto const byHand = MakeObject<VMessageCenter>(2);
+    EXPECT_TRUE(byHand->MessageDelay(thrower.Get(), &message));
+    EXPECT_TRUE(byHand->MessageDelay(receiver.Get(), &message));
+    EXPECT_THROW(byHand->FinishCenter(), int);
+    EXPECT_FALSE(byHand->IsAccepting());
+    EXPECT_EQ(byHand->DroppedCommands(), 1);
 }
 
 } // namespace

@@ -251,7 +251,7 @@ TEST(VMessageCenter, KeepsNoCommandOverItsStop) {
         } else {
             target->m_center = center.Get();
             VMessage message;
-            center->MessageDelay(target.Get(), &message);
+            EXPECT_TRUE(center->MessageDelay(target.Get(), &message));
             EXPECT_EQ(target->m_center, nullptr);
         }
         EXPECT_EQ(center->CommandCountMin(), 0);
@@ -265,8 +265,8 @@ TEST(VMessageCenter, LivesAsLongAsItsService) {
     auto const releasing = NewMessenger([&](VMessage*) { center->Release(); });
     auto const target = NewMessenger();
     VMessage message;
-    center->MessageDelay(releasing.Get(), &message);
-    center->MessageDelay(target.Get(), &message);
+    EXPECT_TRUE(center->MessageDelay(releasing.Get(), &message));
+    EXPECT_TRUE(center->MessageDelay(target.Get(), &message));
     EXPECT_EQ(center->SendDelayedCommands(), 2);
     EXPECT_EQ(target->TakeNotes(), "m-1 ");
 }
@@ -366,8 +366,8 @@ TEST(VMessageCenterStarted, MayBeStoppedAndReleasedByItsHandler) {
         }
     });
     VMessage message;
-    center->MessageDelay(target.Get(), &message);
-    center->MessageDelay(target.Get(), &message); // dropped by the stop
+    EXPECT_TRUE(center->MessageDelay(target.Get(), &message));
+    EXPECT_TRUE(center->MessageDelay(target.Get(), &message)); // dropped by the stop
     testing::internal::CaptureStderr();
     center->StartCenter(UniqueName().c_str(), 1);
     WaitUntil([&] { return record->Existing() == before - 1; });

@@ -6,6 +6,9 @@
 #include "tests/support/FailingAllocator.h"
 #include "tests/support/ScratchFile.h"
 
+#include <algorithm>
+#include <cstring>
+
 namespace {
 
 using namespace VFoundation;
@@ -94,6 +97,44 @@ TEST_F(Archive, SkipsNullsAndReportsWhatItCannotStore) {
     EXPECT_FALSE(m_archive.Serialize(m_file));
     EXPECT_STREQ(m_archive.ErrorDescription().CString(),
                  "cannot write /dev/full at offset 0: No space left on device");
+}
+
+TEST_F(Archive, IsAFileOfItsOwn) {
+    VArchive saved;
+    for (char const* const text : {"one", "", "three"}) {
+        auto const data = MakeObject<VData>(std::strlen(text));
+        std::copy_n(text, data->Length(), data->Bytes());
+        saved.AddFile(text, data.Get());
+    }
+    saved.AddFile("none", nullptr);
+    ASSERT_TRUE(saved.SaveFile(m_scratch.Path())) << saved.ErrorDescription().CString();
+    ASSERT_TRUE(m_archive.LoadFile(m_scratch.Path())) << m_archive.ErrorDescription().CString();
+    EXPECT_EQ(Loaded(), ",one,,three " + BE32(0));
+    EXPECT_STREQ(m_archive.Infos().ObjectAtIndexTyped(2)->Path(), "three");
+
+    std::string const whole = m_scratch.Bytes();
+    std::string const damaged =
+        m_scratch.Path() + std::string(": the checksum at its end is wrong or missing");
+    for (std::size_t i = 0; i < whole.size(); ++i) {
+        std::string bytes = whole;
+        bytes[i] = static_cast<char>(~bytes[i]);
+        m_scratch.SetBytes(bytes);
+        EXPECT_FALSE(m_archive.LoadFile(m_scratch.Path())) << i;
+        EXPECT_TRUE(m_archive.ErrorDescription().View().starts_with(damaged)) << i;
+        m_scratch.SetBytes(whole.substr(0, i));
+        EXPECT_FALSE(m_archive.LoadFile(m_scratch.Path())) << i;
+    }
+    m_scratch.SetBytes(whole.substr(0, whole.size() - 14)); // in "three"
+    EXPECT_FALSE(m_archive.LoadFile(m_scratch.Path()));
+    EXPECT_EQ(Loaded(), std::string(",one,,thr\0\0 ", 12) + BE32(0)) << "what could be read";
+    std::string const place = std::to_string(whole.size() - 17);
+    EXPECT_TRUE(m_archive.ErrorDescription().View().starts_with(
+        damaged + "; " + m_scratch.Path() + " at offset " + place + ": not read (a length beyond the end)"))
+        << m_archive.ErrorDescription();
+    EXPECT_FALSE(saved.SaveFile("/none/archive"));
+    EXPECT_EQ(saved.ErrorDescription(), "cannot open /none/archive: No such file or directory");
+    EXPECT_FALSE(m_archive.LoadFile("/none/archive"));
+    EXPECT_EQ(m_archive.Data().Count(), 0);
 }
 
 TEST_F(Archive, ClosesItsChunksWhenALengthCannotBeTrue) {

@@ -132,22 +132,24 @@ TEST_P(XMLFileObjects, ArraysSkipWhatTheyDoNotKnow) {
 
 TEST_P(XMLFileObjects, ReportsWhatLoadingPassedOver) {
     Document file(
-        "<R><VObjectArray count='9'><Unknown/><AnAbstract/><APlace/><Unknown/>"
+        "<?xml version='1.0'?>\n<R><VObjectArray count='9'><Unknown/>\n\n  "
+        "<AnAbstract/><!--\n--><APlace/><Unknown/>"
         "<VDictionary version='2' count='0'><VDictionaryPair/></VDictionary>"
         "<VDictionary version='2' count='2'><VDictionaryPair><VString string='k'/></VDictionaryPair>"
         "<VString/></VDictionary></VObjectArray></R>");
     auto const array = NewArray();
     EXPECT_TRUE(file.Report().IsEmpty());
     EXPECT_TRUE(file.ReadObject(nullptr, array.Get())) << "the result does not tell";
-    EXPECT_EQ(file.Report().AsText(), "R/VObjectArray/Unknown: unknown class (Unknown)\n"
-                                      "R/VObjectArray/AnAbstract: not made (AnAbstract)\n"
-                                      "R/VObjectArray/APlace: not read (APlace)\n"
-                                      "R/VObjectArray/Unknown[2]: unknown class (Unknown)\n"
-                                      "R/VObjectArray/VDictionary: count differs (none, found some)\n"
-                                      "R/VObjectArray/VDictionary[2]/VDictionaryPair: not made (value)\n"
-                                      "R/VObjectArray/VDictionary[2]/VString: wrong kind (VString)\n"
-                                      "R/VObjectArray/VDictionary[2]: count differs (2, found 0)\n"
-                                      "R/VObjectArray: count differs (9, found 3)\n");
+    EXPECT_EQ(file.Report().AsText(),
+              "R/VObjectArray/Unknown at line 2, column 28: unknown class (Unknown)\n"
+              "R/VObjectArray/AnAbstract at line 4, column 3: not made (AnAbstract)\n"
+              "R/VObjectArray/APlace at line 5, column 4: not read (APlace)\n"
+              "R/VObjectArray/Unknown[2] at line 5, column 13: unknown class (Unknown)\n"
+              "R/VObjectArray/VDictionary at line 5, column 23: count differs (none, found some)\n"
+              "R/VObjectArray/VDictionary[2]/VDictionaryPair at line 5, column 125: not made (value)\n"
+              "R/VObjectArray/VDictionary[2]/VString at line 5, column 181: wrong kind (VString)\n"
+              "R/VObjectArray/VDictionary[2] at line 5, column 90: count differs (2, found 0)\n"
+              "R/VObjectArray at line 2, column 4: count differs (9, found 3)\n");
     std::string many;
     for (std::size_t i = 0; i < 2 * LoadReport::kMostEntries; ++i) {
         many += "<Unknown/>";

@@ -162,8 +162,35 @@ TEST_P(XMLFile, SaysWhyItFailed) {
               "cannot save " + path + ": the document refused something that was written");
     EXPECT_EQ(saving("/dev/full", "e"), "cannot save /dev/full: No space left on device");
     EXPECT_EQ(saving(path + "/f", "e"), "cannot save " + path + "/f: Not a directory");
+    VString target;
+    EXPECT_TRUE(file.WriteFileToString(target, "R"));
+    file.OpenFirstChildElement("a b");
+    EXPECT_FALSE(file.CloseFile());
+    EXPECT_EQ(file.ErrorDescription(),
+              "cannot save a document: the document refused something that was written");
     EXPECT_TRUE(Load(file, "<R/>"));
     EXPECT_TRUE(file.ErrorDescription().IsEmpty());
+}
+
+TEST_P(XMLFile, SavesAndLoadsOneObject) {
+    std::string const path = Path("f");
+    VXMLFile file;
+    VString text("old");
+    ASSERT_TRUE(file.SaveObject(path.c_str(), "R", VString("new")));
+    EXPECT_TRUE(file.LoadObject(path.c_str(), "R", text));
+    EXPECT_EQ(text, "new");
+    EXPECT_FALSE(file.IsValid());
+    EXPECT_FALSE(file.SaveObject((path + "/f").c_str(), "R", text));
+    EXPECT_EQ(file.ErrorDescription(), "cannot save " + path + "/f: Not a directory");
+    VObjectArray array;
+    EXPECT_FALSE(file.LoadObject(path.c_str(), "R", array));
+    EXPECT_EQ(file.ErrorDescription(), "cannot load all of " + path + ": the object is not in it");
+    std::ofstream(path) << "<R>\n<VObjectArray count='3'><VString string='a'/><Unknown/></VObjectArray></R>";
+    EXPECT_FALSE(file.LoadObject(path.c_str(), "R", array));
+    EXPECT_EQ(array.Count(), 1);
+    EXPECT_EQ(file.ErrorDescription(),
+              "cannot load all of " + path +
+                  ": R/VObjectArray/Unknown at line 2, column 46: unknown class (Unknown), and 1 more");
 }
 
 TEST_P(XMLFile, WorksWithoutABackEnd) {

@@ -222,6 +222,7 @@ TEST(VString, IsAKeyThatAnyTextFinds) {
     lengths["a"] = 1;
     EXPECT_EQ(lengths.find(std::string_view("a\0\0", 3))->second, 3);
     EXPECT_EQ(lengths.find("a")->second, 1);
+    EXPECT_EQ(lengths.find(std::string("a"))->second, 1);
     padded.Append(Repeated(500)); // what stands past the NUL does not count
     VString other;
     other.Set("a", 3);

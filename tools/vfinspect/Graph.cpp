@@ -60,13 +60,14 @@ void Graph::OnStart(std::size_t offset, std::string_view name, std::vector<XmlAt
         m_hasGraph = true;
         break;
     case Role::kNode:
-        m_nodes.push_back({offset, std::to_string(m_nodes.size()), {}});
+        m_drawing.nodes.push_back({std::to_string(m_drawing.nodes.size()), {}});
         m_nodeDepth = m_open.size();
         m_hasNamedLabel = false;
         break;
     case Role::kEdge:
-        m_edges.push_back({offset, Position(ValueOf(attributes, "srcNode_ID")),
-                           Position(ValueOf(attributes, "dstNode_ID"))});
+        m_edgeOffsets.push_back(offset);
+        m_drawing.edges.push_back(
+            {Position(ValueOf(attributes, "srcNode_ID")), Position(ValueOf(attributes, "dstNode_ID"))});
         break;
     case Role::kPair:
         m_key.clear();
@@ -101,9 +102,9 @@ void Graph::TakeText(std::string_view text) {
     std::string const decoded = DecodeReferences(text.substr(0, 4 * kLabelLength));
     if (pair->children == 1) {
         m_key = decoded;
-    } else if (!m_hasNamedLabel && !m_nodes.empty()) {
-        Node& node = m_nodes.back();
-        bool const isFirst = node.label == std::to_string(m_nodes.size() - 1);
+    } else if (!m_hasNamedLabel && !m_drawing.nodes.empty()) {
+        Node& node = m_drawing.nodes.back();
+        bool const isFirst = node.label == std::to_string(m_drawing.nodes.size() - 1);
         m_hasNamedLabel = m_key == "name";
         if (m_hasNamedLabel || isFirst) {
             node.label = Printable(decoded, kLabelLength);
@@ -112,18 +113,20 @@ void Graph::TakeText(std::string_view text) {
 }
 
 void Graph::TakePoint(std::vector<XmlAttribute> const& attributes) {
-    if (m_key == "screen_XY" && !m_nodes.empty()) {
-        m_nodes.back().place = Place{static_cast<double>(Position(ValueOf(attributes, "x"))),
-                                     static_cast<double>(Position(ValueOf(attributes, "y")))};
+    if (m_key == "screen_XY" && !m_drawing.nodes.empty()) {
+        m_drawing.nodes.back().place =
+            VFoundation::GraphDrawing::Place{static_cast<double>(Position(ValueOf(attributes, "x"))),
+                                             static_cast<double>(Position(ValueOf(attributes, "y")))};
     }
 }
 
 void Graph::Check(Report& report) const {
-    for (Edge const& edge : m_edges) {
-        for (std::int64_t const end : {edge.from, edge.to}) {
-            if (end != -1 && !IsNode(end)) {
-                report.AddProblem(edge.offset, "the edge ends at node " + std::to_string(end) +
-                                                   ", the graph has " + Counted(m_nodes.size(), "node"));
+    for (std::size_t i = 0; i < m_edgeOffsets.size(); ++i) {
+        for (std::int64_t const end : {m_drawing.edges[i].from, m_drawing.edges[i].to}) {
+            if (end != -1 && !m_drawing.IsNode(end)) {
+                report.AddProblem(m_edgeOffsets[i], "the edge ends at node " + std::to_string(end) +
+                                                        ", the graph has " +
+                                                        Counted(m_drawing.nodes.size(), "node"));
             }
         }
     }

@@ -1,9 +1,9 @@
 #include "tools/vfinspect/Inspector.h"
 
+#include "foundation/graph/internal/GraphDrawing.h"
 #include "tools/vfinspect/ChunkInspector.h"
 #include "tools/vfinspect/Extractor.h"
 #include "tools/vfinspect/Graph.h"
-#include "tools/vfinspect/GraphDrawing.h"
 #include "tools/vfinspect/JpegInspector.h"
 #include "tools/vfinspect/PngInspector.h"
 #include "tools/vfinspect/TargaInspector.h"
@@ -52,12 +52,13 @@ bool InspectXml(ByteSource& source, Action action, Report& report, std::ostream&
     if (action != Action::kSvg && action != Action::kDot) {
         return true;
     }
-    if (!graph.IsDrawable()) {
-        error = "a graph of " + Counted(graph.Nodes().size(), "node") + " and " +
-                Counted(graph.Edges().size(), "edge") + " is too large to draw";
+    VFoundation::GraphDrawing const& drawing = graph.Drawing();
+    if (!drawing.IsDrawable()) {
+        error = "a graph of " + Counted(drawing.nodes.size(), "node") + " and " +
+                Counted(drawing.edges.size(), "edge") + " is too large to draw";
         return false;
     }
-    action == Action::kSvg ? DrawSvg(graph, out) : WriteDot(graph, out);
+    out << (action == Action::kSvg ? SVGOf(drawing) : DotOf(drawing));
     return true;
 }
 

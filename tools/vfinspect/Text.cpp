@@ -87,27 +87,4 @@ std::string Counted(std::uint64_t count, std::string_view thing) {
     return std::to_string(count).append(" ").append(thing).append(count == 1 ? "" : "s");
 }
 
-std::string XmlEscaped(std::string_view printable) {
-    std::string result;
-    for (char const c : printable) {
-        switch (c) {
-        case '&':
-            result += "&amp;";
-            break;
-        case '<':
-            result += "&lt;";
-            break;
-        case '>':
-            result += "&gt;";
-            break;
-        case '"':
-            result += "&quot;";
-            break;
-        default:
-            result += c;
-        }
-    }
-    return result;
-}
-
 } // namespace vfinspect

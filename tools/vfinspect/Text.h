@@ -17,7 +17,4 @@ std::string Hexadecimal(std::string_view bytes);
 /// "1 byte", "2 bytes".
 std::string Counted(std::uint64_t count, std::string_view thing);
 
-/// For XML, SVG and DOT: `&`, `<`, `>` and quotes as references.
-std::string XmlEscaped(std::string_view printable);
-
 } // namespace vfinspect

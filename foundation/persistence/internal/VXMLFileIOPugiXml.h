@@ -7,6 +7,7 @@
 #include <pugixml.hpp>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace VFoundation {
 
@@ -56,6 +57,7 @@ class VXMLFileIOPugiXml : public XMLTreeIO<VXMLFileIOPugiXml> {
     VString* m_pTargetString = nullptr;
 
     std::string m_text;          // what the tree of a loaded document points into
+    std::vector<Place> m_places; // of the elements of a loaded document
     Failure m_failure;           // of the last opening or closing
     bool m_isIncomplete = false; // something was refused while saving
 };

@@ -180,6 +180,7 @@ class Scanner {
     std::vector<Replacement> const& Replacements() const noexcept { return m_replacements; }
     /// See `XMLTextFacts`.
     std::vector<std::string>& Instructions() noexcept { return m_instructions; }
+    std::vector<IXMLFileIO::Place>& Places() noexcept { return m_places; }
     /// Where the scan stopped.
     std::size_t Offset() const noexcept { return OffsetOf(m_rest); }
 
@@ -205,6 +206,7 @@ class Scanner {
     bool ScanReferences(std::string_view text);
     bool HasDistinctAttributes();
     void NoteBlankText(std::string_view text);
+    void NotePlace(char const* tag);
 
     std::string_view const m_text;
     std::string_view m_rest;
@@ -218,6 +220,9 @@ class Scanner {
     std::vector<Replacement> m_replacements;
     std::vector<std::string> m_instructions;
     std::vector<std::string_view> m_attributes; // the names of the element's
+    std::vector<IXMLFileIO::Place> m_places;    // of the start tags
+    std::uint32_t m_line = 1;                   // that of the last one
+    char const* m_lineStart = m_text.data();
 };
 
 bool Scanner::Skip(std::string_view expected) noexcept {
@@ -403,11 +408,25 @@ bool Scanner::ScanExternalId() {
     return m_rest.empty();
 }
 
+/// Of the '<' of a start tag, which comes after all that were noted.
+void Scanner::NotePlace(char const* tag) {
+    char const* from = m_places.empty() ? m_lineStart : m_lineStart + m_places.back().column - 1;
+    while (auto const* const end =
+               static_cast<char const*>(std::memchr(from, '\n', static_cast<std::size_t>(tag - from)))) {
+        ++m_line;
+        m_lineStart = end + 1;
+        from = m_lineStart;
+    }
+    m_places.push_back({m_line, static_cast<std::uint32_t>(tag - m_lineStart) + 1});
+}
+
 bool Scanner::ScanStartTag() {
+    char const* const start = m_rest.data() - 1;
     std::string_view tag;
     if ((m_open.empty() && m_hadRoot) || m_open.size() >= IXMLFileIO::kMaxNesting || !TakeName(tag)) {
         return false;
     }
+    NotePlace(start);
     m_hadRoot = true;
     m_attributes.clear();
     while (true) {
@@ -568,6 +587,7 @@ bool PrepareXMLText(std::string& text, XMLTextFacts& facts) {
         return false;
     }
     facts.instructions = std::move(scanner.Instructions());
+    facts.places = std::move(scanner.Places());
     if (!scanner.Replacements().empty()) {
         text = WithReplacements(text, scanner.Replacements(), facts.isUtf8);
     }

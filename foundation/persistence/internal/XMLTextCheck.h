@@ -1,5 +1,7 @@
 #pragma once
 
+#include "foundation/persistence/IXMLFileIO.h"
+
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -23,6 +25,8 @@ struct XMLTextFacts {
     std::vector<std::string> instructions;
     /// Where a text that does not pass is wrong.
     std::size_t errorOffset = 0;
+    /// Of the start tags, in their order.
+    std::vector<IXMLFileIO::Place> places;
 };
 
 /// Checks the text of a document before a back end parses it, and changes what the back ends read differently. Only

@@ -28,6 +28,7 @@
 #include <exception>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace VFoundation {
 
@@ -78,6 +79,7 @@ bool XMLTreeIO<Back>::Load(char const* name, Reader readText) noexcept {
 template <class Back>
 bool XMLTreeIO<Back>::Check(std::string& text, XMLTextFacts& facts) {
     if (PrepareXMLText(text, facts)) {
+        Self().m_places = std::move(facts.places);
         return true;
     }
     std::string_view const before = std::string_view(text).substr(0, facts.errorOffset);
@@ -176,6 +178,7 @@ void XMLTreeIO<Back>::Clear() {
     Back& self = Self();
     self.m_path.clear();
     self.ClearTree();
+    std::vector<Place>().swap(self.m_places);
     self.m_pCurrent = {};
     self.m_pTargetString = nullptr;
     self.m_nMode = kNoDocument;
@@ -369,6 +372,28 @@ std::string XMLTreeIO<Back>::Position() const {
         position.insert(0, position.empty() ? step : step + "/");
     }
     return position;
+}
+
+/// The elements are counted from the root on, in the order of their start tags.
+template <class Back>
+IXMLFileIO::Place XMLTreeIO<Back>::CursorPlace() const {
+    auto cursor = Self().m_pCurrent;
+    while (cursor && !Back::IsElement(cursor) && !Back::IsDocument(cursor)) {
+        cursor = Back::ParentOf(cursor);
+    }
+    std::size_t before = 0;
+    auto node =
+        cursor && !Back::IsDocument(cursor) ? Back::FirstChildOf(Self().Document()) : decltype(cursor)();
+    while (node && node != cursor) {
+        before += Back::IsElement(node) ? 1 : 0;
+        auto next = Back::FirstChildOf(node);
+        while (!next && !Back::IsDocument(node)) {
+            next = Back::NextSiblingOf(node);
+            node = Back::ParentOf(node);
+        }
+        node = next;
+    }
+    return node && before < Self().m_places.size() ? Self().m_places[before] : Place();
 }
 
 } // namespace VFoundation

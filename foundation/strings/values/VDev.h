@@ -14,7 +14,7 @@ class VFOUNDATION_API VDev : public Registered<VDev, VObject> {
     static VClass* ms_theClass;
 
     explicit VDev(VClass* cls = nullptr) : Registered(cls) {}
-    static VDev* New() { return new VDev; }
+    [[nodiscard]] static VDev* New() { return new VDev; }
     static void InitializeClass() {}
     static void UninitializeClass() {}
 };

@@ -1,33 +1,34 @@
-#include "tools/vfinspect/GraphDrawing.h"
+#include "foundation/graph/internal/GraphDrawing.h"
 
-#include "tools/vfinspect/Text.h"
+#include "foundation/log/internal/UTF8Text.h"
 
 #include <algorithm>
 #include <cmath>
-#include <ostream>
+#include <locale>
 #include <set>
+#include <sstream>
 #include <utility>
 
-namespace vfinspect {
+namespace VFoundation {
 
 namespace {
 
-using Place = Graph::Place;
+using Place = GraphDrawing::Place;
 
 constexpr double kRowHeight = 90;
 constexpr double kBoxHeight = 30;
 constexpr double kMargin = 40;
 constexpr double kLargestDrawing = 4000;
 
-double BoxWidth(Graph::Node const& node) {
+double BoxWidth(GraphDrawing::Node const& node) {
     return 24 + 8 * static_cast<double>(node.label.size());
 }
 
-/// The places that the file gives, moved and scaled into the drawing; empty unless all nodes have one of their own.
-std::vector<Place> GivenPlaces(Graph const& graph) {
+/// The places that were given, moved and scaled into the drawing; empty unless all nodes have one of their own.
+std::vector<Place> GivenPlaces(GraphDrawing const& graph) {
     std::vector<Place> places;
     std::set<std::pair<double, double>> taken;
-    for (Graph::Node const& node : graph.Nodes()) {
+    for (GraphDrawing::Node const& node : graph.nodes) {
         if (!node.place || !taken.emplace(node.place->x, node.place->y).second) {
             return {};
         }
@@ -50,11 +51,11 @@ std::vector<Place> GivenPlaces(Graph const& graph) {
 }
 
 /// The row of each node: breadth first, from the nodes without an incoming edge and then from those not reached.
-std::vector<int> Rows(Graph const& graph) {
-    std::size_t const count = graph.Nodes().size();
+std::vector<int> Rows(GraphDrawing const& graph) {
+    std::size_t const count = graph.nodes.size();
     std::vector<std::vector<std::size_t>> next(count);
     std::vector<bool> hasIncoming(count, false);
-    for (Graph::Edge const& edge : graph.Edges()) {
+    for (GraphDrawing::Edge const& edge : graph.edges) {
         if (graph.HasBothEnds(edge)) {
             next[static_cast<std::size_t>(edge.from)].push_back(static_cast<std::size_t>(edge.to));
             hasIncoming[static_cast<std::size_t>(edge.to)] = true;
@@ -89,13 +90,13 @@ std::vector<int> Rows(Graph const& graph) {
     return rows;
 }
 
-std::vector<Place> RowPlaces(Graph const& graph) {
+std::vector<Place> RowPlaces(GraphDrawing const& graph) {
     std::vector<int> const rows = Rows(graph);
     std::vector<double> widths(rows.size() + 1, 0);
     std::vector<Place> places;
     for (std::size_t i = 0; i < rows.size(); ++i) {
         auto const row = static_cast<std::size_t>(rows[i]);
-        double const width = BoxWidth(graph.Nodes()[i]) + kMargin;
+        double const width = BoxWidth(graph.nodes[i]) + kMargin;
         places.push_back({widths[row] + width / 2, kMargin + kRowHeight * rows[i]});
         widths[row] += width;
     }
@@ -114,24 +115,36 @@ Place AtBox(Place from, Place to, double width) {
     return scale <= 1 ? to : Place{to.x + dx / scale, to.y + dy / scale};
 }
 
-void DrawEdge(Graph const& graph, Graph::Edge const& edge, std::vector<Place> const& places,
+void DrawEdge(GraphDrawing const& graph, GraphDrawing::Edge const& edge, std::vector<Place> const& places,
               std::ostream& out) {
     Place const from = places[static_cast<std::size_t>(edge.from)];
     Place const to = places[static_cast<std::size_t>(edge.to)];
     out << "  <path marker-end=\"url(#head)\" d=\"M ";
     if (edge.from == edge.to) {
-        double const right = from.x + BoxWidth(graph.Nodes()[static_cast<std::size_t>(edge.to)]) / 2;
+        double const right = from.x + BoxWidth(graph.nodes[static_cast<std::size_t>(edge.to)]) / 2;
         out << right << ' ' << from.y - 6 << " c 30 -24 30 36 0 12";
     } else {
-        Place const end = AtBox(from, to, BoxWidth(graph.Nodes()[static_cast<std::size_t>(edge.to)]));
+        Place const end = AtBox(from, to, BoxWidth(graph.nodes[static_cast<std::size_t>(edge.to)]));
         out << from.x << ' ' << from.y << " L " << end.x << ' ' << end.y;
     }
     out << "\"/>\n";
 }
 
+/// Inside double quotes. Graphviz reads references in labels as XML does.
+std::string AsDot(std::string const& label) {
+    std::string text;
+    for (char const character : AsXML(label)) {
+        text += character == '"' || character == '\\' ? "\\" : "";
+        text += character;
+    }
+    return text;
+}
+
 } // namespace
 
-void DrawSvg(Graph const& graph, std::ostream& out) {
+std::string SVGOf(GraphDrawing const& graph) {
+    std::ostringstream out;
+    out.imbue(std::locale::classic());
     std::vector<Place> places = GivenPlaces(graph);
     if (places.empty()) {
         places = RowPlaces(graph);
@@ -139,7 +152,7 @@ void DrawSvg(Graph const& graph, std::ostream& out) {
     double width = 2 * kMargin;
     double height = 2 * kMargin;
     for (std::size_t i = 0; i < places.size(); ++i) {
-        width = std::max(width, places[i].x + BoxWidth(graph.Nodes()[i]) / 2 + kMargin);
+        width = std::max(width, places[i].x + BoxWidth(graph.nodes[i]) / 2 + kMargin);
         height = std::max(height, places[i].y + kBoxHeight / 2 + kMargin);
     }
     out << "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" << std::ceil(width) << "\" height=\""
@@ -149,34 +162,35 @@ void DrawSvg(Graph const& graph, std::ostream& out) {
            "fill=\"#555\"/></marker></defs>\n"
         << "  <rect width=\"100%\" height=\"100%\" fill=\"white\"/>\n"
         << "  <g fill=\"none\" stroke=\"#555\">\n";
-    for (Graph::Edge const& edge : graph.Edges()) {
+    for (GraphDrawing::Edge const& edge : graph.edges) {
         if (graph.HasBothEnds(edge)) {
             DrawEdge(graph, edge, places, out);
         }
     }
     out << "  </g>\n";
     for (std::size_t i = 0; i < places.size(); ++i) {
-        Graph::Node const& node = graph.Nodes()[i];
+        GraphDrawing::Node const& node = graph.nodes[i];
         double const box = BoxWidth(node);
         out << "  <rect x=\"" << places[i].x - box / 2 << "\" y=\"" << places[i].y - kBoxHeight / 2
             << "\" width=\"" << box << "\" height=\"" << kBoxHeight
             << "\" rx=\"6\" fill=\"#eef3fb\" stroke=\"#345\"/><text x=\"" << places[i].x << "\" y=\""
-            << places[i].y + 4 << "\" text-anchor=\"middle\">" << XmlEscaped(node.label) << "</text>\n";
+            << places[i].y + 4 << "\" text-anchor=\"middle\">" << AsXML(node.label) << "</text>\n";
     }
     out << "</svg>\n";
+    return std::move(out).str();
 }
 
-void WriteDot(Graph const& graph, std::ostream& out) {
-    out << "digraph {\n    node [shape=box, style=rounded];\n";
-    for (std::size_t i = 0; i < graph.Nodes().size(); ++i) {
-        out << "    " << i << " [label=" << Quoted(graph.Nodes()[i].label) << "];\n";
+std::string DotOf(GraphDrawing const& graph) {
+    std::string text = "digraph {\n    node [shape=box, style=rounded];\n";
+    for (std::size_t i = 0; i < graph.nodes.size(); ++i) {
+        text += "    " + std::to_string(i) + " [label=\"" + AsDot(graph.nodes[i].label) + "\"];\n";
     }
-    for (Graph::Edge const& edge : graph.Edges()) {
+    for (GraphDrawing::Edge const& edge : graph.edges) {
         if (graph.HasBothEnds(edge)) {
-            out << "    " << edge.from << " -> " << edge.to << ";\n";
+            text += "    " + std::to_string(edge.from) + " -> " + std::to_string(edge.to) + ";\n";
         }
     }
-    out << "}\n";
+    return text + "}\n";
 }
 
-} // namespace vfinspect
+} // namespace VFoundation
