@@ -8,6 +8,13 @@ if(NOT VFOUNDATION_DATE)
     string(TIMESTAMP VFOUNDATION_DATE "%Y-%m-%d" UTC)
 endif()
 
+# The system in the names of the sources that are written for it.
+string(TOLOWER "${CMAKE_SYSTEM_NAME}" VFOUNDATION_SYSTEM)
+if(NOT EXISTS "${PROJECT_SOURCE_DIR}/foundation/host/internal/HostServices_${VFOUNDATION_SYSTEM}.cpp")
+    message(FATAL_ERROR "VFoundation does not know ${CMAKE_SYSTEM_NAME} yet: "
+        "docs/porting.md lists the files that a new system needs.")
+endif()
+
 include(CheckPIESupported)
 check_pie_supported(LANGUAGES CXX)
 

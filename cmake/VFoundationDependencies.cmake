@@ -2,7 +2,9 @@
 # library, by whoever links it. None of them shows in a public header.
 
 find_package(PkgConfig REQUIRED)
-pkg_check_modules(VFoundation_MOUNT REQUIRED IMPORTED_TARGET mount)
+if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
+    pkg_check_modules(VFoundation_MOUNT REQUIRED IMPORTED_TARGET mount)
+endif()
 pkg_check_modules(VFoundation_TINYXML REQUIRED IMPORTED_TARGET tinyxml)
 if(VFOUNDATION_WITH_PUGIXML)
     pkg_check_modules(VFoundation_PUGIXML REQUIRED IMPORTED_TARGET pugixml)

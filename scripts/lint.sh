@@ -27,6 +27,12 @@ python3 scripts/lib/check_tests.py
 echo "rooms"
 python3 scripts/lib/check_rooms.py
 
+echo "systems"
+python3 scripts/lib/check_systems.py
+
+echo "memory orders"
+python3 scripts/lib/check_orders.py
+
 # The constructor retains what the factory's caller owns already: the object would never die.
 echo "new objects are adopted: VObjectRef<T>(T::New()) leaks one, MakeObject<T>() does not"
 if git grep -nE 'VObjectRef<[^;()]*>( (const )?[A-Za-z_]+)?[({] *([A-Za-z_:<>]*::New[A-Za-z]*\(|new )' \

@@ -26,6 +26,7 @@ grep -q "^## \[$version\] - [0-9]" CHANGELOG.md || {
 
 .ci/run
 ./scripts/test.sh --preset bench
+./scripts/cross.sh arm64
 tests/install/packages_test.sh --bare
 
 # other_build NAME OPTION...: the dev build with other options, and its tests.

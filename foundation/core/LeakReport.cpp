@@ -29,6 +29,7 @@ struct Notes {
 // No destructor runs at the end of the process: objects may be destroyed after it.
 constinit detail::Mutex s_lock;
 Notes* s_notes VFOUNDATION_GUARDED_BY(s_lock) = nullptr;
+// relaxed: switches; the notes themselves are looked up under the lock
 constinit std::atomic<bool> s_isNoting{false};
 constinit std::atomic<bool> s_withStacks{false};
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/VClass.h"
 #include "foundation/core/VObject.h"
 
@@ -12,13 +13,14 @@ namespace VFoundation {
 
 /// The record in a class's slot, or null; safe against a record being made on another thread.
 inline VClass* LoadClassSlot(VClass*& slot) noexcept {
+    // acquire: what was written to the record before it came into its slot
     return std::atomic_ref<VClass*>(slot).load(std::memory_order_acquire);
 }
 
 namespace detail {
 
 /// What a class's record is made from.
-struct ClassDefinition {
+struct VFOUNDATION_API ClassDefinition {
     char const* name;
     VClass* (*superClass)(); // null for a root class
     VClass::Factory factory;
@@ -32,7 +34,7 @@ struct ClassDefinition {
 
 /// The record of a class, made or entered in the registry again when it has to be, its hook run. What
 /// `TheClass()` calls while the class is not ready.
-VClass* ReadyClass(ClassDefinition const& definition);
+VFOUNDATION_API VClass* ReadyClass(ClassDefinition const& definition);
 
 } // namespace detail
 
@@ -64,7 +66,7 @@ VClass* ReadyClass(ClassDefinition const& definition);
 ///
 /// Threads: `TheClass()` may be called by any thread; see `VClass` for classes that are not ready.
 template <class Derived, class Base>
-class Registered : public Base {
+class VFOUNDATION_API Registered : public Base {
     friend Derived;
 
     template <class... Args>
@@ -176,7 +178,7 @@ constexpr VClass::Factory FactoryOf() {
 }
 
 /// The record among `classes` that look-up by name does not find, with a line in the log; null when it finds all.
-VClass* ReportLastByName(std::initializer_list<VClass*> classes);
+VFOUNDATION_API VClass* ReportLastByName(std::initializer_list<VClass*> classes);
 
 } // namespace detail
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "foundation/core/Export.h"
+
 #include <atomic>
 #include <cstdint>
 #include <type_traits>
@@ -13,7 +15,7 @@ namespace VFoundation {
 /// The atomic operations that the library counts and links with. All are sequentially consistent.
 ///
 /// Threads: any thread may call any of them on the same word.
-class VAtomicOp {
+class VFOUNDATION_API VAtomicOp {
   public:
     VAtomicOp() = delete;
 
@@ -53,7 +55,7 @@ class VAtomicOp {
         auto const sum = [delta](Word old) {
             return static_cast<Word>(static_cast<Unsigned>(old) + static_cast<Unsigned>(delta));
         };
-        if (ProcessIsSingleThreaded()) {
+        if (ProcessIsSingleThreaded()) { // relaxed: there is no other thread
             Word const value = sum(count.load(std::memory_order_relaxed));
             count.store(value, std::memory_order_relaxed);
             return value;
@@ -65,13 +67,13 @@ class VAtomicOp {
     /// `expected` gets what it holds.
     template <class Word, class Value>
     static bool CompareAndSwap(Word&& word, Value& expected, Value desired) noexcept {
-        if (ProcessIsSingleThreaded()) {
+        if (ProcessIsSingleThreaded()) { // relaxed: there is no other thread
             Value const found = word.load(std::memory_order_relaxed);
             if (found != expected) {
                 expected = found;
                 return false;
             }
-            word.store(desired, std::memory_order_relaxed);
+            word.store(desired, std::memory_order_relaxed); // relaxed, as above
             return true;
         }
         return word.compare_exchange_strong(expected, desired);

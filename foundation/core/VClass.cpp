@@ -28,6 +28,7 @@ VClass::VClass(char const* name, VClass* superClass, Factory factory, long versi
     ClassRegistry::CreationScope const creation;
     // The slot first: entering the record makes objects, whose classes may derive from this one.
     if (m_backPointer) {
+        // release: hands over the record (`LoadClassSlot`)
         std::atomic_ref<VClass*>(*m_backPointer).store(this, std::memory_order_release);
     }
     try {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/NarrowCast.h"
 #include "foundation/core/VAtomicOp.h"
 
@@ -17,7 +18,7 @@ class VPtrArray;
 ///
 /// Ownership: adopted by the record it is installed in.
 /// Threads: called on whichever thread creates an instance by name.
-class IVInstancePool {
+class VFOUNDATION_API IVInstancePool {
   public:
     virtual ~IVInstancePool() = default;
     /// A new instance, owned by the caller.
@@ -48,7 +49,7 @@ class IVInstancePool {
 ///
 /// Ownership: the registry owns records; callers borrow them.
 /// Threads: registration, look-up, dump and tear-down lock the registry. The counters are exact.
-class VClass {
+class VFOUNDATION_API VClass {
   public:
     using Factory = VObject* (*)();
     using Hook = void (*)();
@@ -163,21 +164,24 @@ class VClass {
     std::int32_t m_marker = 1;
     IVInstancePool* m_pool = nullptr;
     std::unique_ptr<char[]> m_name;
+    // relaxed: a number for people; acquire: whoever finds no instance may free what they used
     std::atomic<std::uint64_t> m_instances{kHeld};
-    std::atomic<std::int32_t> m_goneUncounted{0};
+    std::atomic<std::int32_t> m_goneUncounted{0}; // relaxed: a statistic
     std::int32_t m_maxSimultaneous = 0;
-    std::atomic<std::int32_t> m_version;
-    std::atomic<VClass*> m_superClass;
+    std::atomic<std::int32_t> m_version; // relaxed: a number of its own
+    std::atomic<VClass*> m_superClass;   // release and acquire: hand over the record
     VClass** m_backPointer;
     Factory m_factory;
     Hook m_initialize;
     Hook m_uninitialize;
     std::uint32_t m_size;
+    // release and acquire: `eReady` hands over what the hook set up; relaxed under the lock that orders the writers
     std::atomic<State> m_state{State::eBeingMade};
     bool m_isUnstarted = false;     // a detached record was `eUnstarted`
     bool m_initializeAgain = false; // the next start of the library runs the hook
     bool m_isSetAside = false;
-    std::atomic<void const*> m_starter{nullptr}; // the mark of the thread that runs the hook (`ClassStart`)
+    // The mark of the thread that runs the hook (`ClassStart`); relaxed: a thread only looks for its own mark, or locks.
+    std::atomic<void const*> m_starter{nullptr};
     VClass* m_nextKept = nullptr;
 };
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/containers/VObjectRingBufferTmpl.h"
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 #include "foundation/core/VObjectRef.h"
 
@@ -17,7 +18,7 @@ namespace VFoundation {
 ///
 /// Ownership: retains what is put in.
 /// Threads: any thread may open, close and add.
-class VGarbageCan : public Registered<VGarbageCan, VObject> {
+class VFOUNDATION_API VGarbageCan : public Registered<VGarbageCan, VObject> {
   public:
     static constexpr char const* kClassName = "VGarbageCan";
     static VClass* ms_theClass;
@@ -56,7 +57,7 @@ class VGarbageCan : public Registered<VGarbageCan, VObject> {
     VGarbageCan(VClass* cls, int capacity);
 
   private:
-    std::atomic<std::int32_t> m_openCount{0};
+    std::atomic<std::int32_t> m_openCount{0}; // relaxed for `OpenCount`, a number for people
     std::atomic<bool> m_isEnding{false};
     VObjectRingBufferTmpl<VObject> m_objects;
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 #include "foundation/core/VObjectRef.h"
 
@@ -16,7 +17,7 @@ namespace VFoundation {
 ///
 /// Ownership: the class owns the one profiler; `DefaultProfiler()` lends it.
 /// Threads: made and destroyed on the thread that starts and stops the library.
-class VMemoryProfiler : public Registered<VMemoryProfiler, VObject> {
+class VFOUNDATION_API VMemoryProfiler : public Registered<VMemoryProfiler, VObject> {
   public:
     static constexpr char const* kClassName = "VMemoryProfiler";
     static VClass* ms_theClass;
@@ -36,7 +37,7 @@ class VMemoryProfiler : public Registered<VMemoryProfiler, VObject> {
     void DestroyMemoryUseMap();
     bool HasMemoryUseMap() const noexcept { return m_memoryUseMap.Get() != nullptr; }
 
-    static std::atomic<VMemoryProfiler*> ms_theProfiler;
+    static std::atomic<VMemoryProfiler*> ms_theProfiler; // acquire: the profiler as it was made
     static std::atomic<bool> ms_bIsShuttingDown;
 
   private:

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/VAtomicOp.h"
 
 #include <atomic>
@@ -33,7 +34,7 @@ class VXMLFile;
 /// Ownership: by reference count.
 /// Threads: `Retain` and `Release` from any thread; everything else is for one thread at a time unless a
 /// subclass says more.
-class VObject {
+class VFOUNDATION_API VObject {
   public:
     static constexpr char const* kClassName = "VObject";
     static constexpr std::int32_t kRetainCountMask = 0x3fffffff;
@@ -90,7 +91,7 @@ class VObject {
 
     /// The slot that holds the record. Read through `LoadClassSlot`.
     static VClass* ms_theClass;
-    static std::atomic<bool> ms_finalShutdown;
+    static std::atomic<bool> ms_finalShutdown; // relaxed: a switch; counts are exact without it
 
     /// Copies neither class nor count: both stay those of the target.
     // NOLINTNEXTLINE(bugprone-unhandled-self-assignment)
@@ -107,7 +108,7 @@ class VObject {
 
   private:
     VClass* m_class;
-    mutable std::atomic<std::int32_t> m_count{1};
+    mutable std::atomic<std::int32_t> m_count{1}; // acquire: see `RetainCount`
 };
 
 } // namespace VFoundation

@@ -2,6 +2,7 @@
 
 #include "foundation/containers/VDictionary.h"
 #include "foundation/containers/VObjectArrayTmpl.h"
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 #include "foundation/core/VObjectRef.h"
 #include "foundation/graph/VGraphEdge.h"
@@ -46,7 +47,7 @@ class VString;
 /// Ownership: retains nodes and edges, owns its properties and its lock. Nodes that still name the graph when it
 /// dies are detached, members or not.
 /// Threads: one thread at a time. The graph has a lock for its users, which its own operations do not take.
-class VGraph : public Registered<VGraph, VObject> {
+class VFOUNDATION_API VGraph : public Registered<VGraph, VObject> {
   public:
     static constexpr char const* kClassName = "VGraph";
     static VClass* ms_theClass;

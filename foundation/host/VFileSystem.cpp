@@ -21,7 +21,7 @@ Result Failed(char const* verb, std::string const& path, std::error_code error) 
 
 /// Another name each time.
 std::string TemporaryName() {
-    static std::atomic<unsigned long> s_number{0};
+    static std::atomic<unsigned long> s_number{0}; // relaxed: each gets another number
     return ".vfoundation-" + std::to_string(HostServices::ProcessNumber()) + "-" +
            std::to_string(s_number.fetch_add(1, std::memory_order_relaxed)) + ".tmp";
 }

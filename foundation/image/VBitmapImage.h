@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 #include "foundation/core/VObjectRef.h"
 
@@ -23,7 +24,7 @@ namespace VFoundation {
 ///
 /// Ownership: by reference count; the pixels live as long as the bitmap.
 /// Threads: any number may read; the callback runs on the thread that releases last.
-class VBitmapImage : public Registered<VBitmapImage, VObject> {
+class VFOUNDATION_API VBitmapImage : public Registered<VBitmapImage, VObject> {
   public:
     static constexpr char const* kClassName = "VBitmapImage";
     static VClass* ms_theClass;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/Mutex.h"
 #include "foundation/core/Registered.h"
 #include "foundation/core/VObjectRef.h"
@@ -33,7 +34,7 @@ class VString;
 /// `InitializeClass` and `UninitializeClass` while no other thread loads.
 /// Memory: `ImageFromFile` is null without it. `New`, `SetName` and the first `DefaultImageResourcePath` throw
 /// `std::bad_alloc`, and leave things as they were.
-class VImage : public Registered<VImage, VObject> {
+class VFOUNDATION_API VImage : public Registered<VImage, VObject> {
   public:
     static constexpr char const* kClassName = "VImage";
     static VClass* ms_theClass;
@@ -102,13 +103,13 @@ class VImage : public Registered<VImage, VObject> {
     /// The cache: entry i of the names, whose lock guards both, names image i. Null before `InitializeClass`.
     static std::atomic<VObjectArray*> ms_imageCache;
     static std::atomic<VObjectContainer*> ms_imageNames;
-    static std::atomic<bool> ms_cacheEnabled;
+    static std::atomic<bool> ms_cacheEnabled; // relaxed: a switch; the cache has a lock
     static std::atomic<VString*> ms_defaultImageResourcePath;
     /// For an application's own use; released with the class.
     static VObject* ms_bundleIdentifier;
 
   private:
-    static std::atomic<std::uint64_t> ms_pixelBudget;
+    static std::atomic<std::uint64_t> ms_pixelBudget; // relaxed: a setting
 
     VObjectRef<CGImage> m_image;
     VObjectRef<VObject>

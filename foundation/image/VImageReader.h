@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/VObjectRef.h"
 #include "foundation/image/VImage.h"
 
@@ -28,7 +29,7 @@ class VData;
 /// Ownership: images are the caller's. Bytes are borrowed for the call.
 /// Threads: one thread at a time; as many readers as are wanted.
 /// Memory: without it reading is null, and the description says so.
-class VImageReader {
+class VFOUNDATION_API VImageReader {
   public:
     enum class Format { kNone, kJpeg, kPng, kTarga };
 

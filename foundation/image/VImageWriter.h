@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/VObjectRef.h"
 
 #include <string>
@@ -23,7 +24,7 @@ class VString;
 /// Ownership: pictures are borrowed for the call, results are the caller's.
 /// Threads: one thread at a time; as many writers as are wanted.
 /// Memory: without it writing is false or null, and the description says so.
-class VImageWriter {
+class VFOUNDATION_API VImageWriter {
   public:
     /// From 0, fast, to 9, small.
     static constexpr int kUsualCompression = 6;

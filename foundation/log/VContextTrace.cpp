@@ -23,7 +23,7 @@ namespace {
 /// The trace that records. Under the lock, so that it does not go while a context reaches it.
 constinit detail::Mutex s_lock;
 constinit VContextTrace* s_recording VFOUNDATION_GUARDED_BY(s_lock) = nullptr;
-constinit std::atomic<bool> s_isRecording{false};
+constinit std::atomic<bool> s_isRecording{false}; // relaxed: the trace is read under the lock
 
 std::uint64_t Now() noexcept {
     ClockTimeBase const base = ReadMonotonicTimeBase();

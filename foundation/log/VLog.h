@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/Mutex.h"
 #include "foundation/core/Registered.h"
 #include "foundation/core/VObjectRef.h"
@@ -15,8 +16,8 @@ namespace VFoundation {
 class VCriticalSection;
 class VObjectStack;
 
-/// While false, a plain `VLog` writes nothing. True at first.
-extern std::atomic<bool> ms_bVerbose;
+/// While false, a plain `VLog` writes nothing. True at first. Relaxed: a switch.
+VFOUNDATION_API extern std::atomic<bool> ms_bVerbose;
 
 /// The diagnostic trace. Clients use the static functions, which write to the process's default log:
 ///
@@ -54,7 +55,7 @@ extern std::atomic<bool> ms_bVerbose;
 /// Threads: any thread may trace; lines come out whole. Replacing the default log does not wait for lines on
 /// their way: they still reach the old one. Contexts are opened and closed by one thread at a time. A line
 /// traced by another thread while a context writes its start or end line lacks the time.
-class VLog : public Registered<VLog, VObject> {
+class VFOUNDATION_API VLog : public Registered<VLog, VObject> {
   public:
     static constexpr char const* kClassName = "VLog";
     static VClass* ms_theClass;
@@ -173,9 +174,10 @@ class VLog : public Registered<VLog, VObject> {
     void TellOfLoss();
     void CountDroppedLine() noexcept { m_dropped.fetch_add(1, std::memory_order_relaxed); }
 
+    // relaxed: switches; what they switch is guarded by itself
     static std::atomic<bool> ms_bInStartup;
     static std::atomic<bool> ms_bInShutdown;
-    /// True while a context writes its start or end line.
+    /// True while a context writes its start or end line. Relaxed: a switch, too.
     static std::atomic<bool> ms_bHeaderFooter;
 
   private:
@@ -207,9 +209,10 @@ class VLog : public Registered<VLog, VObject> {
     /// Guards which log is the default one, the stacks of open contexts, and which context belongs to which
     /// log.
     static detail::Mutex ms_lock;
-    static std::atomic<bool> ms_bShowRoutine;
+    static std::atomic<bool> ms_bShowRoutine; // relaxed: a switch
     static VLog* ms_theLog VFOUNDATION_GUARDED_BY(ms_lock);
 
+    // relaxed: settings and numbers, each of its own
     std::atomic<std::int32_t> m_indentLevel{0};
     std::atomic<bool> m_showContextTime{false};
     std::atomic<bool> m_allowAnnotations{true};
@@ -220,10 +223,10 @@ class VLog : public Registered<VLog, VObject> {
     VObjectRef<VCriticalSection> m_criticalSection;
     /// The open contexts, the innermost on top, with the one reference to each.
     VObjectRef<VObjectStack> m_contexts VFOUNDATION_GUARDED_BY(ms_lock);
-    std::atomic<bool> m_hasTee{false};
+    std::atomic<bool> m_hasTee{false}; // relaxed: the log itself is read under the lock
     VObjectRef<VLog> m_tee VFOUNDATION_GUARDED_BY(ms_lock);
-    std::atomic<bool> m_watchesForLoss{false};
-    std::atomic<long> m_lossesBefore{0}; // when the callback was set
+    std::atomic<bool> m_watchesForLoss{false}; // relaxed: the callback is read under the lock
+    std::atomic<long> m_lossesBefore{0};       // when the callback was set; relaxed: a number
     std::function<void()> m_onFirstLoss VFOUNDATION_GUARDED_BY(ms_lock);
     VLogContext* m_attached VFOUNDATION_GUARDED_BY(ms_lock) = nullptr;
 };

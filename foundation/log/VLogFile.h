@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/Mutex.h"
 #include "foundation/core/VObjectRef.h"
 #include "foundation/log/VLog.h"
@@ -53,7 +54,7 @@ class ThreadPresence;
 /// holds it.
 /// Threads: any thread may call any operation. A line that has to wait for a stuck thread for more than 100 ms
 /// is dropped.
-class VLogFile : public Registered<VLogFile, VLog> {
+class VFOUNDATION_API VLogFile : public Registered<VLogFile, VLog> {
   public:
     static constexpr char const* kClassName = "VLogFile";
     static VClass* ms_theClass;
@@ -161,8 +162,8 @@ class VLogFile : public Registered<VLogFile, VLog> {
     std::atomic<std::uint32_t> m_fileState{eClosed};
     std::atomic<VThread::ThreadID> m_opener{};
     std::int32_t m_setting = 1;
-    std::atomic<bool> m_flushEachLine{false};
-    std::atomic<long> m_fullQueueWait{0};
+    std::atomic<bool> m_flushEachLine{false}; // relaxed: a setting
+    std::atomic<long> m_fullQueueWait{0};     // relaxed: a setting
     detail::Mutex m_threadLock;
     WriterHandle m_writer VFOUNDATION_GUARDED_BY(m_threadLock);
     std::shared_ptr<LogFileOutput> const m_output;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/messaging/VMessageCenter.h"
 
 namespace VFoundation {
@@ -16,7 +17,7 @@ namespace VFoundation {
 ///
 /// Ownership: holds the centre.
 /// Threads: made and destroyed by the centre's owner; the centre as `VMessageCenter` says.
-class StartedCenter {
+class VFOUNDATION_API StartedCenter {
   public:
     /// For this process alone: the name of its job server is made up, and nothing of it stays in the system.
     explicit StartedCenter(int capacity = VMessageCenter::kDefaultCapacity, long sleepMilliseconds = 5);

@@ -15,7 +15,7 @@ VGarbageCan* VCommandTuple::ms_garbageCan = nullptr;
 
 namespace {
 
-/// Whether there is a can, so that commands need no lock where there is none.
+/// Whether there is a can, so that commands need no lock where there is none. Relaxed: the can is read under the lock.
 constinit std::atomic<bool> s_hasCan{false};
 
 void DropInto(VGarbageCan& can, VObjectRef<VMessenger>& messenger) {

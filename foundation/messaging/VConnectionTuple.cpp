@@ -68,10 +68,14 @@ void VConnectionTuple::InitializeClass() {
     auto all = VObjectRef<VObjectArrayTmpl<VConnectionTuple>>::Adopt(
         new VObjectArrayTmpl<VConnectionTuple>(kPoolCapacity));
     for (long i = 0; i < kPoolCapacity; ++i) {
-        auto const tuple = VObjectRef<VConnectionTuple>::Adopt(New());
+        auto tuple = VObjectRef<VConnectionTuple>::Adopt(New());
         tuple->m_bListed = true;
         if (!all->AddObject(tuple.Get())) {
             throw std::bad_alloc();
+        }
+        if (ms_bRecyclingEnabled.load(std::memory_order_relaxed) &&
+            ConnectionPool::Push(ms_recycledConnections, tuple.Get(), &VConnectionTuple::m_bRecycled)) {
+            static_cast<void>(tuple.Detach()); // the pool's now, without the questions of a release
         }
     }
     if (!ms_allConnections) {
@@ -137,7 +141,7 @@ bool VConnectionTuple::Matches(VMessenger const* source, int sourceId, VMessenge
 /// not both take the other for the last: the tuple would never come back, nor its messengers.
 bool VConnectionTuple::DropSharedReference() const {
     auto& word = CountWord();
-    std::int32_t count = word.load(std::memory_order_acquire);
+    std::int32_t count = word.load(std::memory_order_acquire); // acquire: as `RetainCount`
     while ((count & kRetainCountMask) > kCallerAndList) {
         if (word.compare_exchange_weak(count, count - 1)) {
             return true;

@@ -99,7 +99,7 @@ bool VMessageCenter::Post(Fill fill) {
 
 /// Counts a command that is lost, and tells of it if that was asked for. False, for the post.
 bool VMessageCenter::Lose(std::atomic<long>& count) {
-    count.fetch_add(1, std::memory_order_relaxed);
+    count.fetch_add(1, std::memory_order_relaxed); // relaxed: a statistic
     if (m_tells.load(std::memory_order_relaxed) && m_tells.exchange(false)) {
         std::function<void()> tell;
         {

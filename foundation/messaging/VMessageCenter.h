@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/containers/VObjectRingBufferTmpl.h"
+#include "foundation/core/Export.h"
 #include "foundation/core/Mutex.h"
 #include "foundation/core/VObjectRef.h"
 #include "foundation/host/VFpuMode.h"
@@ -61,7 +62,7 @@ class VMessageCenterJob;
 /// Threads: posts from any thread. Servicing by one thread at a time: to service a started centre by hand as
 /// well, set a critical section and hold it; the job skips its poll while another thread does. `StartCenter` and
 /// `StopCenter` are for the owner's thread; a handler may stop its own centre, and drop its last reference.
-class VMessageCenter : public Registered<VMessageCenter, VCommandDelayer> {
+class VFOUNDATION_API VMessageCenter : public Registered<VMessageCenter, VCommandDelayer> {
   public:
     static constexpr char const* kClassName = "VMessageCenter";
     static VClass* ms_theClass;
@@ -186,8 +187,9 @@ class VMessageCenter : public Registered<VMessageCenter, VCommandDelayer> {
     VObjectRef<VJobServer> m_server VFOUNDATION_GUARDED_BY(m_startLock);
     VObjectRef<VMessageCenterJob> m_job VFOUNDATION_GUARDED_BY(m_startLock);
     std::atomic<VCriticalSection*> m_criticalSection{nullptr};
-    std::atomic<bool> m_accepting{true};
+    std::atomic<bool> m_accepting{true}; // relaxed: a setting
     std::atomic<bool> m_stopped{false};
+    // relaxed: statistics, and whether it is worth to look for the callback
     std::atomic<long> m_dropped{0};
     std::atomic<long> m_refused{0};
     std::atomic<long> m_slow{0};
@@ -198,7 +200,7 @@ class VMessageCenter : public Registered<VMessageCenter, VCommandDelayer> {
 
 /// For the handlers of a started centre: arithmetic rounds to the nearest, as in the rest of the program, until the
 /// end of the scope.
-class UsualRounding : public VFpuMode {
+class VFOUNDATION_API UsualRounding : public VFpuMode {
   public:
     UsualRounding() noexcept : VFpuMode(kToNearest) {}
 };

@@ -4,6 +4,7 @@
 #include "foundation/persistence/IAIFile.h"
 #include "foundation/persistence/VXMLFile.h"
 #include "foundation/strings/VString.h"
+#include "foundation/strings/internal/NumberText.h"
 
 #include <algorithm>
 #include <array>
@@ -50,13 +51,13 @@ std::string TextOf(VFloatVector const& vector) {
     return text;
 }
 
-/// Appends the numbers. False when the text is anything but numbers with blanks between.
+/// Appends the numbers. False when the text is anything but numbers with blanks between. A null follows the text.
 bool AppendNumbers(std::string_view text, VFloatVector& numbers) {
     constexpr char kBlanks[] = " \t\r\n";
     char const* const end = text.data() + text.size();
     for (std::size_t at = text.find_first_not_of(kBlanks); at != text.npos;) {
         float number = 0;
-        auto const [rest, error] = std::from_chars(text.data() + at, end, number);
+        auto const [rest, error] = FloatFromChars(text.data() + at, end, number);
         std::size_t const next =
             text.find_first_not_of(kBlanks, static_cast<std::size_t>(rest - text.data()));
         if (error != std::errc() || (next != text.npos && text.data() + next == rest)) {
@@ -178,7 +179,7 @@ bool VFloatVector::Serialize(IAIFile& file) {
     for (long i = 0; i < Count(); ++i) {
         file << Elements()[i];
     }
-    return true;
+    return !file.HasLostBytes();
 }
 
 bool VFloatVector::Load(IAIFile& file) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/persistence/IAIFile.h"
 
 #include <utility>
@@ -20,7 +21,7 @@ namespace VFoundation {
 ///
 /// Ownership: the file is borrowed.
 /// Threads: as the file.
-class ChunkScope {
+class VFOUNDATION_API ChunkScope {
   public:
     /// Enters the next chunk of a file that is loading.
     explicit ChunkScope(IAIFile& file) : m_file(file), m_isOpen(file.ReadChunkHeader(&m_id, nullptr)) {}

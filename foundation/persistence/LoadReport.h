@@ -1,5 +1,7 @@
 #pragma once
 
+#include "foundation/core/Export.h"
+
 #include <array>
 #include <cstddef>
 #include <string>
@@ -19,7 +21,7 @@ namespace VFoundation {
 ///
 /// Ownership: a value.
 /// Threads: one thread at a time.
-class LoadReport {
+class VFOUNDATION_API LoadReport {
   public:
     enum eLoss : int {
         /// A class that is not registered: call its `TheClass()` first. The class that sorts last is not found by name.

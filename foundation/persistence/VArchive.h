@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/host/VFileInfo.h"
 #include "foundation/persistence/VObjectArrayTmplSerializeable.h"
 #include "foundation/strings/VData.h"
@@ -23,7 +24,7 @@ namespace VFoundation {
 ///
 /// Ownership: owns its lists, which own a reference to each element.
 /// Threads: one thread at a time.
-class VArchive : public Registered<VArchive, VObject> {
+class VFOUNDATION_API VArchive : public Registered<VArchive, VObject> {
   public:
     static constexpr char const* kClassName = "VArchive";
     static VClass* ms_theClass;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 #include "foundation/core/VObjectRef.h"
 #include "foundation/persistence/LoadReport.h"
@@ -52,7 +53,7 @@ struct SRect;
 /// Ownership: the document owns its tree; text pointers are borrowed until the document is closed or the node is
 /// written. Objects that are written or read into are borrowed.
 /// Threads: one thread at a time per document.
-class VXMLFile : public Registered<VXMLFile, VObject> {
+class VFOUNDATION_API VXMLFile : public Registered<VXMLFile, VObject> {
   public:
     static constexpr char const* kClassName = "VXMLFile";
     static VClass* ms_theClass;

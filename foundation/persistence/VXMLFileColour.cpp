@@ -14,7 +14,7 @@ VColour* VXMLFile::ms_tempXMLIOCol = nullptr;
 
 namespace {
 
-constinit std::atomic_flag s_scratchInUse;
+constinit std::atomic_flag s_scratchInUse; // acquire and release: a lock that nobody waits for
 
 /// The colour that a child element is read into: the shared one, or one of its own while another document has that.
 class ScratchColour {

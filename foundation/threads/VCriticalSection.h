@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 
 #include <atomic>
@@ -19,7 +20,7 @@ namespace VFoundation {
 ///
 /// Ownership: by reference count. No thread may hold the section when its last reference goes.
 /// Threads: any thread may call any operation. All are const, so that const accessors can lock.
-class VCriticalSection : public Registered<VCriticalSection, VObject> {
+class VFOUNDATION_API VCriticalSection : public Registered<VCriticalSection, VObject> {
   public:
     static constexpr char const* kClassName = "VCriticalSection";
     static VClass* ms_theClass;
@@ -40,8 +41,9 @@ class VCriticalSection : public Registered<VCriticalSection, VObject> {
 
   private:
     mutable std::atomic<std::uint32_t> m_word{0};
-    mutable std::atomic<std::uintptr_t> m_owner{0}; // the thread's id; 0 without one
-    mutable std::int64_t m_entries = 0;             // the owner's
+    // The thread's id; 0 without one. relaxed: a thread only looks for its own id.
+    mutable std::atomic<std::uintptr_t> m_owner{0};
+    mutable std::int64_t m_entries = 0; // the owner's
 };
 
 } // namespace VFoundation

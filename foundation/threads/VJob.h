@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 #include "foundation/core/VObjectRef.h"
 
@@ -30,7 +31,7 @@ class IVJobDelegate;
 /// run.
 /// Threads: `DoJob` runs on the server's thread, `AbortJob` and `JobProgress` are called by others meanwhile.
 /// Flags and times may be read by any thread.
-class VJob : public Registered<VJob, VObject> {
+class VFOUNDATION_API VJob : public Registered<VJob, VObject> {
   public:
     static constexpr char const* kClassName = "VJob";
     static VClass* ms_theClass;
@@ -99,6 +100,7 @@ class VJob : public Registered<VJob, VObject> {
     std::atomic<IVJobDelegate*> m_delegate;
     VObjectRef<VObject> m_description;
     std::int32_t m_userValue = 0;
+    // relaxed: times and flags to look at; the queue hands over the job itself
     std::atomic<double> m_queuedTime{0};
     std::atomic<double> m_startTime{0};
     std::atomic<double> m_endTime{0};

@@ -64,6 +64,7 @@ class VJobPool::JobTask final : public Task {
 
   private:
     void Note(std::atomic<double>& time) const {
+        // relaxed: see `VJob`
         time.store(m_pool.m_clock.GetElapsedTime(), std::memory_order_relaxed);
     }
 
@@ -281,7 +282,9 @@ VJobPool::Task* VJobPool::Take(Worker& worker) {
 
 /// Sorts in what was added, in the order of its coming.
 void VJobPool::Collect() {
-    if (!m_added.load(std::memory_order_relaxed)) {
+    // Sequentially consistent, as is the count of sleepers: a thread that is about to sleep counts itself first and looks
+    // here then, and one that adds looks there last. One of them sees the other.
+    if (!m_added.load()) {
         return;
     }
     Task* oldest = nullptr;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/Mutex.h"
 #include "foundation/core/VObjectRef.h"
 #include "foundation/log/VStopWatch.h"
@@ -46,7 +47,7 @@ class ForkHook;
 /// Ownership: retains a job until it has run. A copy of a function lives as long.
 /// Threads: any thread may call any operation, jobs included. No lock is held while jobs and delegates are called. End
 /// the pool before the library; its destructor is not for its own threads.
-class VJobPool {
+class VFOUNDATION_API VJobPool {
   public:
     /// 0 or less: as many threads as the machine has processors; 1024 at most.
     explicit VJobPool(int threads = 0);
@@ -111,20 +112,22 @@ class VJobPool {
     int const m_threadCount;
     VStopWatch const m_clock{true};
 
-    // Tasks that were added and not yet sorted in, the last one first.
+    // Tasks that were added and not yet sorted in, the last one first. relaxed: a first guess before the real operation.
     alignas(kCacheLine) std::atomic<Task*> m_added{nullptr};
     // Threads that sleep, or are about to, and were not yet told to wake; and the wake-ups that they have to take.
     alignas(kCacheLine) std::atomic<std::uint32_t> m_sleepers{0};
     std::atomic<std::uint32_t> m_wakeUps{0};
-    std::atomic<bool> m_isComplete{false}; // all threads have been started
-    std::atomic<bool> m_ending{false};
+    std::atomic<bool> m_isComplete{false}; // all threads have been started; relaxed: else the lock decides
+    std::atomic<bool> m_ending{false};     // relaxed in a loop that looks again
+    // relaxed for `UnfinishedJobs`, a statistic
     alignas(kCacheLine) std::atomic<std::uint32_t> m_unfinished{0};
     std::atomic<std::uint32_t> m_waiters{0}; // in `WaitForAll`; they sleep on the next one
     std::atomic<std::uint32_t> m_timesDone{0};
-    std::atomic<long> m_failed{0};
+    std::atomic<long> m_failed{0}; // relaxed: a statistic
 
     alignas(kCacheLine) mutable detail::Mutex m_lock;
-    std::atomic<bool> m_hasWaiting{false};                  // as `m_first` was when a task was last taken
+    // As `m_first` was when a task was last taken; relaxed: whoever reads true looks again under the lock.
+    std::atomic<bool> m_hasWaiting{false};
     Task* m_first VFOUNDATION_GUARDED_BY(m_lock) = nullptr; // of the highest priority
     std::vector<Worker*> m_workers VFOUNDATION_GUARDED_BY(m_lock);
     std::vector<std::thread> m_threads VFOUNDATION_GUARDED_BY(m_lock);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/containers/VObjectRingBufferTmpl.h"
+#include "foundation/core/Export.h"
 #include "foundation/core/Mutex.h"
 #include "foundation/core/Registered.h"
 #include "foundation/core/VObjectRef.h"
@@ -58,7 +59,7 @@ class WaitingJobs;
 /// Ownership: retains queued jobs until they have run. The thread retains the server.
 /// Threads: any thread may call any operation. No lock is held while hooks, delegates or jobs are called. The
 /// end of the library waits for a thread that was told to end.
-class VJobServer : public Registered<VJobServer, VObject> {
+class VFOUNDATION_API VJobServer : public Registered<VJobServer, VObject> {
   public:
     static constexpr char const* kClassName = "VJobServer";
     static VClass* ms_theClass;
@@ -122,7 +123,7 @@ class VJobServer : public Registered<VJobServer, VObject> {
 
     /// All live servers (borrowed), or null.
     static VPtrArray* ms_jobServersArray;
-    /// While set, the thread has each job describe itself after it has run.
+    /// While set, the thread has each job describe itself after it has run. Relaxed: a switch.
     static std::atomic<bool> ms_bDebugJobServer;
 
   protected:
@@ -191,14 +192,15 @@ class VJobServer : public Registered<VJobServer, VObject> {
     VLock m_serverLock;
     VString m_name;
     VStopWatch m_clock{true};
-    /// When on that clock the thread started, from which the times of jobs count; negative without a thread.
+    /// When on that clock the thread started, from which the times of jobs count; negative without a thread. Relaxed: a
+    /// number of its own.
     std::atomic<double> m_threadStart{-1};
-    VLock m_runningLock; // held by the thread as long as it runs
-    std::atomic<VThread::ThreadID> m_threadID{};
+    VLock m_runningLock;                         // held by the thread as long as it runs
+    std::atomic<VThread::ThreadID> m_threadID{}; // relaxed: a thread only looks for its own id
     mutable detail::Mutex m_threadLock;
     std::shared_ptr<ThreadPresence> m_presence VFOUNDATION_GUARDED_BY(m_threadLock);
     VObjectRef<VThread> m_thread VFOUNDATION_GUARDED_BY(m_threadLock);
-    std::atomic<long> m_failedJobs{0};
+    std::atomic<long> m_failedJobs{0}; // relaxed: a statistic
     std::function<void(VJob*)> m_onFirstFailure VFOUNDATION_GUARDED_BY(m_jobsLock);
     std::atomic<bool> m_hasLostThread{false}; // in a child process, with what the thread worked on
     std::unique_ptr<ForkHook> const m_forkHook;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 
 #include <atomic>
@@ -18,7 +19,7 @@ namespace VFoundation {
 ///
 /// Ownership: by reference count.
 /// Threads: any thread may call any operation.
-class VLock : public Registered<VLock, VObject> {
+class VFOUNDATION_API VLock : public Registered<VLock, VObject> {
   public:
     static constexpr char const* kClassName = "VLock";
     static VClass* ms_theClass;
@@ -42,8 +43,8 @@ class VLock : public Registered<VLock, VObject> {
     bool IsLocked() const noexcept { return m_locked.load(std::memory_order_relaxed); }
 
   private:
-    std::atomic<bool> m_locked{false};
-    std::atomic<std::uint32_t> m_state{0};
+    std::atomic<bool> m_locked{false};     // relaxed: a hint
+    std::atomic<std::uint32_t> m_state{0}; // acquire: who finds it free sees what its holder did
 };
 
 } // namespace VFoundation

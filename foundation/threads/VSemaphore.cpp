@@ -42,7 +42,7 @@ void ReportFailure(char const* name, long maxSignals, int error) {
     }
 }
 
-/// A statistic: what two threads add at once may count once.
+/// A statistic, hence relaxed: what two threads add at once may count once.
 void AddTo(std::atomic<std::uint32_t>& tally, long count) noexcept {
     tally.store(tally.load(std::memory_order_relaxed) + narrow_cast<std::uint32_t>(count),
                 std::memory_order_relaxed);

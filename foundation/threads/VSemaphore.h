@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 #include "foundation/core/VObjectRef.h"
 
@@ -27,7 +28,7 @@ class VString;
 ///
 /// Ownership: by reference count. No thread may be inside an operation when the last reference goes.
 /// Threads: any thread may post and wait. `Init` is for one thread, with no other using the object.
-class VSemaphore : public Registered<VSemaphore, VObject> {
+class VFOUNDATION_API VSemaphore : public Registered<VSemaphore, VObject> {
   public:
     static constexpr char const* kClassName = "VSemaphore";
     static VClass* ms_theClass;
@@ -73,7 +74,7 @@ class VSemaphore : public Registered<VSemaphore, VObject> {
     SharedSemaphore* m_handle = nullptr;
     std::int32_t m_maxSignals = 0;
     VObjectRef<VString> m_name;
-    // Apart, so that posting and waiting threads do not slow each other down.
+    // Apart, so that posting and waiting threads do not slow each other down. relaxed: statistics.
     alignas(kCacheLine) std::atomic<std::uint32_t> m_posted{0};
     alignas(kCacheLine) std::atomic<std::uint32_t> m_taken{0};
 };

@@ -37,6 +37,7 @@ SHARED = {
     "containers/internal/Snapshot.h": "walks that run other code, in containers and graphs",
     "containers/internal/TRecyclePool.h": "every recycled class has its pool through it",
     "containers/internal/VObjectCast.h": "checks what a file put into an array",
+    "host/internal/HostServices.h": "what the system does for the library: the folder of a file that is replaced",
     "host/internal/LocalTime.h": "one form of a date, in the log file and in VDate",
     "persistence/internal/FileReplacer.h": "a failing save keeps the old file, of XML and of pictures",
     "strings/internal/NumberText.h": "numbers as text whatever the locale, in XML and in the value classes",

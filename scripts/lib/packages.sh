@@ -14,13 +14,21 @@ PACKAGES_TEST=(
     binutils desktop-file-utils appstream
 )
 PACKAGES_PICTURES=(xterm) # beside those of the tests
+# What is built for another architecture: the launcher's dialogs are not, as polkit's development files cannot be
+# installed for two architectures at a time.
+PACKAGES_CROSS_ARM64=(
+    g++-aarch64-linux-gnu qemu-user
+    libtinyxml-dev:arm64 libpugixml-dev:arm64 libmount-dev:arm64 libjpeg62-turbo-dev:arm64 libpng-dev:arm64
+    libgtest-dev:arm64
+)
 PACKAGES_DOCS=(doxygen python3-minimal)
 PACKAGES_LINT=(clang clang-tidy clang-format)
 PACKAGES_PACKAGE=(lintian dpkg-dev file binutils debootstrap)
 PACKAGES_BENCHMARK=(libbenchmark-dev libboost-dev libtbb-dev libspdlog-dev libtinyxml2-dev qtbase5-dev
     libconcurrentqueue-dev libglib2.0-dev)
 
-# install_missing PACKAGE...: nothing when all are there; else apt-get, through sudo for an ordinary user.
+# install_missing PACKAGE...: nothing when all are there; else apt-get, through sudo for an ordinary user. A package of
+# another architecture is named as NAME:ARCHITECTURE; dpkg is told of an architecture that it does not know.
 install_missing() {
     local package missing=()
     for package in "$@"; do
@@ -40,6 +48,11 @@ install_missing() {
         as_root=(sudo)
     fi
     echo "Installing: ${missing[*]}" >&2
+    local architecture
+    for architecture in $(printf '%s\n' "${missing[@]}" | sed -n 's/.*://p' | sort -u); do
+        dpkg --print-foreign-architectures | grep -qx "$architecture" ||
+            "${as_root[@]}" dpkg --add-architecture "$architecture"
+    done
     "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get update -qq >&2 || true
     "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends \
         "${missing[@]}" >&2

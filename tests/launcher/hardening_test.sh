@@ -1,6 +1,7 @@
 #!/bin/sh
 # Looks at how programs and libraries were built. usage: hardening_test.sh [--fortified] <file>...
 #   --fortified   built with optimisation, where calls that overrun their buffer end the program
+#   OBJDUMP       the disassembler, if it is not this machine's
 set -eu
 fortified=false
 if [ "$1" = --fortified ]; then
@@ -33,6 +34,6 @@ for file in "$@"; do
         *X86-64*) mark=endbr64 ;;
         *AArch64*) mark='paciasp|bti' ;;
     esac
-    require "has no marked branch targets" "$(objdump -d --no-show-raw-insn "$file" | grep -Ec "$mark")" '^[0-9]{2,}$'
+    require "has no marked branch targets" "$("${OBJDUMP:-objdump}" -d --no-show-raw-insn "$file" | grep -Ec "$mark")" '^[0-9]{2,}$'
 done
 exit $failed

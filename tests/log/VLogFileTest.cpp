@@ -275,6 +275,11 @@ TEST(VLogFile, CountsTheLinesThatTheDiskRefuses) {
         EXPECT_TRUE(threaded ? full->DroppedLines() == 1001 : full->Close());
         EXPECT_EQ(full->DroppedLines(), 1001); // with the date
     }
+    int told = 0;
+    auto const closing = NewLog("/dev/full");
+    closing->SetOnFirstLoss([&] { ++told; });
+    EXPECT_TRUE(closing->Close());
+    EXPECT_EQ(told, 1);
     // A disk that is full in the middle of a line, and then has space again.
     constexpr rlim_t kSpace = 20'000;
     rlimit before{};
@@ -385,12 +390,28 @@ TEST(VLogFile, HasNoWriterThreadInAChildProcess) {
     UninitializeLibrary(true, false, true);
 }
 
+// The semaphores belong to the whole system.
+
+void ForgetSemaphores() {
+    ::sem_unlink("VLogFile");
+    ::sem_unlink("VLogFileShutdown");
+}
+
+/// In both semaphores, and more than the rounds of a shut-down.
+void LeaveSignals() {
+    ForgetSemaphores();
+    for (char const* const name : {"VLogFile", "VLogFileShutdown"}) {
+        ::sem_close(::sem_open(name, O_CREAT | O_EXCL, 0777, 40));
+    }
+}
+
 /// A log whose file is a pipe that is not read, with its thread stuck and its queue full.
 class VLogFileStuck : public testing::Test {
   protected:
     VLogFileStuck() {
         ::mkfifo(m_file.Path(), 0600);
         m_reader = ::open(m_file.Path(), O_RDONLY | O_NONBLOCK);
+        LeaveSignals(); // which must not end a shut-down
         m_log = NewLog(m_file.Path());
         EXPECT_TRUE(m_log->StartLoggingThread());
         long added = 0;
@@ -403,7 +424,10 @@ class VLogFileStuck : public testing::Test {
         } while (m_added > added + 1);
         m_dropped = m_log->DroppedLines();
     }
-    ~VLogFileStuck() override { ::close(m_reader); }
+    ~VLogFileStuck() override {
+        ::close(m_reader);
+        ForgetSemaphores();
+    }
 
     /// What comes until the log's side is closed: no accepted line is missing.
     void ReadAll() const {
@@ -491,13 +515,6 @@ TEST_F(VLogFileStuck, SlowIsGivenUpAndItsThreadStillHasWhatItNeeds) {
     ReadAll(); // the thread goes on, ends and closes the file
 }
 
-// The semaphores belong to the whole system.
-
-void ForgetSemaphores() {
-    ::sem_unlink("VLogFile");
-    ::sem_unlink("VLogFileShutdown");
-}
-
 void ExpectToLoseNothing(VLogFile& log) {
     ScratchFile const file;
     EXPECT_TRUE(log.Open(file.Path()));
@@ -509,10 +526,7 @@ void ExpectToLoseNothing(VLogFile& log) {
 
 TEST(VLogFile, IsNotMisledBySignalsThatAProcessHasLeft) {
     LineLogScope const traced;
-    ForgetSemaphores();
-    for (char const* const name : {"VLogFile", "VLogFileShutdown"}) { // more than the rounds of a shut-down
-        ::sem_close(::sem_open(name, O_CREAT | O_EXCL, 0777, 40));
-    }
+    LeaveSignals();
     ExpectToLoseNothing(*NewLog(nullptr));
     ForgetSemaphores();
 }
@@ -528,9 +542,10 @@ TEST(VLogFile, DoesWithoutSemaphores) {
 }
 
 TEST(VLogFile, MayBeLeftWithItsThreadRunning) {
-    testing::FLAGS_gtest_death_test_style = "threadsafe";
-    EXPECT_EXIT(NewLog("/dev/null").Detach()->StartLoggingThread() ? std::exit(0) : void(),
-                testing::ExitedWithCode(0), "");
+    InChild([] {
+        ASSERT_TRUE(NewLog("/dev/null").Detach()->StartLoggingThread());
+        std::exit(0);
+    });
 }
 
 } // namespace

@@ -68,6 +68,8 @@ TEST_P(XMLFileAttributes, WritesAttributesInFixedFormsWhateverTheLocale) {
     double read = 0;
     EXPECT_TRUE(Document(text).ReadAttribute("c", read));
     EXPECT_EQ(read, 0.1);
+    EXPECT_TRUE(Document("<R c='+2.5'/>").ReadAttribute("c", read));
+    EXPECT_EQ(read, 2.5);
     std::setlocale(LC_NUMERIC, "C");
     ::unsetenv("LOCPATH");
 }

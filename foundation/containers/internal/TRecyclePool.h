@@ -51,7 +51,7 @@ class TRecyclePool {
 
     /// Releases every object in the pool.
     static void Empty(Slot const& pool) {
-        if (Ring* const ring = pool.load(std::memory_order_acquire)) {
+        if (Ring* const ring = RingOf(pool)) {
             EmptyMagazines();
             ring->RemoveAllObjects();
         }
@@ -67,7 +67,7 @@ class TRecyclePool {
 
     /// Objects waiting; 0 without a pool.
     static long Count(Slot const& pool) noexcept {
-        Ring const* const ring = pool.load(std::memory_order_acquire);
+        Ring const* const ring = RingOf(pool);
         if (!ring) {
             return 0;
         }
@@ -79,7 +79,7 @@ class TRecyclePool {
 
     /// A pooled object (owned), its mark cleared; null when there is none.
     static T* Pop(Slot const& pool, Mark mark) {
-        Ring* const ring = pool.load(std::memory_order_acquire);
+        Ring* const ring = RingOf(pool);
         if (!ring) {
             return nullptr;
         }
@@ -96,7 +96,7 @@ class TRecyclePool {
     /// Adopts the caller's reference: do not touch the object after a true result. False, the mark cleared
     /// and the reference still the caller's, when there is no pool or it is full.
     static bool Push(Slot const& pool, T const* object, Mark mark) {
-        Ring* const ring = pool.load(std::memory_order_acquire);
+        Ring* const ring = RingOf(pool);
         if (!ring) {
             return false;
         }
@@ -115,6 +115,9 @@ class TRecyclePool {
     /// More than all magazines hold.
     static constexpr long kMargin = 4096;
 
+    static Ring* RingOf(Slot const& pool) noexcept {
+        return pool.load(std::memory_order_acquire); // acquire: the ring as it was made
+    }
     static T* TakeOwn() noexcept {
         T* object = nullptr;
         if constexpr (kHasMagazines) {
@@ -138,7 +141,7 @@ class TRecyclePool {
             detail::Magazine& own = kMagazines->Own();
             if (ring.UsedCount() == 0 && own.Count() < detail::Magazine::kSize && own.TryEnter()) {
                 // The magazines are emptied when the ring has gone, and counted when it is nearly full: look again.
-                isPut = pool.load(std::memory_order_acquire) && ring.UsedCount() == 0 && own.Put(object);
+                isPut = RingOf(pool) && ring.UsedCount() == 0 && own.Put(object);
                 own.Leave();
             }
         }

@@ -26,7 +26,7 @@ void ReleaseAndClear(std::atomic<T*>& object) {
 /// object that is first in the slot. No lock is held while `make` runs.
 template <class T, class Make>
 T* MakeOnce(std::atomic<T*>& slot, Make make) {
-    T* object = slot.load(std::memory_order_acquire);
+    T* object = slot.load(std::memory_order_acquire); // acquire: the object as it was made
     if (!object) {
         T* const made = make();
         if (slot.compare_exchange_strong(object, made)) {

@@ -20,6 +20,7 @@ VClass* detail::ReadyClass(ClassDefinition const& definition) {
 
 VClass* ClassStart::Ready(detail::ClassDefinition const& definition) {
     VClass* record = LoadClassSlot(*definition.slot);
+    // relaxed: only this thread can have written its own mark
     if (record && record->m_state.load(std::memory_order_relaxed) == VClass::State::eStarting &&
         record->m_starter.load(std::memory_order_relaxed) == ThisThread()) {
         return record; // its hook uses the class
@@ -35,6 +36,7 @@ VClass* ClassStart::MakeOrAttach(detail::ClassDefinition const& definition) {
     ClassRegistry::CreationScope const creation;
     VClass* record = LoadClassSlot(*definition.slot);
     if (record) {
+        // relaxed: records are detached and taken back under the lock of `creation`
         if (record->m_state.load(std::memory_order_relaxed) == VClass::State::eDetached) {
             ClassRegistry::Reattach(record, superClass);
         }

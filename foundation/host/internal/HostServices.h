@@ -32,6 +32,10 @@ std::error_code StatusOfPath(char const* path, PathStatus& status) noexcept;
 /// `std::errc::file_exists`.
 std::error_code Rename(char const* from, char const* to, bool replaces) noexcept;
 
+/// A descriptor for the system's calls that take a folder and a name in it; it is closed on exec, and the folder need
+/// not be readable. -1 with `errno`.
+int OpenFolder(char const* path) noexcept;
+
 /// What the paths of temporary files and folders end in; six characters of it are filled in.
 inline constexpr char const* kTemporaryPattern = "/vfoundation-XXXXXX";
 /// Makes the file or folder of a path with that end, filled in, for the user alone. Null or false with `errno`; then the

@@ -4,9 +4,11 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
 #include <fcntl.h>
 #include <sys/auxv.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace VFoundation::HostServices {
 
@@ -27,6 +29,22 @@ std::error_code Rename(char const* from, char const* to, bool replaces) noexcept
         isRenamed = ::rename(from, to) == 0;
     }
     return isRenamed ? std::error_code() : std::error_code(errno, std::system_category());
+}
+
+std::FILE* MakeTemporaryFile(char* path) noexcept {
+    int const descriptor = ::mkostemp(path, O_CLOEXEC);
+    std::FILE* const stream = descriptor < 0 ? nullptr : ::fdopen(descriptor, "w+b");
+    if (!stream && descriptor >= 0) {
+        int const error = errno;
+        ::close(descriptor);
+        ::unlink(path);
+        errno = error;
+    }
+    return stream;
+}
+
+int OpenFolder(char const* path) noexcept {
+    return ::open(path, O_PATH | O_DIRECTORY | O_CLOEXEC);
 }
 
 long ProcessorFeatures(unsigned long& features) noexcept {

@@ -71,18 +71,6 @@ std::error_code StatusOfPath(char const* path, PathStatus& result) noexcept {
     return {};
 }
 
-std::FILE* MakeTemporaryFile(char* path) noexcept {
-    int const descriptor = ::mkostemp(path, O_CLOEXEC);
-    std::FILE* const stream = descriptor < 0 ? nullptr : ::fdopen(descriptor, "w+b");
-    if (!stream && descriptor >= 0) {
-        int const error = errno;
-        ::close(descriptor);
-        ::unlink(path);
-        errno = error;
-    }
-    return stream;
-}
-
 bool MakeTemporaryFolder(char* path) noexcept {
     return ::mkdtemp(path) != nullptr;
 }

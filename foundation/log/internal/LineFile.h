@@ -57,7 +57,7 @@ class LineFile {
         m_lost.fetch_add(static_cast<long>(lines), std::memory_order_relaxed);
     }
 
-    // The system's part (LineFile_posix.cpp).
+    // The system's part (LineFile_linux.cpp, LineFile_posix.cpp).
 
     /// Forgets what the stream has not written. The result is the place in the file that writing has come to, or -1.
     static long long DropUnwritten(std::FILE* stream) noexcept;
@@ -70,7 +70,7 @@ class LineFile {
     std::size_t m_bytes = 0; // in the buffer, or more if its one line is longer
     long long m_start = 0;   // of the buffer in the file
     bool m_failed = false;
-    std::atomic<long> m_lost{0};
+    std::atomic<long> m_lost{0}; // relaxed: a statistic
 };
 
 } // namespace VFoundation

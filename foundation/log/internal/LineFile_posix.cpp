@@ -1,16 +1,9 @@
 #include "foundation/log/internal/LineFile.h"
 
-#include <stdio_ext.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 namespace VFoundation {
-
-long long LineFile::DropUnwritten(std::FILE* stream) noexcept {
-    __fpurge(stream);
-    std::clearerr(stream);
-    return lseek(fileno(stream), 0, SEEK_CUR);
-}
 
 void LineFile::CutBack(std::FILE* stream, long long end, long long place) noexcept {
     struct stat status {};

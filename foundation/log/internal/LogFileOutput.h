@@ -130,18 +130,18 @@ class LogFileOutput {
 
     detail::Mutex m_queueLock; // also putting lines into the queue
     std::uint32_t m_conditions VFOUNDATION_GUARDED_BY(m_queueLock) = 0;
-    std::atomic<bool> m_queueing{false};  // all of them hold
+    std::atomic<bool> m_queueing{false};  // all of them hold; relaxed: true is looked at again under the lock
     std::atomic<Queue*> m_queue{nullptr}; // made with the first writer, and kept
 
     std::atomic<long> m_waitingForRoom{0};       // threads
     std::atomic<std::uint32_t> m_roomChanges{0}; // they sleep on it
 
-    EventFlag m_wake; // ends the writer's pause
-    std::atomic<VThread::ThreadID> m_writer{};
+    EventFlag m_wake;                          // ends the writer's pause
+    std::atomic<VThread::ThreadID> m_writer{}; // relaxed: a thread only looks for its own id
     std::atomic<bool> m_running{false};
     std::atomic<bool> m_mayContinue{false};
-    std::atomic<long> m_dropped{0};
-    ForkHook const m_forkHook; // the last one
+    std::atomic<long> m_dropped{0}; // relaxed: a statistic
+    ForkHook const m_forkHook;      // the last one
 };
 
 } // namespace VFoundation

@@ -1,11 +1,14 @@
 #include "foundation/persistence/internal/FileReplacer.h"
 
+#include "foundation/host/internal/HostServices.h"
+
 #include <atomic>
 #include <cerrno>
 #include <climits>
 #include <cstdlib>
 #include <fcntl.h>
 #include <memory>
+#include <new>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
@@ -53,16 +56,6 @@ std::string Resolved(char const* path) {
     struct stat status {};
     bool const isThere = ::stat(path, &status) == 0; // by a link like /dev/stdout, which leads to no path
     return isThere ? path : EndOfDanglingLink(path);
-}
-
-std::FILE* StreamOn(int descriptor) noexcept {
-    std::FILE* const stream = descriptor < 0 ? nullptr : ::fdopen(descriptor, "wb");
-    if (stream) {
-        std::setvbuf(stream, nullptr, _IOFBF, kStreamBuffer);
-    } else if (descriptor >= 0) {
-        ::close(descriptor);
-    }
-    return stream;
 }
 
 /// True also for what is not on a disk.
@@ -114,7 +107,7 @@ FileReplacer::FileReplacer(char const* path) : m_target(Resolved(path)) {
 
 void FileReplacer::Open(char const* folder) noexcept {
     m_name = m_target.c_str() + (m_target.rfind('/') + 1);
-    m_directory = ::open(folder, O_PATH | O_DIRECTORY | O_CLOEXEC);
+    m_directory = HostServices::OpenFolder(folder);
     struct stat status {};
     if (m_directory < 0) {
         return;
@@ -156,7 +149,7 @@ void FileReplacer::Discard() noexcept {
 }
 
 void FileReplacer::OpenTemporary(unsigned mode) noexcept {
-    static std::atomic<unsigned> s_serial{0};
+    static std::atomic<unsigned> s_serial{0}; // relaxed: each gets another number
     int descriptor = -1;
     do {
         std::snprintf(m_temporary, sizeof m_temporary, ".vfoundation-%ld-%u.tmp", long{::getpid()},
@@ -170,7 +163,16 @@ void FileReplacer::OpenTemporary(unsigned mode) noexcept {
         }
         return;
     }
-    m_stream = StreamOn(descriptor);
+    m_stream = ::fdopen(descriptor, "wb");
+    if (!m_stream) {
+        ::close(descriptor);
+        return;
+    }
+    // The C library takes the size from here only together with the memory.
+    m_buffer.reset(new (std::nothrow) char[kStreamBuffer]);
+    if (m_buffer) {
+        std::setvbuf(m_stream, m_buffer.get(), _IOFBF, kStreamBuffer);
+    }
 }
 
 /// Does not wait for the reader of a pipe; there has to be one.

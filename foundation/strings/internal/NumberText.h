@@ -1,5 +1,7 @@
 #pragma once
 
+#include <charconv>
+
 namespace VFoundation {
 
 /// A number as the library writes it into text: "." whatever the locale.
@@ -34,5 +36,13 @@ long Int32FromText(char const* text) noexcept;
 bool Int64FromText(char const* text, long long& number) noexcept;
 /// Reads "inf", "nan" and hexadecimal numbers too; a number that is too large is infinite.
 double DoubleFromText(char const* text) noexcept;
+
+/// Reads a number as `std::from_chars` does, which not every standard library has for floating point. `last` is the
+/// terminating null of the text.
+std::from_chars_result FloatFromChars(char const* first, char const* last, float& number) noexcept;
+
+/// `strtod` and `strtof` with "." whatever the locale.
+double ClassicStrtod(char const* text, char** end) noexcept;
+float ClassicStrtof(char const* text, char** end) noexcept;
 
 } // namespace VFoundation

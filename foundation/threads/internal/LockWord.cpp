@@ -16,6 +16,7 @@ constexpr std::uint32_t kTakenWithSleepers = 2;
 
 bool TakeLockWord(std::atomic<std::uint32_t>& word, long milliseconds) noexcept {
     std::uint32_t expected = kFree;
+    // acquire: what the holder before did; relaxed: a taken lock says nothing
     if (word.compare_exchange_strong(expected, kTaken, std::memory_order_acquire,
                                      std::memory_order_relaxed)) {
         return true;
@@ -25,7 +26,7 @@ bool TakeLockWord(std::atomic<std::uint32_t>& word, long milliseconds) noexcept 
         return false;
     }
     MonotonicTime const deadline = forever ? MonotonicTime() : MillisecondsFromNow(milliseconds);
-    // A thread that has slept cannot know whether others still do, so it keeps the mark.
+    // acquire, as above. A thread that has slept cannot know whether others still do, so it keeps the mark.
     while (word.exchange(kTakenWithSleepers, std::memory_order_acquire) != kFree) {
         if (!FutexWait(word, kTakenWithSleepers, forever ? nullptr : &deadline)) {
             return false;
@@ -35,6 +36,7 @@ bool TakeLockWord(std::atomic<std::uint32_t>& word, long milliseconds) noexcept 
 }
 
 bool FreeLockWord(std::atomic<std::uint32_t>& word) noexcept {
+    // release: hands over what was done under the lock
     std::uint32_t const before = word.exchange(kFree, std::memory_order_release);
     if (before == kTakenWithSleepers) {
         FutexWakeOne(word);
