@@ -222,7 +222,8 @@ def names(source, page, words):
     """What a page names in `code`: files of the tree, presets and options of the build, classes and members."""
     text = (source / page).read_text(encoding="utf-8")
     presets = {preset["name"] for preset in json.loads((source / "CMakePresets.json").read_text())["configurePresets"]}
-    options = (source / "CMakeLists.txt").read_text() + (source / "packaging/Packages.cmake").read_text()
+    options = "".join(path.read_text() for folder in (".", "cmake", "foundation", "packaging")
+                      for path in sorted((source / folder).glob("*")) if path.suffix in (".txt", ".cmake"))
     in_block = False
     for number, line in enumerate(text.splitlines(), 1):
         in_block ^= line.startswith("```")

@@ -41,8 +41,9 @@ if [ -n "$photos" ]; then
     cp "$source"/tests/data/image/colour{,-progressive}.jpg "$work/pictures"
     cp "$source/tests/data/image/tall.png" "$work/pictures"
     cd "$work"
-    "$photos" make pictures album 1 >/dev/null
-    first='m_photos.ObjectAtIndexTyped(0)' node='m_similar->Nodes().ObjectAtIndexTyped(0)'
-    session gdb-photos.txt catalogue::Catalogue::Similar "$photos" show album - m_photos "$first->path" "$first->width" \
-        "$first->thumbnail" m_similar 'm_similar->Nodes()' 'm_similar->Edges()' "$node->Properties()"
+    # The second photo, being compared with the first.
+    line=$(grep -n 'popcount(differences)' "$source/examples/catalogue/Catalogue.cpp" | cut -d : -f 1)
+    session gdb-photos.txt "Catalogue.cpp:$line" "$photos" make pictures album 1 - 'photo->path' 'photo->width' \
+        'photo->thumbnail' m_photos m_similar 'm_similar.m_object->m_nodes' 'm_similar.m_object->m_edges' \
+        'node->m_properties'
 fi
