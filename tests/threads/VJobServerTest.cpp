@@ -155,17 +155,15 @@ TEST_F(VJobServerTest, StartsOnceAndEndsInEveryState) {
         EXPECT_TRUE(server->StartServer());
         EXPECT_TRUE(m_log.Has("[" + std::string(server->Name().CString()) + "] thread STARTED\n"));
         EXPECT_EQ(s_openSemaphores, open + 1);
-        auto const sleepOn = [sleeps = s_sleepsBegun.load()](long more) {
-            WaitUntil([&] { return s_sleepsBegun > sleeps + more; });
-        };
         server->ServerLock()->TryLock(-1); // pauses it
-        sleepOn(4);
-        server.Add(new AJob([this] { return Note('!'); }));
-        sleepOn(8);
-        EXPECT_EQ(Diary(), "");
+        for (int i = 0; i < 3; ++i) {
+            server.Add(new AJob([this] { return Note('!'); }));
+        }
+        VThread::Sleep(100);
+        EXPECT_LE(Diary().size(), 1U) << "the pass that was waiting already";
         server->ServerLock()->Unlock();
         Finish(server);
-        EXPECT_EQ(Diary(), "!");
+        EXPECT_EQ(Diary(), "!!!");
     }
     EXPECT_EQ(s_openSemaphores, open);
     EXPECT_EQ(VJobServer::ms_jobServersArray->Count(), listed);
