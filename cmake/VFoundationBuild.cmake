@@ -61,6 +61,14 @@ function(vfoundation_build_options target)
     endif()
 endfunction()
 
+# vfoundation_limit_exports(<target>): a shared library of the library's objects exports nothing but what is the
+# library's own.
+function(vfoundation_limit_exports target)
+    set(map "${PROJECT_SOURCE_DIR}/foundation/exports.map")
+    target_link_options(${target} PRIVATE "LINKER:--version-script=${map}")
+    set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS "${map}")
+endfunction()
+
 # Adds one class of a subsystem to the library: <folder>/<Class>.h as a public header and the sources named.
 #   vfoundation_sources(HEADERS strings/VString.h SOURCES strings/VString.cpp)
 # Paths are relative to foundation/.

@@ -27,6 +27,19 @@ namespace detail {
 /// stand here and not in the template, whose statics each shared object would have for itself.
 VFOUNDATION_API VClass*& RingBufferClassSlot(char const* elementClassName);
 
+/// The same, which every shared object remembers for itself: a static that they share would keep a plug-in from being
+/// unloaded.
+template <class Policy>
+__attribute__((visibility("hidden"))) VClass*& KnownRingBufferClassSlot() {
+    static constinit std::atomic<VClass**> s_slot{nullptr}; // release and acquire: hand over the slot
+    VClass** slot = s_slot.load(std::memory_order_acquire);
+    if (!slot) {
+        slot = &RingBufferClassSlot(Policy::ClassName());
+        s_slot.store(slot, std::memory_order_release);
+    }
+    return *slot;
+}
+
 /// Fills `slot` with the record "TRingBuffer_<elementClassName>", made or entered in the registry again. A
 /// record of that name that the slot does not own is returned without being kept.
 VFOUNDATION_API VClass* MakeRingBufferClass(char const* elementClassName, VClass*& slot,
@@ -119,6 +132,8 @@ class VFOUNDATION_API TRingBuffer : public VObject {
 
     /// The record "TRingBuffer_" + the name of `T`; one in the process, whichever shared object asks.
     static VClass* TheClass();
+    /// Where `TheClass()` keeps the record; null until it is made.
+    static VClass*& ClassSlot() { return detail::KnownRingBufferClassSlot<Policy>(); }
     [[nodiscard]] static VObject* New() { return new TRingBuffer(); }
     static void InitializeClass() {}
     static void UninitializeClass() {}
@@ -213,17 +228,12 @@ TRingBuffer<T, Policy, Atomic, AtomicRef>::~TRingBuffer() {
 
 template <class T, class Policy, template <class> class Atomic, template <class> class AtomicRef>
 VClass* TRingBuffer<T, Policy, Atomic, AtomicRef>::TheClass() {
-    static constinit std::atomic<VClass**> s_slot{nullptr}; // release and acquire: hand over the slot
-    VClass** slot = s_slot.load(std::memory_order_acquire);
-    if (!slot) {
-        slot = &detail::RingBufferClassSlot(Policy::ClassName());
-        s_slot.store(slot, std::memory_order_release);
-    }
-    VClass* const cls = LoadClassSlot(*slot);
+    VClass*& slot = ClassSlot();
+    VClass* const cls = LoadClassSlot(slot);
     if (cls && cls->IsReady()) {
         return cls;
     }
-    return detail::MakeRingBufferClass(Policy::ClassName(), *slot, &TRingBuffer::New, sizeof(TRingBuffer));
+    return detail::MakeRingBufferClass(Policy::ClassName(), slot, &TRingBuffer::New, sizeof(TRingBuffer));
 }
 
 template <class T, class Policy, template <class> class Atomic, template <class> class AtomicRef>

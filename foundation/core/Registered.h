@@ -177,6 +177,26 @@ constexpr VClass::Factory FactoryOf() {
     }
 }
 
+/// True for a class whose record is not that of its base.
+template <class Class>
+struct HasOwnRecord {
+    template <class Base>
+    static std::true_type Test(Registered<Class, Base> const*);
+    static std::false_type Test(...);
+    static constexpr bool kValue = decltype(Test(static_cast<Class const*>(nullptr)))::value;
+};
+
+/// Where a class keeps its record.
+template <class Class>
+VClass** OwnSlot() {
+    if constexpr (requires { Class::ClassSlot(); }) {
+        return &Class::ClassSlot();
+    } else {
+        static_assert(HasOwnRecord<Class>::kValue, "the class has no record of its own");
+        return &Class::ms_theClass;
+    }
+}
+
 /// The record among `classes` that look-up by name does not find, with a line in the log; null when it finds all.
 VFOUNDATION_API VClass* ReportLastByName(std::initializer_list<VClass*> classes);
 
@@ -204,6 +224,52 @@ VClass* Registered<Derived, Base>::MakeClass() {
 template <class... Classes>
 VClass* RegisterClasses() {
     return detail::ReportLastByName({Classes::TheClass()...});
+}
+
+/// What became of `UnregisterClasses`: true when the classes are gone.
+struct VFOUNDATION_API UnregisterResult {
+    enum class eReason {
+        eNone,
+        eInstances,  // objects of the class exist
+        eSubclasses, // a class that derives from it is registered
+        eInUse       // its hook is running, or it is being unregistered, perhaps by the caller further up
+    };
+
+    /// The class that has to stay, because of which all stay; null when they are gone.
+    VClass* cls = nullptr;
+    eReason reason = eReason::eNone;
+
+    explicit operator bool() const noexcept { return !cls; }
+};
+
+namespace detail {
+
+VFOUNDATION_API UnregisterResult UnregisterSlots(std::initializer_list<VClass**> slots);
+
+} // namespace detail
+
+/// Takes classes out of the registry again, all or none: the counterpart of `RegisterClasses` for a shared object that
+/// is to be unloaded. It names every class of its own that has ever been used, and every ring buffer of its own:
+///
+///     UnregisterClasses<VPoint, VShape, VObjectRingBufferTmpl<VShape>>();
+///
+/// Runs the `UninitializeClass()` of each class, subclasses first, and frees the records and the substitutions that
+/// lead to them. Looking for these names finds nothing then. A class that is not registered counts as gone; using a
+/// class again registers it anew.
+///
+/// A class stays as long as it has instances or registered subclasses that are not named here. Objects that a class
+/// keeps itself, such as a pool, are no obstacle when its `UninitializeClass()` releases them. When a class has to stay
+/// after these functions have run, `InitializeClass()` runs again for each. What a hook throws leaves this function,
+/// and all classes stay; those whose `UninitializeClass()` was called are initialized again by their next use.
+///
+/// Cost: each class is compared with every registered one. The next look-up by name makes the index of names again.
+///
+/// Ownership: pointers to the records end, those that `ClassForClassName` gave out included.
+/// Threads: any may use other classes meanwhile. None may use these: make objects of them, also by name from a
+/// file, or ask for their records.
+template <class... Classes>
+[[nodiscard]] UnregisterResult UnregisterClasses() {
+    return detail::UnregisterSlots({detail::OwnSlot<Classes>()...});
 }
 
 } // namespace VFoundation

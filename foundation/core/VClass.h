@@ -34,8 +34,8 @@ class VFOUNDATION_API IVInstancePool {
 /// files.
 ///
 /// Do not construct records by hand: derive from `Registered<Derived, Base>`, whose `TheClass()` does it. A
-/// record lives from the first `TheClass()` of its class to `DestroyClassRegistry()`, and longer when
-/// instances outlive that call: a record is never freed before the last instance of its class.
+/// record lives from the first `TheClass()` of its class to `UnregisterClasses` or `DestroyClassRegistry()`, and
+/// longer when instances outlive that call: a record is never freed before the last instance of its class.
 ///
 /// A class is ready once its `InitializeClass()` has run. Until then the thread that runs it has the class
 /// already, and other threads wait in `TheClass()` for that one class. No lock of the library is held meanwhile.
@@ -105,8 +105,8 @@ class VFOUNDATION_API VClass {
     /// The record that files naming `oldName` are to use instead; null when none was set. The library sets
     /// none.
     static VClass* GetClassSubstitution(char const* oldName);
-    /// Maps `oldName` to a record (borrowed) until the registry is destroyed; a null record removes the
-    /// entry.
+    /// Maps `oldName` to a record (borrowed) until the registry is destroyed or the record unregistered; a null
+    /// record removes the entry.
     static void SetClassSubstitution(char const* oldName, VClass* cls);
 
     /// Every registered record derived from this one, itself included. Owned by the caller; records borrowed.
@@ -129,6 +129,7 @@ class VFOUNDATION_API VClass {
 
   private:
     friend class VObject;
+    friend class ClassEnd;
     friend struct ClassRegistry;
     friend struct ClassStart;
 
@@ -137,7 +138,8 @@ class VFOUNDATION_API VClass {
         eBeingMade, // in its slot, and not yet in the registry
         eUnstarted, // in the registry; the hook has not run, or has thrown
         eStarting,  // the hook is running
-        eDetached   // outlived a registry, waits for its class's next `TheClass()`
+        eDetached,  // outlived a registry, waits for its class's next `TheClass()`
+        eEnding     // is being unregistered
     };
 
     // Both counters in one word, so that one addition keeps them: the instances created in the upper half, those
@@ -180,7 +182,8 @@ class VFOUNDATION_API VClass {
     bool m_isUnstarted = false;     // a detached record was `eUnstarted`
     bool m_initializeAgain = false; // the next start of the library runs the hook
     bool m_isSetAside = false;
-    // The mark of the thread that runs the hook (`ClassStart`); relaxed: a thread only looks for its own mark, or locks.
+    // `eStarting`: the mark of the thread that runs the hook; relaxed: a thread only looks for its own mark, or locks.
+    // `eEnding`: the `ClassEnd`.
     std::atomic<void const*> m_starter{nullptr};
     VClass* m_nextKept = nullptr;
 };

@@ -317,23 +317,28 @@ void ClassRegistry::ClearSlot(VClass* record) {
     }
 }
 
-/// No record may point at a superclass that is gone.
-void ClassRegistry::ForgetAsSuperClass(VClass const* record) {
-    auto const forget = [record](VClass* other) {
-        if (other->SuperClass() == record) {
-            other->m_superClass.store(nullptr, std::memory_order_release);
-        }
-    };
+/// Calls `visit` for every record: registered, kept or set aside.
+template <class Visit>
+void ClassRegistry::ForAll(Visit visit) {
     for (long i = 0; i < Count(); ++i) {
-        forget(RecordAt(i));
+        visit(RecordAt(i));
     }
     for (VClass* kept = s_kept; kept; kept = kept->m_nextKept) {
-        forget(kept);
+        visit(kept);
     }
     detail::MutexLock const lock(s_setAsideLock);
     for (VClass* aside = s_setAside; aside; aside = aside->m_nextKept) {
-        forget(aside);
+        visit(aside);
     }
+}
+
+/// No record may point at a superclass that is gone.
+void ClassRegistry::ForgetAsSuperClass(VClass const* record) {
+    ForAll([record](VClass* other) {
+        if (other->SuperClass() == record) {
+            other->m_superClass.store(nullptr, std::memory_order_release);
+        }
+    });
 }
 
 void ClassRegistry::Keep(VClass* record) {
@@ -464,6 +469,29 @@ void ClassRegistry::FreeSetAside(VClass* record) noexcept {
         delete record;
     } catch (...) { // a pool's destructor; there is no caller who could do anything about it
     }
+}
+
+void ClassRegistry::TakeOut(VClass* record) {
+    Unregister(record);
+    ForgetAsSuperClass(record);
+    ClearSlot(record);
+    if (s_substitutions) {
+        std::erase_if(*s_substitutions, [record](auto const& entry) { return entry.second == record; });
+    }
+    record->m_isSetAside = true; // its destructor finds nothing to unregister
+}
+
+bool ClassRegistry::HasSubclasses(VClass const& record, void const* ender) {
+    CreationScope const creation;
+    bool found = false;
+    ForAll([&](VClass const* other) {
+        found = found || (other->SuperClass() == &record && !IsClaimed(*other, ender));
+    });
+    return found;
+}
+
+bool ClassRegistry::IsClaimed(VClass const& record, void const* ender) noexcept {
+    return record.m_state.load() == VClass::State::eEnding && record.m_starter.load() == ender;
 }
 
 // Later lives

@@ -59,6 +59,12 @@ struct ClassRegistry {
     /// Ends a record outside the walk: deletes it, or sets it aside while instances exist. Its slot is cleared
     /// either way. Null is ignored.
     static void Retire(VClass* record);
+    /// Takes out a record without instances and subclasses, with the substitutions that lead to it. Its slot is
+    /// cleared; it is the caller's to delete.
+    static void TakeOut(VClass* record);
+    /// Whether a record derives directly from this one, apart from those that `ender` has claimed.
+    static bool HasSubclasses(VClass const& record, void const* ender);
+    static bool IsClaimed(VClass const& record, void const* ender) noexcept;
     /// Frees a record that was set aside and has no instances left.
     static void FreeSetAside(VClass* record) noexcept;
     /// Enters a record that outlived a registry in the present one, below `superClass`.
@@ -77,6 +83,8 @@ struct ClassRegistry {
     static void WalkAndDelete();
     static void Delete(VClass* record);
     static void ForgetAsSuperClass(VClass const* record);
+    template <class Visit>
+    static void ForAll(Visit visit);
     static void Keep(VClass* record);
     static void DropFromKept(VClass const* record);
     static VClass* NextMarked();

@@ -15,6 +15,8 @@ struct ClassStart {
     /// Runs the hook of a record that was kept over a shut-down; nothing for any other. If the hook throws, the
     /// next start runs it again.
     static void RunAgain(VClass& record);
+    /// Runs the hook of a record that is unstarted, or waits for the thread that does.
+    static void Start(VClass& record);
 
   private:
     /// Tells a living thread from all others.
@@ -28,7 +30,6 @@ struct ClassStart {
     };
 
     static VClass* MakeOrAttach(detail::ClassDefinition const& definition);
-    static void Start(VClass& record);
     static bool MayStart(VClass& record);
     static bool WaitCouldEnd(VClass const& record) VFOUNDATION_REQUIRES(s_lock);
     static ThreadMark ThisThread() noexcept;
