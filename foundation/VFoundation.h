@@ -20,6 +20,7 @@
 #include "foundation/containers/VPtrArrayTmpl.h"
 #include "foundation/containers/VSet.h"
 #include "foundation/containers/VTree.h"
+#include "foundation/core/Export.h"
 #include "foundation/core/LeakReport.h"
 #include "foundation/core/Mutex.h"
 #include "foundation/core/NarrowCast.h"

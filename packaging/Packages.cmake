@@ -1,6 +1,6 @@
 # Debian packages through CPack (preset deb): libvfoundation1, libvfoundation-dev and quillmark-launcher, one for each of
-# the components Runtime, Development and Launcher. Component Sample stays out of them.
-#   cmake --workflow --preset deb        makes build/deb/*.deb
+# the components Runtime, Development and Launcher, and the debug symbols of each. Component Sample stays out of them.
+#   cmake --workflow --preset deb        makes build/deb/*.deb and *.ddeb
 
 set(VFOUNDATION_MAINTAINER "VFoundation maintainers <vfoundation@maintainer.invalid>" CACHE STRING
     "Who maintains the packages, as \"Name <address>\"")
@@ -34,7 +34,7 @@ set(CPACK_PACKAGE_CONTACT "${VFOUNDATION_MAINTAINER}")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "") # each package has its own
 set(CPACK_COMPONENTS_ALL Runtime Development Launcher)
 set(CPACK_SET_DESTDIR ON) # the menu entry and the policy hold paths below the prefix
-set(CPACK_STRIP_FILES ON)
+set(CPACK_DEBIAN_DEBUGINFO_PACKAGE ON) # what is stripped off the programs: <package>-dbgsym_*.ddeb
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
     OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 set(CPACK_DEB_COMPONENT_INSTALL ON)
@@ -59,7 +59,6 @@ This package holds the shared library.")
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libvfoundation-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_MULTIARCH same)
-set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SHLIBDEPS OFF)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS
     "libvfoundation${PROJECT_VERSION_MAJOR} (= ${PROJECT_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE}), ${development_packages}")
 set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION "general-purpose C++ foundation library (development files)

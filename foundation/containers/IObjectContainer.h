@@ -1,5 +1,7 @@
 #pragma once
 
+#include "foundation/core/Export.h"
+
 namespace VFoundation {
 
 class VObject;
@@ -8,7 +10,7 @@ class VObject;
 ///
 /// Ownership: see the container. Containers are counted objects: never delete one through this interface.
 /// Threads: see the container.
-class IObjectContainer {
+class VFOUNDATION_API IObjectContainer {
   public:
     virtual ~IObjectContainer() = default;
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "foundation/core/Export.h"
+
 #include <cstddef>
 #include <iterator>
 #include <type_traits>
@@ -12,7 +14,7 @@ namespace VFoundation {
 /// Ownership: borrows the container.
 /// Threads: as the container.
 template <class Container, auto Get>
-class IndexIterator {
+class VFOUNDATION_API IndexIterator {
   public:
     using value_type = std::invoke_result_t<decltype(Get), Container const&, long>;
     using difference_type = std::ptrdiff_t;

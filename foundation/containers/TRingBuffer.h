@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 #include "foundation/core/TRefCounted.h"
 #include "foundation/core/VAtomicOp.h"
@@ -24,12 +25,12 @@ namespace detail {
 
 /// The slot for the record of the ring buffers of one element class. Slots are kept by name and never freed. They
 /// stand here and not in the template, whose statics each shared object would have for itself.
-VClass*& RingBufferClassSlot(char const* elementClassName);
+VFOUNDATION_API VClass*& RingBufferClassSlot(char const* elementClassName);
 
 /// Fills `slot` with the record "TRingBuffer_<elementClassName>", made or entered in the registry again. A
 /// record of that name that the slot does not own is returned without being kept.
-VClass* MakeRingBufferClass(char const* elementClassName, VClass*& slot, VClass::Factory factory,
-                            unsigned long size);
+VFOUNDATION_API VClass* MakeRingBufferClass(char const* elementClassName, VClass*& slot,
+                                            VClass::Factory factory, unsigned long size);
 
 /// A counter of units and the cursor that moves whenever a unit is added, in one word, so that both take one atomic
 /// operation. The low half is the count, biased so that it never borrows from the high half, the cursor.
@@ -99,7 +100,7 @@ bool CompareAndSwap(Word&& word, Pointer& expected, Pointer desired) {
 /// or stand-ins that let a test decide which thread comes next.
 template <class T, class Policy = TRefCounted<T>, template <class> class Atomic = std::atomic,
           template <class> class AtomicRef = std::atomic_ref>
-class TRingBuffer : public VObject {
+class VFOUNDATION_API TRingBuffer : public VObject {
   public:
     /// What a search may wrap past the last slot before it gives up.
     static constexpr int kWrapAllowance = 100;

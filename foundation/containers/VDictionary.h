@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/containers/IndexIterator.h"
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 #include "foundation/core/VObjectRef.h"
 
@@ -28,7 +29,7 @@ class VString;
 ///
 /// Ownership: retains values, owns the copies of keys.
 /// Threads: one thread at a time.
-class VDictionary : public Registered<VDictionary, VObject> {
+class VFOUNDATION_API VDictionary : public Registered<VDictionary, VObject> {
   public:
     static constexpr char const* kClassName = "VDictionary";
     static VClass* ms_theClass;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 #include "foundation/core/VObjectRef.h"
 
@@ -9,7 +10,7 @@ namespace VFoundation {
 ///
 /// Ownership: retains both.
 /// Threads: one thread at a time.
-class VDictionaryPair : public Registered<VDictionaryPair, VObject> {
+class VFOUNDATION_API VDictionaryPair : public Registered<VDictionaryPair, VObject> {
   public:
     static constexpr char const* kClassName = "VDictionaryPair";
     static VClass* ms_theClass;

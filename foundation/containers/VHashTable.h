@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 
 #include <cstdint>
@@ -10,7 +11,7 @@ namespace VFoundation {
 ///
 /// Ownership: by reference count.
 /// Threads: any.
-class VHashTable : public Registered<VHashTable, VObject> {
+class VFOUNDATION_API VHashTable : public Registered<VHashTable, VObject> {
   public:
     static constexpr char const* kClassName = "VHashTable";
     static VClass* ms_theClass;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/containers/VObjectContainer.h"
+#include "foundation/core/Export.h"
 
 #include <atomic>
 #include <typeinfo>
@@ -14,7 +15,7 @@ namespace detail {
 
 /// Puts the class record of what derives from it directly below `VObject`'s, not below that of the C++ base.
 template <class Base>
-class RecordBelowVObject : public Base {
+class VFOUNDATION_API RecordBelowVObject : public Base {
   public:
     static VClass* TheClass() { return VObject::TheClass(); }
 
@@ -38,7 +39,8 @@ class RecordBelowVObject : public Base {
 ///
 /// Ownership: as `VObjectContainer`.
 /// Threads: an array has no lock, so one thread at a time; the pool is safe from any thread.
-class VObjectArray : public Registered<VObjectArray, detail::RecordBelowVObject<VObjectContainer>> {
+class VFOUNDATION_API VObjectArray
+    : public Registered<VObjectArray, detail::RecordBelowVObject<VObjectContainer>> {
   public:
     static constexpr char const* kClassName = "VObjectArray";
     static VClass* ms_theClass;

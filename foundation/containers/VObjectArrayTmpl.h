@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/containers/VObjectArray.h"
+#include "foundation/core/Export.h"
 
 namespace VFoundation {
 
@@ -11,7 +12,7 @@ namespace VFoundation {
 ///
 /// Ownership, threads: as `VObjectArray`.
 template <class T>
-class VObjectArrayTmpl : public VObjectArray {
+class VFOUNDATION_API VObjectArrayTmpl : public VObjectArray {
   public:
     explicit VObjectArrayTmpl(long initialCapacity = 0) : VObjectArray(nullptr, initialCapacity) {}
 

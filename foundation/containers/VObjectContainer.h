@@ -2,6 +2,7 @@
 
 #include "foundation/containers/IObjectContainer.h"
 #include "foundation/containers/IndexIterator.h"
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 #include "foundation/core/VObject.h"
 #include "foundation/core/VObjectRef.h"
@@ -51,7 +52,8 @@ class SlotBlock;
 /// safe only while its holder keeps the lock: use `Locked()` or a `GetObjects` that takes a scope. Elements are
 /// released with the lock held; where a destructor has to wait for the lock of another container, it is free
 /// meanwhile, unless a scope of the caller's holds it too. Without a lock, one thread at a time.
-class VObjectContainer : public Registered<VObjectContainer, VObject>, public IObjectContainer {
+class VFOUNDATION_API VObjectContainer : public Registered<VObjectContainer, VObject>,
+                                         public IObjectContainer {
   public:
     static constexpr char const* kClassName = "VObjectContainer";
     static VClass* ms_theClass;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/containers/VObjectArray.h"
+#include "foundation/core/Export.h"
 
 namespace VFoundation {
 
@@ -8,7 +9,7 @@ namespace VFoundation {
 ///
 /// Ownership: the array retains its elements and dies with the queue.
 /// Threads: one at a time.
-class VObjectQueue : public Registered<VObjectQueue, VObject> {
+class VFOUNDATION_API VObjectQueue : public Registered<VObjectQueue, VObject> {
   public:
     static constexpr char const* kClassName = "VObjectQueue";
     static VClass* ms_theClass;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/containers/TRingBuffer.h"
+#include "foundation/core/Export.h"
 
 namespace VFoundation {
 
@@ -14,7 +15,7 @@ namespace VFoundation {
 /// Ownership: retains what it holds.
 /// Threads: any.
 template <class T>
-class VObjectRingBufferTmpl : public TRingBuffer<T, TRefCounted<T>> {
+class VFOUNDATION_API VObjectRingBufferTmpl : public TRingBuffer<T, TRefCounted<T>> {
   public:
     explicit VObjectRingBufferTmpl(unsigned long capacity) : TRingBuffer<T, TRefCounted<T>>(capacity) {}
     ~VObjectRingBufferTmpl() override = default;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/containers/VObjectArray.h"
+#include "foundation/core/Export.h"
 
 namespace VFoundation {
 
@@ -8,7 +9,7 @@ namespace VFoundation {
 ///
 /// Ownership: retains what is pushed; the array dies with the stack.
 /// Threads: one at a time.
-class VObjectStack : public Registered<VObjectStack, VObject> {
+class VFOUNDATION_API VObjectStack : public Registered<VObjectStack, VObject> {
   public:
     static constexpr char const* kClassName = "VObjectStack";
     static VClass* ms_theClass;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/containers/VObjectArray.h"
+#include "foundation/core/Export.h"
 
 #include <cstdint>
 
@@ -11,7 +12,7 @@ namespace VFoundation {
 ///
 /// Ownership: the array retains its elements and dies with the stack.
 /// Threads: one at a time.
-class VObjectUndoStack : public Registered<VObjectUndoStack, VObject> {
+class VFOUNDATION_API VObjectUndoStack : public Registered<VObjectUndoStack, VObject> {
   public:
     static constexpr char const* kClassName = "VObjectUndoStack";
     static VClass* ms_theClass;

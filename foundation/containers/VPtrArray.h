@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/containers/IndexIterator.h"
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 #include "foundation/core/VObject.h"
 #include "foundation/strings/HeapBlock.h"
@@ -20,7 +21,7 @@ namespace VFoundation {
 ///
 /// Ownership: borrows its pointers, or adopts them when made with `ownsPtrs`.
 /// Threads: one at a time; no operation locks.
-class VPtrArray : public Registered<VPtrArray, VObject> {
+class VFOUNDATION_API VPtrArray : public Registered<VPtrArray, VObject> {
   public:
     static constexpr char const* kClassName = "VPtrArray";
     static VClass* ms_theClass;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/containers/VPtrArray.h"
+#include "foundation/core/Export.h"
 
 namespace VFoundation {
 
@@ -9,7 +10,7 @@ namespace VFoundation {
 /// Ownership: as `VPtrArray`; an owning array frees raw memory and runs no destructor of `T`.
 /// Threads: one at a time.
 template <class T>
-class VPtrArrayTmpl : public VPtrArray {
+class VFOUNDATION_API VPtrArrayTmpl : public VPtrArray {
   public:
     explicit VPtrArrayTmpl(bool ownsPtrs = false) : VPtrArray(ownsPtrs) {}
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/containers/TRingBuffer.h"
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 
 namespace VFoundation {
@@ -9,7 +10,7 @@ namespace VFoundation {
 ///
 /// Ownership: by reference count.
 /// Threads: any.
-class VSet : public Registered<VSet, VObject> {
+class VFOUNDATION_API VSet : public Registered<VSet, VObject> {
   public:
     static constexpr char const* kClassName = "VSet";
     static VClass* ms_theClass;

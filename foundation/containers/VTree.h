@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/containers/IObjectContainer.h"
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 #include "foundation/core/VObjectRef.h"
 
@@ -45,7 +46,7 @@ class TreePath;
 /// that dies or clears its children. Children are released in order, the deepest of a very deep tree without
 /// recursion.
 /// Threads: one thread at a time for a whole tree.
-class VTree : public Registered<VTree, VObject>, public IObjectContainer {
+class VFOUNDATION_API VTree : public Registered<VTree, VObject>, public IObjectContainer {
   public:
     static constexpr char const* kClassName = "VTree";
     static VClass* ms_theClass;

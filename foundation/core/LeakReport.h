@@ -1,5 +1,7 @@
 #pragma once
 
+#include "foundation/core/Export.h"
+
 #include <string>
 #include <vector>
 
@@ -23,7 +25,7 @@ namespace VFoundation {
 /// stopped.
 /// Ownership: holds no reference to what it notes.
 /// Threads: any thread may call any operation.
-class LeakReport {
+class VFOUNDATION_API LeakReport {
   public:
     LeakReport() = delete;
 

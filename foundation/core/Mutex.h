@@ -1,5 +1,7 @@
 #pragma once
 
+#include "foundation/core/Export.h"
+
 #include <mutex>
 
 /// Annotations that tell clang which lock protects which member; it checks them with -Wthread-safety. Other
@@ -23,7 +25,7 @@ namespace VFoundation::detail {
 /// The lock of the library's own members and tables: not re-entrant, held for a few instructions, and never
 /// while code of the library's users runs. Clients use `VCriticalSection`. Where a lock has to be re-entrant it is
 /// a `std::recursive_mutex`, whose comment says what it protects.
-class VFOUNDATION_THREAD_ATTRIBUTE(capability("mutex")) Mutex {
+class VFOUNDATION_API VFOUNDATION_THREAD_ATTRIBUTE(capability("mutex")) Mutex {
   public:
     constexpr Mutex() noexcept = default;
     Mutex(Mutex const&) = delete;
@@ -42,7 +44,7 @@ class VFOUNDATION_THREAD_ATTRIBUTE(capability("mutex")) Mutex {
 };
 
 /// Holds a `Mutex` from its construction to `Unlock` or the end of its block.
-class VFOUNDATION_THREAD_ATTRIBUTE(scoped_lockable) MutexLock {
+class VFOUNDATION_API VFOUNDATION_THREAD_ATTRIBUTE(scoped_lockable) MutexLock {
   public:
     explicit MutexLock(Mutex& mutex) VFOUNDATION_THREAD_ATTRIBUTE(acquire_capability(mutex))
         : m_mutex(mutex) {

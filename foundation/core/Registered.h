@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/VClass.h"
 #include "foundation/core/VObject.h"
 
@@ -19,7 +20,7 @@ inline VClass* LoadClassSlot(VClass*& slot) noexcept {
 namespace detail {
 
 /// What a class's record is made from.
-struct ClassDefinition {
+struct VFOUNDATION_API ClassDefinition {
     char const* name;
     VClass* (*superClass)(); // null for a root class
     VClass::Factory factory;
@@ -33,7 +34,7 @@ struct ClassDefinition {
 
 /// The record of a class, made or entered in the registry again when it has to be, its hook run. What
 /// `TheClass()` calls while the class is not ready.
-VClass* ReadyClass(ClassDefinition const& definition);
+VFOUNDATION_API VClass* ReadyClass(ClassDefinition const& definition);
 
 } // namespace detail
 
@@ -65,7 +66,7 @@ VClass* ReadyClass(ClassDefinition const& definition);
 ///
 /// Threads: `TheClass()` may be called by any thread; see `VClass` for classes that are not ready.
 template <class Derived, class Base>
-class Registered : public Base {
+class VFOUNDATION_API Registered : public Base {
     friend Derived;
 
     template <class... Args>
@@ -177,7 +178,7 @@ constexpr VClass::Factory FactoryOf() {
 }
 
 /// The record among `classes` that look-up by name does not find, with a line in the log; null when it finds all.
-VClass* ReportLastByName(std::initializer_list<VClass*> classes);
+VFOUNDATION_API VClass* ReportLastByName(std::initializer_list<VClass*> classes);
 
 } // namespace detail
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/VClass.h"
 
 namespace VFoundation {
@@ -7,7 +8,7 @@ namespace VFoundation {
 /// The retention policy of containers that hold counted references: they retain what they store and release
 /// what they drop. Stateless; used as a template argument.
 template <class T>
-class TRefCounted {
+class VFOUNDATION_API TRefCounted {
   public:
     static void Retain(T const* object) { object->Retain(); }
     static void Release(T const* object) { object->Release(); }

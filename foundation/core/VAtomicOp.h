@@ -1,5 +1,7 @@
 #pragma once
 
+#include "foundation/core/Export.h"
+
 #include <atomic>
 #include <cstdint>
 #include <type_traits>
@@ -13,7 +15,7 @@ namespace VFoundation {
 /// The atomic operations that the library counts and links with. All are sequentially consistent.
 ///
 /// Threads: any thread may call any of them on the same word.
-class VAtomicOp {
+class VFOUNDATION_API VAtomicOp {
   public:
     VAtomicOp() = delete;
 

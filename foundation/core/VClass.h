@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/NarrowCast.h"
 #include "foundation/core/VAtomicOp.h"
 
@@ -17,7 +18,7 @@ class VPtrArray;
 ///
 /// Ownership: adopted by the record it is installed in.
 /// Threads: called on whichever thread creates an instance by name.
-class IVInstancePool {
+class VFOUNDATION_API IVInstancePool {
   public:
     virtual ~IVInstancePool() = default;
     /// A new instance, owned by the caller.
@@ -48,7 +49,7 @@ class IVInstancePool {
 ///
 /// Ownership: the registry owns records; callers borrow them.
 /// Threads: registration, look-up, dump and tear-down lock the registry. The counters are exact.
-class VClass {
+class VFOUNDATION_API VClass {
   public:
     using Factory = VObject* (*)();
     using Hook = void (*)();

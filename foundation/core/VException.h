@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 #include "foundation/strings/VString.h"
 
@@ -24,7 +25,7 @@ namespace VFoundation {
 /// the exception is caught: look at it only where it is known to live. Its class is named in the description all
 /// the same.
 /// Threads: one thread at a time.
-class VException : public Registered<VException, VObject>, public std::exception {
+class VFOUNDATION_API VException : public Registered<VException, VObject>, public std::exception {
   public:
     static constexpr char const* kClassName = "VException";
     static VClass* ms_theClass;
@@ -84,7 +85,7 @@ class VException : public Registered<VException, VObject>, public std::exception
 /// Remembers whether any `VException` was made in this process.
 ///
 /// Threads: any.
-class VExceptionManager {
+class VFOUNDATION_API VExceptionManager {
   public:
     static bool ExceptionHasOccured() noexcept {
         return ms_bExceptionHasOccured.load(std::memory_order_relaxed);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/containers/VObjectRingBufferTmpl.h"
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 #include "foundation/core/VObjectRef.h"
 
@@ -17,7 +18,7 @@ namespace VFoundation {
 ///
 /// Ownership: retains what is put in.
 /// Threads: any thread may open, close and add.
-class VGarbageCan : public Registered<VGarbageCan, VObject> {
+class VFOUNDATION_API VGarbageCan : public Registered<VGarbageCan, VObject> {
   public:
     static constexpr char const* kClassName = "VGarbageCan";
     static VClass* ms_theClass;

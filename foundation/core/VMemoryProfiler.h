@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 #include "foundation/core/VObjectRef.h"
 
@@ -16,7 +17,7 @@ namespace VFoundation {
 ///
 /// Ownership: the class owns the one profiler; `DefaultProfiler()` lends it.
 /// Threads: made and destroyed on the thread that starts and stops the library.
-class VMemoryProfiler : public Registered<VMemoryProfiler, VObject> {
+class VFOUNDATION_API VMemoryProfiler : public Registered<VMemoryProfiler, VObject> {
   public:
     static constexpr char const* kClassName = "VMemoryProfiler";
     static VClass* ms_theClass;

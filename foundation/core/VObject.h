@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/VAtomicOp.h"
 
 #include <atomic>
@@ -33,7 +34,7 @@ class VXMLFile;
 /// Ownership: by reference count.
 /// Threads: `Retain` and `Release` from any thread; everything else is for one thread at a time unless a
 /// subclass says more.
-class VObject {
+class VFOUNDATION_API VObject {
   public:
     static constexpr char const* kClassName = "VObject";
     static constexpr std::int32_t kRetainCountMask = 0x3fffffff;

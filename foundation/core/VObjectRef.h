@@ -1,5 +1,7 @@
 #pragma once
 
+#include "foundation/core/Export.h"
+
 #include <compare>
 #include <concepts>
 #include <cstddef>
@@ -22,7 +24,7 @@ namespace VFoundation {
 /// it.
 /// Threads: the holder is for one thread at a time; the object has its own rules.
 template <class T>
-class VObjectRef {
+class VFOUNDATION_API VObjectRef {
   public:
     VObjectRef() noexcept = default;
     // NOLINTNEXTLINE(google-explicit-constructor,hicpp-explicit-conversions)

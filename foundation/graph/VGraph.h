@@ -2,6 +2,7 @@
 
 #include "foundation/containers/VDictionary.h"
 #include "foundation/containers/VObjectArrayTmpl.h"
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 #include "foundation/core/VObjectRef.h"
 #include "foundation/graph/VGraphEdge.h"
@@ -9,6 +10,7 @@
 #include "foundation/threads/VCriticalSection.h"
 
 #include <memory>
+#include <string_view>
 
 namespace VFoundation {
 
@@ -18,10 +20,8 @@ class VString;
 /// Nodes, edges between them and properties, to be edited, copied and saved as XML.
 ///
 ///     auto const graph = MakeObject<VGraph>();
-///     graph->AddNode(a);
-///     graph->AddNode(b);
-///     edge->SetNodes(a, b);
-///     graph->AddEdge(edge);
+///     VGraphNode* const aston = graph->AddNamedNode("Aston");
+///     graph->Connect(aston, graph->AddNamedNode("Barley"));
 ///     file.WriteObject("graph", graph.Get());
 ///
 /// Nodes and edges stand in two arrays, in order of addition. A saved graph comes back with every edge attached:
@@ -47,7 +47,7 @@ class VString;
 /// Ownership: retains nodes and edges, owns its properties and its lock. Nodes that still name the graph when it
 /// dies are detached, members or not.
 /// Threads: one thread at a time. The graph has a lock for its users, which its own operations do not take.
-class VGraph : public Registered<VGraph, VObject> {
+class VFOUNDATION_API VGraph : public Registered<VGraph, VObject> {
   public:
     static constexpr char const* kClassName = "VGraph";
     static VClass* ms_theClass;
@@ -77,6 +77,10 @@ class VGraph : public Registered<VGraph, VObject> {
 
     /// Appends and attaches the node.
     virtual bool AddNode(VGraphNode* node);
+    /// Adds a new node with this text as its property "name" (borrowed: the graph holds it).
+    VGraphNode* AddNamedNode(std::string_view name);
+    /// Adds a new edge between two nodes (borrowed), each of which may be null.
+    VGraphEdge* Connect(VGraphNode* from, VGraphNode* to);
     /// Removes every edge that touches the node, then the node, and detaches it.
     virtual bool RemoveNode(VGraphNode* node);
     /// Puts another node in the place of `oldNode`, which is detached: in the array, if it is there, and as the end of

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 #include "foundation/core/VObjectRef.h"
 #include "foundation/graph/VGraphNode.h"
@@ -18,7 +19,7 @@ namespace VFoundation {
 ///
 /// Ownership: retains its nodes.
 /// Threads: one thread at a time for a whole graph.
-class VGraphEdge : public Registered<VGraphEdge, VObject> {
+class VFOUNDATION_API VGraphEdge : public Registered<VGraphEdge, VObject> {
   public:
     static constexpr char const* kClassName = "VGraphEdge";
     static VClass* ms_theClass;

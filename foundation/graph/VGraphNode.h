@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/containers/VDictionary.h"
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 
 #include <atomic>
@@ -22,7 +23,7 @@ class VString;
 /// Ownership: owns its properties. The graph is borrowed; a graph that dies is forgotten by every node that names it,
 /// in whichever way the node came to do so.
 /// Threads: one thread at a time for a whole graph; nodes may be made on any thread.
-class VGraphNode : public Registered<VGraphNode, VObject> {
+class VFOUNDATION_API VGraphNode : public Registered<VGraphNode, VObject> {
   public:
     static constexpr char const* kClassName = "VGraphNode";
     static VClass* ms_theClass;

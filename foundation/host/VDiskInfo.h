@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 #include "foundation/strings/VString.h"
 
@@ -18,7 +19,7 @@ class VObjectArray;
 ///
 /// Ownership: the tables belong to the class; callers borrow them and their entries.
 /// Threads: made and removed by the thread that starts and ends the library; read by any in between.
-class VDiskInfo : public Registered<VDiskInfo, VObject> {
+class VFOUNDATION_API VDiskInfo : public Registered<VDiskInfo, VObject> {
   public:
     static constexpr char const* kClassName = "VDiskInfo";
     static VClass* ms_theClass;

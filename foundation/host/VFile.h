@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 
 #include <cstdio>
@@ -19,7 +20,7 @@ class VString;
 ///
 /// Ownership: owns its stream, which the destructor closes.
 /// Threads: one thread at a time.
-class VFile : public Registered<VFile, VObject> {
+class VFOUNDATION_API VFile : public Registered<VFile, VObject> {
   public:
     static constexpr char const* kClassName = "VFile";
     static VClass* ms_theClass;

@@ -48,7 +48,7 @@ bool VFileInfo::Serialize(IAIFile& file) {
     } else {
         file << static_cast<char const*>(m_path) << m_flags[0];
     }
-    return true;
+    return !file.HasLostBytes();
 }
 
 void VFileInfo::Release() const {

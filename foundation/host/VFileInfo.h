@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 
 #include <atomic>
@@ -16,7 +17,7 @@ class VObjectRingBufferTmpl;
 ///
 /// Ownership: factories give an owned record.
 /// Threads: one thread at a time per record; any thread may release one or take one from the pool.
-class VFileInfo : public Registered<VFileInfo, VObject> {
+class VFOUNDATION_API VFileInfo : public Registered<VFileInfo, VObject> {
   public:
     static constexpr char const* kClassName = "VFileInfo";
     static VClass* ms_theClass;

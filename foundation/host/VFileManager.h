@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 #include "foundation/core/VObjectRef.h"
 #include "foundation/strings/VData.h"
@@ -15,7 +16,7 @@ class VString;
 ///
 /// Ownership: the default manager is the class's; callers borrow it.
 /// Threads: any thread; `DeleteDefaultManager` while no other thread uses the manager.
-class VFileManager : public Registered<VFileManager, VObject> {
+class VFOUNDATION_API VFileManager : public Registered<VFileManager, VObject> {
   public:
     static constexpr char const* kClassName = "VFileManager";
     static VClass* ms_theClass;

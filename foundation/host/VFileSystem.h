@@ -1,5 +1,7 @@
 #pragma once
 
+#include "foundation/core/Export.h"
+
 #include <cstddef>
 #include <string>
 #include <system_error>
@@ -22,7 +24,7 @@ class VString;
 /// Ownership: no instances.
 /// Threads: any thread. What other programs do to the same paths meanwhile shows as an error or as their result.
 /// Memory: without it `std::bad_alloc`.
-class VFileSystem {
+class VFOUNDATION_API VFileSystem {
   public:
     VFileSystem() = delete;
 

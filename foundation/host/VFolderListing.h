@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/host/VFileSystem.h"
 
 #include <cstdint>
@@ -23,7 +24,7 @@ namespace VFoundation {
 /// Ownership: owns its entries.
 /// Threads: one thread at a time; any number may read.
 /// Memory: without it `std::bad_alloc`. What the filter throws passes.
-class VFolderListing {
+class VFOUNDATION_API VFolderListing {
   public:
     enum class Kind { kFile, kFolder, kLink, kOther };
 

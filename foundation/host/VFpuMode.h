@@ -1,5 +1,7 @@
 #pragma once
 
+#include "foundation/core/Export.h"
+
 #include <cfenv>
 
 namespace VFoundation {
@@ -11,7 +13,7 @@ namespace VFoundation {
 ///
 /// Ownership: lives on the stack.
 /// Threads: affects the calling thread; construct and destroy on the same one, innermost first.
-class VFpuMode {
+class VFOUNDATION_API VFpuMode {
   public:
     enum RoundMode : int { kDownward = 0, kToNearest = 1, kUpward = 2, kTowardZero = 3 };
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "foundation/core/Export.h"
+
 #include <atomic>
 #include <bit>
 
@@ -9,7 +11,7 @@ namespace VFoundation {
 ///
 /// Ownership: no instances.
 /// Threads: any thread.
-class VHostArchitecture {
+class VFOUNDATION_API VHostArchitecture {
   public:
     VHostArchitecture() = delete;
 

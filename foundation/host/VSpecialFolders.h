@@ -1,5 +1,7 @@
 #pragma once
 
+#include "foundation/core/Export.h"
+
 #include <string>
 
 namespace VFoundation {
@@ -13,7 +15,7 @@ namespace VFoundation {
 /// Ownership: no instances.
 /// Threads: any thread, while none changes the environment.
 /// Memory: without it `std::bad_alloc`.
-class VSpecialFolders {
+class VFOUNDATION_API VSpecialFolders {
   public:
     VSpecialFolders() = delete;
 

@@ -8,6 +8,22 @@
 
 namespace VFoundation {
 
+namespace {
+
+/// Removes a file when its scope ends in a failure, without memory too.
+struct FileRemover {
+    std::string const& m_path;
+    bool m_isKept = false;
+
+    ~FileRemover() {
+        if (!m_isKept) {
+            std::remove(m_path.c_str());
+        }
+    }
+};
+
+} // namespace
+
 VTemporaryFile::VTemporaryFile(std::string const& folder)
     : m_path(folder.empty() ? VSpecialFolders::Path(VSpecialFolders::kTemporary) : folder) {
     std::string const where = m_path;
@@ -33,18 +49,16 @@ VFileSystem::Result VTemporaryFile::Keep(std::string const& path, VFileSystem::E
                                             std::make_error_code(std::errc::bad_file_descriptor))
                       : m_made;
     }
+    FileRemover remover{m_path};
     bool const isWritten = std::ferror(m_stream) == 0;
     errno = EIO;
     bool const isClosed = std::fclose(std::exchange(m_stream, nullptr)) == 0;
     if (!isClosed || !isWritten) {
         std::error_code const error(errno, std::system_category());
-        std::remove(m_path.c_str());
         return VFileSystem::Result("cannot write " + m_path, error);
     }
     VFileSystem::Result moved = VFileSystem::Move(m_path, path, existing);
-    if (!moved) {
-        std::remove(m_path.c_str());
-    }
+    remover.m_isKept = static_cast<bool>(moved);
     return moved;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/host/VFileSystem.h"
 
 #include <cstdio>
@@ -18,7 +19,7 @@ namespace VFoundation {
 /// Ownership: owns the stream and the file.
 /// Threads: one thread at a time.
 /// Memory: without it `std::bad_alloc`.
-class VTemporaryFile {
+class VFOUNDATION_API VTemporaryFile {
   public:
     /// In `folder`; by default in `VSpecialFolders::Path(kTemporary)`.
     explicit VTemporaryFile(std::string const& folder = {});

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/host/VFileSystem.h"
 
 #include <string>
@@ -16,7 +17,7 @@ namespace VFoundation {
 /// Ownership: owns the folder.
 /// Threads: one thread at a time; any number may ask for the path.
 /// Memory: without it `std::bad_alloc`.
-class VTemporaryFolder {
+class VFOUNDATION_API VTemporaryFolder {
   public:
     /// In `folder`; by default in `VSpecialFolders::Path(kTemporary)`.
     explicit VTemporaryFolder(std::string const& folder = {});

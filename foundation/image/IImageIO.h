@@ -1,5 +1,7 @@
 #pragma once
 
+#include "foundation/core/Export.h"
+
 namespace VFoundation {
 
 class VData;
@@ -14,7 +16,7 @@ class VString;
 /// Threads: any number of threads may use one codec.
 /// Memory: loading, converting and saving that find none are null or false. `SupportedFileExtensions` throws
 /// `std::bad_alloc`.
-class IImageIO {
+class VFOUNDATION_API IImageIO {
   public:
     virtual ~IImageIO() = default;
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/image/IImageIO.h"
 
 #include <atomic>
@@ -18,7 +19,7 @@ class VBitmapImage;
 /// DELIBERATE: a codec does not add to the cache, it only looks there; `VImage::ImageFromFile` adds.
 ///
 /// Ownership, threads, memory: as `IImageIO`.
-class ImageFileCodec : public IImageIO {
+class VFOUNDATION_API ImageFileCodec : public IImageIO {
   public:
     VImage* LoadImageFromFile(char const* path) const final;
     VImage* LoadImageFromFile(VString const& path) const final;

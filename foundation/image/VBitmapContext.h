@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/image/VBitmapImage.h"
 
 #include <cstdint>
@@ -15,7 +16,7 @@ class PixelBuffer;
 ///
 /// Ownership: owns its memory.
 /// Threads: one thread at a time.
-class VBitmapContext {
+class VFOUNDATION_API VBitmapContext {
   public:
     /// Null when a side is 0 or there is no memory.
     static std::unique_ptr<VBitmapContext> Create(std::uint32_t width, std::uint32_t height);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 #include "foundation/core/VObjectRef.h"
 
@@ -23,7 +24,7 @@ namespace VFoundation {
 ///
 /// Ownership: by reference count; the pixels live as long as the bitmap.
 /// Threads: any number may read; the callback runs on the thread that releases last.
-class VBitmapImage : public Registered<VBitmapImage, VObject> {
+class VFOUNDATION_API VBitmapImage : public Registered<VBitmapImage, VObject> {
   public:
     static constexpr char const* kClassName = "VBitmapImage";
     static VClass* ms_theClass;
@@ -55,6 +56,14 @@ class VBitmapImage : public Registered<VBitmapImage, VObject> {
     /// `kMaxScaledSide`, and without memory. A picture that is made very wide and at the same time hundreds of times
     /// lower may need more than `kMaxScalingMemory`, which is null too: scale it in two steps.
     [[nodiscard]] VObjectRef<VBitmapImage> Scaled(std::uint32_t width, std::uint32_t height) const;
+
+    /// The same in the largest size that keeps the proportions, goes into a square of this side and is no larger than the
+    /// picture is: for thumbnails. No side is less than a pixel.
+    [[nodiscard]] VObjectRef<VBitmapImage> ScaledToFit(std::uint32_t side) const;
+
+    /// The picture turned and mirrored as a file's Exif orientation asks for (`VImageReader::Orientation`): this bitmap
+    /// itself for 1 and for a number that is no orientation, else another one. Null without memory.
+    [[nodiscard]] VObjectRef<VBitmapImage> Upright(int orientation);
 
     VBitmapImage(VBitmapImage const&) = delete;
     VBitmapImage& operator=(VBitmapImage const&) = delete;

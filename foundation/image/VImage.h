@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/Mutex.h"
 #include "foundation/core/Registered.h"
 #include "foundation/core/VObjectRef.h"
@@ -33,7 +34,7 @@ class VString;
 /// `InitializeClass` and `UninitializeClass` while no other thread loads.
 /// Memory: `ImageFromFile` is null without it. `New`, `SetName` and the first `DefaultImageResourcePath` throw
 /// `std::bad_alloc`, and leave things as they were.
-class VImage : public Registered<VImage, VObject> {
+class VFOUNDATION_API VImage : public Registered<VImage, VObject> {
   public:
     static constexpr char const* kClassName = "VImage";
     static VClass* ms_theClass;

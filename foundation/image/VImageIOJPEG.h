@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/image/ImageFileCodec.h"
 
 #include <cstdint>
@@ -13,7 +14,7 @@ namespace VFoundation {
 /// `VImage::PixelBudget()`; other damage that the decoder can bridge is bridged.
 ///
 /// Ownership, threads, memory: as `IImageIO`.
-class VImageIOJPEG : public ImageFileCodec {
+class VFOUNDATION_API VImageIOJPEG : public ImageFileCodec {
   public:
     /// The longest side, in pixels.
     static constexpr std::uint32_t kMaxSide = 16384;

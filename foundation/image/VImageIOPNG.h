@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/image/ImageFileCodec.h"
 
 #include <cstdint>
@@ -15,7 +16,7 @@ namespace VFoundation {
 /// is used. Of an animation the first picture is read.
 ///
 /// Ownership, threads, memory: as `IImageIO`.
-class VImageIOPNG : public ImageFileCodec {
+class VFOUNDATION_API VImageIOPNG : public ImageFileCodec {
   public:
     /// The longest side, in pixels.
     static constexpr std::uint32_t kMaxSide = 16384;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/image/ImageFileCodec.h"
 #include "foundation/image/VBitmapImage.h"
 
@@ -29,7 +30,7 @@ class VBitmapContext;
 /// first; such a file shows, and loads, upside down. Set the flag to write upright files.
 ///
 /// Ownership, threads, memory: as `IImageIO`.
-class VImageIOTarga : public ImageFileCodec {
+class VFOUNDATION_API VImageIOTarga : public ImageFileCodec {
   public:
     /// The shortest file: a header and a footer.
     static constexpr unsigned long kMinFileSize = 44;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/VObjectRef.h"
 
 #include <string>
@@ -23,7 +24,7 @@ class VString;
 /// Ownership: pictures are borrowed for the call, results are the caller's.
 /// Threads: one thread at a time; as many writers as are wanted.
 /// Memory: without it writing is false or null, and the description says so.
-class VImageWriter {
+class VFOUNDATION_API VImageWriter {
   public:
     /// From 0, fast, to 9, small.
     static constexpr int kUsualCompression = 6;
@@ -34,16 +35,20 @@ class VImageWriter {
     /// Writes a file next to `path`, which it replaces once it is complete and on the disk; on failure what was at
     /// `path` stays. False also for an image without bitmap.
     [[nodiscard]] bool WritePng(VImage const& image, std::string const& path);
+    [[nodiscard]] bool WritePng(VBitmapImage const& bitmap, std::string const& path);
     /// The file in memory; null when that fails.
     [[nodiscard]] VObjectRef<VData> EncodePng(VImage const& image);
+    [[nodiscard]] VObjectRef<VData> EncodePng(VBitmapImage const& bitmap);
 
     /// Why the last picture could not be written, as in "cannot write a/b.png: No space left on device"; empty when it
     /// was.
     VString ErrorDescription() const;
 
   private:
-    template <class Write>
-    bool Do(VImage const& image, std::string const& name, Write write);
+    template <class Work>
+    bool Do(VBitmapImage const* bitmap, std::string const& name, Work work);
+    bool Write(VBitmapImage const* bitmap, std::string const& path);
+    VObjectRef<VData> Encode(VBitmapImage const* bitmap);
 
     int m_compression;
     std::string m_error;

@@ -214,16 +214,20 @@ bool VContextTrace::WriteSVG(char const* path) const {
         std::string const title = AsXML(section.name) + " " + Microseconds(section.duration) +
                                   " us, thread " + std::to_string(section.thread);
         boxes += "<g><title>" + title + "</title><rect " + box + " fill=\"" +
-                 (row % 2 == 0 ? "#9ecae1" : "#c6dbef") + "\"/>";
+                 (row % 2 == 0 ? "#9ecae1" : "#c6dbef") + "\" stroke=\"white\"/>";
         if (width / kWidthOfLetter > 2) {
             boxes += "<svg " + box + "><text x=\"3\" y=\"14\">" + AsXML(section.name) + "</text></svg>";
         }
         boxes += "</g>\n";
     }
+    std::string const width = std::to_string(kWidth);
     std::string const height = std::to_string(std::max<std::size_t>(rows, 1) * kRowHeight);
     OutputFile file(path);
-    file.Put("<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" + std::to_string(kWidth) + "\" height=\"" +
-             height + "\" font-family=\"sans-serif\" font-size=\"12\">\n" + boxes + "</svg>\n");
+    file.Put("<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" + width + "\" height=\"" + height +
+             "\" viewBox=\"0 0 " + width + " " + height +
+             "\" font-family=\"sans-serif\" font-size=\"12\">\n"
+             "<rect width=\"100%\" height=\"100%\" fill=\"white\"/>\n" +
+             boxes + "</svg>\n");
     return file.Finish();
 }
 

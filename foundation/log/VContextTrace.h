@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/Mutex.h"
 
 #include <cstdint>
@@ -25,7 +26,7 @@ namespace VFoundation {
 ///
 /// Failures: contexts beyond `kMostContexts`, and those that find no memory, are counted (`DroppedContexts`).
 /// Threads: any thread may call any operation; the destructor runs alone.
-class VContextTrace {
+class VFOUNDATION_API VContextTrace {
   public:
     static constexpr std::size_t kMostContexts = 1'000'000;
 

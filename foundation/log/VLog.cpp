@@ -7,6 +7,7 @@
 #include "foundation/log/internal/DefaultLogRef.h"
 #include "foundation/log/internal/SecondsText.h"
 #include "foundation/strings/VString.h"
+#include "foundation/strings/internal/FormatText.h"
 #include "foundation/threads/VCriticalSection.h"
 #include "foundation/threads/VCriticalSectionScope.h"
 #include "foundation/threads/internal/WithoutThrowing.h"
@@ -94,7 +95,7 @@ void CopyBounded(char* out, std::size_t size, char const* text) {
                                                  va_list arguments) {
     va_list again;
     va_copy(again, arguments);
-    int const length = std::vsnprintf(out, size, format, arguments);
+    int const length = FormatText(out, size, format, arguments);
     if (length < 0) {
         out[0] = '\0';
     } else if (narrow_cast<std::size_t>(length) >= size && EndsWithLineFeed(length, format, again)) {
@@ -566,7 +567,7 @@ void VLog::AddString(char const* line) {
     std::size_t const length = std::strlen(line);
     bool const needsLineFeed = length > 0 && line[length - 1] != '\n';
     // One call, so that the line reaches the stream whole.
-    if (std::fprintf(stderr, needsLineFeed ? "%s\n" : "%s", line) < 0) {
+    if ((needsLineFeed ? std::fprintf(stderr, "%s\n", line) : std::fputs(line, stderr)) < 0) {
         CountDroppedLine();
     }
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/Mutex.h"
 #include "foundation/core/Registered.h"
 #include "foundation/core/VObjectRef.h"
@@ -16,7 +17,7 @@ class VCriticalSection;
 class VObjectStack;
 
 /// While false, a plain `VLog` writes nothing. True at first. Relaxed: a switch.
-extern std::atomic<bool> ms_bVerbose;
+VFOUNDATION_API extern std::atomic<bool> ms_bVerbose;
 
 /// The diagnostic trace. Clients use the static functions, which write to the process's default log:
 ///
@@ -54,7 +55,7 @@ extern std::atomic<bool> ms_bVerbose;
 /// Threads: any thread may trace; lines come out whole. Replacing the default log does not wait for lines on
 /// their way: they still reach the old one. Contexts are opened and closed by one thread at a time. A line
 /// traced by another thread while a context writes its start or end line lacks the time.
-class VLog : public Registered<VLog, VObject> {
+class VFOUNDATION_API VLog : public Registered<VLog, VObject> {
   public:
     static constexpr char const* kClassName = "VLog";
     static VClass* ms_theClass;

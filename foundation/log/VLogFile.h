@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/Mutex.h"
 #include "foundation/core/VObjectRef.h"
 #include "foundation/log/VLog.h"
@@ -53,7 +54,7 @@ class ThreadPresence;
 /// holds it.
 /// Threads: any thread may call any operation. A line that has to wait for a stuck thread for more than 100 ms
 /// is dropped.
-class VLogFile : public Registered<VLogFile, VLog> {
+class VFOUNDATION_API VLogFile : public Registered<VLogFile, VLog> {
   public:
     static constexpr char const* kClassName = "VLogFile";
     static VClass* ms_theClass;

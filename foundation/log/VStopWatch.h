@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 
 #include <atomic>
@@ -14,7 +15,7 @@ namespace VFoundation {
 ///
 /// Ownership: by reference count; also usable as a member or a local.
 /// Threads: one thread at a time; `GetElapsedTime` from any thread while none starts it.
-class VStopWatch : public Registered<VStopWatch, VObject> {
+class VFOUNDATION_API VStopWatch : public Registered<VStopWatch, VObject> {
   public:
     static constexpr char const* kClassName = "VStopWatch";
     static VClass* ms_theClass;

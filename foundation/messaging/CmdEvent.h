@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/NarrowCast.h"
 #include "foundation/strings/values/VValue.h"
 
@@ -14,7 +15,7 @@ class ICmdListener;
 ///
 /// Ownership: copies the value (as `SValue`), borrows the listener.
 /// Threads: one thread at a time.
-class CmdEvent {
+class VFOUNDATION_API CmdEvent {
   public:
     static constexpr long kNoCommandID = -1;
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "foundation/core/Export.h"
+
 namespace VFoundation {
 
 class CmdEvent;
@@ -8,7 +10,7 @@ class CmdEvent;
 ///
 /// Ownership: command events borrow their listener; it outlives them.
 /// Threads: called on the thread that handles the event.
-class ICmdListener {
+class VFOUNDATION_API ICmdListener {
   public:
     virtual void CommandReceived(CmdEvent const& event) = 0;
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/VObjectRef.h"
 
 namespace VFoundation {
@@ -14,13 +15,14 @@ class Connected;
 ///     m_saved = VNotificationCenter::DefaultCenter()->Observe("DocumentSaved", nullptr, [this](auto&) { Redraw(); });
 ///
 /// The destructor disconnects and waits for a call of the function that is running on another thread, so that the
-/// function may use what dies after its connection. Do not hold a lock meanwhile that the function takes. In a call of
-/// the function itself it does not wait, and neither does `DisconnectAndWait`.
+/// function may use what dies after its connection. Do not hold a lock meanwhile that the function takes; two functions
+/// that end each other's connection at the same time wait forever (`Disconnect` does not). In a call of the function
+/// itself it does not wait, and neither does `DisconnectAndWait`.
 ///
 /// Ownership: keeps the function, both messengers and the centre until it is disconnected; a call that was posted
 /// before keeps the function until then.
 /// Threads: one thread at a time. A connection of messengers is made and dropped as `VMessenger` says.
-class ScopedConnection {
+class VFOUNDATION_API ScopedConnection {
   public:
     ScopedConnection() noexcept;
     ScopedConnection(ScopedConnection&& other) noexcept;

@@ -1,21 +1,26 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/messaging/VMessageCenter.h"
 
 namespace VFoundation {
 
 /// A message centre that is started, and stopped with the scope:
 ///
-///     StartedCenter const center("Panel 4711");
+///     StartedCenter center;
 ///     auto const connection = VMessageCenter::Connect(center.Get(), knob, kTurned, [&](VMessage const& message) { ... });
+///     ...
+///     center->FinishCenter(); // delivers what is still queued
 ///
 /// The destructor waits for a handler that is running, and nothing that goes wrong is passed on. What is still queued
 /// then is dropped.
 ///
 /// Ownership: holds the centre.
 /// Threads: made and destroyed by the centre's owner; the centre as `VMessageCenter` says.
-class StartedCenter {
+class VFOUNDATION_API StartedCenter {
   public:
+    /// For this process alone: the name of its job server is made up, and nothing of it stays in the system.
+    explicit StartedCenter(int capacity = VMessageCenter::kDefaultCapacity, long sleepMilliseconds = 5);
     /// The name is that of a job server (`VJobServer`).
     explicit StartedCenter(char const* name, int capacity = VMessageCenter::kDefaultCapacity,
                            long sleepMilliseconds = 5);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/VObjectRef.h"
 #include "foundation/messaging/CmdEvent.h"
 #include "foundation/messaging/VEvent.h"
@@ -11,7 +12,7 @@ namespace VFoundation {
 ///
 /// Ownership: retains the attachment; the command has its own rules.
 /// Threads: one thread at a time.
-class VCmdEvent : public Registered<VCmdEvent, VEvent> {
+class VFOUNDATION_API VCmdEvent : public Registered<VCmdEvent, VEvent> {
   public:
     static constexpr char const* kClassName = "VCmdEvent";
     static VClass* ms_theClass;

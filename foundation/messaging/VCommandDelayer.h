@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 #include "foundation/log/VStopWatch.h"
 
@@ -21,7 +22,7 @@ class VMessenger;
 ///
 /// Ownership: by reference count. Borrows the critical section.
 /// Threads: posting and the flags from any thread; servicing by one thread at a time.
-class VCommandDelayer : public Registered<VCommandDelayer, VObject> {
+class VFOUNDATION_API VCommandDelayer : public Registered<VCommandDelayer, VObject> {
   public:
     static constexpr char const* kClassName = "VCommandDelayer";
     static VClass* ms_theClass;

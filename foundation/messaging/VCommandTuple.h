@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/Mutex.h"
 #include "foundation/core/Registered.h"
 #include "foundation/core/VObjectRef.h"
@@ -20,7 +21,7 @@ class VMessenger;
 /// set, a messenger whose last reference the command holds is parked there, so that no messenger dies on the
 /// thread that services commands.
 /// Threads: a tuple is for one thread at a time; `SetGarbageCan` may be called by any thread.
-class VCommandTuple : public Registered<VCommandTuple, VObject> {
+class VFOUNDATION_API VCommandTuple : public Registered<VCommandTuple, VObject> {
   public:
     static constexpr char const* kClassName = "VCommandTuple";
     static VClass* ms_theClass;

@@ -68,10 +68,14 @@ void VConnectionTuple::InitializeClass() {
     auto all = VObjectRef<VObjectArrayTmpl<VConnectionTuple>>::Adopt(
         new VObjectArrayTmpl<VConnectionTuple>(kPoolCapacity));
     for (long i = 0; i < kPoolCapacity; ++i) {
-        auto const tuple = VObjectRef<VConnectionTuple>::Adopt(New());
+        auto tuple = VObjectRef<VConnectionTuple>::Adopt(New());
         tuple->m_bListed = true;
         if (!all->AddObject(tuple.Get())) {
             throw std::bad_alloc();
+        }
+        if (ms_bRecyclingEnabled.load(std::memory_order_relaxed) &&
+            ConnectionPool::Push(ms_recycledConnections, tuple.Get(), &VConnectionTuple::m_bRecycled)) {
+            static_cast<void>(tuple.Detach()); // the pool's now, without the questions of a release
         }
     }
     if (!ms_allConnections) {

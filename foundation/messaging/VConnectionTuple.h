@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 #include "foundation/core/VObjectRef.h"
 
@@ -25,7 +26,7 @@ class VObjectRingBufferTmpl;
 ///
 /// Ownership: retains both messengers; borrows the delayer.
 /// Threads: a tuple is for one thread at a time; any thread may take one from the pool and release one.
-class VConnectionTuple : public Registered<VConnectionTuple, VObject> {
+class VFOUNDATION_API VConnectionTuple : public Registered<VConnectionTuple, VObject> {
   public:
     static constexpr char const* kClassName = "VConnectionTuple";
     static VClass* ms_theClass;

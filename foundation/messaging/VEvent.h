@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 #include "foundation/core/VObjectRef.h"
 
@@ -20,7 +21,7 @@ namespace VFoundation {
 ///
 /// Ownership: retains the source.
 /// Threads: one thread at a time.
-class VEvent : public Registered<VEvent, VObject> {
+class VFOUNDATION_API VEvent : public Registered<VEvent, VObject> {
   public:
     static constexpr char const* kClassName = "VEvent";
     static VClass* ms_theClass;

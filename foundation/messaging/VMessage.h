@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 #include "foundation/strings/values/SValue.h"
 
@@ -17,7 +18,7 @@ namespace VFoundation {
 /// Ownership: by reference count, also usable as a local or a member. The values hold what they are given
 /// (`SValue`).
 /// Threads: one thread at a time.
-class VMessage : public Registered<VMessage, VObject> {
+class VFOUNDATION_API VMessage : public Registered<VMessage, VObject> {
   public:
     static constexpr char const* kClassName = "VMessage";
     static VClass* ms_theClass;

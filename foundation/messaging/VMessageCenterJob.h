@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/VObjectRef.h"
 #include "foundation/threads/VJob.h"
 #include "foundation/threads/VThread.h"
@@ -22,7 +23,7 @@ class VCriticalSection;
 ///
 /// Ownership: retains the delayer until it is over.
 /// Threads: `AbortJob` from any thread.
-class VMessageCenterJob : public Registered<VMessageCenterJob, VJob> {
+class VFOUNDATION_API VMessageCenterJob : public Registered<VMessageCenterJob, VJob> {
   public:
     static constexpr char const* kClassName = "VMessageCenterJob";
     static VClass* ms_theClass;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/containers/VObjectArrayTmpl.h"
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 #include "foundation/core/VObjectRef.h"
 
@@ -27,7 +28,7 @@ class VMessage;
 /// disconnect it first.
 /// Threads: the connections have no lock and are changed and used by one thread at a time: change them through
 /// a centre's delayed commands, or while no thread sends.
-class VMessenger : public Registered<VMessenger, VObject> {
+class VFOUNDATION_API VMessenger : public Registered<VMessenger, VObject> {
   public:
     static constexpr char const* kClassName = "VMessenger";
     static VClass* ms_theClass;

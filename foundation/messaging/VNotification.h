@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 #include "foundation/core/VObjectRef.h"
 #include "foundation/messaging/INotification.h"
@@ -20,7 +21,7 @@ class VDictionary;
 ///
 /// Ownership: retains the objects, copies name and value.
 /// Threads: one thread at a time; do not change a notification while it is posted.
-class VNotification : public INotification, public Registered<VNotification, VObject> {
+class VFOUNDATION_API VNotification : public INotification, public Registered<VNotification, VObject> {
   public:
     static constexpr char const* kClassName = "VNotification";
     static VClass* ms_theClass;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/Mutex.h"
 #include "foundation/core/Registered.h"
 #include "foundation/core/VObjectRef.h"
@@ -36,7 +37,7 @@ class VString;
 /// Threads: any thread may call any operation; no lock is held while observers are called. When
 /// `RemoveObserver` returns, a call that another thread has begun may still be running. `DeleteDefaultCenter`
 /// while no other thread uses that centre.
-class VNotificationCenter : public Registered<VNotificationCenter, VObject> {
+class VFOUNDATION_API VNotificationCenter : public Registered<VNotificationCenter, VObject> {
   public:
     static constexpr char const* kClassName = "VNotificationCenter";
     static VClass* ms_theClass;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 #include "foundation/core/VObjectRef.h"
 #include "foundation/strings/VString.h"
@@ -14,7 +15,7 @@ class VNotification;
 ///
 /// Ownership: borrows the observer and the object; the object's address is compared, nothing more.
 /// Threads: set up by one thread; then read by any, and ended by any.
-class VNotificationTuple : public Registered<VNotificationTuple, VObject> {
+class VFOUNDATION_API VNotificationTuple : public Registered<VNotificationTuple, VObject> {
   public:
     static constexpr char const* kClassName = "VNotificationTuple";
     static VClass* ms_theClass;

@@ -179,7 +179,7 @@ bool VFloatVector::Serialize(IAIFile& file) {
     for (long i = 0; i < Count(); ++i) {
         file << Elements()[i];
     }
-    return true;
+    return !file.HasLostBytes();
 }
 
 bool VFloatVector::Load(IAIFile& file) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 #include "foundation/strings/VData.h"
 
@@ -20,7 +21,7 @@ namespace VFoundation {
 ///
 /// Ownership: owns its elements.
 /// Threads: one thread at a time; any number may read.
-class VFloatVector : public Registered<VFloatVector, VObject> {
+class VFOUNDATION_API VFloatVector : public Registered<VFloatVector, VObject> {
   public:
     static constexpr char const* kClassName = "VFloatVector";
     static VClass* ms_theClass;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/numerics/VFloatVector.h"
 
 namespace VFoundation {
@@ -17,7 +18,7 @@ namespace VFoundation {
 ///
 /// Ownership: owns its points.
 /// Threads: one thread at a time; any number may read.
-class VFloatVectorMapXY : public Registered<VFloatVectorMapXY, VObject> {
+class VFOUNDATION_API VFloatVectorMapXY : public Registered<VFloatVectorMapXY, VObject> {
   public:
     static constexpr char const* kClassName = "VFloatVectorMapXY";
     static VClass* ms_theClass;

@@ -100,7 +100,7 @@ bool VWindowFunction::Serialize(IAIFile& file) {
         return SetTypeNumber(number);
     }
     file << number;
-    return true;
+    return !file.HasLostBytes();
 }
 
 bool VWindowFunction::SerializeAsXML(VXMLFile& file) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 
 #include <cstdint>
@@ -18,7 +19,7 @@ class VFloatVector;
 ///
 /// Ownership: by reference count.
 /// Threads: one thread at a time; any number may read.
-class VWindowFunction : public Registered<VWindowFunction, VObject> {
+class VFOUNDATION_API VWindowFunction : public Registered<VWindowFunction, VObject> {
   public:
     static constexpr char const* kClassName = "VWindowFunction";
     static VClass* ms_theClass;

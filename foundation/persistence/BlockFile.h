@@ -1,5 +1,7 @@
 #pragma once
 
+#include "foundation/core/Export.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
@@ -21,7 +23,7 @@ class FileReplacer;
 ///
 /// Ownership: owns its stream and its block.
 /// Threads: one thread at a time.
-class BlockFile {
+class VFOUNDATION_API BlockFile {
   public:
     static constexpr std::size_t kBlockSize = std::size_t{64} * 1024;
     /// Bytes that a written file may have: positions in chunks are 32 bits.

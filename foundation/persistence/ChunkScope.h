@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/persistence/IAIFile.h"
 
 #include <utility>
@@ -14,9 +15,13 @@ namespace VFoundation {
 ///         if (child.Id() == ChunkId("NAME")) { file >> name; }
 ///     }                                               // skips what was not read
 ///
+/// At top level, where a chunk is followed by the next one or the end of the file,
+///
+///     for (ChunkScope chunk(file); chunk.IsOpen(); chunk.Next()) { ... }
+///
 /// Ownership: the file is borrowed.
 /// Threads: as the file.
-class ChunkScope {
+class VFOUNDATION_API ChunkScope {
   public:
     /// Enters the next chunk of a file that is loading.
     explicit ChunkScope(IAIFile& file) : m_file(file), m_isOpen(file.ReadChunkHeader(&m_id, nullptr)) {}
@@ -31,6 +36,12 @@ class ChunkScope {
     bool IsOpen() const noexcept { return m_isOpen; }
     /// The id that was read, or given as a number; else 0.
     unsigned long Id() const noexcept { return m_id; }
+    /// Closes the chunk and enters the next one of a file that is loading. False when there is none.
+    bool Next() {
+        Close();
+        m_isOpen = m_file.ReadChunkHeader(&m_id, nullptr);
+        return m_isOpen;
+    }
     /// Closes the chunk now. False when it is not open or closing fails.
     bool Close() { return std::exchange(m_isOpen, false) && m_file.CloseChunk(); }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/persistence/FileTypes.h"
 #include "foundation/persistence/LoadReport.h"
 
@@ -28,7 +29,7 @@ class VString;
 ///
 /// Ownership: objects given to it are borrowed.
 /// Threads: one thread at a time.
-class IAIFile {
+class VFOUNDATION_API IAIFile {
   public:
     virtual ~IAIFile() = default;
 
@@ -129,6 +130,8 @@ class IAIFile {
 
     /// Why the last operation that sets an error failed; empty when none did, and from files that do not know.
     virtual VString ErrorDescription() const;
+    /// For classes that save: true once bytes written since `Open` are known to be lost; `Serialize` then returns false.
+    virtual bool HasLostBytes() const noexcept { return false; }
     /// What was passed over in loading since the file was opened; null from files that keep no report.
     virtual LoadReport const* Report() const { return nullptr; }
     /// For classes that load objects: adds a loss at the position. `detail` is the class, or null.

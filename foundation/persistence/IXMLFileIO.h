@@ -1,5 +1,7 @@
 #pragma once
 
+#include "foundation/core/Export.h"
+
 #include <string>
 
 namespace VFoundation {
@@ -17,7 +19,7 @@ class VString;
 /// Ownership: owned by the `VXMLFile` that made it. Text results are borrowed until the node changes or the document
 /// is closed.
 /// Threads: one thread at a time.
-class IXMLFileIO {
+class VFOUNDATION_API IXMLFileIO {
   public:
     /// Bytes of a document's text.
     static constexpr unsigned long kMaxTextSize = 256UL << 20;

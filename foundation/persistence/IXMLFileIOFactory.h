@@ -1,5 +1,7 @@
 #pragma once
 
+#include "foundation/core/Export.h"
+
 namespace VFoundation {
 
 class IXMLFileIO;
@@ -8,7 +10,7 @@ class IXMLFileIO;
 ///
 /// Ownership: adopted by `VXMLFile` when it is installed.
 /// Threads: `New()` may be called by any thread.
-class IXMLFileIOFactory {
+class VFOUNDATION_API IXMLFileIOFactory {
   public:
     virtual ~IXMLFileIOFactory() = default;
     /// A new back end, owned by the caller (`delete`); null when there is none.

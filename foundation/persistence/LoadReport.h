@@ -1,5 +1,7 @@
 #pragma once
 
+#include "foundation/core/Export.h"
+
 #include <array>
 #include <cstddef>
 #include <string>
@@ -19,14 +21,14 @@ namespace VFoundation {
 ///
 /// Ownership: a value.
 /// Threads: one thread at a time.
-class LoadReport {
+class VFOUNDATION_API LoadReport {
   public:
     enum eLoss : int {
         /// A class that is not registered: call its `TheClass()` first. The class that sorts last is not found by name.
         kUnknownClass = 0,
         /// A class that makes no objects, no memory for one, or half of a pair.
         kNotMade = 1,
-        /// An object whose own reading returned false.
+        /// An object whose own reading returned false; a length or a chunk that goes beyond what the file holds.
         kNotRead = 2,
         /// Another number of elements than the container says. It counts the null elements that are never saved.
         kCountDiffers = 3,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/host/VFile.h"
 #include "foundation/persistence/BlockFile.h"
 #include "foundation/persistence/IAIFile.h"
@@ -38,7 +39,7 @@ namespace VFoundation {
 ///
 /// Ownership: owns its stream, which the destructor closes; only `Close` reports lost bytes.
 /// Threads: one thread at a time.
-class VAIFile : public IAIFile, public Registered<VAIFile, VFile> {
+class VFOUNDATION_API VAIFile : public IAIFile, public Registered<VAIFile, VFile> {
   public:
     static constexpr char const* kClassName = "VAIFile";
     static VClass* ms_theClass;
@@ -159,6 +160,7 @@ class VAIFile : public IAIFile, public Registered<VAIFile, VFile> {
     /// write scene.bin at offset 65536: No space left on device"; empty when nothing failed. Without memory
     /// `std::bad_alloc`.
     VString ErrorDescription() const override;
+    bool HasLostBytes() const noexcept override { return m_file.HasFailed(); }
     /// Kept until the next `Open`.
     LoadReport const* Report() const override { return &m_report; }
     void NoteLoss(LoadReport::eLoss loss, char const* detail) noexcept override;

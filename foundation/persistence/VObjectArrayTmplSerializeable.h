@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/containers/VObjectArrayTmpl.h"
+#include "foundation/core/Export.h"
 #include "foundation/persistence/ChunkId.h"
 #include "foundation/persistence/ChunkScope.h"
 
@@ -14,7 +15,7 @@ namespace VFoundation {
 ///
 /// Ownership, threads: as `VObjectArray`; these arrays are not recycled.
 template <class T>
-class VObjectArrayTmplSerializeable : public VObjectArrayTmpl<T> {
+class VFOUNDATION_API VObjectArrayTmplSerializeable : public VObjectArrayTmpl<T> {
   public:
     explicit VObjectArrayTmplSerializeable(long initialCapacity = 0) : VObjectArrayTmpl<T>(initialCapacity) {}
 

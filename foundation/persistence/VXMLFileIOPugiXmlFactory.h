@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/persistence/IXMLFileIOFactory.h"
 
 namespace VFoundation {
@@ -12,7 +13,7 @@ namespace VFoundation {
 /// A library that was built without pugixml (VFOUNDATION_WITH_PUGIXML off) has the class, but it makes no back ends.
 ///
 /// Ownership, threads: as `IXMLFileIOFactory`.
-class VXMLFileIOPugiXmlFactory : public IXMLFileIOFactory {
+class VFOUNDATION_API VXMLFileIOPugiXmlFactory : public IXMLFileIOFactory {
   public:
     /// Whether the library has this back end.
     static bool IsAvailable() noexcept;

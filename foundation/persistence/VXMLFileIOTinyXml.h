@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/persistence/XMLTreeIO.h"
 
 #include <cstdint>
@@ -32,7 +33,7 @@ namespace VFoundation {
 /// inside TinyXML's parser, TinyXML leaks the elements that it had not finished.
 ///
 /// Ownership, threads: as `IXMLFileIO`. Several back ends may be used by several threads.
-class VXMLFileIOTinyXml : public XMLTreeIO<VXMLFileIOTinyXml> {
+class VFOUNDATION_API VXMLFileIOTinyXml : public XMLTreeIO<VXMLFileIOTinyXml> {
   public:
     VXMLFileIOTinyXml();
     VXMLFileIOTinyXml(VXMLFileIOTinyXml const&) = delete;

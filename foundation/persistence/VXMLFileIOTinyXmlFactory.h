@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/persistence/IXMLFileIOFactory.h"
 
 namespace VFoundation {
@@ -7,7 +8,7 @@ namespace VFoundation {
 /// Makes back ends on TinyXML; the library installs it at start-up.
 ///
 /// Ownership, threads: as `IXMLFileIOFactory`.
-class VXMLFileIOTinyXmlFactory : public IXMLFileIOFactory {
+class VFOUNDATION_API VXMLFileIOTinyXmlFactory : public IXMLFileIOFactory {
   public:
     IXMLFileIO* New() override;
 };

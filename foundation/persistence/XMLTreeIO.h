@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/persistence/IXMLFileIO.h"
 
 namespace VFoundation {
@@ -13,7 +14,7 @@ struct XMLTextFacts;
 ///
 /// Ownership, threads: as `IXMLFileIO`.
 template <class Back>
-class XMLTreeIO : public IXMLFileIO {
+class VFOUNDATION_API XMLTreeIO : public IXMLFileIO {
     friend Back;
     XMLTreeIO() = default;
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "foundation/core/Export.h"
+
 #include <cstddef>
 #include <utility>
 
@@ -15,7 +17,7 @@ namespace VFoundation {
 ///
 /// Ownership: owns its memory.
 /// Threads: one thread at a time.
-class HeapBlock {
+class VFOUNDATION_API HeapBlock {
   public:
     static constexpr std::size_t kAlignment = 16;
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/strings/HeapBlock.h"
 
 #include <cstddef>
@@ -15,7 +16,7 @@ namespace VFoundation {
 /// Ownership: owns its memory.
 /// Threads: one thread at a time.
 template <std::size_t Room>
-class InlineBlock {
+class VFOUNDATION_API InlineBlock {
   public:
     InlineBlock() noexcept = default;
     InlineBlock(InlineBlock const&) = delete;

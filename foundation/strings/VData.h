@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 #include "foundation/strings/HeapBlock.h"
 
@@ -18,7 +19,7 @@ namespace VFoundation {
 ///
 /// Ownership: owns its bytes.
 /// Threads: one thread at a time; any number may read.
-class VData : public Registered<VData, VObject> {
+class VFOUNDATION_API VData : public Registered<VData, VObject> {
   public:
     static constexpr char const* kClassName = "VData";
     static VClass* ms_theClass;

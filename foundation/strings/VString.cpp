@@ -5,6 +5,7 @@
 #include "foundation/core/internal/ClassOwned.h"
 #include "foundation/host/VFileManager.h"
 #include "foundation/persistence/IAIFile.h"
+#include "foundation/strings/internal/FormatText.h"
 #include "foundation/strings/internal/NumberText.h"
 
 #include <algorithm>
@@ -27,6 +28,10 @@ constexpr unsigned long kAllocateStep = 128;
 constexpr unsigned long kReallocateRoom = 127;
 constexpr long kIntCharacters = 10;
 
+unsigned long CapacityFor(unsigned long size) {
+    return size - size % kAllocateStep + kAllocateStep;
+}
+
 bool IsSeparator(char character) {
     return character == '/' || character == '\\';
 }
@@ -34,7 +39,7 @@ bool IsSeparator(char character) {
 /// Formats at most `size` - 1 bytes. A null format, and one that the C library refuses, gives the empty text.
 [[gnu::format(printf, 3, 0)]] void FormatCut(char* buffer, unsigned long size, char const* format,
                                              std::va_list arguments) {
-    if (!format || std::vsnprintf(buffer, size, format, arguments) < 0) {
+    if (!format || FormatText(buffer, size, format, arguments) < 0) {
         buffer[0] = '\0';
     }
 }
@@ -46,13 +51,29 @@ std::atomic<bool> VString::ms_bRecyclingEnabled{true};
 std::atomic<VObjectRingBufferTmpl<VString>*> VString::ms_recycledStrings{nullptr};
 std::atomic<VString*> VString::ms_emptyString{nullptr};
 
+/// The text of a string that is being made. A short one needs none of the questions that a change asks; `text` may be
+/// null where `length` is 0.
+inline void VString::Begin(char const* text, unsigned long length) noexcept {
+    if (CapacityFor(length + 1) != kFirstCapacity) {
+        Assign(text, length);
+        return;
+    }
+    m_block.Replace(kFirstCapacity);
+    if (length > 0) {
+        std::memcpy(m_block.Bytes(), text, length);
+    }
+    m_block.Bytes()[length] = '\0';
+    m_capacity = kFirstCapacity;
+    m_length = narrow_cast<std::uint32_t>(length);
+}
+
 VString::VString(VClass* cls, char const* text) : Registered(cls) {
-    text = text ? text : "";
-    Assign(text, std::strlen(text));
+    Begin(text, text ? std::strlen(text) : 0);
 }
 
 VString::VString(VClass* cls, std::string_view text) : Registered(cls) {
-    Assign(text);
+    text = UpToNul(text);
+    Begin(text.data(), text.size());
 }
 
 VString::VString(VString const& other) : Registered(nullptr) {
@@ -61,7 +82,7 @@ VString::VString(VString const& other) : Registered(nullptr) {
 
 // Making the record could throw; it is there, as `other` is.
 VString::VString(VString&& other) noexcept : Registered(LoadClassSlot(ms_theClass)) {
-    Assign("", 0);
+    Begin(nullptr, 0);
     if (other.m_block.IsInline() || !other.m_block.Bytes()) {
         *this = std::move(other);
     } else {
@@ -99,14 +120,6 @@ VString* VString::EmptyString() {
 }
 
 // The buffer
-
-namespace {
-
-unsigned long CapacityFor(unsigned long size) {
-    return size - size % kAllocateStep + kAllocateStep;
-}
-
-} // namespace
 
 /// Makes room for a new text of less than `size` bytes and forgets the old one. `keepBytes` is for a new text that
 /// stands in the buffer already.
@@ -471,7 +484,7 @@ bool VString::Serialize(IAIFile& file) {
         return *this == text; // not when memory ran out
     }
     file << CString();
-    return true;
+    return !file.HasLostBytes();
 }
 
 void VString::Release() const {

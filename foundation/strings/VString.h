@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 #include "foundation/strings/InlineBlock.h"
 
@@ -53,7 +54,7 @@ concept StdText = std::is_convertible_v<Text const&, std::string_view> &&
 /// Ownership: owns its text. Factories give an owned string, or throw `std::bad_alloc` when there is no memory for the
 /// object.
 /// Threads: one thread at a time per string; pool and factories may be used by any thread.
-class VString : public Registered<VString, VObject> {
+class VFOUNDATION_API VString : public Registered<VString, VObject> {
   public:
     static constexpr char const* kClassName = "VString";
     static VClass* ms_theClass;
@@ -278,6 +279,7 @@ class VString : public Registered<VString, VObject> {
     }
     long FindText(std::string_view text, unsigned long from) const noexcept;
 
+    void Begin(char const* text, unsigned long length) noexcept;
     bool Allocate(unsigned long size, bool keepBytes = false) noexcept;
     bool Reallocate(unsigned long size) noexcept;
     void Assign(char const* text, unsigned long length, bool mayHoldNul = false) noexcept;
@@ -309,7 +311,7 @@ class VString : public Registered<VString, VObject> {
 };
 
 /// Writes the text up to its first NUL.
-std::ostream& operator<<(std::ostream& stream, VString const& text);
+VFOUNDATION_API std::ostream& operator<<(std::ostream& stream, VString const& text);
 
 /// A size as another type. Nothing is checked: high bits that do not fit are dropped.
 inline unsigned short sizet2ushort(unsigned long size) {
@@ -333,7 +335,8 @@ struct std::hash<VFoundation::VString> {
     std::size_t operator()(VFoundation::VString const& text) const noexcept {
         return std::hash<std::string_view>{}(text.VisibleText());
     }
-    std::size_t operator()(std::string_view text) const noexcept {
+    template <VFoundation::detail::StdText Text>
+    std::size_t operator()(Text const& text) const noexcept {
         return std::hash<std::string_view>{}(VFoundation::VString::UpToNul(text));
     }
     std::size_t operator()(char const* text) const noexcept {

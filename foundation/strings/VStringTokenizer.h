@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 #include "foundation/core/VObjectRef.h"
 #include "foundation/strings/VString.h"
@@ -23,7 +24,7 @@ namespace VFoundation {
 ///
 /// Ownership: copies text and characters; `GetNextToken(bool)` gives an owned string.
 /// Threads: one thread at a time.
-class VStringTokenizer : public Registered<VStringTokenizer, VObject> {
+class VFOUNDATION_API VStringTokenizer : public Registered<VStringTokenizer, VObject> {
   public:
     static constexpr char const* kClassName = "VStringTokenizer";
     static VClass* ms_theClass;

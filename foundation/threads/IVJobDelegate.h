@@ -1,5 +1,7 @@
 #pragma once
 
+#include "foundation/core/Export.h"
+
 namespace VFoundation {
 
 class VJob;
@@ -16,7 +18,7 @@ class VJobServer;
 ///
 /// Ownership: jobs borrow their delegate; it outlives them.
 /// Threads: see above. A delegate of several jobs may be called by several threads at once.
-class IVJobDelegate {
+class VFOUNDATION_API IVJobDelegate {
   public:
     virtual void JobQueued(VJobServer* server, VJob* job) = 0;
     virtual void JobStarted(VJobServer* server, VJob* job) = 0;

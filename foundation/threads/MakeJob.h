@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/VObjectRef.h"
 #include "foundation/threads/VJob.h"
 
@@ -13,7 +14,7 @@ namespace detail {
 
 /// Has no class record of its own: to the registry it is a `VJob`.
 template <class Function>
-class FunctionJob final : public VJob {
+class VFOUNDATION_API FunctionJob final : public VJob {
   public:
     FunctionJob(Function function, int priority, IVJobDelegate* delegate)
         : VJob(nullptr, delegate), m_function(std::move(function)) {

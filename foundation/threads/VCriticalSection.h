@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 
 #include <atomic>
@@ -19,7 +20,7 @@ namespace VFoundation {
 ///
 /// Ownership: by reference count. No thread may hold the section when its last reference goes.
 /// Threads: any thread may call any operation. All are const, so that const accessors can lock.
-class VCriticalSection : public Registered<VCriticalSection, VObject> {
+class VFOUNDATION_API VCriticalSection : public Registered<VCriticalSection, VObject> {
   public:
     static constexpr char const* kClassName = "VCriticalSection";
     static VClass* ms_theClass;

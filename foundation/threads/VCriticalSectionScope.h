@@ -1,5 +1,7 @@
 #pragma once
 
+#include "foundation/core/Export.h"
+
 namespace VFoundation {
 
 class VCriticalSection;
@@ -15,7 +17,7 @@ class VCriticalSection;
 ///
 /// Ownership: retains the section while it is held.
 /// Threads: a scope belongs to one thread, and is never shared.
-class VCriticalSectionScope {
+class VFOUNDATION_API VCriticalSectionScope {
   public:
     VCriticalSectionScope() noexcept = default;
     explicit VCriticalSectionScope(VCriticalSection* section) { SetAndEnter(section); }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 #include "foundation/core/VObjectRef.h"
 
@@ -30,7 +31,7 @@ class IVJobDelegate;
 /// run.
 /// Threads: `DoJob` runs on the server's thread, `AbortJob` and `JobProgress` are called by others meanwhile.
 /// Flags and times may be read by any thread.
-class VJob : public Registered<VJob, VObject> {
+class VFOUNDATION_API VJob : public Registered<VJob, VObject> {
   public:
     static constexpr char const* kClassName = "VJob";
     static VClass* ms_theClass;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/Mutex.h"
 #include "foundation/core/VObjectRef.h"
 #include "foundation/log/VStopWatch.h"
@@ -46,7 +47,7 @@ class ForkHook;
 /// Ownership: retains a job until it has run. A copy of a function lives as long.
 /// Threads: any thread may call any operation, jobs included. No lock is held while jobs and delegates are called. End
 /// the pool before the library; its destructor is not for its own threads.
-class VJobPool {
+class VFOUNDATION_API VJobPool {
   public:
     /// 0 or less: as many threads as the machine has processors; 1024 at most.
     explicit VJobPool(int threads = 0);

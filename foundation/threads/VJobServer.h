@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/containers/VObjectRingBufferTmpl.h"
+#include "foundation/core/Export.h"
 #include "foundation/core/Mutex.h"
 #include "foundation/core/Registered.h"
 #include "foundation/core/VObjectRef.h"
@@ -58,7 +59,7 @@ class WaitingJobs;
 /// Ownership: retains queued jobs until they have run. The thread retains the server.
 /// Threads: any thread may call any operation. No lock is held while hooks, delegates or jobs are called. The
 /// end of the library waits for a thread that was told to end.
-class VJobServer : public Registered<VJobServer, VObject> {
+class VFOUNDATION_API VJobServer : public Registered<VJobServer, VObject> {
   public:
     static constexpr char const* kClassName = "VJobServer";
     static VClass* ms_theClass;

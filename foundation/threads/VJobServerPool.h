@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 
 namespace VFoundation {
@@ -8,7 +9,7 @@ namespace VFoundation {
 ///
 /// Ownership: by reference count.
 /// Threads: nothing to share.
-class VJobServerPool : public Registered<VJobServerPool, VObject> {
+class VFOUNDATION_API VJobServerPool : public Registered<VJobServerPool, VObject> {
   public:
     static constexpr char const* kClassName = "VJobServerPool";
     static VClass* ms_theClass;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 
 #include <atomic>
@@ -18,7 +19,7 @@ namespace VFoundation {
 ///
 /// Ownership: by reference count.
 /// Threads: any thread may call any operation.
-class VLock : public Registered<VLock, VObject> {
+class VFOUNDATION_API VLock : public Registered<VLock, VObject> {
   public:
     static constexpr char const* kClassName = "VLock";
     static VClass* ms_theClass;

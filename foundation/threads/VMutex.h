@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 
 namespace VFoundation {
@@ -8,7 +9,7 @@ namespace VFoundation {
 ///
 /// Ownership: by reference count.
 /// Threads: nothing to share.
-class VMutex : public Registered<VMutex, VObject> {
+class VFOUNDATION_API VMutex : public Registered<VMutex, VObject> {
   public:
     static constexpr char const* kClassName = "VMutex";
     static VClass* ms_theClass;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 #include "foundation/core/VObjectRef.h"
 
@@ -27,7 +28,7 @@ class VString;
 ///
 /// Ownership: by reference count. No thread may be inside an operation when the last reference goes.
 /// Threads: any thread may post and wait. `Init` is for one thread, with no other using the object.
-class VSemaphore : public Registered<VSemaphore, VObject> {
+class VFOUNDATION_API VSemaphore : public Registered<VSemaphore, VObject> {
   public:
     static constexpr char const* kClassName = "VSemaphore";
     static VClass* ms_theClass;

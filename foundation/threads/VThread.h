@@ -1,11 +1,12 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 #include "foundation/core/VObjectRef.h"
 
 #include <cstdint>
 #include <memory>
-#include <sys/types.h>
+#include <pthread.h>
 
 namespace VFoundation {
 
@@ -23,7 +24,7 @@ class VObjectArrayTmpl;
 /// Ownership: by reference count.
 /// Threads: the static operations may be called by any thread; a `VThread` object is for one thread at a
 /// time.
-class VThread : public Registered<VThread, VObject> {
+class VFOUNDATION_API VThread : public Registered<VThread, VObject> {
   public:
     static constexpr char const* kClassName = "VThread";
     static VClass* ms_theClass;
@@ -62,7 +63,7 @@ class VThread : public Registered<VThread, VObject> {
     static bool CaughtEndOfThread() noexcept;
     /// Sleeps so many milliseconds; 0 and less return at once.
     static void Sleep(long milliseconds);
-    static ThreadID GetCurrentThreadID() noexcept;
+    static ThreadID GetCurrentThreadID() noexcept { return pthread_self(); }
 
     /// Enters a thread in the list of live threads (retained), once. False for null, when it is there
     /// already, when memory runs out, and while the library is not initialised. `StartThread` does not do it.

@@ -10,10 +10,6 @@ int VThread::CreateSystemThread(ThreadID& id, Body body, void* argument) {
     return pthread_create(&id, nullptr, body, argument);
 }
 
-VThread::ThreadID VThread::GetCurrentThreadID() noexcept {
-    return pthread_self();
-}
-
 void VThread::Sleep(long milliseconds) {
     if (milliseconds <= 0) {
         return;

@@ -22,6 +22,7 @@ def main():
     with open(sys.argv[1], encoding="utf-8") as file:
         for line in file:
             in_block ^= is_page and line.lstrip().startswith("```")
+            line = line.replace("](../images/", "](images/")  # Doxygen finds pictures by the end of their path
             is_prose = is_page and not in_block and not line.startswith("    ")
             if is_prose or (not is_page and line.lstrip().startswith("///")):
                 line = re.sub(r"(?<!`)`([^`\n]+)`(?!`)", code, line)

@@ -13,6 +13,7 @@ PACKAGES_TEST=(
     xvfb xdotool adwaita-icon-theme fonts-dejavu-core acl at-spi2-core gir1.2-atspi-2.0 python3-gi
     binutils desktop-file-utils appstream
 )
+PACKAGES_PICTURES=(xterm) # beside those of the tests
 # What is built for another architecture: the launcher's dialogs are not, as polkit's development files cannot be
 # installed for two architectures at a time.
 PACKAGES_CROSS_ARM64=(

@@ -2,6 +2,7 @@
 #include "foundation/strings/VString.h"
 #include "tests/host/TestFolder.h"
 #include "tests/support/FailingAllocator.h"
+#include "tests/support/Fork.h"
 #include "tests/support/FullDisk.h"
 
 #include <gtest/gtest.h>
@@ -9,6 +10,7 @@
 #include <filesystem>
 #include <string>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -99,7 +101,7 @@ TEST(VFileSystem, MovesAndRemoves) {
     EXPECT_EQ(BytesOf(other), "text");
     EXPECT_TRUE(VFileSystem::Move(other, file));
     if (fs::space("/dev/shm").capacity > 0) { // another file system
-        std::string const far = "/dev/shm" + fs::path(folder.Path("x")).parent_path().filename().string();
+        std::string const far = "/dev/shm/" + fs::path(folder.Path("x")).parent_path().filename().string();
         EXPECT_TRUE(VFileSystem::Move(file, far));
         EXPECT_FALSE(fs::exists(file));
         EXPECT_EQ(BytesOf(far), "text");
@@ -113,9 +115,22 @@ TEST(VFileSystem, MovesAndRemoves) {
     EXPECT_TRUE(fs::exists(file)) << "a link is not followed";
     EXPECT_TRUE(VFileSystem::Remove(file));
     EXPECT_TRUE(VFileSystem::Remove(file));
-    for (char const* const refused : {"", "/", "//"}) {
-        EXPECT_EQ(ErrorOf(VFileSystem::RemoveAll(refused)), std::errc::invalid_argument) << refused;
+}
+
+TEST(VFileSystem, NeverRemovesTheRoot) {
+    if (::geteuid() != 0) {
+        GTEST_SKIP() << "only root can give a process another root, and a failure would empty this one";
     }
+    TestFolder const folder;
+    folder.Write("file", "text");
+    testing_support::InChild([&folder] {
+        ASSERT_EQ(::chroot(folder.Path("").c_str()), 0);
+        ASSERT_EQ(::chdir("/"), 0);
+        for (char const* const refused : {"", "/", "//"}) {
+            EXPECT_EQ(ErrorOf(VFileSystem::RemoveAll(refused)), std::errc::invalid_argument) << refused;
+        }
+    });
+    EXPECT_TRUE(fs::exists(folder.Path("file")));
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 #include "foundation/host/VTemporaryFolder.h"
 #include "foundation/strings/VString.h"
 #include "tests/host/TestFolder.h"
+#include "tests/support/FailingAllocator.h"
 
 #include <gtest/gtest.h>
 
@@ -40,6 +41,9 @@ TEST(VTemporaryFile, GoesUnlessItIsKept) {
     std::freopen("/dev/full", "w", unwritten.Stream());
     std::fputs("lost", unwritten.Stream());
     EXPECT_FALSE(unwritten.Keep(folder.Path("unwritten")));
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder.Path("")), {}), 1);
+    testing_support::FailEachAllocation(
+        [&folder] { EXPECT_FALSE(VTemporaryFile(folder.Path("").c_str()).Keep(folder.Path("final"))); });
     EXPECT_EQ(std::distance(fs::directory_iterator(folder.Path("")), {}), 1);
     VTemporaryFile const nowhere("/no/folder");
     EXPECT_EQ(nowhere.Stream(), nullptr);

@@ -41,6 +41,27 @@ for program in "$work/consumer/consumer" "$work/by-pkg-config"; do
     [ "$linked" = "$kind" ] || { echo "$program links the $linked library" >&2; exit 1; }
 done
 
+# gdb prints objects: of the shared library in its place by itself, else after one line, for a program that describes
+# the classes (docs/tools.md).
+if gdb -nx -batch -ex run /bin/true 2>&1 | grep -q 'exited normally'; then
+    describe=() source=()
+    if [ "$kind" = static ]; then
+        describe=(-femit-class-debug-always)
+        ! "$compiler" --version | grep -q clang || describe=(-fstandalone-debug)
+        source=(-ex "source $prefix/share/VFoundation/gdb/vfoundation-gdb.py")
+    fi
+    # shellcheck disable=SC2086
+    "$compiler" -std=c++20 -g "${describe[@]}" "$consumer/printed.cpp" -o "$work/printed" $flags
+    line=$(grep -n 'the debugger stops here' "$consumer/printed.cpp" | cut -d : -f 1)
+    gdb -nx -batch "${source[@]}" -ex "break printed.cpp:$line" -ex run -ex 'print text' -ex 'print array' \
+        "$work/printed" >"$work/log" 2>&1
+    [ "$(grep '^\$' "$work/log")" = '$1 = "in the program"
+$2 = VObjectArray of 1 = {"in the program"}' ] || { cat "$work/log" >&2; exit 1; }
+else
+    echo "check_prefix: there is no gdb that can run a program: printers not tried" >&2
+    [ -z "${CI:-}" ]
+fi
+
 # Without what the static library calls, the package is not found, which may be what a project is prepared for.
 mkdir "$work/quiet"
 cat >"$work/quiet/CMakeLists.txt" <<END

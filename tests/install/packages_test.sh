@@ -14,7 +14,7 @@ if [ "${1:-}" != --inside ]; then
     install_missing "${PACKAGES_BUILD[@]}" "${PACKAGES_TEST[@]}" "${PACKAGES_PACKAGE[@]}"
     cmake --preset deb >/dev/null
     cmake --build --preset deb
-    rm -f "$build"/*.deb
+    rm -f "$build"/*.deb "$build"/*.ddeb
     cpack --preset deb >/dev/null
     lintian --allow-root --fail-on error,warning "$build"/*.deb
     base=/
@@ -44,7 +44,7 @@ in_root() { # a shell line in the copy
     chroot "$work/root" env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin HOME=/root DEBIAN_FRONTEND=noninteractive \
         sh -euc "$1" sh "${@:2}"
 }
-purge() { in_root 'dpkg --purge "$@" >/dev/null' "${packages[@]}"; }
+purge() { in_root 'dpkg --purge "$@" >/dev/null' libvfoundation1-dbgsym "${packages[@]}"; }
 files() { # but for what package tools note down
     in_root 'cd / && find etc opt srv usr var ! -path "var/cache/*" ! -path "var/log/*" ! -path "var/lib/dpkg/*" | LC_ALL=C sort'
 }
@@ -64,6 +64,8 @@ for file in "$work"/root/usr/lib/*/libVFoundation.so.1.* "$work"/root/usr/libexe
     ! readelf -dW "$file" | grep -E 'RPATH|RUNPATH' || { echo "$file looks for libraries elsewhere" >&2; exit 1; }
 done
 if [ "$base" = / ]; then
+    # The symbols describe the classes, and gdb finds the printers by itself.
+    in_root "dpkg --install /mnt/build/deb/libvfoundation1-dbgsym_*.ddeb >/dev/null"
     for kind in shared static; do
         in_root '/mnt/tests/install/check_prefix.sh /usr "/tmp/$1" c++ "$1"' $kind
     done

@@ -1,7 +1,10 @@
 #include "launcher/linux/StartProgram.h"
+#include "launcher/linux/CleanStart.h"
+#include "launcher/linux/RootLaunch.h"
 #include "tests/support/Fork.h"
 #include "tests/support/ScratchFile.h"
 
+#include <csignal>
 #include <cstddef>
 #include <cstdio>
 #include <fcntl.h>
@@ -9,6 +12,7 @@
 #include <linux/filter.h>
 #include <linux/seccomp.h>
 #include <sys/prctl.h>
+#include <sys/stat.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -17,17 +21,30 @@ namespace {
 
 using namespace Launcher;
 
-std::string Output(SProgramStart start) {
+/// Until no child is left.
+void AwaitChildren() {
+    while (::waitpid(-1, nullptr, 0) > 0) {
+    }
+}
+
+/// What a program writes to the descriptor that `start` is called with.
+template <class Start>
+std::string OutputOf(Start start) {
     std::FILE* const file = std::tmpfile();
-    start.standardOutput = ::fileno(file);
-    pid_t process = -1;
-    EXPECT_EQ(StartProgram(start, &process), EStartResult::eStarted);
-    ::waitpid(process, nullptr, 0);
+    start(::fileno(file));
+    AwaitChildren();
     std::rewind(file);
     std::string text(4096, '\0');
     text.resize(std::fread(text.data(), 1, text.size(), file));
     std::fclose(file);
     return text;
+}
+
+std::string Output(SProgramStart start) {
+    return OutputOf([&](int output) {
+        start.standardOutput = output;
+        EXPECT_EQ(StartProgram(start), EStartResult::eStarted);
+    });
 }
 
 // From here on execve kills, in this process and those it makes.
@@ -59,6 +76,38 @@ TEST(StartProgram, PassesOnlyWhatItIsGiven) {
     EXPECT_EQ(text.find("/dev/zero"), std::string::npos) << text;
 }
 
+TEST(StartProgram, ResetsSignals) {
+    testing_support::InChild([] {
+        sigset_t blocked;
+        ::sigfillset(&blocked);
+        ::sigprocmask(SIG_SETMASK, &blocked, nullptr);
+        ::signal(SIGTERM, SIG_IGN);
+        EXPECT_EQ(Output({.path = "/bin/sh",
+                          .arguments = {"-c", "exec /bin/grep -E '^Sig(Blk|Ign)' /proc/self/status"}}),
+                  "SigBlk:\t0000000000000000\nSigIgn:\t0000000000000000\n");
+    });
+}
+
+TEST(RootLaunch, TakesNothingOfTheCallerOver) {
+    std::string const text = OutputOf([](int output) {
+        EXPECT_EQ(LaunchAsRoot({ZEPH_GUIDE, {}, {"LANG=C"}}, output, output), EWord::eStarted);
+    });
+    EXPECT_NE(text.find("folder /\n"), std::string::npos) << text;
+    EXPECT_NE(text.find("variable PATH=/usr/sbin:/usr/bin:/sbin:/bin\nZephGuide: variable HOME=/"),
+              std::string::npos)
+        << text;
+    EXPECT_NE(
+        text.find("variable SHELL=/bin/sh\nZephGuide: variable USER=root\nZephGuide: variable LOGNAME=root\n"
+                  "ZephGuide: variable LANG=C\nZephGuide: descriptor 0 = /dev/null\n"),
+        std::string::npos)
+        << text;
+    testing_support::InChild([] {
+        ::umask(0);
+        ResetInheritedState(-1);
+        EXPECT_EQ(::umask(0), static_cast<mode_t>(S_IWGRP | S_IWOTH));
+    });
+}
+
 TEST(StartProgram, CrossesStreams) {
     testing_support::ScratchFile const file;
     testing_support::InChild([&file] {
@@ -80,9 +129,11 @@ TEST(StartProgram, CrossesStreams) {
 }
 
 TEST(StartProgram, TellsApartWhyItDidNot) {
+    AwaitChildren();
     EXPECT_EQ(StartProgram({.path = "/nowhere"}), EStartResult::eNotExecutable);
     EXPECT_EQ(StartProgram({.path = "/" + std::string(5000, 'x')}), EStartResult::eNotExecutable);
     EXPECT_EQ(StartProgram({.path = "/bin/true", .directory = "/nowhere"}), EStartResult::eNoProcess);
+    EXPECT_EQ(::waitpid(-1, nullptr, WNOHANG), -1) << "no child is left";
 }
 
 TEST(StartProgram, AnEarlyEndIsAStartOnlyAfterExecve) {

@@ -15,6 +15,7 @@
 #include <fcntl.h>
 #include <functional>
 #include <future>
+#include <optional>
 #include <pthread.h>
 #include <semaphore.h>
 #include <sys/resource.h>
@@ -169,8 +170,8 @@ TEST(VLogFile, EndsItsShutDownWhereALineThrowsAndSaysAtWhichStage) {
     struct {
         char const* line;
         int stage;
-        bool stops; // the thread, before the line
-    } const rows[] = {{"handle", 0, false}, {"Signalling", 1, false},   {"Semaphoring", 2, false},
+        std::optional<bool> stops; // the thread, before the line; a busy one sees by itself that it is to end
+    } const rows[] = {{"handle", 0, false}, {"Signalling", 1, false},   {"Semaphoring", 2, std::nullopt},
                       {"Setting", 3, true}, {"Outstanding", 5, true},   {"waiting", 5, true},
                       {"safely", 8, true},  {"Unregistering", 9, true}, {"Releasing", 10, true}};
     for (auto const& row : rows) {
@@ -182,11 +183,12 @@ TEST(VLogFile, EndsItsShutDownWhereALineThrowsAndSaysAtWhichStage) {
         std::string const lines = Numbered(0, 100, log.Get());
         traced.OnLine([&](std::string const& line) {
             if (line.find(row.line) != std::string::npos) {
-                WaitUntil([&] { return !row.stops || !log->IsLoggingThreadRunning(); });
+                WaitUntil([&] { return !row.stops.value_or(false) || !log->IsLoggingThreadRunning(); });
                 throw 7;
             }
         });
-        EXPECT_EQ(log->ShutdownLoggingThread(), row.stops);
+        bool const stopped = log->ShutdownLoggingThread();
+        EXPECT_EQ(stopped, row.stops.value_or(stopped));
         EXPECT_TRUE(traced.Has(
             " Exception caught shutting down logging thread, stage: " + std::to_string(row.stage) + "\n"));
         traced.OnLine({});
@@ -273,6 +275,11 @@ TEST(VLogFile, CountsTheLinesThatTheDiskRefuses) {
         EXPECT_TRUE(threaded ? full->DroppedLines() == 1001 : full->Close());
         EXPECT_EQ(full->DroppedLines(), 1001); // with the date
     }
+    int told = 0;
+    auto const closing = NewLog("/dev/full");
+    closing->SetOnFirstLoss([&] { ++told; });
+    EXPECT_TRUE(closing->Close());
+    EXPECT_EQ(told, 1);
     // A disk that is full in the middle of a line, and then has space again.
     constexpr rlim_t kSpace = 20'000;
     rlimit before{};
@@ -383,12 +390,28 @@ TEST(VLogFile, HasNoWriterThreadInAChildProcess) {
     UninitializeLibrary(true, false, true);
 }
 
+// The semaphores belong to the whole system.
+
+void ForgetSemaphores() {
+    ::sem_unlink("VLogFile");
+    ::sem_unlink("VLogFileShutdown");
+}
+
+/// In both semaphores, and more than the rounds of a shut-down.
+void LeaveSignals() {
+    ForgetSemaphores();
+    for (char const* const name : {"VLogFile", "VLogFileShutdown"}) {
+        ::sem_close(::sem_open(name, O_CREAT | O_EXCL, 0777, 40));
+    }
+}
+
 /// A log whose file is a pipe that is not read, with its thread stuck and its queue full.
 class VLogFileStuck : public testing::Test {
   protected:
     VLogFileStuck() {
         ::mkfifo(m_file.Path(), 0600);
         m_reader = ::open(m_file.Path(), O_RDONLY | O_NONBLOCK);
+        LeaveSignals(); // which must not end a shut-down
         m_log = NewLog(m_file.Path());
         EXPECT_TRUE(m_log->StartLoggingThread());
         long added = 0;
@@ -401,7 +424,10 @@ class VLogFileStuck : public testing::Test {
         } while (m_added > added + 1);
         m_dropped = m_log->DroppedLines();
     }
-    ~VLogFileStuck() override { ::close(m_reader); }
+    ~VLogFileStuck() override {
+        ::close(m_reader);
+        ForgetSemaphores();
+    }
 
     /// What comes until the log's side is closed: no accepted line is missing.
     void ReadAll() const {
@@ -489,13 +515,6 @@ TEST_F(VLogFileStuck, SlowIsGivenUpAndItsThreadStillHasWhatItNeeds) {
     ReadAll(); // the thread goes on, ends and closes the file
 }
 
-// The semaphores belong to the whole system.
-
-void ForgetSemaphores() {
-    ::sem_unlink("VLogFile");
-    ::sem_unlink("VLogFileShutdown");
-}
-
 void ExpectToLoseNothing(VLogFile& log) {
     ScratchFile const file;
     EXPECT_TRUE(log.Open(file.Path()));
@@ -507,10 +526,7 @@ void ExpectToLoseNothing(VLogFile& log) {
 
 TEST(VLogFile, IsNotMisledBySignalsThatAProcessHasLeft) {
     LineLogScope const traced;
-    ForgetSemaphores();
-    for (char const* const name : {"VLogFile", "VLogFileShutdown"}) { // more than the rounds of a shut-down
-        ::sem_close(::sem_open(name, O_CREAT | O_EXCL, 0777, 40));
-    }
+    LeaveSignals();
     ExpectToLoseNothing(*NewLog(nullptr));
     ForgetSemaphores();
 }

@@ -108,6 +108,12 @@ TEST_F(VLogTest, EchoesTheTextOfTheFormatWhileSwitchedOff) {
     EXPECT_EQ(VLog::TheClass()->Created(), logs);
 }
 
+TEST(VLog, IsSwitchedOffUntilTheLibraryStarts) {
+    testing::FLAGS_gtest_death_test_style = "threadsafe";
+    EXPECT_EXIT((VLog::Trace("early\n"), std::exit(VLog::GetDefaultLog() ? 1 : 0)),
+                testing::ExitedWithCode(0), "early");
+}
+
 TEST_F(VLogTest, IndentsByOneALevelUpToTen) {
     for (int i = 0; i < 11; ++i) {
         VLog::StartIndent();

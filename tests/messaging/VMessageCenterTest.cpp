@@ -368,8 +368,11 @@ TEST(VMessageCenterStarted, MayBeStoppedAndReleasedByItsHandler) {
     VMessage message;
     center->MessageDelay(target.Get(), &message);
     center->MessageDelay(target.Get(), &message); // dropped by the stop
+    testing::internal::CaptureStderr();
     center->StartCenter(UniqueName().c_str(), 1);
     WaitUntil([&] { return record->Existing() == before - 1; });
+    EXPECT_EQ(testing::internal::GetCapturedStderr().find("stuck"), std::string::npos)
+        << "it waited for itself";
     EXPECT_EQ(handled, 1);
 }
 

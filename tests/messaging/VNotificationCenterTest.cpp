@@ -87,6 +87,17 @@ TEST_F(VNotificationCenterTest, LetObserversComeAndGoMeanwhile) {
     Post("x");
     EXPECT_EQ(order, "122");
 
+    long const existing = VNotification::TheClass()->Existing();
+    long living = 0;
+    m_center->RemoveObserver(&m_two);
+    Observe(m_one);
+    Observe(m_two);
+    m_one.m_action = [&] { m_news = VObjectRef<VNotification>::Adopt(VNotification::New()); };
+    m_two.m_action = [&] { living = VNotification::TheClass()->Existing(); };
+    Post("x");
+    EXPECT_EQ(living, existing + 1) << "the posting keeps what the first observer lets go";
+
+    m_center->RemoveObserver(&m_one);
     m_two.m_action = [&] { m_center.Exchange(nullptr); }; // even the centre may go
     auto* const center = m_center.Get();
     center->PostNotification(m_news.Get());

@@ -71,6 +71,13 @@ TEST_F(VFloatVectorTest, TravelsThroughBothForms) {
     EXPECT_EQ(m_scratch.Bytes(), "OBJT\0\0\0\x10\0\0\0\x03\x3F\x80\0\0\x3D\xCC\xCC\xCD\xC0\x20\0\0"s);
 }
 
+TEST(VFloatVector, TellsThatItIsNotSavedWhole) {
+    VAIFile full;
+    ASSERT_TRUE(full.Open("/dev/full", VAIFile::kWrite));
+    EXPECT_TRUE(VFloatVector(1).Serialize(full)) << "still in memory";
+    EXPECT_FALSE(VFloatVector(100000).Serialize(full));
+}
+
 TEST_F(VFloatVectorTest, IsEmptyAfterDamagedFiles) {
     VFloatVector vector;
     EXPECT_TRUE(ReadXML(vector, "<VFloatVector count='2'>\n 1\t\n2\n</VFloatVector>"));

@@ -1,8 +1,10 @@
+#include "foundation/persistence/IXMLFileIO.h"
 #include "tests/persistence/XMLTestSupport.h"
 #include "tests/support/FailingAllocator.h"
 
 #include <cerrno>
 #include <csignal>
+#include <fcntl.h>
 #include <functional>
 #include <random>
 #include <sys/resource.h>
@@ -18,13 +20,21 @@ using namespace testing_support;
 using FileReplacer = XMLBackEndTest;
 
 bool s_diskFails = false;
+bool s_pretendsLength = false;
 
 } // namespace
 
 /// Stands in for the system's call in this program.
 extern "C" int fsync(int descriptor) {
+    EXPECT_EQ(::fcntl(descriptor, F_GETFD), FD_CLOEXEC)
+        << "a program that is started meanwhile does not get it";
     errno = EIO;
     return s_diskFails ? -1 : static_cast<int>(::syscall(SYS_fsync, descriptor));
+}
+
+/// The same; while told to, of a document that is too long.
+extern "C" long ftell(std::FILE* stream) {
+    return s_pretendsLength ? static_cast<long>(IXMLFileIO::kMaxTextSize) + 1 : ::ftello(stream);
 }
 
 namespace {
@@ -111,6 +121,9 @@ TEST_P(FileReplacer, SavingFailsWhereItCannotWrite) {
         return ::setrlimit(RLIMIT_FSIZE, &limit) != 0 || Save(Path("small"), 10000, 'b');
     };
     EXPECT_FALSE(SucceedsAsNobody(saveTooMuch));
+    s_pretendsLength = true;
+    EXPECT_FALSE(Save(Path("small"), 1, 'b')) << "it could not be read again";
+    s_pretendsLength = false;
     EXPECT_EQ(BytesOf(Path("small")), before);
     EXPECT_EQ(::chmod(Path("small").c_str(), 0666), 0);
     EXPECT_EQ(::chmod(m_folder.c_str(), 0555), 0);

@@ -124,6 +124,8 @@ TEST_P(XMLFileIO, ReadsRegularFilesOnly) {
         EXPECT_FALSE(file.OpenFileForRead((m_folder / name).c_str(), "R")) << name;
     }
     EXPECT_FALSE(file.OpenFileForRead(nullptr, "R"));
+    EXPECT_FALSE(file.OpenFileForRead(Path("huge").c_str(), "R"));
+    EXPECT_GE(file.ErrorDescription().Find("longer than a document may be"), 0) << "it is not read at all";
     std::ofstream(Path("file")) << "<R/>";
     EXPECT_TRUE(file.OpenFileForRead(Path("link").c_str(), "R"));
 }

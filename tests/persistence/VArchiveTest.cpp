@@ -67,6 +67,10 @@ TEST_F(Archive, TakesTheElementsThatAreThere) {
         EXPECT_EQ(Load(none), " NEXT") << none;
         EXPECT_FALSE(m_archive.ErrorDescription().IsEmpty()) << none;
     }
+    Load(Chunk("VArc", "short") + Chunk("VArc", ""));
+    m_file.UnreadHeader();
+    EXPECT_TRUE(m_archive.Serialize(m_file));
+    EXPECT_STREQ(m_archive.ErrorDescription().CString(), "21: not read (Info)") << "not of the one before it";
 }
 
 TEST_F(Archive, SkipsNullsAndReportsWhatItCannotStore) {

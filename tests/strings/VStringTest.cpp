@@ -4,13 +4,16 @@
 #include "tests/support/SavedForms.h"
 
 #include <climits>
+#include <cstdio>
 #include <cstring>
+#include <limits>
 #include <random>
 #include <sstream>
 #include <string>
 #include <string_view>
 #include <type_traits>
 #include <unordered_map>
+#include <wchar.h>
 
 namespace {
 
@@ -142,6 +145,7 @@ TEST(VString, NullTextIsEmptyText) {
     EXPECT_TRUE(text.IsEmpty());
     EXPECT_FALSE(VString::CStringHasPathExtension(null, "a", false));
     EXPECT_FALSE(VString::CStringHasPathExtension("a.a", null, false));
+    EXPECT_FALSE(VString::CStringHasPathExtension("a.b/c", "b/c", false)) << "the dot is a folder's";
     EXPECT_EQ(VString::strdup(null), nullptr);
     EXPECT_LT(VString::stricmp(null, ""), 0);
 }
@@ -156,6 +160,11 @@ TEST(VString, SetKeepsTheGivenLength) {
     EXPECT_EQ(visible->Length(), 2U);
     text.Set("y", VString::kMaxLength + 1);
     EXPECT_EQ(text.Length(), 5U) << "too long is refused";
+    text = "abcdef";
+    text.Set(text.CString(), 3);
+    text.Set(text.CString(), 6);
+    EXPECT_EQ(std::string_view(text.CString(), 6), std::string_view("abc\0\0\0", 6))
+        << "what it uncovers is zero";
 }
 
 TEST(VString, AppendsNumbersOfTenCharacters) {
@@ -249,6 +258,28 @@ TEST(VString, ComparesByByte) {
     }
     EXPECT_EQ(VString::stricmp("ABC", "abc"), 0);
     EXPECT_LT(VString::stricmp("ab", "ABC"), 0);
+}
+
+/// Whole and cut, by a buffer of each of these sizes.
+template <class... Arguments>
+void ExpectTheTextOfTheCLibrary(char const* format, Arguments... arguments) {
+    for (unsigned long const size : {1UL, 2UL, 5UL, 9UL, 10UL, 11UL, 60UL}) {
+        char text[60];
+        char expected[sizeof text];
+        VString::snprintf(text, size, format, arguments...);
+        std::snprintf(expected, size, format, arguments...);
+        EXPECT_STREQ(text, expected) << format << ", size " << size;
+    }
+}
+
+TEST(VString, FormatsAsTheCLibraryDoes) {
+    char const* const volatile null = nullptr; // the compiler would not let it pass
+    ExpectTheTextOfTheCLibrary("%s|%i|%d.", "abc", 5, std::numeric_limits<int>::min());
+    ExpectTheTextOfTheCLibrary("%li %lu %ld", std::numeric_limits<long>::min(), ~0UL, 0L);
+    ExpectTheTextOfTheCLibrary("%u%% of %%i %c%s", ~0U, 'x', "");
+    ExpectTheTextOfTheCLibrary("%s %5i %-3s|%+d", "a", 3, "z", 4);
+    ExpectTheTextOfTheCLibrary("%i %s %.2f", 1, static_cast<char const*>(null), 1.5);
+    ExpectTheTextOfTheCLibrary("%i %lld %hi %zu %lc %x", 1, -2LL, 3, std::size_t{4}, wint_t{'w'}, 255);
 }
 
 TEST(VString, FormatsWithinItsBounds) {

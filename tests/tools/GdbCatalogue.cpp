@@ -28,6 +28,8 @@ struct Catalogue {
         texts.AddObjectTyped(&empty);
         settings.SetObjectForKey(&colour, &shortText);
         settings.SetObjectForKey(&number, &longText);
+        roads.SetObjectForKey(&empty, "title");
+        roads.SetObjectForKey(&number, "length");
         number.Value().SetValueToDouble(0.25);
         text.SetValueToString(shortText);
         object.SetValueToObject(&objects);
@@ -46,6 +48,7 @@ struct Catalogue {
     VObjectArrayTmpl<VString> texts;
     VPtrArray pointers;
     VDictionary settings;
+    VDictionary roads;
     VValue number;
     SValue nothing;
     SValue text;

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """Runs vfinspect as its users do: exit statuses, the formats it writes, extraction, hostile files, its documents.
-Usage: vfinspect_test.py PROGRAM SOURCE-FOLDER plain|sanitized"""
+Usage: vfinspect_test.py PROGRAM SOURCE-FOLDER plain|sanitized [PHOTO-CATALOGUE]"""
 
 import json
 import os
@@ -13,6 +13,7 @@ import unittest
 import xml.etree.ElementTree
 
 PROGRAM, SOURCE, BUILD = sys.argv[1:4]
+CATALOGUE = sys.argv[4] if len(sys.argv) > 4 else None  # the example program, where it is built
 DATA = os.path.join(SOURCE, "tests/data")
 ARCHIVE = os.path.join(DATA, "persistence/archive-le-padded.bin")
 ROADS = os.path.join(DATA, "tools/roads.xml")
@@ -106,6 +107,26 @@ class VfinspectTest(unittest.TestCase):
         again = run("--extract", target, archive)
         self.assertEqual(again.returncode, 1)
         self.assertIn(b"File exists", again.stderr)
+
+    @unittest.skipUnless(CATALOGUE, "the examples are not built")
+    def test_files_of_the_photo_catalogue(self):
+        made = subprocess.run([CATALOGUE, "make", os.path.join(DATA, "image"), self.folder], capture_output=True, timeout=120)
+        self.assertEqual(made.returncode, 0, made)
+        for name, kind, damage in (
+            ("photos.xml", "object XML", lambda whole: whole.rindex(b"</")),
+            ("similar.xml", "object XML, a graph", lambda whole: whole.index(b"<VGraphEdge")),
+            ("fingerprints.chunks", "chunked file", lambda whole: 7),
+            ("thumbnails.archive", "archive", lambda whole: whole.index(b"elem") + 7),
+        ):
+            path = os.path.join(self.folder, name)
+            self.assertEqual(run("--check", path).stdout, b"", name)
+            self.assertIn(kind, run(path).stdout.decode().partition("\n")[0])
+            with open(path, "rb") as file:
+                whole = file.read()
+            at = damage(whole)
+            result = run("--check", self.file(whole[:at] + bytes([whole[at] ^ 1]) + whole[at + 1:], name))
+            self.assertEqual(result.returncode, 1, name)
+            self.assertRegex(result.stdout.decode().splitlines()[0], rf"{name}: damaged at \d+: \w+")
 
     def test_memory_does_not_follow_the_file(self):
         path = self.file(b"")

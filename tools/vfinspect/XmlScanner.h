@@ -30,7 +30,8 @@ class XmlHandler {
 std::string DecodeReferences(std::string_view text);
 
 /// Reads a document by the rules of docs/formats/object-xml.md, with the same verdict as the library's reader, and knows
-/// where and why a document is refused.
+/// where and why a document is refused. The library's own check (`PrepareXMLText`) keeps neither reasons nor a structure,
+/// as those would slow loading; InspectorVerdictTest compares the verdicts of both.
 class XmlScanner {
   public:
     XmlScanner(std::string_view text, XmlHandler& handler) : m_text(text), m_handler(handler) {}

@@ -14,7 +14,6 @@ constinit Magazines g_fileInfoMagazines;
 namespace {
 
 constinit std::atomic<std::uint32_t> s_threads{0};
-constinit thread_local std::uint32_t t_number = 0; // counted from 1
 
 VObject* TakeFrom(Magazine& magazine) noexcept {
     if (magazine.Count() == 0 || !magazine.TryEnter()) {
@@ -39,11 +38,10 @@ bool EnterSoon(Magazine& magazine) noexcept {
 
 } // namespace
 
-std::uint32_t Magazines::ThreadNumber() noexcept {
-    if (t_number == 0) {
-        t_number = s_threads.fetch_add(1) + 1;
-    }
-    return t_number - 1;
+constinit thread_local std::uint32_t Magazines::s_ownNumber = 0;
+
+std::uint32_t Magazines::NumberThread() noexcept {
+    return s_ownNumber = s_threads.fetch_add(1) + 1;
 }
 
 std::uint32_t Magazines::UsedCount() noexcept {

@@ -101,9 +101,14 @@ class Magazines {
     Mutex m_lastRoom;
 
   private:
-    static std::uint32_t ThreadNumber() noexcept;
+    static std::uint32_t ThreadNumber() noexcept {
+        return (s_ownNumber != 0 ? s_ownNumber : NumberThread()) - 1;
+    }
+    static std::uint32_t NumberThread() noexcept;
     /// How many of the magazines can hold anything.
     static std::uint32_t UsedCount() noexcept;
+
+    static constinit thread_local std::uint32_t s_ownNumber; // counted from 1; 0: none yet
 
     Magazine m_magazines[kCount];
 };

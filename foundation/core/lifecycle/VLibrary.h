@@ -1,5 +1,7 @@
 #pragma once
 
+#include "foundation/core/Export.h"
+
 namespace VFoundation {
 
 /// Starts the library: registers every class in a fixed order, makes pools and tables and lets the log run.
@@ -12,7 +14,7 @@ namespace VFoundation {
 /// `LibraryScope` pairs it with its end.
 ///
 /// Threads: the main thread, before other threads use the library.
-void InitializeLibrary(bool unused);
+VFOUNDATION_API void InitializeLibrary(bool unused);
 
 /// Ends the library when it is called as often as `InitializeLibrary`: stops the log's writer thread, empties
 /// the pools, ends singletons and tables and the default log. It can be started again afterwards.
@@ -29,7 +31,7 @@ void InitializeLibrary(bool unused);
 /// leaves it open; the log's indentation shows that the library is still in use.
 ///
 /// Threads: the main thread, after every other thread that uses the library was stopped.
-void UninitializeLibrary(bool destroyRegistry, bool dumpClasses, bool quiet);
+VFOUNDATION_API void UninitializeLibrary(bool destroyRegistry, bool dumpClasses, bool quiet);
 
 /// Starts the library, and ends it with the scope:
 ///
@@ -41,7 +43,7 @@ void UninitializeLibrary(bool destroyRegistry, bool dumpClasses, bool quiet);
 ///     }
 ///
 /// Threads: as `InitializeLibrary`, at both ends.
-class LibraryScope {
+class VFOUNDATION_API LibraryScope {
   public:
     /// Throws what `InitializeLibrary` throws; the failed start is ended then.
     LibraryScope();
@@ -60,6 +62,6 @@ class LibraryScope {
 };
 
 /// True between the first `InitializeLibrary` and the full shut-down.
-[[nodiscard]] bool IsLibraryInitialized() noexcept;
+[[nodiscard]] VFOUNDATION_API bool IsLibraryInitialized() noexcept;
 
 } // namespace VFoundation

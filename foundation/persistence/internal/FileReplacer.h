@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdio>
+#include <memory>
 #include <string>
 
 namespace VFoundation {
@@ -56,7 +57,8 @@ class FileReplacer {
     char* m_text = nullptr;    // what was collected for it (C memory)
     std::size_t m_length = 0;
     int m_error = 0;
-    std::FILE* m_stream = nullptr; // on the temporary file or on the memory
+    std::unique_ptr<char[]> m_buffer; // of the stream on the temporary file, which is closed before
+    std::FILE* m_stream = nullptr;    // on the temporary file or on the memory
 };
 
 } // namespace VFoundation

@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <fcntl.h>
 #include <memory>
+#include <new>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
@@ -55,16 +56,6 @@ std::string Resolved(char const* path) {
     struct stat status {};
     bool const isThere = ::stat(path, &status) == 0; // by a link like /dev/stdout, which leads to no path
     return isThere ? path : EndOfDanglingLink(path);
-}
-
-std::FILE* StreamOn(int descriptor) noexcept {
-    std::FILE* const stream = descriptor < 0 ? nullptr : ::fdopen(descriptor, "wb");
-    if (stream) {
-        std::setvbuf(stream, nullptr, _IOFBF, kStreamBuffer);
-    } else if (descriptor >= 0) {
-        ::close(descriptor);
-    }
-    return stream;
 }
 
 /// True also for what is not on a disk.
@@ -172,7 +163,16 @@ void FileReplacer::OpenTemporary(unsigned mode) noexcept {
         }
         return;
     }
-    m_stream = StreamOn(descriptor);
+    m_stream = ::fdopen(descriptor, "wb");
+    if (!m_stream) {
+        ::close(descriptor);
+        return;
+    }
+    // The C library takes the size from here only together with the memory.
+    m_buffer.reset(new (std::nothrow) char[kStreamBuffer]);
+    if (m_buffer) {
+        std::setvbuf(m_stream, m_buffer.get(), _IOFBF, kStreamBuffer);
+    }
 }
 
 /// Does not wait for the reader of a pipe; there has to be one.

@@ -131,9 +131,9 @@ bool VXMLFileIOPugiXml::WriteAttribute(char const* name, char const* value) {
         return false;
     }
     int count = 0;
-    for (pugi::xml_attribute attribute : m_pCurrent.attributes()) {
-        if (std::strcmp(attribute.name(), name) == 0) {
-            return attribute.set_value(value) || Refuse();
+    for (auto next = m_pCurrent.first_attribute(); next; next = next.next_attribute()) {
+        if (std::strcmp(next.name(), name) == 0) {
+            return next.set_value(value) || Refuse();
         }
         ++count;
     }

@@ -112,7 +112,7 @@ void XMLPrinter::PrintElement(pugi::xml_node element, std::size_t depth) {
 }
 
 void XMLPrinter::PrintAttributes(pugi::xml_node element) {
-    for (pugi::xml_attribute const attribute : element.attributes()) {
+    for (auto attribute = element.first_attribute(); attribute; attribute = attribute.next_attribute()) {
         char const* const value = attribute.value();
         char const quote = std::strchr(value, '"') ? '\'' : '"';
         m_text += ' ';

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/NarrowCast.h"
 
 #include <cstdint>
@@ -16,7 +17,7 @@ class VString;
 ///
 /// Ownership: a value.
 /// Threads: as for any value.
-struct SColour {
+struct VFOUNDATION_API SColour {
     /// What `GetColourAsString` writes.
     enum eStyle : long {
         /// "255, 128, 0, 255"

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "foundation/core/Export.h"
+
 #include <cstdint>
 
 namespace VFoundation {
@@ -8,7 +10,7 @@ namespace VFoundation {
 ///
 /// Ownership: a plain value.
 /// Threads: as for any value.
-struct SPoint {
+struct VFOUNDATION_API SPoint {
     std::int32_t x = 0;
     std::int32_t y = 0;
 

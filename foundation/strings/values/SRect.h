@@ -1,5 +1,7 @@
 #pragma once
 
+#include "foundation/core/Export.h"
+
 #include <cstdint>
 
 namespace VFoundation {
@@ -8,7 +10,7 @@ namespace VFoundation {
 ///
 /// Ownership: a plain value.
 /// Threads: as for any value.
-struct SRect {
+struct VFOUNDATION_API SRect {
     std::int32_t left = 0;
     std::int32_t top = 0;
     std::int32_t right = 0;

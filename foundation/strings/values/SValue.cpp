@@ -1,6 +1,5 @@
 #include "foundation/strings/values/SValue.h"
 
-#include "foundation/core/NarrowCast.h"
 #include "foundation/core/VObjectRef.h"
 #include "foundation/strings/VString.h"
 
@@ -92,38 +91,8 @@ VObjectRef<VObject> SValue::Become(eType type) noexcept {
     return held;
 }
 
-void SValue::SetValueToUnknown() {
+void SValue::LetGo() noexcept {
     Become(kUnknown);
-}
-
-void SValue::SetValueToBool(bool value) {
-    auto const held = Become(kBool);
-    m_bool = value;
-}
-
-void SValue::SetValueToChar(char value) {
-    auto const held = Become(kChar);
-    m_char = static_cast<signed char>(value);
-}
-
-void SValue::SetValueToInt(long value) {
-    auto const held = Become(kInt);
-    m_int = narrow_cast<std::int32_t>(value);
-}
-
-void SValue::SetValueToFloat(float value) {
-    auto const held = Become(kFloat);
-    m_float = value;
-}
-
-void SValue::SetValueToDouble(double value) {
-    auto const held = Become(kDouble);
-    m_double = value;
-}
-
-void SValue::SetValueToVoidPointer(void* value) {
-    auto const held = Become(kPVoid);
-    m_pointer = value;
 }
 
 void SValue::SetValueToString(VString const& value) {
@@ -146,26 +115,6 @@ void SValue::SetValueToObject(VObject* value) {
     m_object = retained.Detach();
 }
 
-bool SValue::GetBool() const noexcept {
-    return m_type == kBool && m_bool;
-}
-
-char SValue::GetChar() const noexcept {
-    return m_type == kChar ? static_cast<char>(m_char) : '\0';
-}
-
-long SValue::GetInt() const noexcept {
-    return m_type == kInt ? m_int : 0;
-}
-
-float SValue::GetFloat() const noexcept {
-    return m_type == kFloat ? m_float : 0.0F;
-}
-
-double SValue::GetDouble() const noexcept {
-    return m_type == kDouble ? m_double : 0.0;
-}
-
 bool SValue::GetString(VString& out) const {
     if (m_type == kString && m_string) {
         out = *m_string;
@@ -173,14 +122,6 @@ bool SValue::GetString(VString& out) const {
         out = "";
     }
     return m_type == kString;
-}
-
-VObject* SValue::GetObject() const noexcept {
-    return m_type == kObject ? m_object : nullptr;
-}
-
-void* SValue::GetVoidPointer() const noexcept {
-    return m_type == kPVoid ? m_pointer : nullptr;
 }
 
 bool SValue::operator==(SValue const& other) const {

@@ -1,6 +1,10 @@
 #pragma once
 
+#include "foundation/core/Export.h"
+#include "foundation/core/NarrowCast.h"
+
 #include <cstdint>
+#include <utility>
 
 namespace VFoundation {
 
@@ -17,7 +21,7 @@ class VObjectRef;
 /// Ownership: a string is copied into the value, an object is retained, a raw pointer is borrowed. Copying a
 /// value copies its string and shares its object.
 /// Threads: one thread at a time.
-struct SValue {
+struct VFOUNDATION_API SValue {
     /// Files hold these numbers: never renumber.
     enum eType : std::int32_t {
         kUnknown = 0,
@@ -36,8 +40,8 @@ struct SValue {
     /// Takes the value; `other` is unknown then.
     SValue(SValue&& other) noexcept { Take(other); }
     ~SValue() {
-        if (m_type == kString || m_type == kObject) {
-            SetValueToUnknown();
+        if (HoldsObject()) {
+            LetGo();
         }
     }
     /// Nothing happens when `other` has a type that this library does not know.
@@ -48,28 +52,28 @@ struct SValue {
     /// One of `eType`, or another number read from a file.
     std::int32_t Type() const noexcept { return m_type; }
 
-    void SetValueToUnknown();
-    void SetValueToBool(bool value);
-    void SetValueToChar(char value);
+    void SetValueToUnknown() { SetPlain<void*>(kUnknown, &SValue::m_pointer, nullptr); }
+    void SetValueToBool(bool value) { SetPlain(kBool, &SValue::m_bool, value); }
+    void SetValueToChar(char value) { SetPlain(kChar, &SValue::m_char, static_cast<signed char>(value)); }
     /// Keeps the low 32 bits.
-    void SetValueToInt(long value);
-    void SetValueToFloat(float value);
-    void SetValueToDouble(double value);
+    void SetValueToInt(long value) { SetPlain(kInt, &SValue::m_int, narrow_cast<std::int32_t>(value)); }
+    void SetValueToFloat(float value) { SetPlain(kFloat, &SValue::m_float, value); }
+    void SetValueToDouble(double value) { SetPlain(kDouble, &SValue::m_double, value); }
     /// A string that is held already takes the new text; its address stays.
     void SetValueToString(VString const& value);
     /// Null is held as null.
     void SetValueToObject(VObject* value);
-    void SetValueToVoidPointer(void* value);
+    void SetValueToVoidPointer(void* value) { SetPlain(kPVoid, &SValue::m_pointer, value); }
 
-    bool GetBool() const noexcept;
-    char GetChar() const noexcept;
-    long GetInt() const noexcept;
-    float GetFloat() const noexcept;
-    double GetDouble() const noexcept;
+    bool GetBool() const noexcept { return m_type == kBool && m_bool; }
+    char GetChar() const noexcept { return m_type == kChar ? static_cast<char>(m_char) : '\0'; }
+    long GetInt() const noexcept { return m_type == kInt ? m_int : 0; }
+    float GetFloat() const noexcept { return m_type == kFloat ? m_float : 0.0F; }
+    double GetDouble() const noexcept { return m_type == kDouble ? m_double : 0.0; }
     /// Copies the text to `out`; false, with `out` empty, when no string is held.
     bool GetString(VString& out) const;
-    VObject* GetObject() const noexcept;
-    void* GetVoidPointer() const noexcept;
+    VObject* GetObject() const noexcept { return m_type == kObject ? m_object : nullptr; }
+    void* GetVoidPointer() const noexcept { return m_type == kPVoid ? m_pointer : nullptr; }
 
     /// Same type and same content: numbers by value (a NaN equals nothing), strings and objects by `IsEqual`.
     bool operator==(SValue const& other) const;
@@ -77,7 +81,21 @@ struct SValue {
   private:
     friend class VValue; // reads tag and payload from files
 
+    bool HoldsObject() const noexcept { return m_type == kString || m_type == kObject; }
+    template <class Payload>
+    void SetPlain(eType type, Payload SValue::*member, Payload value) {
+        if (HoldsObject()) {
+            SValue const former(
+                std::move(*this)); // goes when the new payload stands: its destructor may use this value
+            SetPlain(type, member, value);
+            return;
+        }
+        m_type = type;
+        m_pointer = nullptr; // all bits zero
+        this->*member = value;
+    }
     VObject* HeldObject() const noexcept;
+    void LetGo() noexcept;
     void Take(SValue& other) noexcept;
     VObjectRef<VObject> Become(eType type) noexcept;
 

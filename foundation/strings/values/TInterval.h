@@ -1,5 +1,7 @@
 #pragma once
 
+#include "foundation/core/Export.h"
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -13,7 +15,7 @@ namespace VFoundation {
 /// Ownership: a plain value.
 /// Threads: as for any value.
 template <class Number>
-struct TInterval {
+struct VFOUNDATION_API TInterval {
     Number m_start{};
     Number m_length{};
 

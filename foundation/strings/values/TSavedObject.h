@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/VObject.h"
 
 namespace VFoundation {
@@ -12,7 +13,7 @@ namespace VFoundation {
 ///
 /// Ownership, threads: as the class.
 template <class Derived>
-class TSavedObject : public VObject {
+class VFOUNDATION_API TSavedObject : public VObject {
   public:
     /// A new object (owned) of the object's own class with the same value; null when that class cannot be
     /// made.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 #include "foundation/strings/VData.h"
 
@@ -20,7 +21,7 @@ namespace VFoundation {
 ///
 /// Ownership: owns its bits.
 /// Threads: one thread at a time.
-class VBitString : public Registered<VBitString, VObject> {
+class VFOUNDATION_API VBitString : public Registered<VBitString, VObject> {
   public:
     static constexpr char const* kClassName = "VBitString";
     static VClass* ms_theClass;

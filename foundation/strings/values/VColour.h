@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/containers/VObjectArrayTmpl.h"
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 #include "foundation/core/VObjectRef.h"
 #include "foundation/strings/VString.h"
@@ -22,7 +23,7 @@ namespace VFoundation {
 /// Ownership: owns its name. Accessors and `GetColourNamed` give borrowed colours, which live until
 /// `UninitializeClass`, or until `ReleaseAllStaticColours` when they were made without `ms_namedColoursArray`.
 /// Threads: one thread at a time per colour; any thread may ask for named ones.
-class VColour : public Registered<VColour, VObject>, public SColour {
+class VFOUNDATION_API VColour : public Registered<VColour, VObject>, public SColour {
   public:
     static constexpr char const* kClassName = "VColour";
     static VClass* ms_theClass;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 #include "foundation/strings/values/TSavedObject.h"
 
@@ -13,7 +14,7 @@ namespace VFoundation {
 ///
 /// Ownership: a value.
 /// Threads: one thread at a time per date; the static functions from any thread.
-class VDate : public Registered<VDate, TSavedObject<VDate>> {
+class VFOUNDATION_API VDate : public Registered<VDate, TSavedObject<VDate>> {
   public:
     static constexpr char const* kClassName = "VDate";
     static VClass* ms_theClass;

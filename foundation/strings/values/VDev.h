@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 
 namespace VFoundation {
@@ -7,7 +8,7 @@ namespace VFoundation {
 /// An empty class, registered and creatable, for trials during development.
 ///
 /// Ownership, threads: as `VObject`.
-class VDev : public Registered<VDev, VObject> {
+class VFOUNDATION_API VDev : public Registered<VDev, VObject> {
   public:
     static constexpr char const* kClassName = "VDev";
     static VClass* ms_theClass;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 #include "foundation/strings/VString.h"
 #include "foundation/strings/values/TSavedObject.h"
@@ -14,7 +15,7 @@ namespace VFoundation {
 ///
 /// Ownership: owns its name.
 /// Threads: one thread at a time.
-class VPDFConnection : public Registered<VPDFConnection, TSavedObject<VPDFConnection>> {
+class VFOUNDATION_API VPDFConnection : public Registered<VPDFConnection, TSavedObject<VPDFConnection>> {
   public:
     static constexpr char const* kClassName = "VPDFConnection";
     static VClass* ms_theClass;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 #include "foundation/strings/values/SPoint.h"
 #include "foundation/strings/values/TSavedObject.h"
@@ -10,7 +11,7 @@ namespace VFoundation {
 ///
 /// Ownership: a value.
 /// Threads: one thread at a time.
-class VPoint : public Registered<VPoint, TSavedObject<VPoint>>, public SPoint {
+class VFOUNDATION_API VPoint : public Registered<VPoint, TSavedObject<VPoint>>, public SPoint {
   public:
     static constexpr char const* kClassName = "VPoint";
     static VClass* ms_theClass;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 #include "foundation/strings/values/TInterval.h"
 #include "foundation/strings/values/TSavedObject.h"
@@ -15,7 +16,8 @@ namespace VFoundation {
 ///
 /// Ownership: a value.
 /// Threads: one thread at a time.
-class VRange : public Registered<VRange, TSavedObject<VRange>>, private TInterval<std::int32_t> {
+class VFOUNDATION_API VRange : public Registered<VRange, TSavedObject<VRange>>,
+                               private TInterval<std::int32_t> {
   public:
     static constexpr char const* kClassName = "VRange";
     static VClass* ms_theClass;

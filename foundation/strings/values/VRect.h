@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 #include "foundation/strings/values/SRect.h"
 #include "foundation/strings/values/TSavedObject.h"
@@ -10,7 +11,7 @@ namespace VFoundation {
 ///
 /// Ownership: a value.
 /// Threads: one thread at a time.
-class VRect : public Registered<VRect, TSavedObject<VRect>>, public SRect {
+class VFOUNDATION_API VRect : public Registered<VRect, TSavedObject<VRect>>, public SRect {
   public:
     static constexpr char const* kClassName = "VRect";
     static VClass* ms_theClass;

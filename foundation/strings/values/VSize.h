@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 #include "foundation/strings/values/SSize.h"
 #include "foundation/strings/values/TSavedObject.h"
@@ -10,7 +11,7 @@ namespace VFoundation {
 ///
 /// Ownership: a value.
 /// Threads: one thread at a time.
-class VSize : public Registered<VSize, TSavedObject<VSize>>, public SSize {
+class VFOUNDATION_API VSize : public Registered<VSize, TSavedObject<VSize>>, public SSize {
   public:
     static constexpr char const* kClassName = "VSize";
     static VClass* ms_theClass;

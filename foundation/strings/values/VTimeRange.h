@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 #include "foundation/strings/values/TInterval.h"
 #include "foundation/strings/values/TSavedObject.h"
@@ -13,7 +14,8 @@ namespace VFoundation {
 ///
 /// Ownership: a value.
 /// Threads: one thread at a time.
-class VTimeRange : public Registered<VTimeRange, TSavedObject<VTimeRange>>, private TInterval<double> {
+class VFOUNDATION_API VTimeRange : public Registered<VTimeRange, TSavedObject<VTimeRange>>,
+                                   private TInterval<double> {
   public:
     static constexpr char const* kClassName = "VTimeRange";
     static VClass* ms_theClass;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 #include "foundation/strings/VString.h"
 #include "foundation/strings/values/TSavedObject.h"
@@ -19,7 +20,7 @@ namespace VFoundation {
 ///
 /// Ownership: owns its text.
 /// Threads: one thread at a time.
-class VURL : public Registered<VURL, TSavedObject<VURL>> {
+class VFOUNDATION_API VURL : public Registered<VURL, TSavedObject<VURL>> {
   public:
     static constexpr char const* kClassName = "VURL";
     static VClass* ms_theClass;

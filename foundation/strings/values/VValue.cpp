@@ -106,7 +106,7 @@ bool VValue::Serialize(IAIFile& file) {
     default:
         break;
     }
-    return true;
+    return !file.HasLostBytes();
 }
 
 bool VValue::SerializeAsXML(VXMLFile& file) {

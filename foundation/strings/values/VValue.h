@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/core/Export.h"
 #include "foundation/core/Registered.h"
 #include "foundation/strings/values/SValue.h"
 
@@ -15,7 +16,7 @@ namespace VFoundation {
 ///
 /// Ownership: as `SValue`.
 /// Threads: one thread at a time.
-class VValue : public Registered<VValue, VObject> {
+class VFOUNDATION_API VValue : public Registered<VValue, VObject> {
   public:
     static constexpr char const* kClassName = "VValue";
     static VClass* ms_theClass;
