@@ -3,6 +3,7 @@
 #include "foundation/core/lifecycle/VLibrary.h"
 #include "foundation/strings/VData.h"
 #include "tests/support/Counted.h"
+#include "tests/support/Stress.h"
 
 #include <gtest/gtest.h>
 
@@ -70,7 +71,7 @@ TEST_F(VClassEndTest, ObjectsMayOutliveARecordThatIsDeletedByName) {
 TEST_F(VClassEndTest, ARecordSetAsideGoesWithItsLastInstance) {
     std::size_t afterTenth = 0;
     VObjectRef<VData> survivor;
-    for (int life = 0; life < 200; ++life) {
+    for (int life = 0; life < testing_support::Lives(200); ++life) {
         auto const next = VObjectRef<VData>::Adopt(new VData(8));
         UninitializeLibrary(true, false, true);
         if (life % 2 == 0) {

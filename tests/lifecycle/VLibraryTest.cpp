@@ -10,6 +10,7 @@
 #include "foundation/messaging/VConnectionTuple.h"
 #include "foundation/persistence/VXMLFile.h"
 #include "foundation/strings/VString.h"
+#include "tests/support/Stress.h"
 
 #include <gtest/gtest.h>
 
@@ -202,7 +203,7 @@ TEST(VLibrary, MakesNoLogOnceItIsShutDown) {
 
 TEST(VLibrary, ManyCyclesDoNotGrowTheHeap) {
     std::size_t afterThird = 0;
-    for (int cycle = 1; cycle <= 250; ++cycle) {
+    for (int cycle = 1; cycle <= testing_support::Lives(250); ++cycle) {
         InitializeLibrary(false);
         VString::NewString("pooled")->Release();
         VObjectArray::NewObjectArray()->Release();

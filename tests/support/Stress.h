@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdlib>
 #include <thread>
 #include <vector>
@@ -11,6 +12,14 @@ inline int StressFactor() {
     char const* const text = std::getenv("VFOUNDATION_STRESS_FACTOR");
     int const factor = text ? std::atoi(text) : 1;
     return factor > 1 ? factor : 1;
+}
+
+/// How many lives of the library a test is to see that looks for growth: `count`, less by the factor
+/// VFOUNDATION_SLOW_FACTOR, which an emulator's preset sets. At least 12.
+inline int Lives(int count) {
+    char const* const text = std::getenv("VFOUNDATION_SLOW_FACTOR");
+    int const factor = text ? std::atoi(text) : 1;
+    return factor > 1 ? std::max(count / factor, 12) : count;
 }
 
 /// Runs `body(number)` on so many threads, and waits for them.
