@@ -69,7 +69,8 @@ void VAIFile::NoteLoss(LoadReport::eLoss loss, char const* detail) noexcept {
         return;
     }
     try {
-        long const position = std::min(m_file.Position(), m_file.Length()); // a damaged length may lead beyond the end
+        long const position =
+            std::min(m_file.Position(), m_file.Length()); // a damaged length may lead beyond the end
         m_report.List(loss, std::to_string(position), detail);
     } catch (std::exception const&) {
         // counted
