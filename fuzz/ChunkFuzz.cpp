@@ -1,8 +1,11 @@
 // A chunked file that a script reads or writes. The input is: the mode bits, the length of the script, the script, the
-// file. A script that reads goes over the file; one that writes makes a file, which is then read back value by value.
+// file. A script that reads goes over the file, value by value and by whole blocks, with the same results; one that
+// writes makes a file, which is then read back, and refused once a byte of it was changed under its checksum.
 
+#include "foundation/host/VFile.h"
 #include "foundation/persistence/ChunkId.h"
 #include "foundation/persistence/VAIFile.h"
+#include "foundation/strings/VString.h"
 #include "fuzz/FuzzInput.h"
 
 #include <cstring>
@@ -39,12 +42,31 @@ void ReadValue(VAIFile& file) {
     Require(!file.IsChunkSafe() || file.ChunkRemaining() <= before, "reading never gives bytes back");
 }
 
+/// Reads `count` values and notes what it read and where it stands then.
+template <class T>
+void ReadValues(VAIFile& file, unsigned long count, bool byBlocks, std::string& notes) {
+    std::vector<T> values(count);
+    unsigned long const before = file.ChunkRemaining();
+    if (byBlocks) {
+        file.ReadValues(values.data(), count);
+    } else {
+        for (T& value : values) {
+            file >> value;
+        }
+    }
+    Require(!file.IsChunkSafe() || file.ChunkRemaining() <= before, "reading never gives bytes back");
+    notes.append(reinterpret_cast<char const*>(values.data()), count * sizeof(T));
+    notes += std::to_string(file.GetPos()) + ' ' + std::to_string(file.ChunkRemaining()) + '\n';
+}
+
 void ReadBytes(VAIFile& file, std::size_t size) {
     std::vector<std::uint8_t> bytes(size, 0xAA);
     file.Read(bytes.data(), bytes.size());
 }
 
-void ReadByScript(VAIFile& file, Script script) {
+/// Returns what was read by whole blocks, or value by value.
+std::string ReadByScript(VAIFile& file, Script script, bool byBlocks) {
+    std::string notes;
     unsigned long id = 0;
     unsigned long length = 0;
     for (std::uint8_t const step : script) {
@@ -65,19 +87,19 @@ void ReadByScript(VAIFile& file, Script script) {
             ReadValue<char>(file);
             break;
         case 5:
-            ReadValue<short>(file);
+            ReadValues<short>(file, step, byBlocks, notes);
             break;
         case 6:
-            ReadValue<unsigned short>(file);
+            ReadValues<unsigned short>(file, step, byBlocks, notes);
             break;
         case 7:
-            ReadValue<long>(file);
+            ReadValues<long>(file, step, byBlocks, notes);
             break;
         case 8:
-            ReadValue<long long>(file);
+            ReadValues<long long>(file, step, byBlocks, notes);
             break;
         case 9:
-            ReadValue<double>(file);
+            ReadValues<double>(file, step, byBlocks, notes);
             break;
         case 10:
             ReadValue<bool>(file);
@@ -100,6 +122,7 @@ void ReadByScript(VAIFile& file, Script script) {
         }
         CheckState(file);
     }
+    return notes;
 }
 
 /// Visits every chunk by its header. It ends for every file: each round consumes a header or stops.
@@ -146,9 +169,14 @@ void Move(VAIFile& file, Script& script, int depth) {
                 return;
             }
             break;
-        case 2:
-            value(static_cast<unsigned short>(step * 257U));
+        case 2: {
+            std::vector<unsigned short> const written(step % 7U, static_cast<unsigned short>(step * 257U));
+            std::vector<unsigned short> moved(written.size());
+            writes ? file.WriteValues(written.data(), written.size())
+                   : file.ReadValues(moved.data(), moved.size());
+            Require(writes || moved == written, "values come back");
             break;
+        }
         case 3:
             value(static_cast<long>(step) - 128);
             break;
@@ -173,6 +201,21 @@ void Move(VAIFile& file, Script& script, int depth) {
     }
 }
 
+/// Whether the file opens for reading once a byte was changed, which the script chooses.
+bool OpensChanged(fuzzing::MemoryFile const& original, Script script, long mode) {
+    VFile file;
+    Require(file.OpenForReading(VString(original.Path())), "a written file opens");
+    std::string bytes(static_cast<std::size_t>(file.GetLength()), '\0');
+    Require(file.ReadBytes(bytes.data(), bytes.size()) == bytes.size(), "it is read whole");
+    std::size_t at = 0;
+    for (std::uint8_t const step : script) {
+        at = (at * 251 + step) % bytes.size();
+    }
+    bytes[at] = static_cast<char>(bytes[at] ^ 1);
+    fuzzing::MemoryFile const changed(bytes.data(), bytes.size());
+    return VAIFile().Open(changed.Path(), mode);
+}
+
 void CheckWriting(Script script, long order) {
     fuzzing::MemoryFile const target("", 0);
     VAIFile file;
@@ -190,6 +233,8 @@ void CheckWriting(Script script, long order) {
         }
         Require(file.CloseChunk() && file.Close(), "it closes");
     }
+    Require(!(order & VAIFile::kChecksum) || !OpensChanged(target, script, VAIFile::kRead + order),
+            "a changed file is refused");
 }
 
 } // namespace
@@ -205,11 +250,17 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* bytes, std::size_t siz
     Script const script(bytes + 2, length);
     fuzzing::MemoryFile const input(bytes + 2 + length, size - 2 - length);
     VAIFile file;
-    for (bool const isScript : {true, false}) {
+    auto const open = [&] {
         Require(file.Open(input.Path(), VAIFile::kRead + order + safety), "a file in memory opens");
-        isScript ? ReadByScript(file, script) : Wander(file, 0);
-        file.Close();
-    }
+    };
+    open();
+    std::string const notes = ReadByScript(file, script, false);
+    open();
+    Require(ReadByScript(file, script, true) == notes, "blocks have the values that are read one by one");
+    open();
+    Wander(file, 0);
+    file.Open(input.Path(), VAIFile::kRead + order + VAIFile::kChecksum); // it may have one
     CheckWriting(script, order & ~VAIFile::kPadChunks);
+    CheckWriting(script, (order & ~VAIFile::kPadChunks) + VAIFile::kChecksum);
     return 0;
 }

@@ -3,8 +3,9 @@
 
   scripts/mutants.py                    every fault but the slow ones
   scripts/mutants.py strings threads    the faults of these tables (tests/mutants/<name>.toml)
-  scripts/mutants.py --only ID          one fault
+  scripts/mutants.py --only ID          one fault; may be given again
   scripts/mutants.py --slow             the slow ones too: faults in headers, which rebuild much
+  scripts/mutants.py --copy NAME        in this copy, so that two can run at once
   scripts/mutants.py --list             the faults, without running anything
 
 A table has entries with
@@ -12,16 +13,19 @@ A table has entries with
   file     where the fault goes; the suites of its room look for it, or those that `tests` names
   find     text that stands exactly once in the file; `put` replaces it
   why      what a user would meet
-  tests    optional: "program" or "program:filter" for GoogleTest, several in a list; "ctest:regex" for what ctest knows
+  tests    optional: "program" or "program:filter" for GoogleTest, "ctest:regex" for what ctest knows; in a list, what
+           is quick stands first: the others run only when it found nothing
   slow     optional: true for the slow set
   survives optional: why no test can find it; it does not count as missed
 
-The copy is a work tree of its own below build/mutants; the checkout is not touched, but what is tested is HEAD.
+The copy is a work tree of its own below build/mutants; the checkout is not touched, but what is tested is HEAD, with
+the tables of the checkout. A program that takes five times as long as without a fault hangs, which counts as found.
 Ends with 1 when a fault was missed, or an entry no longer fits the code.
 """
 import argparse
 import os
 import pathlib
+import signal
 import subprocess
 import sys
 import time
@@ -29,12 +33,28 @@ import tomllib
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 COPY = ROOT / "build" / "mutants" / "tree"
-BUILD = COPY / "build" / "mutants"
-SECONDS = 240  # for one test program: at least five times what the slowest takes
+BUILD = COPY / "build" / "dev"
+LIMIT = 240  # seconds without a fault
+taken = {}  # seconds that a suite takes without a fault
 
 
 def run(command, **more):
     return subprocess.run(command, cwd=COPY, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, **more)
+
+
+def bounded(command, seconds):
+    """Like run, but ends all that the command has started when the time is over; None then."""
+    with subprocess.Popen(command, cwd=COPY, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, errors="replace",
+                          start_new_session=True) as process:
+        try:
+            output = process.communicate(timeout=seconds)[0]
+        except subprocess.TimeoutExpired:
+            output = None
+        try:
+            os.killpg(process.pid, signal.SIGKILL)
+        except ProcessLookupError:
+            pass
+    return output, process.returncode
 
 
 def must(command):
@@ -64,15 +84,9 @@ def prepare():
         subprocess.run(["git", "worktree", "prune"], cwd=ROOT, check=True)
         subprocess.run(["git", "worktree", "add", "-q", "--detach", str(COPY), head], cwd=ROOT, check=True)
     must(["git", "checkout", "-q", "--force", "--detach", head])
-    must(["cmake", "--preset", "dev", "-B", str(BUILD), "-DVFOUNDATION_BUILD_EXAMPLES=OFF"])
-
-
-def program(name):
-    """The built test program, or None when it does not compile."""
-    if run(["cmake", "--build", str(BUILD), "--target", f"test_{name}"]).returncode:
-        return None
-    found = [path for path in BUILD.rglob(f"test_{name}") if os.access(path, os.X_OK) and path.is_file()]
-    return found[0] if found else None
+    # The flags are those of the dev build, so that a compiler cache knows the files without a fault.
+    must(["cmake", "--preset", "dev", "-DVFOUNDATION_BUILD_EXAMPLES=OFF", "-DVFOUNDATION_BUILD_FUZZERS=OFF",
+          "-DCMAKE_GTEST_DISCOVER_TESTS_DISCOVERY_MODE=PRE_TEST"])
 
 
 def suites(mutant):
@@ -85,24 +99,35 @@ def suites(mutant):
 def outcome(suite):
     """("passed" | "failed" | "hangs" | "does not compile"), with the name of the first test that failed."""
     kind, _, wanted = suite.partition(":")
+    target = [] if kind == "ctest" else ["--target", f"test_{kind}"]
+    built = run(["cmake", "--build", str(BUILD), *target])
+    if built.returncode:
+        return "does not compile", next((line for line in built.stdout.splitlines() if "error" in line), "")[:200]
     if kind == "ctest":
-        built = run(["cmake", "--build", str(BUILD)])
         command = ["ctest", "--test-dir", str(BUILD), "-R", wanted, "--no-tests=error"]
-        if built.returncode:
-            return "does not compile", ""
     else:
-        binary = program(kind)
-        if not binary:
-            return "does not compile", ""
-        command = [str(binary), f"--gtest_filter={wanted or '*'}", "--gtest_brief=1", "--gtest_fail_fast"]
-    try:
-        result = run(command, timeout=SECONDS)
-    except subprocess.TimeoutExpired:
+        program = next((BUILD / "tests").glob(f"*/test_{kind}"))
+        command = [str(program), f"--gtest_filter={wanted or '*'}", "--gtest_fail_fast"]
+    started = time.monotonic()
+    output, code = bounded(command, 5 * taken[suite] + 10 if suite in taken else LIMIT)
+    taken.setdefault(suite, time.monotonic() - started)
+    lines = output.splitlines() if output is not None else []
+    if output is None:
         return "hangs", ""
-    if not result.returncode:
-        return "passed", ""
-    failed = [line for line in result.stdout.splitlines() if "FAILED" in line or "***" in line]
-    return "failed", failed[0].strip()[:100] if failed else f"exit {result.returncode}"
+    if code == 0:
+        return "passed" if kind == "ctest" or "[  PASSED  ] 0 tests." not in lines else "no tests", ""
+    failed = [line for line in lines if "FAILED" in line or "***" in line]
+    running = [line for line in lines if "[ RUN" in line]
+    return "failed", failed[0].strip()[:100] if failed else f"exit {code} in {running[-1][13:] if running else '?'}"
+
+
+def need(suite):
+    """Runs a suite without a fault when it is first needed."""
+    if suite not in taken:
+        result, detail = outcome(suite)
+        print(f"{suite} without a fault: {result} in {taken.get(suite, 0):.1f} s", flush=True)
+        if result != "passed":
+            sys.exit(f"{suite} without a fault: {result} {detail}")
 
 
 def try_one(mutant):
@@ -110,25 +135,30 @@ def try_one(mutant):
     original = path.read_text(encoding="utf-8")
     if original.count(mutant["find"]) != 1:
         return "does not fit", f"its text stands {original.count(mutant['find'])} times in {mutant['file']}"
-    path.write_text(original.replace(mutant["find"], mutant["put"]), encoding="utf-8")
-    try:
-        for suite in suites(mutant):
+    for suite in suites(mutant):
+        need(suite)
+        path.write_text(original.replace(mutant["find"], mutant["put"]), encoding="utf-8")
+        try:
             result, detail = outcome(suite)
-            if result != "passed":
-                return result, detail
-        return "missed", ""
-    finally:
-        path.write_text(original, encoding="utf-8")
+        finally:
+            path.write_text(original, encoding="utf-8")
+        if result != "passed":
+            return result, detail
+    return "missed", ""
 
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("tables", nargs="*")
-    parser.add_argument("--only")
+    parser.add_argument("--only", action="append")
     parser.add_argument("--slow", action="store_true")
     parser.add_argument("--list", action="store_true")
+    parser.add_argument("--copy", default="tree")
     args = parser.parse_args()
-    mutants = [m for m in load(args.tables) if (args.only in (None, m["id"])) and (args.slow or args.only or not m.get("slow"))]
+    global COPY, BUILD
+    COPY = ROOT / "build" / "mutants" / args.copy
+    BUILD = COPY / "build" / "dev"
+    mutants = [m for m in load(args.tables) if m["id"] in (args.only or [m["id"]]) and (args.slow or args.only or not m.get("slow"))]
     if not mutants:
         sys.exit("no such fault")
     if args.list:
@@ -136,10 +166,6 @@ def main():
             print(f"{mutant['table']:12} {mutant['id']:40} {mutant['why']}")
         return 0
     prepare()
-    for suite in sorted({suite for mutant in mutants for suite in suites(mutant)}):
-        result, detail = outcome(suite)
-        if result != "passed":
-            sys.exit(f"{suite} without a fault: {result} {detail}")
     counts = {}
     for mutant in mutants:
         started = time.monotonic()

@@ -93,6 +93,18 @@ bool VGraph::AddNode(VGraphNode* node) {
     return true;
 }
 
+VGraphNode* VGraph::AddNamedNode(std::string_view name) {
+    auto const node = MakeObject<VGraphNode>();
+    node->Properties().SetObjectForKey(MakeObject<VString>(name).Get(), "name");
+    return AddNode(node.Get()) ? node.Get() : nullptr;
+}
+
+VGraphEdge* VGraph::Connect(VGraphNode* from, VGraphNode* to) {
+    auto const edge = MakeObject<VGraphEdge>();
+    edge->SetNodes(from, to);
+    return AddEdge(edge.Get()) ? edge.Get() : nullptr;
+}
+
 bool VGraph::RemoveNode(VGraphNode* node) {
     if (!node) {
         return false;

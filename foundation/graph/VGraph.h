@@ -10,6 +10,7 @@
 #include "foundation/threads/VCriticalSection.h"
 
 #include <memory>
+#include <string_view>
 
 namespace VFoundation {
 
@@ -19,10 +20,8 @@ class VString;
 /// Nodes, edges between them and properties, to be edited, copied and saved as XML.
 ///
 ///     auto const graph = MakeObject<VGraph>();
-///     graph->AddNode(a);
-///     graph->AddNode(b);
-///     edge->SetNodes(a, b);
-///     graph->AddEdge(edge);
+///     VGraphNode* const aston = graph->AddNamedNode("Aston");
+///     graph->Connect(aston, graph->AddNamedNode("Barley"));
 ///     file.WriteObject("graph", graph.Get());
 ///
 /// Nodes and edges stand in two arrays, in order of addition. A saved graph comes back with every edge attached:
@@ -78,6 +77,10 @@ class VFOUNDATION_API VGraph : public Registered<VGraph, VObject> {
 
     /// Appends and attaches the node.
     virtual bool AddNode(VGraphNode* node);
+    /// Adds a new node with this text as its property "name" (borrowed: the graph holds it).
+    VGraphNode* AddNamedNode(std::string_view name);
+    /// Adds a new edge between two nodes (borrowed), each of which may be null.
+    VGraphEdge* Connect(VGraphNode* from, VGraphNode* to);
     /// Removes every edge that touches the node, then the node, and detaches it.
     virtual bool RemoveNode(VGraphNode* node);
     /// Puts another node in the place of `oldNode`, which is detached: in the array, if it is there, and as the end of

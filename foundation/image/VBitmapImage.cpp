@@ -72,6 +72,39 @@ VObjectRef<VBitmapImage> VBitmapImage::Scaled(std::uint32_t width, std::uint32_t
     return scaled;
 }
 
+VObjectRef<VBitmapImage> VBitmapImage::ScaledToFit(std::uint32_t side) const {
+    std::uint64_t const longest = std::max(m_width, m_height);
+    std::uint64_t const fitted = std::min<std::uint64_t>(side, longest);
+    auto const scaled = [&](std::uint64_t length) { // rounded
+        return static_cast<std::uint32_t>(
+            std::max<std::uint64_t>((length * fitted + longest / 2) / longest, fitted > 0 ? 1 : 0));
+    };
+    return Scaled(scaled(m_width), scaled(m_height));
+}
+
+VObjectRef<VBitmapImage> VBitmapImage::Upright(int orientation) {
+    if (orientation < 2 || orientation > 8) {
+        return VObjectRef<VBitmapImage>::Retaining(this);
+    }
+    bool const isTransposed = orientation >= 5;
+    bool const isFromRight = orientation == 2 || orientation == 3 || orientation >= 7;
+    bool const isFromBottom = orientation == 3 || orientation == 4 || orientation == 6 || orientation == 7;
+    PixelBuffer pixels(isTransposed ? m_height : m_width, isTransposed ? m_width : m_height);
+    if (!pixels.IsValid()) {
+        return {};
+    }
+    for (std::uint32_t y = 0; y < pixels.Height(); ++y) {
+        std::uint32_t* const row = pixels.Row(y);
+        for (std::uint32_t x = 0; x < pixels.Width(); ++x) {
+            std::uint32_t const fromX = isTransposed ? y : x;
+            std::uint32_t const fromY = isTransposed ? x : y;
+            row[x] =
+                Row(isFromBottom ? m_height - 1 - fromY : fromY)[isFromRight ? m_width - 1 - fromX : fromX];
+        }
+    }
+    return VObjectRef<VBitmapImage>::Adopt(pixels.IntoImage());
+}
+
 VBitmapImage::~VBitmapImage() {
     if (m_release) {
         m_release(m_info, m_data, m_size);

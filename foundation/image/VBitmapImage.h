@@ -57,6 +57,14 @@ class VFOUNDATION_API VBitmapImage : public Registered<VBitmapImage, VObject> {
     /// lower may need more than `kMaxScalingMemory`, which is null too: scale it in two steps.
     [[nodiscard]] VObjectRef<VBitmapImage> Scaled(std::uint32_t width, std::uint32_t height) const;
 
+    /// The same in the largest size that keeps the proportions, goes into a square of this side and is no larger than the
+    /// picture is: for thumbnails. No side is less than a pixel.
+    [[nodiscard]] VObjectRef<VBitmapImage> ScaledToFit(std::uint32_t side) const;
+
+    /// The picture turned and mirrored as a file's Exif orientation asks for (`VImageReader::Orientation`): this bitmap
+    /// itself for 1 and for a number that is no orientation, else another one. Null without memory.
+    [[nodiscard]] VObjectRef<VBitmapImage> Upright(int orientation);
+
     VBitmapImage(VBitmapImage const&) = delete;
     VBitmapImage& operator=(VBitmapImage const&) = delete;
     ~VBitmapImage() override;

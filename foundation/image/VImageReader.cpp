@@ -21,6 +21,13 @@ constexpr unsigned char kPngStart[] = {0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\
 
 } // namespace
 
+bool VImageReader::HasPictureExtension(std::string const& path) {
+    static constexpr char const* kExtensions[] = {"jpg", "jpeg", "png", "tga"};
+    return std::any_of(std::begin(kExtensions), std::end(kExtensions), [&path](char const* extension) {
+        return VString::CStringHasPathExtension(path.c_str(), extension, true);
+    });
+}
+
 /// A Targa file is known by its end: what is neither of the others counts as one.
 void VImageReader::Recognise(unsigned char const* start, std::size_t count) {
     auto const is = [start, count](auto const& expected) {

@@ -33,6 +33,9 @@ class VFOUNDATION_API VImageReader {
   public:
     enum class Format { kNone, kJpeg, kPng, kTarga };
 
+    /// Whether a file of that name is likely to be one: its extension is "jpg", "jpeg", "png" or "tga", in any case.
+    [[nodiscard]] static bool HasPictureExtension(std::string const& path);
+
     /// The picture, or null. The image's name is the path; a '\' in it stays.
     [[nodiscard]] VObjectRef<VImage> ReadFile(std::string const& path);
     /// A whole file in memory. The image has no name.
@@ -43,7 +46,7 @@ class VFOUNDATION_API VImageReader {
     Format PictureFormat() const noexcept { return m_format; }
     /// How the last picture has to be turned to be upright, by the Exif standard: 1 as it is, 2 mirrored, 3 turned by
     /// 180 degrees, 4 both, 6 to be turned clockwise by 90 degrees, 8 anticlockwise, 5 and 7 likewise and mirrored. 1
-    /// when the file does not say. The pixels are as they are stored.
+    /// when the file does not say. The pixels are as they are stored; `VBitmapImage::Upright` turns them.
     int Orientation() const noexcept { return m_orientation; }
     /// Why the last picture could not be read, as in "cannot read a/b.png: IDAT: CRC error"; empty when it was read.
     VString ErrorDescription() const;

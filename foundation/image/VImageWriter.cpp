@@ -56,16 +56,16 @@ class DataSink final : public ByteSink {
 VImageWriter::VImageWriter(int compression) noexcept : m_compression(std::clamp(compression, 0, 9)) {
 }
 
-/// `write` is false when it fails, with the reason in its report or in `errno`.
-template <class Write>
-bool VImageWriter::Do(VImage const& image, std::string const& name, Write write) {
+/// `work` is false when it fails, with the reason in its report or in `errno`.
+template <class Work>
+bool VImageWriter::Do(VBitmapImage const* bitmap, std::string const& name, Work work) {
     m_error.clear();
     DecodeReport report;
     bool isDone = false;
     errno = 0;
-    if (!image.ImageRef()) {
+    if (!bitmap) {
         report.Fail("it has no pixels");
-    } else if (!DoWithinMemory([&] { isDone = write(*image.ImageRef(), report); })) {
+    } else if (!DoWithinMemory([&] { isDone = work(*bitmap, report); })) {
         report.Fail("there is no memory");
     }
     if (!isDone) {
@@ -77,28 +77,44 @@ bool VImageWriter::Do(VImage const& image, std::string const& name, Write write)
     return isDone;
 }
 
-bool VImageWriter::WritePng(VImage const& image, std::string const& path) {
-    return Do(image, path, [this, &path](VBitmapImage const& bitmap, DecodeReport& report) {
+bool VImageWriter::Write(VBitmapImage const* bitmap, std::string const& path) {
+    return Do(bitmap, path, [this, &path](VBitmapImage const& pixels, DecodeReport& report) {
         FileReplacer file(path.c_str());
         if (!file.Stream()) {
             return false;
         }
         StreamSink sink(file.Stream());
-        if (!VFoundation::EncodePng(bitmap, m_compression, sink, report)) {
+        if (!VFoundation::EncodePng(pixels, m_compression, sink, report)) {
             return false;
         }
         return file.Commit();
     });
 }
 
-VObjectRef<VData> VImageWriter::EncodePng(VImage const& image) {
+VObjectRef<VData> VImageWriter::Encode(VBitmapImage const* bitmap) {
     VObjectRef<VData> data;
     bool const isDone =
-        Do(image, "a picture to memory", [&](VBitmapImage const& bitmap, DecodeReport& report) {
+        Do(bitmap, "a picture to memory", [&](VBitmapImage const& pixels, DecodeReport& report) {
             DataSink sink(*data.Allocate());
-            return VFoundation::EncodePng(bitmap, m_compression, sink, report);
+            return VFoundation::EncodePng(pixels, m_compression, sink, report);
         });
     return isDone ? data : VObjectRef<VData>();
+}
+
+bool VImageWriter::WritePng(VImage const& image, std::string const& path) {
+    return Write(image.ImageRef(), path);
+}
+
+bool VImageWriter::WritePng(VBitmapImage const& bitmap, std::string const& path) {
+    return Write(&bitmap, path);
+}
+
+VObjectRef<VData> VImageWriter::EncodePng(VImage const& image) {
+    return Encode(image.ImageRef());
+}
+
+VObjectRef<VData> VImageWriter::EncodePng(VBitmapImage const& bitmap) {
+    return Encode(&bitmap);
 }
 
 VString VImageWriter::ErrorDescription() const {

@@ -35,16 +35,20 @@ class VFOUNDATION_API VImageWriter {
     /// Writes a file next to `path`, which it replaces once it is complete and on the disk; on failure what was at
     /// `path` stays. False also for an image without bitmap.
     [[nodiscard]] bool WritePng(VImage const& image, std::string const& path);
+    [[nodiscard]] bool WritePng(VBitmapImage const& bitmap, std::string const& path);
     /// The file in memory; null when that fails.
     [[nodiscard]] VObjectRef<VData> EncodePng(VImage const& image);
+    [[nodiscard]] VObjectRef<VData> EncodePng(VBitmapImage const& bitmap);
 
     /// Why the last picture could not be written, as in "cannot write a/b.png: No space left on device"; empty when it
     /// was.
     VString ErrorDescription() const;
 
   private:
-    template <class Write>
-    bool Do(VImage const& image, std::string const& name, Write write);
+    template <class Work>
+    bool Do(VBitmapImage const* bitmap, std::string const& name, Work work);
+    bool Write(VBitmapImage const* bitmap, std::string const& path);
+    VObjectRef<VData> Encode(VBitmapImage const* bitmap);
 
     int m_compression;
     std::string m_error;

@@ -179,6 +179,11 @@ ScopedConnection VMessageCenter::Connect(VMessageCenter* center, VMessenger* sou
     });
 }
 
+VObjectRef<VMessenger> VMessageCenter::MakeReceiver(Function function) {
+    return function ? MakeObject<FunctionMessenger>(std::move(function), true)
+                    : VObjectRef<FunctionMessenger>();
+}
+
 ScopedConnection VMessageCenter::ConnectScoped(VMessageCenter* center, VMessenger* source, int sourceId,
                                                VMessenger* target, int targetId, VMessenger* function) {
     if (!Touch(source, sourceId, target, targetId)) {

@@ -7,8 +7,10 @@ namespace VFoundation {
 
 /// A message centre that is started, and stopped with the scope:
 ///
-///     StartedCenter const center("Panel 4711");
+///     StartedCenter center;
 ///     auto const connection = VMessageCenter::Connect(center.Get(), knob, kTurned, [&](VMessage const& message) { ... });
+///     ...
+///     center->FinishCenter(); // delivers what is still queued
 ///
 /// The destructor waits for a handler that is running, and nothing that goes wrong is passed on. What is still queued
 /// then is dropped.
@@ -17,6 +19,8 @@ namespace VFoundation {
 /// Threads: made and destroyed by the centre's owner; the centre as `VMessageCenter` says.
 class VFOUNDATION_API StartedCenter {
   public:
+    /// For this process alone: the name of its job server is made up, and nothing of it stays in the system.
+    explicit StartedCenter(int capacity = VMessageCenter::kDefaultCapacity, long sleepMilliseconds = 5);
     /// The name is that of a job server (`VJobServer`).
     explicit StartedCenter(char const* name, int capacity = VMessageCenter::kDefaultCapacity,
                            long sleepMilliseconds = 5);

@@ -303,6 +303,26 @@ void VMessageCenter::StartCenter(char const* name, long sleepMilliseconds) {
 
 void VMessageCenter::StopCenter() {
     m_stopped.store(true);
+    EndJob();
+    m_free.RemoveAllObjects();
+    DropPending();
+}
+
+long VMessageCenter::FinishCenter() {
+    SetAccepting(false);
+    EndJob();
+    long serviced = 0;
+    try {
+        serviced = SendDelayedCommands();
+    } catch (...) {
+        StopCenter();
+        throw;
+    }
+    StopCenter();
+    return serviced;
+}
+
+void VMessageCenter::EndJob() {
     VObjectRef<VJobServer> server;
     VObjectRef<VMessageCenterJob> job;
     {
@@ -321,8 +341,6 @@ void VMessageCenter::StopCenter() {
     if (server) {
         EndServer(*server, *job);
     }
-    m_free.RemoveAllObjects();
-    DropPending();
 }
 
 void VMessageCenter::EndServer(VJobServer& server, VMessageCenterJob const& job) {

@@ -28,7 +28,8 @@ class VMessageCenterJob;
 ///     ...
 ///     center->StopCenter();
 ///
-/// `StartedCenter` pairs start and stop, `Connect` makes connections that end with a scope, to functions too.
+/// `StartedCenter` pairs start and stop, `Connect` makes connections that end with a scope, to functions too, and
+/// `FinishCenter` delivers what is queued before it stops.
 ///
 /// The centre that stands among the arguments becomes the delayer of the connection: null connects for
 /// immediate delivery, on the sender's thread.
@@ -107,6 +108,14 @@ class VFOUNDATION_API VMessageCenter : public Registered<VMessageCenter, VComman
     /// Connects an outgoing message with a function; a null centre calls it on the sender's thread.
     [[nodiscard]] static ScopedConnection Connect(VMessageCenter* center, VMessenger* source, int sourceId,
                                                   Function function);
+    /// A messenger that calls a function with each message it receives, as the target of `MessageDelay`:
+    ///
+    ///     auto const bar = VMessageCenter::MakeReceiver([](VMessage const& message) { Show(message.FirstArg()); });
+    ///     center->MessageDelay(bar.Get(), &message);      // from any thread
+    ///
+    /// The function finds the usual rounding. It is kept by the messenger, which each queued message keeps. Null for an
+    /// empty function; without memory `std::bad_alloc`.
+    [[nodiscard]] static VObjectRef<VMessenger> MakeReceiver(Function function);
 
     // What was lost since the centre was made.
 
@@ -135,6 +144,10 @@ class VFOUNDATION_API VMessageCenter : public Registered<VMessageCenter, VComman
     /// job ends after the handler. Any other caller waits for a handler that is running, however long that
     /// takes, also when the handler has stopped the centre itself.
     void StopCenter() override;
+    /// Stops the centre and loses nothing: takes no more posts, waits as `StopCenter` does, and services what is still
+    /// queued on the calling thread. The result is the number of commands serviced there. What a handler throws passes;
+    /// the centre is stopped then.
+    long FinishCenter();
 
     /// A centre that does not accept refuses posts. It accepts at first, and never again once it was stopped.
     bool IsAccepting() const noexcept {
@@ -163,6 +176,7 @@ class VFOUNDATION_API VMessageCenter : public Registered<VMessageCenter, VComman
     bool Lose(std::atomic<long>& count);
     void ReturnToFree(VObjectRef<VCommandTuple>& command);
     void DropPending();
+    void EndJob();
     static void EndServer(VJobServer& server, VMessageCenterJob const& job);
     void Service(VCommandTuple& command);
     void ReportLongService(VCommandTuple& command, double seconds) const;

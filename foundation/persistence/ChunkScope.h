@@ -15,6 +15,10 @@ namespace VFoundation {
 ///         if (child.Id() == ChunkId("NAME")) { file >> name; }
 ///     }                                               // skips what was not read
 ///
+/// At top level, where a chunk is followed by the next one or the end of the file,
+///
+///     for (ChunkScope chunk(file); chunk.IsOpen(); chunk.Next()) { ... }
+///
 /// Ownership: the file is borrowed.
 /// Threads: as the file.
 class VFOUNDATION_API ChunkScope {
@@ -32,6 +36,12 @@ class VFOUNDATION_API ChunkScope {
     bool IsOpen() const noexcept { return m_isOpen; }
     /// The id that was read, or given as a number; else 0.
     unsigned long Id() const noexcept { return m_id; }
+    /// Closes the chunk and enters the next one of a file that is loading. False when there is none.
+    bool Next() {
+        Close();
+        m_isOpen = m_file.ReadChunkHeader(&m_id, nullptr);
+        return m_isOpen;
+    }
     /// Closes the chunk now. False when it is not open or closing fails.
     bool Close() { return std::exchange(m_isOpen, false) && m_file.CloseChunk(); }
 

@@ -28,7 +28,7 @@ class VFOUNDATION_API LoadReport {
         kUnknownClass = 0,
         /// A class that makes no objects, no memory for one, or half of a pair.
         kNotMade = 1,
-        /// An object whose own reading returned false.
+        /// An object whose own reading returned false; a length or a chunk that goes beyond what the file holds.
         kNotRead = 2,
         /// Another number of elements than the container says. It counts the null elements that are never saved.
         kCountDiffers = 3,

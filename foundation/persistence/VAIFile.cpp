@@ -302,6 +302,9 @@ void VAIFile::CountRead(unsigned long length) noexcept {
 /// At the end of the file nothing is left of the chunk, whatever its length says; otherwise a loop over
 /// `ChunkRemaining` would run as often as a damaged length says.
 void VAIFile::EndChunkWithFile() noexcept {
+    if ((m_mode & kChunkSafe) && m_depth > 0 && Remaining() > 0) {
+        NoteLoss(LoadReport::kNotRead, "the file ends in a chunk");
+    }
     CountRead(Remaining());
 }
 
@@ -490,6 +493,9 @@ IAIFile& VAIFile::operator>>(char** text) {
         if (m_file.Read(&stored, kTextLengthSize) == kTextLengthSize) {
             CopyNumber<std::uint16_t>(&stored, &stored, m_swap);
             length = std::min<std::size_t>(stored, limit - kTextLengthSize);
+            if (length < stored && (m_mode & kChunkSafe)) {
+                NoteLoss(LoadReport::kNotRead, "a text beyond its chunk");
+            }
             CountRead(kTextLengthSize + length);
         } else {
             EndChunkWithFile();
@@ -544,8 +550,10 @@ bool VAIFile::AcceptLength(unsigned long length) {
     }
     left = std::min(left, GetFileRemaining());
     unsigned long const excess = length - std::min(length, left);
-    if (excess > VData::kMaxUnbackedLength - m_unbacked) {
+    if (excess > 0) {
         NoteLoss(LoadReport::kNotRead, "a length beyond the end");
+    }
+    if (excess > VData::kMaxUnbackedLength - m_unbacked) {
         return false;
     }
     m_unbacked += excess;

@@ -1,6 +1,7 @@
 #include "foundation/persistence/VAIFile.h"
 #include "foundation/strings/VString.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <exception>
 #include <system_error>
@@ -68,7 +69,8 @@ void VAIFile::NoteLoss(LoadReport::eLoss loss, char const* detail) noexcept {
         return;
     }
     try {
-        m_report.List(loss, std::to_string(m_file.Position()), detail);
+        long const position = std::min(m_file.Position(), m_file.Length()); // a damaged length may lead beyond the end
+        m_report.List(loss, std::to_string(position), detail);
     } catch (std::exception const&) {
         // counted
     }

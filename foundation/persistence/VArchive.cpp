@@ -1,5 +1,7 @@
 #include "foundation/persistence/VArchive.h"
 
+#include "foundation/core/VException.h"
+#include "foundation/persistence/VAIFile.h"
 #include "foundation/strings/VString.h"
 
 #include <exception>
@@ -45,6 +47,17 @@ class LoadWatch {
 
 VClass* VArchive::ms_theClass = nullptr;
 
+void VArchive::AddFile(char const* path, VData* data) {
+    if (!data) {
+        return;
+    }
+    auto const info = MakeObject<VFileInfo>();
+    info->SetPath(path);
+    info->SetFlag(false); // a pooled record keeps the old one
+    m_infos.AddObject(info.Get());
+    m_data.AddObject(data);
+}
+
 bool VArchive::Serialize(IAIFile& file) {
     m_error.clear();
     if (VObject::Serialize(file)) {
@@ -56,6 +69,44 @@ bool VArchive::Serialize(IAIFile& file) {
         m_error = file.ErrorDescription().CString();
     }
     return stored;
+}
+
+bool VArchive::SaveFile(char const* path) {
+    VAIFile file;
+    bool const isOpen = file.Open(path, VAIFile::kWrite | VAIFile::kChecksum | VAIFile::kReplaceOnClose);
+    bool const isSaved = isOpen && Store(file) && file.Close();
+    m_error = isSaved ? "" : file.ErrorDescription().CString();
+    return isSaved;
+}
+
+bool VArchive::LoadFile(char const* path) {
+    constexpr long kSafe = VAIFile::kRead | VAIFile::kChunkSafe;
+    m_infos.RemoveAllObjects();
+    m_data.RemoveAllObjects();
+    m_error.clear();
+    VAIFile file;
+    if (!file.Open(path, kSafe | VAIFile::kChecksum)) {
+        m_error = file.ErrorDescription().CString();
+        if (file.GetLastError() != VAIFile::eDamaged || !file.Open(path, kSafe)) {
+            return false;
+        }
+    }
+    try {
+        Load(file);
+    } catch (VException const& exception) {
+        file.NoteLoss(LoadReport::kNotMade, exception.what());
+    }
+    auto const add = [this](std::string const& text) { m_error += (m_error.empty() ? "" : "; ") + text; };
+    if (file.ReadError() != 0) {
+        add(file.ErrorDescription().CString());
+    }
+    if (!file.Report()->IsEmpty()) {
+        auto const& losses = file.Report()->Entries();
+        unsigned long const others = file.Report()->Count() - 1;
+        add(std::string(path) + " at offset " + (losses.empty() ? "" : LoadReport::TextOf(losses.front())) +
+            (others > 0 ? ", and " + std::to_string(others) + " more" : ""));
+    }
+    return m_error.empty();
 }
 
 VString VArchive::ErrorDescription() const {

@@ -134,10 +134,8 @@ bool VXMLFile::EnterRoot(char const* name, char const* rootName) {
 
 /// Sets the error when a document did not load.
 bool VXMLFile::Loaded(bool isLoaded, char const* path) {
-    m_failedAction = nullptr;
-    if (!isLoaded) {
-        NoteFailure("load", path);
-    }
+    RememberPath(path);
+    m_failedAction = isLoaded ? nullptr : "load";
     if (!isLoaded && m_nError != kDisabled && m_nError != kInitFailed) {
         m_nError = kParsingFailure;
     }
@@ -145,10 +143,8 @@ bool VXMLFile::Loaded(bool isLoaded, char const* path) {
 }
 
 bool VXMLFile::Started(bool isStarted, char const* path) {
-    m_failedAction = nullptr;
-    if (!isStarted) {
-        NoteFailure("start", path);
-    }
+    RememberPath(path);
+    m_failedAction = isStarted ? nullptr : "start";
     return isStarted;
 }
 
@@ -180,12 +176,9 @@ bool VXMLFile::WriteFileToString(VString& target, char const* rootName) {
 bool VXMLFile::CloseFile() {
     bool const isSaving = IsSaving();
     m_pIO->CloseChild();
-    m_failedAction = nullptr;
-    if (m_pIO->CloseFile()) {
-        return true;
-    }
-    NoteFailure(isSaving ? "save" : "close", m_pFileName ? m_pFileName->CString() : nullptr);
-    return false;
+    bool const isClosed = m_pIO->CloseFile();
+    m_failedAction = isClosed ? nullptr : isSaving ? "save" : "close";
+    return isClosed;
 }
 
 // The cursor

@@ -95,6 +95,16 @@ class VFOUNDATION_API VXMLFile : public Registered<VXMLFile, VObject> {
     /// Closes the document. False when it could not be written, or none is open.
     virtual bool CloseFile();
 
+    // A document with one object, which most files are.
+
+    /// Writes the object to a file. False, with an old file as it was, when that fails. Another document that is open is
+    /// dropped.
+    [[nodiscard]] bool SaveObject(char const* path, char const* rootName, VObject const& object);
+    /// Reads the object from such a file: the first one of its class or of a base class. True when nothing of it was
+    /// passed over; else false, `ErrorDescription()` says what was first, and the object has what could be read. The
+    /// document is closed in either case.
+    [[nodiscard]] bool LoadObject(char const* path, char const* rootName, VObject& object);
+
     // The cursor. Each `Open...` is closed by one `CloseChild()`. Element names are compared without regard to case;
     // null matches any element. While saving, elements and texts are created. When nothing is found, the cursor stays.
 
@@ -245,7 +255,7 @@ class VFOUNDATION_API VXMLFile : public Registered<VXMLFile, VObject> {
     virtual bool IsLoading() const;
     virtual bool IsSaving() const;
 
-    /// Why the last opening or closing failed: what, the file, the line and column of a text that is not well-formed, and
+    /// Why the last opening, closing or `LoadObject` failed: what, the file, the line and column of a text that is not well-formed, and
     /// the system's reason, as in "cannot load prefs.xml at line 3, column 7: not a well-formed document, or one beyond
     /// the limits"; empty when it did not fail. Without memory `std::bad_alloc`.
     VString ErrorDescription() const;
@@ -282,7 +292,7 @@ class VFOUNDATION_API VXMLFile : public Registered<VXMLFile, VObject> {
     bool EnterRoot(char const* name, char const* rootName);
     bool Loaded(bool isLoaded, char const* path);
     bool Started(bool isStarted, char const* path);
-    void NoteFailure(char const* action, char const* path) noexcept;
+    void RememberPath(char const* path) noexcept;
     void ReadInto(VObject& object);
     bool HasName(char const* name);
     template <class Fits>
@@ -292,8 +302,9 @@ class VFOUNDATION_API VXMLFile : public Registered<VXMLFile, VObject> {
     std::unique_ptr<IXMLFileIO> m_pIO; // never null
     VObjectRef<VString> m_pFileName;   // null until the first successful opening
     LoadReport m_report;
+    static constexpr char kLoadAllAction[] = "load all of";
     char const* m_failedAction = nullptr; // null when the last opening or closing did not fail
-    std::string m_failedPath;
+    std::string m_path; // of the last document; empty for one in memory, and when memory ran out
 };
 
 } // namespace VFoundation

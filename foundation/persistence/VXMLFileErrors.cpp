@@ -8,12 +8,11 @@
 
 namespace VFoundation {
 
-void VXMLFile::NoteFailure(char const* action, char const* path) noexcept {
-    m_failedAction = action;
+void VXMLFile::RememberPath(char const* path) noexcept {
     try {
-        m_failedPath = path ? path : "";
+        m_path = path ? path : "";
     } catch (std::exception const&) {
-        m_failedPath.clear();
+        m_path.clear();
     }
 }
 
@@ -21,8 +20,16 @@ VString VXMLFile::ErrorDescription() const {
     if (!m_failedAction) {
         return {};
     }
-    std::string text = std::string("cannot ") + m_failedAction + " " +
-                       (m_failedPath.empty() ? std::string("a document") : m_failedPath);
+    std::string text =
+        std::string("cannot ") + m_failedAction + " " + (m_path.empty() ? std::string("a document") : m_path);
+    if (m_failedAction == kLoadAllAction) {
+        if (m_report.Entries().empty()) {
+            return text + ": the object is not in it";
+        }
+        unsigned long const others = m_report.Count() - 1;
+        return text + ": " + LoadReport::TextOf(m_report.Entries().front()) +
+               (others > 0 ? ", and " + std::to_string(others) + " more" : "");
+    }
     IXMLFileIO::Failure const failure = m_pIO->LastFailure();
     if (failure.line > 0) {
         text += " at line " + std::to_string(failure.line) + ", column " + std::to_string(failure.column);
@@ -37,7 +44,7 @@ VString VXMLFile::ErrorDescription() const {
     } else {
         text += failure.reason ? failure.reason : "the root element has another name";
     }
-    return VString(text.c_str());
+    return text;
 }
 
 void VXMLFile::NoteLoss(LoadReport::eLoss loss, char const* detail) noexcept {

@@ -139,6 +139,24 @@ bool VXMLFile::WriteObject(char const* name, VObject const* object) {
     return true;
 }
 
+bool VXMLFile::SaveObject(char const* path, char const* rootName, VObject const& object) {
+    if (!OpenFileForWrite(path, rootName)) {
+        return false;
+    }
+    WriteObject(nullptr, object);
+    return CloseFile();
+}
+
+bool VXMLFile::LoadObject(char const* path, char const* rootName, VObject& object) {
+    bool isRead = OpenFileForRead(path, rootName);
+    if (isRead && (!ReadObject(nullptr, object) || !m_report.IsEmpty())) {
+        isRead = false;
+        m_failedAction = kLoadAllAction;
+    }
+    m_pIO->Clear();
+    return isRead;
+}
+
 bool VXMLFile::SerializeObject(char const* name, VObject* object) {
     return IsSaving() ? WriteObject(name, object) : IsValid() && ReadObject(name, object);
 }

@@ -334,7 +334,8 @@ struct std::hash<VFoundation::VString> {
     std::size_t operator()(VFoundation::VString const& text) const noexcept {
         return std::hash<std::string_view>{}(text.VisibleText());
     }
-    std::size_t operator()(std::string_view text) const noexcept {
+    template <VFoundation::detail::StdText Text>
+    std::size_t operator()(Text const& text) const noexcept {
         return std::hash<std::string_view>{}(VFoundation::VString::UpToNul(text));
     }
     std::size_t operator()(char const* text) const noexcept {

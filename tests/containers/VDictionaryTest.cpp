@@ -91,6 +91,12 @@ TEST_F(VDictionaryTest, ChangesAsAWholeOrNotAtAll) {
         array->SetGrowSize(32);
     }
     Set(VString::EmptyString(), "key");
+    struct AKey : ACounted {
+        VObject* Copy() const override { return new AKey; }
+        void Retain() const override { throw 1; }
+    } const unkept;
+    EXPECT_THROW(m_dictionary.SetObjectForKey(VString::EmptyString(), &unkept), int);
+    EXPECT_EQ(m_dictionary.Values()->Count(), 1);
     VObject const* stored = m_dictionary.Keys()->ObjectAtIndex(0);
     m_dictionary.DeepCopyContents(m_dictionary);
     EXPECT_NE(m_dictionary.Keys()->ObjectAtIndex(0), stored);

@@ -1,6 +1,8 @@
 #include "foundation/containers/VObjectArray.h"
+#include "foundation/threads/VCriticalSection.h"
 #include "foundation/threads/VCriticalSectionScope.h"
 #include "tests/support/Counted.h"
+#include "tests/support/Jobs.h"
 
 #include <gtest/gtest.h>
 
@@ -143,15 +145,21 @@ TEST(VObjectContainer, TwoMayEmptyEachOtherOnTwoThreads) {
         auto const second = MakeObject<VObjectContainer>(nullptr, 0, true);
         std::atomic<int> dying{0};
         auto const fill = [&dying](VObjectContainer& box, VObjectContainer& other) {
+            auto const entersAndLeaves = [section = box.CriticalSection()] {
+                return section->TryCriticalSection(0) && section->LeaveCriticalSection() == 0;
+            };
             for (int i = 0; i < 3; ++i) {
-                auto const element = VObjectRef<VObject>::Adopt(new ALast<ACounted>([&dying, &other] {
-                    ++dying;
-                    while (dying < 2) { // each thread holds one lock from here on
-                    }
-                    other.AddObjects(&other);
-                    other.RemoveAllObjects();
-                    other.FreeMem();
-                }));
+                auto const element =
+                    VObjectRef<VObject>::Adopt(new ALast<ACounted>([&dying, &other, entersAndLeaves] {
+                        ++dying;
+                        while (dying < 2) { // each thread holds one lock from here on
+                        }
+                        other.AddObjects(&other);
+                        other.RemoveAllObjects();
+                        other.FreeMem();
+                        EXPECT_FALSE(std::async(std::launch::async, entersAndLeaves).get())
+                            << "entered again";
+                    }));
                 box.AddObject(element.Get());
             }
         };
@@ -189,7 +197,7 @@ TEST_P(VObjectContainerTest, StoresNothingWhoseRetainThrowsOrUsesIt) {
     Odd odd;
     m_box->SetGrowSize(1);
     std::vector<std::function<bool()>> const adds = {[&] { return m_box->AddObject(&odd); },
-                                                     [&] { return m_box->InsertObjectAtIndex(&odd, 1); },
+                                                     [&] { return m_box->InsertObjectAtIndex(&odd, 2); },
                                                      [&] { return m_box->ReplaceObjectAtIndex(&odd, 0); }};
     for (auto const& add : adds) {
         m_box->RemoveAllObjects();
@@ -205,8 +213,14 @@ TEST_P(VObjectContainerTest, StoresNothingWhoseRetainThrowsOrUsesIt) {
         bool const isAdded = add();
         EXPECT_EQ(m_box->ContainsObject(&odd), isAdded);
         EXPECT_EQ(odd.RetainCount(), isAdded ? 2 : 1);
+        EXPECT_LE(m_box->Count(), m_box->AllocatedCapacity());
         EXPECT_TRUE(m_box->ContainsObject(&c));
     }
+    odd.m_act = [] {};
+    m_box->RemoveAllObjects();
+    Fill({&a, &odd});
+    odd.m_act = [] { throw 1; };
+    EXPECT_THROW(VObjectContainer().AddObjects(m_box.Get()), int); // and lets go of what it held already
     m_box->RemoveAllObjects();
 }
 
@@ -236,7 +250,10 @@ TEST_P(VObjectContainerTest, CopiesAndWorksOnItself) {
         EXPECT_EQ(deep->ObjectAtIndex(0)->RetainCount(), 1);
     }
     m_box->SetGrowSize(0); // which no copy minds
-    EXPECT_EQ(VObjectRef<VObjectContainer>::Adopt(m_box->Copy())->Count(), 4);
+    auto const copy = VObjectRef<VObjectContainer>::Adopt(m_box->Copy());
+    EXPECT_EQ(copy->Count(), 4);
+    EXPECT_EQ(copy->GetGrowSize(), GetParam() == kArray ? VObjectContainer::kDefaultGrowSize : 0);
+    copy->FreeMem();
     m_box->SetGrowSize(1);
     m_box->RemoveObjects(m_box.Get());
     EXPECT_EQ(m_box->Count(), 0);
@@ -345,6 +362,8 @@ TEST(VObjectContainer, LocksInAllOperationsButTheUnsafeOnes) {
              {"InsertObjectAtIndex", [&] { box->InsertObjectAtIndex(&object, 0); }},
              {"ReplaceObjectAtIndex", [&] { box->ReplaceObjectAtIndex(nullptr, 0); }},
              {"SwapObjectsAtIndexes", [&] { box->SwapObjectsAtIndexes(0, 1); }},
+             {"ObjectAtIndex", [&] { box->ObjectAtIndex(0); }},
+             {"AllocatedCapacity", [&] { box->AllocatedCapacity(); }},
              {"IndexOfObject", [&] { box->IndexOfObject(&object); }},
              {"operator==", [&] { EXPECT_TRUE(*box == other); }},
              {"operator!= of another", [&] { EXPECT_TRUE(other != *box); }},
@@ -369,6 +388,23 @@ TEST(VObjectContainer, LocksInAllOperationsButTheUnsafeOnes) {
     VCriticalSectionScope const scope(box->CriticalSection());
     box->Init(); // enters again
     std::async(std::launch::async, useUnlocked).get();
+}
+
+// The other thread may be comparing the two the other way round.
+TEST(VObjectContainer, LockIsLeftByAComparisonThatWaitsForTheOtherOne) {
+    auto const box = MakeObject<VObjectContainer>(nullptr, 0, true);
+    auto const other = MakeObject<VObjectContainer>(nullptr, 0, true);
+    VCriticalSectionScope otherScope(other->CriticalSection());
+    VCriticalSectionScope scope;
+    auto const enters = [&] { return scope.TryEnter(box->CriticalSection(), 0); };
+    auto const comparison = std::async(std::launch::async, [&] { return *box == *other; });
+    bool isTaken = false;
+    testing_support::WaitUntil([&] { return isTaken = isTaken || !enters(); });
+    bool isLeft = false;
+    testing_support::WaitUntil([&] { return isLeft = isLeft || enters(); });
+    scope.SetAndEnter(nullptr);
+    otherScope.SetAndEnter(nullptr);
+    comparison.wait();
 }
 
 TEST(VObjectContainer, LockLetsThreadsEmptyAndCompareEachOthersContainers) {

@@ -127,7 +127,10 @@ TEST_F(VClassEndTest, WhatAHookThrowsLeavesARecordAsAnException) {
                       {nullptr, throws, 0, -1, "~VClass: <unknown>\n"}};
     for (auto const& [name, hook, id, stage, text] : rows) {
         VClass* slot = nullptr;
+        VClass* const former = new VClass("AFormer", nullptr, nullptr, 1, nullptr, nullptr, 24, &slot);
         auto* const record = new VClass(name, nullptr, nullptr, 1, nullptr, hook, 24, &slot);
+        delete former;
+        EXPECT_EQ(slot, record) << "not the former one's any more";
         EXPECT_STREQ(record->Name(), name ? name : "");
         try {
             delete record;
@@ -142,13 +145,14 @@ TEST_F(VClassEndTest, WhatAHookThrowsLeavesARecordAsAnException) {
 }
 
 TEST_F(VClassEndTest, AHookThatThrowsEndsTheWalkAndNothingElse) {
-    AThrowing::TheClass();
+    auto const survivor = MakeObject<AThrowing>();
     AThrowing::ms_throws = true;
     EXPECT_TRUE(VClass::DestroyClassRegistry());
     AThrowing::ms_throws = false;
     EXPECT_FALSE(VClass::DestroyClassRegistry());
     EXPECT_NE(ACounted::TheClass(), nullptr);
     EXPECT_EQ(VClass::ClassForClassName("ACounted"), ACounted::TheClass());
+    EXPECT_EQ(VClass::ClassForClassName("AThrowing"), AThrowing::TheClass());
 }
 
 class AFirst : public Registered<AFirst, VObject> { // "AFirst" sorts to the first place

@@ -137,12 +137,14 @@ std::string Dumped(bool onlyExisting, bool commaSeparated) {
 
 class RecordingPool : public IVInstancePool {
   public:
+    ~RecordingPool() override { ++destroyed; }
     VObject* NewInstance() override { return ACounted::New(); }
     void InitializeClass() override { ++initialized; }
     void UninitializeClass() override {}
     long PoolSize() const override { return 3; }
     long MaxPoolSize() const override { return 9; }
     static inline int initialized = 0;
+    static inline int destroyed = 0;
 };
 
 TEST_F(VClassTest, APoolTakesTheFactorysAndTheHooksPlace) {
@@ -150,6 +152,8 @@ TEST_F(VClassTest, APoolTakesTheFactorysAndTheHooksPlace) {
     auto* const record = new VClass("APooled", VObject::TheClass(), nullptr, 1, nullptr, nullptr, 24, &slot);
     EXPECT_EQ(record->NewInstance(), nullptr);
     record->SetPool(new RecordingPool);
+    record->SetPool(new RecordingPool);
+    EXPECT_EQ(RecordingPool::destroyed, 1);
     record->InitializeClass();
     EXPECT_EQ(RecordingPool::initialized, 1);
     VObject* const instance = record->NewInstance();
@@ -157,11 +161,13 @@ TEST_F(VClassTest, APoolTakesTheFactorysAndTheHooksPlace) {
     instance->Release();
     InitializeLibrary(false);
     std::string const table = Dumped(false, false);
+    EXPECT_EQ(Dumped(true, false).find("APooled"), std::string::npos) << "it has no objects";
     UninitializeLibrary(false, false, true);
     EXPECT_NE(table.find("| Num | Classname                        | PoolSize | PoolMax  |\n"),
               std::string::npos);
     EXPECT_NE(table.find("|                          APooled |        3 |        9 |\n"), std::string::npos);
     delete record;
+    EXPECT_EQ(RecordingPool::destroyed, 2);
 }
 
 /// One row of the table.
@@ -205,6 +211,9 @@ TEST_F(VClassTest, DumpPrintsRowsOfLivingClassesAndCountsAll) {
 
 TEST_F(VClassTest, DumpTotalsAreTakenOnceTheRowsArrayIsGone) {
     VString totals;
+    for (int i = 0; i < 1000; ++i) {
+        ACounted::New()->Release();
+    }
     std::string const table = Dumped(false, false);
     auto const rows = Rows(table);
     ASSERT_GT(rows.size(), 60U);
@@ -222,6 +231,7 @@ TEST_F(VClassTest, DumpTotalsAreTakenOnceTheRowsArrayIsGone) {
     EXPECT_LT(Rows(shorter).size(), rows.size());
     totals.Format("  existing: %6li  ", existing);
     EXPECT_NE(shorter.find(totals.CString()), std::string::npos);
+    EXPECT_GE(std::stol(shorter.substr(shorter.find("created:") + 8)), created);
 }
 
 TEST_F(VClassTest, ClassesAreRegisteredInOrder) {

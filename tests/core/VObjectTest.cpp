@@ -149,16 +149,16 @@ TEST(LeakReport, ListsWhatWasMadeSinceItsStartAndLives) {
         GTEST_SKIP() << "this build takes no notes";
     }
     auto const kept = MakeObject<ACounted>();
+    std::thread([] { ACounted const locals[2]; }).join();
     ACounted::New()->Release();
-    std::thread([] { ACounted const local; }).join();
     auto const entries = LeakReport::Entries();
     ASSERT_EQ(entries.size(), 1U);
     EXPECT_EQ(entries[0].className, "ACounted");
     EXPECT_EQ(entries[0].alive, 1);
-    EXPECT_EQ(entries[0].peak, 2);
+    EXPECT_EQ(entries[0].peak, 3);
     ASSERT_EQ(entries[0].callStacks.size(), 1U);
     EXPECT_GT(std::count(entries[0].callStacks[0].begin(), entries[0].callStacks[0].end(), '\n'), 3);
-    EXPECT_EQ(LeakReport::Text().rfind("ACounted: 1 alive, 2 at most\n  made by\n    ", 0), 0U);
+    EXPECT_EQ(LeakReport::Text().rfind("ACounted: 1 alive, 3 at most\n  made by\n    ", 0), 0U);
     LeakReport::Stop();
     EXPECT_EQ(LeakReport::Text(), "");
 }

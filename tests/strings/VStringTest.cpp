@@ -142,6 +142,7 @@ TEST(VString, NullTextIsEmptyText) {
     EXPECT_TRUE(text.IsEmpty());
     EXPECT_FALSE(VString::CStringHasPathExtension(null, "a", false));
     EXPECT_FALSE(VString::CStringHasPathExtension("a.a", null, false));
+    EXPECT_FALSE(VString::CStringHasPathExtension("a.b/c", "b/c", false)) << "the dot is a folder's";
     EXPECT_EQ(VString::strdup(null), nullptr);
     EXPECT_LT(VString::stricmp(null, ""), 0);
 }
@@ -156,6 +157,11 @@ TEST(VString, SetKeepsTheGivenLength) {
     EXPECT_EQ(visible->Length(), 2U);
     text.Set("y", VString::kMaxLength + 1);
     EXPECT_EQ(text.Length(), 5U) << "too long is refused";
+    text = "abcdef";
+    text.Set(text.CString(), 3);
+    text.Set(text.CString(), 6);
+    EXPECT_EQ(std::string_view(text.CString(), 6), std::string_view("abc\0\0\0", 6))
+        << "what it uncovers is zero";
 }
 
 TEST(VString, AppendsNumbersOfTenCharacters) {

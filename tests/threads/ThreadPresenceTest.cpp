@@ -1,6 +1,7 @@
 #include "foundation/threads/internal/ThreadPresence.h"
 #include "tests/support/Fork.h"
 #include "tests/support/Jobs.h"
+#include "tests/support/Sleeps.h"
 
 #include <gtest/gtest.h>
 
@@ -44,7 +45,10 @@ TEST(ThreadPresence, TheEndOfTheLibraryWaitsForThreadsOnTheirWayOut) {
             worker.m_gateOpen = true; // leaves by itself, as after `EndThread`
             std::this_thread::sleep_for(std::chrono::milliseconds(20));
         }
-        auto const await = [&] { return ThreadPresence::LibraryEnd().Await(), worker.m_gone.load(); };
+        auto const await = [&] {
+            testing_support::t_sleeps.forever = true; // it is woken
+            return ThreadPresence::LibraryEnd().Await(), worker.m_gone.load();
+        };
         testing_support::ExpectWaits(await, [&] { worker.m_gateOpen = worker.m_mayLeave = true; });
     }
 }

@@ -31,6 +31,7 @@ TEST(VCriticalSection, MayBeEnteredAgainAndIsLeftAsOften) {
         for (long const wait : {0L, -5L, 3L}) {
             EXPECT_FALSE(Elsewhere([&] { return section.TryCriticalSection(wait); })) << wait;
         }
+        EXPECT_NE(Elsewhere([&] { return section.LeaveCriticalSection(); }), 0);
         EXPECT_EQ(section.LeaveCriticalSection(), 0);
     }
     for (long const wait : {-1L, 60'000L}) {
@@ -72,6 +73,7 @@ TEST(VCriticalSectionScope, HoldsNothingAfterAnAttemptThatFailed) {
     EXPECT_FALSE(Elsewhere([&] { return scope.SetAndEnter(&other), scope.TryEnter(&section, 3); }));
     EXPECT_FALSE(scope.IsEntered());
     EXPECT_EQ(other.RetainCount(), 1) << "what it held before is let go";
+    EXPECT_EQ(section.RetainCount(), 2) << "and what it did not enter";
 }
 
 TEST(VCriticalSectionScope, MayBeSetToTheSectionThatOnlyItKeepsAlive) {

@@ -112,13 +112,14 @@ struct ABackwardServer : Registered<ABackwardServer, VJobServer> {
 TEST_F(VJobServerTest, AsksItsHooksAndLosesNoJobToOneThatThrows) {
     ServerScope const server(new ABackwardServer([this](char what) { Note(what); }));
     CloseGate(server);
-    int const priorities[] = {5, 1, 3, 13, 100}; // the pass that throws takes a signal along, so one is left
-    for (int i = 0; i < 5; ++i) {
-        server.Add(new AJob([this, i] { return Note("abcde"[i]); }, priorities[i]));
+    int const priorities[] = {5, 1,  3,
+                              5, 13, 100}; // the pass that throws takes a signal along, so one is left
+    for (int i = 0; i < 6; ++i) {
+        server.Add(new AJob([this, i] { return Note("abcdef"[i]); }, priorities[i]));
     }
     m_gateOpen = true;
-    WaitUntil([&] { return Diary().size() == 14; });
-    EXPECT_EQ(Diary(), "<><d><b><c><a>");
+    WaitUntil([&] { return Diary().size() == 17; });
+    EXPECT_EQ(Diary(), "<><e><b><c><a><d>");
     EXPECT_TRUE(m_log.Has("VJobServer::ServerThread - An unrecognised exception occured! (stage:3)\n"));
 }
 
@@ -154,6 +155,17 @@ TEST_F(VJobServerTest, StartsOnceAndEndsInEveryState) {
         EXPECT_TRUE(server->StartServer());
         EXPECT_TRUE(m_log.Has("[" + std::string(server->Name().CString()) + "] thread STARTED\n"));
         EXPECT_EQ(s_openSemaphores, open + 1);
+        auto const sleepOn = [sleeps = s_sleepsBegun.load()](long more) {
+            WaitUntil([&] { return s_sleepsBegun > sleeps + more; });
+        };
+        server->ServerLock()->TryLock(-1); // pauses it
+        sleepOn(4);
+        server.Add(new AJob([this] { return Note('!'); }));
+        sleepOn(8);
+        EXPECT_EQ(Diary(), "");
+        server->ServerLock()->Unlock();
+        Finish(server);
+        EXPECT_EQ(Diary(), "!");
     }
     EXPECT_EQ(s_openSemaphores, open);
     EXPECT_EQ(VJobServer::ms_jobServersArray->Count(), listed);
@@ -197,7 +209,9 @@ TEST_F(VJobServerTest, StartsWhollyOrNotAtAll) {
     pthread_attr_setstacksize(&impossible, std::size_t{1} << 47);
     ServerScope const server(4);
     ASSERT_EQ(pthread_setattr_default_np(&impossible), 0);
+    long const sleeps = t_sleeps.count;
     EXPECT_TRUE(server->StartServer()) << "an attempt was made";
+    EXPECT_EQ(t_sleeps.count, sleeps) << "there is no thread to wait for";
     pthread_setattr_default_np(&usual);
     pthread_attr_destroy(&impossible);
     pthread_attr_destroy(&usual);
@@ -262,6 +276,15 @@ TEST_F(VJobServerTest, LivesAsLongAsItsThread) {
     }
 }
 
+TEST_F(VJobServerTest, StartsAnotherThreadWhenAJobHasEndedItsOwn) {
+    ServerScope const server(4);
+    server.Add(new AJob([] { return VThread::EndThread(), true; }));
+    WaitUntil([&] { return !server->IsServerRunning(); });
+    server.Add(new AJob([this] { return Note('!'); }));
+    Finish(server);
+    EXPECT_EQ(Diary(), "!");
+}
+
 TEST_F(VJobServerTest, CannotWaitForTheThreadThatEndsIt) {
     ServerScope const server(4);
     testing::internal::CaptureStderr();
@@ -283,6 +306,7 @@ TEST_F(VJobServerTest, IsNotRunningInAChildProcessAndStartsAgain) {
         InChild([&] {
             EXPECT_FALSE(server->IsServerRunning());
             EXPECT_EQ(server->RetainCount(), 1);
+            EXPECT_EQ(Description(server), "[VJobServer]  Inactive  Queued: 0\n\nNo active Job.\n");
             EXPECT_TRUE(server->EndServer(true));
             if (!inJob) {
                 return; // the parent's thread waits on the same semaphore and would take signals meant for the child's

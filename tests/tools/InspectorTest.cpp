@@ -129,7 +129,7 @@ TEST(InspectorTest, FindsNoDamageInGoldenFiles) {
 }
 
 TEST(InspectorTest, StaysInsideEveryHostileFile) {
-    constexpr std::size_t kDamagedCopies = 8;
+    constexpr std::size_t kDamagedCopies = 4;
     for (auto const& path : inspected::AllFiles()) {
         // Inputs of some fuzz targets begin with one or two bytes of their own.
         std::string const whole = inspected::ReadFile(path);
@@ -154,11 +154,12 @@ TEST(InspectorTest, StaysInsideEveryHostileFile) {
 
 TEST(InspectorTest, KeepsOnlySoMuchOfAFileOfManyParts) {
     std::string chunks;
-    for (int i = 0; i < 200'000; ++i) {
+    std::size_t const count = Report::kMaxEntries + 1'000;
+    for (std::size_t i = 0; i < count; ++i) {
         chunks += std::string("EMPT\0\0\0\0", 8);
     }
     Report const report = InspectBytes(chunks, Kind::kChunks).report;
-    EXPECT_EQ(report.EntryCount(), 200'000U);
+    EXPECT_EQ(report.EntryCount(), count);
     EXPECT_EQ(report.Entries().size(), Report::kMaxEntries);
     EXPECT_EQ(report.ProblemCount(), 0U);
     EXPECT_EQ(report.Parts().size(), Report::kMaxParts);
