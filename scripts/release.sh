@@ -27,6 +27,7 @@ grep -q "^## \[$version\] - [0-9]" CHANGELOG.md || {
 .ci/run
 ./scripts/test.sh --preset bench
 tests/install/packages_test.sh --bare
+./scripts/reproducible.sh
 
 # other_build NAME OPTION...: the dev build with other options, and its tests.
 other_build() {

@@ -17,6 +17,7 @@ if [ "${1:-}" != --inside ]; then
     rm -f "$build"/*.deb
     cpack --preset deb >/dev/null
     lintian --allow-root --fail-on error,warning "$build"/*.deb
+    [ "$(dpkg-deb --field "$build"/libvfoundation1_*.deb Multi-Arch)" = same ]
     base=/
     if [ "${1:-}" = --bare ]; then
         base=$(mktemp -d)
@@ -64,6 +65,7 @@ for file in "$work"/root/usr/lib/*/libVFoundation.so.1.* "$work"/root/usr/libexe
     ! readelf -dW "$file" | grep -E 'RPATH|RUNPATH' || { echo "$file looks for libraries elsewhere" >&2; exit 1; }
 done
 if [ "$base" = / ]; then
+    in_root 'vfinspect --help >/dev/null && ls /usr/share/gdb/auto-load/usr/lib/*/libVFoundation.so.*-gdb.py >/dev/null'
     for kind in shared static; do
         in_root '/mnt/tests/install/check_prefix.sh /usr "/tmp/$1" c++ "$1"' $kind
     done
