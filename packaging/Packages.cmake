@@ -58,7 +58,6 @@ This package holds the shared library.")
 
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libvfoundation-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
-set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_MULTIARCH same)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS
     "libvfoundation${PROJECT_VERSION_MAJOR} (= ${PROJECT_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE}), ${development_packages}")
 set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION "general-purpose C++ foundation library (development files)
@@ -93,6 +92,6 @@ file(WRITE "${PROJECT_BINARY_DIR}/packaging/shlibs" "")
 file(WRITE "${PROJECT_BINARY_DIR}/packaging/symbols" "")
 configure_file("${CMAKE_CURRENT_LIST_DIR}/Complete.cmake.in" "${PROJECT_BINARY_DIR}/packaging/Complete.cmake" @ONLY)
 set(CPACK_PRE_BUILD_SCRIPTS "${PROJECT_BINARY_DIR}/packaging/Complete.cmake")
-set(CPACK_POST_BUILD_SCRIPTS "${CMAKE_CURRENT_LIST_DIR}/DropScripts.cmake")
+set(CPACK_POST_BUILD_SCRIPTS "${CMAKE_CURRENT_LIST_DIR}/CompleteRuntime.cmake")
 
 include(CPack)

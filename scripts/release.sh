@@ -28,6 +28,7 @@ grep -q "^## \[$version\] - [0-9]" CHANGELOG.md || {
 ./scripts/test.sh --preset bench
 ./scripts/cross.sh arm64
 tests/install/packages_test.sh --bare
+./scripts/reproducible.sh
 
 # other_build NAME OPTION...: the dev build with other options, and its tests.
 other_build() {

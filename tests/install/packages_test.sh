@@ -17,6 +17,7 @@ if [ "${1:-}" != --inside ]; then
     rm -f "$build"/*.deb "$build"/*.ddeb
     cpack --preset deb >/dev/null
     lintian --allow-root --fail-on error,warning "$build"/*.deb
+    [ "$(dpkg-deb --field "$build"/libvfoundation1_*.deb Multi-Arch)" = same ]
     base=/
     if [ "${1:-}" = --bare ]; then
         base=$(mktemp -d)
@@ -66,6 +67,7 @@ done
 if [ "$base" = / ]; then
     # The symbols describe the classes, and gdb finds the printers by itself.
     in_root "dpkg --install /mnt/build/deb/libvfoundation1-dbgsym_*.ddeb >/dev/null"
+    in_root 'vfinspect --help >/dev/null && ls /usr/share/gdb/auto-load/usr/lib/*/libVFoundation.so.*-gdb.py >/dev/null'
     for kind in shared static; do
         in_root '/mnt/tests/install/check_prefix.sh /usr "/tmp/$1" c++ "$1"' $kind
     done
