@@ -61,6 +61,8 @@ TEST(VDiskInfo, DecodesLabels) {
     for (char const* const plain : {"a\\x2", "\\x+5", "\\x 5", "\\xg0", "\\x00", "\\", "x20"}) {
         EXPECT_EQ(MountTable::DecodeLabel(plain), plain);
     }
+    EXPECT_EQ(MountTable::DecodeLabel(std::string_view("\\x41", 3)), "\\x4")
+        << "what stands after the end is no part of it";
 }
 
 TEST(VDiskInfo, ReadsTheTableOnce) {

@@ -98,6 +98,15 @@ TEST(Broker, LeavesUnlessItIsRootWithASocket) {
     ::waitpid(process, &status, 0);
     EXPECT_EQ(WEXITSTATUS(status), ::geteuid() == 0 ? kExitBadInput : kExitNotRoot); // /dev/null is no socket
 
+    int ends[2]; // a socket of another kind
+    ASSERT_EQ(::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends), 0);
+    ASSERT_EQ(StartProgram({.path = portable.m_scratch.Path(), .standardInput = ends[0]}, &process),
+              EStartResult::eStarted);
+    ::close(ends[0]);
+    ::close(ends[1]);
+    ::waitpid(process, &status, 0);
+    EXPECT_EQ(WEXITSTATUS(status), ::geteuid() == 0 ? kExitBadInput : kExitNotRoot);
+
     std::unique_ptr<HelperProcess> const broker = portable.Start();
     ASSERT_TRUE(broker);
     if (::geteuid() != 0) {

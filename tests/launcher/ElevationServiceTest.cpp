@@ -27,6 +27,8 @@ TEST(ElevationService, KnowsOneRight) {
     SAuthorizationItem const other[] = {{"system.shutdown", 0, nullptr, 0}};
     EXPECT_EQ(service.AcquireRights(reference, kAdministrator, {}, 19), kAuthorized);
     EXPECT_EQ(service.AcquireRights(reference, other, {}, 19), kDenied);
+    SAuthorizationItem const both[] = {{kAdministratorRight, 0, nullptr, 0}, other[0]};
+    EXPECT_EQ(service.AcquireRights(reference, both, {}, 19), kDenied);
     EXPECT_EQ(service.Execute(reference, "/bin/true", kDefaultFlags, kArguments), kAuthorized);
     for (char const* const path : {"", "missing", "/"}) {
         EXPECT_EQ(service.Execute(reference, path, kDefaultFlags, kArguments), kToolExecuteFailure) << path;

@@ -90,7 +90,11 @@ TEST(StartProgram, ResetsSignals) {
 
 TEST(RootLaunch, TakesNothingOfTheCallerOver) {
     std::string const text = OutputOf([](int output) {
+        int const input = ::dup(STDIN_FILENO);
+        ::dup2(output, STDIN_FILENO);
         EXPECT_EQ(LaunchAsRoot({ZEPH_GUIDE, {}, {"LANG=C"}}, output, output), EWord::eStarted);
+        ::dup2(input, STDIN_FILENO);
+        ::close(input);
     });
     EXPECT_NE(text.find("folder /\n"), std::string::npos) << text;
     EXPECT_NE(text.find("variable PATH=/usr/sbin:/usr/bin:/sbin:/bin\nZephGuide: variable HOME=/"),
