@@ -103,7 +103,7 @@ def found(library):
         folder = pathlib.Path(name)
         if library.suffix == ".a":
             run(COMPILER, "-shared", "-o", folder / "libVFoundation.so",
-                f"-Wl,--version-script={ROOT / 'foundation/exports.map'}", "-Wl,--whole-archive", library)
+                f"-Wl,--version-script={ROOT / 'foundation/exports.map'}", "-Wl,--whole-archive", library, "-Wl,--no-whole-archive")
             library = folder / "libVFoundation.so"
         symbols = exported(library)
         return symbols, vtables(library, symbols), sizes(folder)

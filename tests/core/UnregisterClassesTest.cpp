@@ -32,7 +32,9 @@ class UBase : public Registered<UBase, VObject> {
     static UBase* New() { return new UBase; }
     static void InitializeClass() {
         s_calls += "+base ";
-        ms_kept = new UBase;
+        if (!ms_kept) { // the end hook threw
+            ms_kept = new UBase;
+        }
     }
     static void UninitializeClass() {
         s_calls += "-base ";

@@ -219,7 +219,7 @@ def words_of(source):
 
 
 def names(source, page, words):
-    """What a page names in `code`: files of the tree, presets and options of the build, classes and members."""
+    """What a page names in `code`: files of the tree, presets, options of the build and macros, classes and members."""
     text = (source / page).read_text(encoding="utf-8")
     presets = {preset["name"] for preset in json.loads((source / "CMakePresets.json").read_text())["configurePresets"]}
     options = "".join(path.read_text() for folder in (".", "cmake", "foundation", "packaging")
@@ -228,7 +228,8 @@ def names(source, page, words):
     for number, line in enumerate(text.splitlines(), 1):
         in_block ^= line.startswith("```")
         wrong = [f"there is no preset {name}" for name in re.findall(r"--preset ([a-z]+)", line) if name not in presets]
-        wrong += [f"the build has no {name}" for name in re.findall(r"\bVFOUNDATION_[A-Z_]+", line) if name not in options]
+        wrong += [f"the build has no {name}" for name in re.findall(r"\bVFOUNDATION_[A-Z_]+", line)
+                  if name not in options and name not in words]
         for link in re.findall(r"\]\(([^)#:]+)", line):
             if not in_block and not (source / page).parent.joinpath(link).exists():
                 wrong.append(f"there is no {link}")

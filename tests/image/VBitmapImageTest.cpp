@@ -94,8 +94,10 @@ TEST(VBitmapImage, TurnsUpright) {
         EXPECT_EQ(PixelsOfBitmap(turned), upright) << orientation;
         EXPECT_EQ(turned == bitmap, orientation == 1);
         EXPECT_EQ(bitmap->Upright(9), bitmap);
-        testing_support::FailEachAllocation(
-            [&] { EXPECT_TRUE(bitmap->Upright(orientation) || testing_support::AllocationHasFailed()); });
+        if (orientation != 1) {
+            testing_support::FailEachAllocation(
+                [&] { EXPECT_TRUE(bitmap->Upright(orientation) || testing_support::AllocationHasFailed()); });
+        }
     }
 }
 
