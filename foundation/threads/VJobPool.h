@@ -89,6 +89,7 @@ class VFOUNDATION_API VJobPool {
 
     bool Add(Task* adopted);
     bool HaveThread();
+    bool IsServed();
     bool StartThread() VFOUNDATION_REQUIRES(m_lock);
     void Lock() VFOUNDATION_THREAD_ATTRIBUTE(acquire_capability(m_lock));
     Task* Take(Worker& worker);
