@@ -25,6 +25,9 @@ if [ "${1:-}" != --inside ]; then
     (cd "$build" && cpack >/dev/null)
     lintian --allow-root --fail-on error,warning "$build"/*.deb
     [ "$(dpkg-deb --field "$build"/libvfoundation1_*.deb Multi-Arch)" = same ]
+    dpkg-deb --ctrl-tarfile "$build"/libvfoundation1_*.deb | tar -xO ./symbols >"$build/packaging/symbols.packed"
+    grep -q '^ _ZN11VFoundation' "$build/packaging/symbols.packed"
+    ! grep '#MISSING' "$build/packaging/symbols.packed" || { echo "these symbols are gone" >&2; exit 1; }
     base=/
     if [ "${1:-}" = --bare ]; then
         base=$(mktemp -d)
