@@ -67,12 +67,6 @@ class VImageIOTargaTest : public ImageTest {
         }
         return PixelsOf(image.Get());
     }
-
-    static void SetPixels(VImage& image, std::uint32_t width, Pixels const& pixels) {
-        auto const height = static_cast<std::uint32_t>(pixels.size()) / width;
-        image.SetImageRef(VBitmapImage::Create(width, height, 4UL * width, nullptr, pixels.data(),
-                                               4 * pixels.size(), nullptr));
-    }
 };
 
 TEST_F(VImageIOTargaTest, ReadsEveryDepthFromTheBottomRow) {
@@ -232,10 +226,14 @@ TEST_F(VImageIOTargaTest, SaysWhyItCannotSave) {
     SetPixels(image, 65536, wide);
     EXPECT_EQ(reasonOf(m_scratch.Path(), Saving::kInPlace), "a side is longer than 65535 pixels");
     EXPECT_FALSE(std::filesystem::exists(m_scratch.Path()));
-    SetPixels(image, 256, wide);
+    for (unsigned const width : {1U, 256U}) { // the first is written only when the file is closed
+        SetPixels(image, width, Pixels(width * width));
+        for (auto const saving : {Saving::kInPlace, Saving::kReplacing}) {
+            EXPECT_EQ(reasonOf("/no/folder.tga", saving), "No such file or directory");
+            EXPECT_EQ(reasonOf("/dev/full", saving), "No space left on device");
+        }
+    }
     for (auto const saving : {Saving::kInPlace, Saving::kReplacing}) {
-        EXPECT_EQ(reasonOf("/no/folder.tga", saving), "No such file or directory");
-        EXPECT_EQ(reasonOf("/dev/full", saving), "No space left on device");
         testing_support::FullDisk const full(100'000);
         EXPECT_EQ(reasonOf(m_scratch.Path(), saving), "File too large");
     }

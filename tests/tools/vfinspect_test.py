@@ -151,7 +151,7 @@ class VfinspectTest(unittest.TestCase):
 
     def test_documents(self):
         help_text = run("--help").stdout.decode()
-        page = os.path.join(SOURCE, "tools/vfinspect/vfinspect.1")
+        page = os.path.join(os.path.dirname(PROGRAM), "vfinspect.1")  # generated
         completion = os.path.join(SOURCE, "tools/vfinspect/vfinspect.bash")
         offered = subprocess.run(
             ["bash", "-c", f". '{completion}'; COMP_WORDS=(vfinspect --); COMP_CWORD=1; _vfinspect; "
@@ -162,6 +162,8 @@ class VfinspectTest(unittest.TestCase):
         self.assertEqual(offered[1], "archive")
         with open(page) as file:
             text = file.read().replace("\\-", "-")
+        version = run("--version").stdout.decode().split()[-1]
+        self.assertRegex(text.splitlines()[0], rf'"[0-9]{{4}}-[0-9]{{2}}-[0-9]{{2}}" "VFoundation {version}"')
         for option in options:
             self.assertIn(option, text)
         if shutil.which("groff"):
