@@ -6,6 +6,8 @@
 #include "foundation/messaging/VMessage.h"
 #include "foundation/messaging/VMessenger.h"
 
+#include <cstddef>
+#include <memory>
 #include <new>
 #include <utility>
 
@@ -42,6 +44,41 @@ class BorrowedID {
 
 } // namespace
 
+/// The memory of the tuples that are made at the start, which takes one allocation instead of thousands. Whoever makes
+/// them holds it, and each tuple does.
+class VConnectionTuple::Block {
+  public:
+    static Block* Make() { return new Block; }
+    /// The block of a tuple that has a place.
+    static Block* Of(VConnectionTuple const& tuple) noexcept {
+        auto* const place = reinterpret_cast<std::byte*>(const_cast<VConnectionTuple*>(&tuple));
+        return reinterpret_cast<Block*>(place - tuple.m_place * sizeof(Place));
+    }
+
+    VConnectionTuple* NewTuple(std::uint16_t place, VClass* cls) {
+        auto* const tuple = ::new (&m_places[place]) VConnectionTuple(cls);
+        tuple->m_place = place;
+        VAtomicOp::AddToCount(m_holders, 1L);
+        return tuple;
+    }
+    void LetGo() noexcept {
+        if (VAtomicOp::AddToCount(m_holders, -1L) == 0) {
+            delete this;
+        }
+    }
+
+  private:
+    struct Place {
+        alignas(VConnectionTuple) std::byte memory[sizeof(VConnectionTuple)];
+    };
+    static_assert(kPoolCapacity <= kNoPlace);
+
+    Block() noexcept {} // leaves the places as they are
+
+    Place m_places[kPoolCapacity]; // first: see `Of`
+    std::atomic<long> m_holders{1};
+};
+
 VConnectionTuple::VConnectionTuple(VClass* cls) : Registered(cls) {
 }
 
@@ -67,8 +104,11 @@ void VConnectionTuple::InitializeClass() {
     }
     auto all = VObjectRef<VObjectArrayTmpl<VConnectionTuple>>::Adopt(
         new VObjectArrayTmpl<VConnectionTuple>(kPoolCapacity));
-    for (long i = 0; i < kPoolCapacity; ++i) {
-        auto tuple = VObjectRef<VConnectionTuple>::Adopt(New());
+    auto const letGo = [](Block* block) { block->LetGo(); };
+    std::unique_ptr<Block, decltype(letGo)> const block(Block::Make(), letGo);
+    VClass* const cls = TheClass();
+    for (std::uint16_t place = 0; place < kPoolCapacity; ++place) {
+        auto tuple = VObjectRef<VConnectionTuple>::Adopt(block->NewTuple(place, cls));
         tuple->m_bListed = true;
         if (!all->AddObject(tuple.Get())) {
             throw std::bad_alloc();
@@ -92,8 +132,10 @@ void VConnectionTuple::ClearAllConnectionTuples() {
     ConnectionPool::Destroy(ms_recycledConnections);
     auto const all =
         VObjectRef<VObjectArrayTmpl<VConnectionTuple>>::Adopt(std::exchange(ms_allConnections, nullptr));
+    VObject* const* const tuples = all ? all->GetObjects() : nullptr;
     for (long i = 0; all && i < all->Count(); ++i) {
-        all->ObjectAtIndexTyped(i)->m_bListed = false; // those in use must not come to the next pool
+        static_cast<VConnectionTuple*>(tuples[i])->m_bListed =
+            false; // those in use must not come to the next pool
     }
 }
 
@@ -163,6 +205,16 @@ void VConnectionTuple::Release() const {
         }
     }
     VObject::Release();
+}
+
+void VConnectionTuple::DeleteInstance() const {
+    if (m_place == kNoPlace) {
+        VObject::DeleteInstance();
+        return;
+    }
+    Block* const block = Block::Of(*this);
+    this->~VConnectionTuple();
+    block->LetGo();
 }
 
 } // namespace VFoundation

@@ -22,7 +22,7 @@ class VObjectRingBufferTmpl;
 ///
 /// The library makes `kPoolCapacity` tuples at its start and recycles them. A list holds one reference to each,
 /// so a tuple returns to the pool when one more holder lets go of it. Beyond that number tuples are made and
-/// deleted one by one.
+/// deleted one by one. Those of the start share a block of memory, which the last of them frees.
 ///
 /// Ownership: retains both messengers; borrows the delayer.
 /// Threads: a tuple is for one thread at a time; any thread may take one from the pool and release one.
@@ -63,6 +63,7 @@ class VFOUNDATION_API VConnectionTuple : public Registered<VConnectionTuple, VOb
 
     /// Puts a tuple into the pool when the caller and the list are its only holders.
     void Release() const override;
+    void DeleteInstance() const override;
 
     /// Switches the pool; cleared when the library shuts down. Relaxed: the pool guards itself.
     static std::atomic<bool> ms_bRecyclingEnabled;
@@ -70,6 +71,9 @@ class VFOUNDATION_API VConnectionTuple : public Registered<VConnectionTuple, VOb
     static VObjectArrayTmpl<VConnectionTuple>* ms_allConnections;
 
   private:
+    class Block;
+    static constexpr std::uint16_t kNoPlace = 0xFFFF;
+
     bool DropSharedReference() const;
     void Disconnect();
 
@@ -78,8 +82,9 @@ class VFOUNDATION_API VConnectionTuple : public Registered<VConnectionTuple, VOb
     VObjectRef<VMessenger> m_target;
     std::int32_t m_targetId = kNoID;
     VCommandDelayer* m_delayer = nullptr;
-    bool m_bRecycled = false; // true while in the pool
-    bool m_bListed = false;   // in the list of all
+    bool m_bRecycled = false;         // true while in the pool
+    bool m_bListed = false;           // in the list of all
+    std::uint16_t m_place = kNoPlace; // in the block of the tuples that were made together
 };
 
 } // namespace VFoundation

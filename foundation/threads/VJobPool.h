@@ -28,7 +28,7 @@ class ForkHook;
 ///     for (auto const& file : files) {
 ///         pool.Run([&file] { MakeThumbnail(file); });
 ///     }
-///     pool.AddJob(job, 5);                                      // a VJob, with its delegate and its times
+///     pool.AddJob(job);                         // a VJob, with its priority, its delegate and its times
 ///     pool.WaitForAll();
 ///
 /// Unlike a `VJobServer` it has no name, shares nothing with other processes, and its queue is bounded by memory only.
