@@ -41,7 +41,7 @@ TEST(JobPoolStress, LeavesNoJobToAThreadThatFallsAsleep) {
     using Clock = std::chrono::steady_clock;
     auto const end = Clock::now() + std::chrono::milliseconds(700 * testing_support::StressFactor());
     for (long i = 0; Clock::now() < end; ++i) {
-        auto const moment = Clock::now() + std::chrono::nanoseconds(i * 11 % 16'000);
+        auto const moment = Clock::now() + std::chrono::nanoseconds(i * 13 % 60'000);
         while (Clock::now() < moment) {
         }
         pool.Run([] {});
