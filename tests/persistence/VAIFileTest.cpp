@@ -171,6 +171,9 @@ TEST_F(AIFile, ReadsASignedShortOnlyInsideChunks) {
         EXPECT_EQ(m_file.GetPos(), 0);
         EXPECT_EQ(Read(static_cast<unsigned short>(7)), mode == kSafe ? 0 : 0x0102);
         EXPECT_EQ(Read(short{7}), 0) << "nor what is in memory already";
+        short several[] = {7, 7};
+        m_file.ReadValues(several, 2);
+        EXPECT_EQ(several[0] + several[1], 0);
         m_file.Seek(2, VFile::kFromStart);
         Enter();
         EXPECT_EQ(Read(short{7}), 0x0304);
