@@ -5,6 +5,9 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <atomic>
+#include <chrono>
+#include <thread>
 
 namespace {
 
@@ -61,6 +64,29 @@ TEST_P(PoolStress, TakesObjectsBackFromAnyThread) {
         });
         VString::NewString("again")->Release();
     }
+}
+
+// A thread that has had its magazine for itself for a while uses it without a locked operation, until the others find
+// nothing elsewhere.
+TEST_P(PoolStress, FindsWhatAThreadKeepsForItself) {
+    VObject* const element = VString::TheClass()->NewInstance();
+    std::atomic<bool> isOver{false};
+    OnThreads(3, [&](int t) {
+        for (int round = 0; t == 0 ? round < 100'000 : !isOver.load(); ++round) {
+            std::array<VObjectRef<VObjectArray>, 20> arrays; // more than a magazine holds
+            for (std::size_t i = 0; i < (t == 0 ? 1 : arrays.size()); ++i) {
+                arrays[i] = VObjectRef<VObjectArray>::Adopt(VObjectArray::NewObjectArray());
+                ASSERT_EQ(arrays[i]->Count(), 0);
+                arrays[i]->AddObject(element);
+                ASSERT_EQ(arrays[i]->RetainCount(), 1);
+            }
+            if (t != 0) {
+                std::this_thread::sleep_for(std::chrono::microseconds(100));
+            }
+        }
+        isOver = isOver || t == 0;
+    });
+    element->Release();
 }
 
 INSTANTIATE_TEST_SUITE_P(Recycling, PoolStress, testing::Bool());
