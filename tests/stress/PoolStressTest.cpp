@@ -6,7 +6,6 @@
 
 #include <array>
 #include <atomic>
-#include <chrono>
 #include <thread>
 
 namespace {
@@ -66,27 +65,33 @@ TEST_P(PoolStress, TakesObjectsBackFromAnyThread) {
     }
 }
 
-// A thread that has had its magazine for itself for a while uses it without a locked operation, until the others find
-// nothing elsewhere.
+// A thread that has had its magazine to itself for a while enters it without a locked operation, until another thread
+// finds nothing elsewhere and takes from it.
 TEST_P(PoolStress, FindsWhatAThreadKeepsForItself) {
-    VObject* const element = VString::TheClass()->NewInstance();
-    std::atomic<bool> isOver{false};
-    OnThreads(3, [&](int t) {
-        for (int round = 0; t == 0 ? round < 100'000 : !isOver.load(); ++round) {
-            std::array<VObjectRef<VObjectArray>, 20> arrays; // more than a magazine holds
-            for (std::size_t i = 0; i < (t == 0 ? 1 : arrays.size()); ++i) {
-                arrays[i] = VObjectRef<VObjectArray>::Adopt(VObjectArray::NewObjectArray());
-                ASSERT_EQ(arrays[i]->Count(), 0);
-                arrays[i]->AddObject(element);
-                ASSERT_EQ(arrays[i]->RetainCount(), 1);
-            }
-            if (t != 0) {
-                std::this_thread::sleep_for(std::chrono::microseconds(100));
-            }
+    VObjectArray::ReleaseRecycledArrays();
+    VObjectArray::InitializeClass(); // with nothing in the ring, which would be used first
+    auto const element = VObjectRef<VObject>::Adopt(VString::TheClass()->NewInstance());
+    auto const takeAndPutBack = [&] {
+        auto const array = VObjectRef<VObjectArray>::Adopt(VObjectArray::NewObjectArray());
+        ASSERT_EQ(array->Count(), 0);
+        array->AddObject(element.Get());
+        ASSERT_EQ(array->Count(), 1);
+        ASSERT_EQ(array->RetainCount(), 1);
+    };
+    for (int round = 0; round < 40; ++round) {
+        for (int i = 0; i < 1000; ++i) {
+            takeAndPutBack();
         }
-        isOver = isOver || t == 0;
-    });
-    element->Release();
+        std::atomic<bool> isOver{false};
+        std::thread other([&] {
+            takeAndPutBack();
+            isOver = true;
+        });
+        while (!isOver) {
+            takeAndPutBack();
+        }
+        other.join();
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Recycling, PoolStress, testing::Bool());
