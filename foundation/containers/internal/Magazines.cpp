@@ -40,10 +40,9 @@ VObject* TakeSoon(Magazine& magazine) noexcept {
 
 } // namespace
 
-void Magazine::CountVisitOfOwner() noexcept {
-    if (++m_visitsOfOwner >= kVisitsUntilOwned && s_canBeOwned.load(std::memory_order_relaxed)) {
-        m_isOwned.store(true, std::memory_order_relaxed); // others see it when this visit is over
-    }
+void Magazine::BeginOwning() noexcept {
+    m_isOwned.store(s_canBeOwned.load(std::memory_order_relaxed),
+                    std::memory_order_relaxed); // seen after this visit
 }
 
 /// False when the owner is inside.

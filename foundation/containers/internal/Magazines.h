@@ -86,7 +86,12 @@ class Magazine {
         return VAtomicOp::CompareAndSwap(m_isEntered, isEntered, true);
     }
     void LeaveLocked() noexcept { m_isEntered.store(false, std::memory_order_release); }
-    void CountVisitOfOwner() noexcept;
+    void CountVisitOfOwner() noexcept {
+        if (++m_visitsOfOwner == kVisitsUntilOwned) {
+            BeginOwning();
+        }
+    }
+    void BeginOwning() noexcept;
     bool EndOwning() noexcept;
 
     // A cache line that other threads only read, unless they look for objects. release: hands over what is inside.
