@@ -1,4 +1,4 @@
-#include "foundation/threads/internal/ProcessBarrier.h"
+#include "foundation/containers/internal/ProcessBarrier.h"
 
 #include <linux/membarrier.h>
 #include <sys/single_threaded.h>
