@@ -15,6 +15,9 @@ if(NOT EXISTS "${PROJECT_SOURCE_DIR}/foundation/host/internal/HostServices_${VFO
         "docs/porting.md lists the files that a new system needs.")
 endif()
 
+# Built programs find the shared library from their own place: what is installed keeps the length of that path.
+set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
+
 include(CheckPIESupported)
 check_pie_supported(LANGUAGES CXX)
 

@@ -19,7 +19,12 @@ bool Convert(char const* from, char const* to) {
     std::printf("%s: %u x %u pixels%s\n", image->GetName().CString(), image->Width(), image->Height(),
                 image->HasAlpha() ? ", has alpha" : "");
     bool const flip = true; // a Targa file begins with its bottom row, an image with its top row
-    return VImageIOTarga(flip, VImageIOTarga::Saving::kReplacing).SaveImageToFile(*image, to);
+    ImageLoadReason const reason;
+    bool const isSaved = VImageIOTarga(flip, VImageIOTarga::Saving::kReplacing).SaveImageToFile(*image, to);
+    if (!isSaved) {
+        std::fprintf(stderr, "%s\n", reason.ErrorDescription().CString());
+    }
+    return isSaved;
 }
 
 } // namespace

@@ -80,7 +80,8 @@ An installed launcher starts only these, on behalf of the user who started it.")
 
 # What only packages have: compressed pages, changelog, copyright, and the control files of the library.
 string(SUBSTRING "${VFOUNDATION_DATE}" 0 4 packaging_year)
-string(TIMESTAMP packaging_date "%a, %d %b %Y %H:%M:%S +0000" UTC)
+execute_process(COMMAND "${CMAKE_COMMAND}" -E env LC_ALL=C date -u -d "${VFOUNDATION_DATE}" "+%a, %d %b %Y %T +0000"
+    OUTPUT_VARIABLE packaging_date OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
 configure_file("${CMAKE_CURRENT_LIST_DIR}/changelog.in" "${PROJECT_BINARY_DIR}/packaging/changelog" @ONLY)
 if(VFOUNDATION_LICENSE_FILE)
     file(READ "${VFOUNDATION_LICENSE_FILE}" packaging_license)

@@ -45,6 +45,8 @@ def exported(library):
     kinds = {}
     for line in run("nm", "-D", "--defined-only", library).splitlines():
         _, kind, name = line.split()
+        if kind == "u":
+            sys.exit(f"abi: {name} is unique in the process, which keeps the library from being unloaded")
         kinds[name] = kind
     of_class = r"(?:vtable for |VTT for |typeinfo for |typeinfo name for )"
     thunk = r"(?:non-virtual thunk to |virtual thunk to )"

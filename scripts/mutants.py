@@ -4,6 +4,7 @@
   scripts/mutants.py                    every fault but the slow ones
   scripts/mutants.py strings threads    the faults of these tables (tests/mutants/<name>.toml)
   scripts/mutants.py --only ID          one fault; may be given again
+  scripts/mutants.py --open             those that no run in this checkout has found or explained so far
   scripts/mutants.py --slow             the slow ones too: faults in headers, which rebuild much
   scripts/mutants.py --copy NAME        in this copy, so that two can run at once
   scripts/mutants.py --list             the faults, without running anything
@@ -24,6 +25,7 @@ make one remove or overwrite files. That takes root. A program that takes five t
 Ends with 1 when a fault was missed, or an entry no longer fits the code.
 """
 import argparse
+import json
 import os
 import pathlib
 import signal
@@ -35,6 +37,7 @@ import tomllib
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 COPY = ROOT / "build" / "mutants" / "tree"
 BUILD = COPY / "build" / "dev"
+RESULTS = ROOT / "build" / "mutants" / "results.json"  # the last one of each fault
 LIMIT = 240  # seconds without a fault
 taken = {}  # seconds that a suite takes without a fault
 
@@ -103,6 +106,10 @@ def load(names):
             ids.add(entry["id"])
             mutants.append(entry | {"table": path.stem})
     return mutants
+
+
+def last_results():
+    return json.loads(RESULTS.read_text()) if RESULTS.exists() else {}
 
 
 def prepare():
@@ -179,6 +186,7 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("tables", nargs="*")
     parser.add_argument("--only", action="append")
+    parser.add_argument("--open", action="store_true")
     parser.add_argument("--slow", action="store_true")
     parser.add_argument("--list", action="store_true")
     parser.add_argument("--copy", default="tree")
@@ -187,6 +195,9 @@ def main():
     COPY = ROOT / "build" / "mutants" / args.copy
     BUILD = COPY / "build" / "dev"
     mutants = [m for m in load(args.tables) if m["id"] in (args.only or [m["id"]]) and (args.slow or args.only or not m.get("slow"))]
+    if args.open:
+        results = last_results()
+        mutants = [m for m in mutants if results.get(m["id"]) not in ("failed", "hangs", "explained")]
     if not mutants:
         sys.exit("no such fault")
     if args.list:
@@ -202,6 +213,7 @@ def main():
         if result == "missed" and "survives" in mutant:
             result, detail = "explained", mutant["survives"]
         counts[result] = counts.get(result, 0) + 1
+        RESULTS.write_text(json.dumps(last_results() | {mutant["id"]: result}, indent=1))
         print(f"{result:16} {mutant['table']:12} {mutant['id']:40} {time.monotonic() - started:4.0f} s  {detail}", flush=True)
     found = counts.get("failed", 0) + counts.get("hangs", 0)
     tried = found + counts.get("missed", 0)

@@ -27,6 +27,7 @@ grep -q "^## \[$version\] - [0-9]" CHANGELOG.md || {
 .ci/run
 ./scripts/test.sh --preset bench
 ./scripts/cross.sh arm64
+tests/install/packages_test.sh
 tests/install/packages_test.sh --bare
 ./scripts/reproducible.sh
 

@@ -30,9 +30,6 @@ bool SaveObject(VString const& path, VObject const& object) {
 } // namespace
 
 bool Catalogue::Load() {
-    if (!VFileManager::DefaultManager()->FileExistsAtPath(PathOf("photos.xml"), nullptr)) {
-        return true;
-    }
     bool isWhole = LoadObject(PathOf("photos.xml"), m_photos);
     for (Photo* const photo : m_photos) {
         m_byId[photo->id] = photo;

@@ -22,7 +22,7 @@ class Catalogue {
   public:
     explicit Catalogue(std::string folder) : m_folder(std::move(folder)) {}
 
-    /// False when something is damaged; a folder without a catalogue is not.
+    /// False when something is damaged or missing.
     bool Load();
     /// With those photos that have been made.
     bool Save(std::vector<VObjectRef<Photo>> const& photos);

@@ -22,6 +22,7 @@ bool Photo::SerializeAsXML(VXMLFile& file) {
     file.SerializeAttribute("modified", modified);
     file.SerializeAttribute("width", width);
     file.SerializeAttribute("height", height);
+    id = id < 1'000'000'000 ? id : 0; // so that there are always more
     return !path.IsEmpty() && id > 0;
 }
 

@@ -22,8 +22,7 @@ std::atomic<bool> s_isInterrupted{false}; // set by a signal handler
 
 /// Makes what is missing on the threads of a pool, small files first. Messages tell another thread, which draws a bar.
 void MakeMissing(std::vector<VObjectRef<Photo>> const& photos, int threads) {
-    long const count =
-        std::count_if(photos.begin(), photos.end(), [](auto& photo) { return !photo->IsMade(); });
+    long const count = std::count_if(photos.begin(), photos.end(), [](auto& it) { return !it->IsMade(); });
     long done = 0;
     auto const bar = VMessageCenter::MakeReceiver([&](VMessage const& message) {
         auto const share = static_cast<int>(20 * ++done / count);
@@ -68,13 +67,16 @@ int Make(std::string const& pictures, std::string const& folder, int threads) {
     std::signal(SIGINT, [](int) { s_isInterrupted = true; });
 
     Catalogue catalogue(folder);
-    catalogue.Load();
+    if (VFileManager::DefaultManager()->FileExistsAtPath(folder + "/photos.xml", nullptr)) {
+        catalogue.Load();
+    }
     VFolderListing::Options options;
     options.isRecursive = true;
     options.filter = [](auto const& entry) { return VImageReader::HasPictureExtension(entry.path); };
     VFolderListing const listing(pictures, options);
-    for (auto const& failure : listing.Failures()) {
-        VLog::TraceAt(VLog::eWarning, "%s\n", failure.ErrorDescription().CString());
+    if (!listing.Failures().empty()) { // the catalogue would lose what is not seen
+        VLog::TraceAt(VLog::eError, "%s\n", listing.Failures()[0].ErrorDescription().CString());
+        return kFailed;
     }
     std::vector<VObjectRef<Photo>> photos;
     for (auto const& entry : listing.Entries()) {

@@ -21,6 +21,8 @@ namespace VFoundation {
 /// error stream, whether or not notes are taken:
 /// "[VString] destroyed while 1 others hold it".
 ///
+/// Call stacks name the functions of a program that is linked with -rdynamic; `addr2line` finds the others.
+///
 /// Cost: a look-up for each object made and destroyed, with call stacks some microseconds more; nothing while
 /// stopped.
 /// Ownership: holds no reference to what it notes.

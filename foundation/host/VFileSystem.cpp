@@ -70,6 +70,13 @@ std::error_code CopyTo(fs::path const& from, fs::path const& to) {
     return error;
 }
 
+/// What may not be replaced: a pipe, a socket or a device.
+std::error_code Replaceable(std::string const& path) {
+    std::error_code error;
+    auto const status = fs::symlink_status(path, error);
+    return fs::is_other(status) ? std::make_error_code(std::errc::not_supported) : std::error_code();
+}
+
 } // namespace
 
 VFileSystem::Result::Result(std::string operation, std::error_code error)
@@ -91,6 +98,9 @@ VFileSystem::Result VFileSystem::Copy(std::string const& from, std::string const
     if (existing == Existing::kKeep && fs::symlink_status(to, error).type() != fs::file_type::not_found) {
         return Failed("copy to", to, std::make_error_code(std::errc::file_exists));
     }
+    if (error = Replaceable(to); error) {
+        return Failed("replace", to, error);
+    }
     if (fs::is_directory(from, error) && !fs::is_symlink(from, error) && IsWithin(to, from, error)) {
         return Failed("copy a folder into itself:", to, std::make_error_code(std::errc::invalid_argument));
     }
@@ -108,8 +118,11 @@ VFileSystem::Result VFileSystem::Copy(std::string const& from, std::string const
 }
 
 VFileSystem::Result VFileSystem::Move(std::string const& from, std::string const& to, Existing existing) {
-    std::error_code const error =
-        HostServices::Rename(from.c_str(), to.c_str(), existing == Existing::kReplace);
+    std::error_code error = existing == Existing::kReplace ? Replaceable(to) : std::error_code();
+    if (error) {
+        return Failed("replace", to, error);
+    }
+    error = HostServices::Rename(from.c_str(), to.c_str(), existing == Existing::kReplace);
     if (error != std::errc::cross_device_link) {
         return error ? Failed("move", from + " to " + to, error) : Result();
     }
@@ -125,10 +138,13 @@ VFileSystem::Result VFileSystem::Remove(std::string const& path) {
 
 VFileSystem::Result VFileSystem::RemoveAll(std::string const& path) {
     std::error_code error;
-    if (path.find_first_not_of('/') == std::string::npos) {
+    std::string const folder =
+        path.substr(0, path.find_last_not_of('/') + 1); // a '/' at the end follows a link
+    std::string const name = folder.substr(folder.rfind('/') + 1);
+    if (name.empty() || name == "." || name == "..") {
         error = std::make_error_code(std::errc::invalid_argument);
     } else {
-        fs::remove_all(path, error);
+        fs::remove_all(folder, error);
     }
     return error ? Failed("remove", path, error) : Result();
 }

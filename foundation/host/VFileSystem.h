@@ -48,8 +48,10 @@ class VFOUNDATION_API VFileSystem {
 
     /// What a copy or a move does when there is something at the target.
     enum class Existing {
-        kKeep,   ///< It fails with `std::errc::file_exists`.
-        kReplace ///< It takes the place of a file; a folder that is not empty is kept, and the operation fails.
+        kKeep, ///< It fails with `std::errc::file_exists`.
+        /// It takes the place of a file, a link or an empty folder. It fails where a folder that is not empty, a pipe, a
+        /// socket or a device is.
+        kReplace
     };
 
     /// Makes a folder and those that it lies in. Done as well when the folder is there.
@@ -62,8 +64,8 @@ class VFOUNDATION_API VFileSystem {
     static Result Move(std::string const& from, std::string const& to, Existing existing = Existing::kKeep);
     /// Removes a file, a link or an empty folder. Done as well when there is none.
     static Result Remove(std::string const& path);
-    /// Removes a folder with all that is in it; links in it are not followed. Refuses the empty path and "/". An error
-    /// ends it, with part of the folder gone.
+    /// Removes a folder with all that is in it; links are removed and not followed. Refuses the empty path, "/", and paths
+    /// that end in "." or "..". An error ends it, with part of the folder gone.
     static Result RemoveAll(std::string const& path);
 };
 

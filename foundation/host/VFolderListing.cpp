@@ -54,8 +54,10 @@ void VFolderListing::List(std::string const& folder, Options const& options,
     fs::directory_iterator iterator(folder, error);
     for (; !error && iterator != fs::directory_iterator(); iterator.increment(error)) {
         if (++m_seen > options.mostEntries) {
-            error = std::make_error_code(std::errc::value_too_large);
-            break;
+            m_failures.emplace_back("cannot list " + folder + " beyond " +
+                                        std::to_string(options.mostEntries) + " entries",
+                                    std::make_error_code(std::errc::value_too_large));
+            return;
         }
         Entry entry;
         entry.path = iterator->path().string();

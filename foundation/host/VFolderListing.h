@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace VFoundation {
@@ -52,7 +53,9 @@ class VFOUNDATION_API VFolderListing {
     explicit VFolderListing(std::string const& folder) : VFolderListing(folder, Options()) {}
     VFolderListing(std::string const& folder, Options const& options);
 
-    std::vector<Entry> const& Entries() const noexcept { return m_entries; }
+    std::vector<Entry> const& Entries() const& noexcept { return m_entries; }
+    /// Of a listing that is not kept, so that a loop may go over `VFolderListing(folder).Entries()`.
+    std::vector<Entry> Entries() && noexcept { return std::move(m_entries); }
     /// What could not be read, each with its path and the reason; empty for a complete listing.
     std::vector<VFileSystem::Result> const& Failures() const noexcept { return m_failures; }
 

@@ -25,12 +25,20 @@ VString ImageLoadReason::ErrorDescription() const {
 }
 
 void ImageLoadReason::Note(char const* path, char const* reason) noexcept {
+    Tell("load", path, reason);
+}
+
+void ImageLoadReason::NoteSaving(char const* path, char const* reason) noexcept {
+    Tell("save", path, reason);
+}
+
+void ImageLoadReason::Tell(char const* action, char const* path, char const* reason) noexcept {
     if (!t_innermost) {
         return;
     }
     try {
         t_innermost->m_text =
-            std::string("cannot load ") + path + ": " + (*reason ? reason : "there is no memory");
+            std::string("cannot ") + action + " " + path + ": " + (*reason ? reason : "there is no memory");
     } catch (std::exception const&) {
         t_innermost->m_text.clear();
     }

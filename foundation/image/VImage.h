@@ -57,8 +57,8 @@ class VFOUNDATION_API VImage : public Registered<VImage, VObject> {
 
     /// The image in the file (owned), from the cache if it is there. '\' counts as '/'. The extensions are
     /// "tga", "jpeg", "jpg" and "png", any case. Null when the path is null or has another extension, and when the
-    /// file is missing, damaged or too large, which the codec reports (`ImageLoadReason`). Without memory for the cache the image is not
-    /// cached.
+    /// file is missing, damaged or too large, which the codec reports (`ImageLoadReason`). Without memory for the cache
+    /// the image is not cached.
     [[nodiscard]] static VImage* ImageFromFile(char const* path);
 
     /// The first image cached under exactly this name (borrowed), or null.

@@ -16,7 +16,7 @@ VImage* VImageIOJPEG::LoadResolvedFile(VString const& path, bool exists) const {
         FileByteSource source(file);
         bitmap = DecodeJpeg(source, report);
     } else {
-        report.Fail("%s", exists ? file.ErrorDescription().CString() : "there is no such file");
+        report.Fail("%s", exists ? file.OpenErrorText().c_str() : "there is no such file");
     }
     return ImageFromBitmap(bitmap, "Failed to load image with JPG Data provider", report.reason, path);
 }

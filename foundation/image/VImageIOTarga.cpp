@@ -17,24 +17,36 @@
 #include "foundation/strings/VString.h"
 #include "foundation/threads/VThread.h"
 
+#include <cerrno>
 #include <cstdio>
+#include <system_error>
 
 namespace VFoundation {
 
 namespace {
 
-bool SaveInPlace(CGImage const& bitmap, VString const& path, bool flip) {
+/// The result of these is 0, or the system's error number.
+int SaveInPlace(CGImage const& bitmap, VString const& path, bool flip) {
     std::FILE* const file = VFile::vfc_fopen(path, "wb");
     if (!file) {
-        return false;
+        return errno;
     }
+    errno = 0;
     bool const isWritten = EncodeTarga(bitmap, flip, file);
-    return std::fclose(file) == 0 && isWritten;
+    int const error = isWritten ? 0 : errno;
+    bool const isClosed = std::fclose(file) == 0;
+    return isWritten && isClosed ? 0 : !isWritten && error != 0 ? error : errno != 0 ? errno : EIO;
 }
 
-bool SaveReplacing(CGImage const& bitmap, VString const& path, bool flip) {
+int SaveReplacing(CGImage const& bitmap, VString const& path, bool flip) {
     FileReplacer replacer(path.CString());
-    return replacer.Stream() && EncodeTarga(bitmap, flip, replacer.Stream()) && replacer.Commit();
+    errno = 0;
+    bool const isWritten = replacer.Stream() && EncodeTarga(bitmap, flip, replacer.Stream());
+    int const error = errno;
+    if (isWritten && replacer.Commit()) {
+        return 0;
+    }
+    return replacer.Error() != 0 ? replacer.Error() : error != 0 ? error : EIO;
 }
 
 } // namespace
@@ -46,7 +58,7 @@ VImage* VImageIOTarga::LoadResolvedFile(VString const& path, bool exists) const 
     if (!exists) {
         report.Fail("there is no such file");
     } else if (!file.OpenForReading(path)) {
-        report.Fail("%s", file.ErrorDescription().CString());
+        report.Fail("%s", file.OpenErrorText().c_str());
     } else {
         try {
             auto image = VObjectRef<VImage>::Adopt(VImage::New());
@@ -97,14 +109,21 @@ bool VImageIOTarga::SaveImageToFile(VImage const& image, VString const& path) co
 bool VImageIOTarga::SaveImageFromPixelData(VImage const& image, VString const& path, bool flip) const {
     CGImage const* const bitmap = image.ImageRef();
     if (!bitmap || bitmap->Width() > kMaxSide || bitmap->Height() > kMaxSide) {
+        ImageLoadReason::NoteSaving(path.CString(),
+                                    bitmap ? "a side is longer than 65535 pixels" : "it has no pixels");
         return false;
     }
-    bool isSaved = false;
+    int error = ENOMEM;
     DoWithinMemory([&] {
-        isSaved = m_saving == Saving::kReplacing ? SaveReplacing(*bitmap, path, flip)
-                                                 : SaveInPlace(*bitmap, path, flip);
+        error = m_saving == Saving::kReplacing ? SaveReplacing(*bitmap, path, flip)
+                                               : SaveInPlace(*bitmap, path, flip);
     });
-    return isSaved;
+    if (error != 0) {
+        DoWithinMemory([&] {
+            ImageLoadReason::NoteSaving(path.CString(), std::system_category().message(error).c_str());
+        });
+    }
+    return error == 0;
 }
 
 std::unique_ptr<VBitmapContext> VImageIOTarga::CreateARGBBitmapContext(CGImage const* image) {

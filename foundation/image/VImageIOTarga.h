@@ -52,7 +52,7 @@ class VFOUNDATION_API VImageIOTarga : public ImageFileCodec {
     [[nodiscard]] VObjectArray* SupportedFileExtensions() const override;
 
     /// Writes the image's pixels, upside down with `flip`. False for an image without bitmap or with a side
-    /// beyond `kMaxSide`, and when the file could not be made or written whole.
+    /// beyond `kMaxSide`, and when the file could not be made or written whole (`ImageLoadReason`).
     bool SaveImageFromPixelData(VImage const& image, VString const& path, bool flip) const;
 
     /// A transparent context of the size of the image; null for null and without memory.

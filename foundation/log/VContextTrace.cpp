@@ -1,5 +1,6 @@
 #include "foundation/log/VContextTrace.h"
 
+#include "foundation/host/VFile.h"
 #include "foundation/log/internal/ContextTraceHook.h"
 #include "foundation/log/internal/MonotonicClock.h"
 #include "foundation/log/internal/UTF8Text.h"
@@ -41,7 +42,10 @@ std::string Microseconds(std::uint64_t nanoseconds) {
 /// Writes a file whole or removes it.
 class OutputFile {
   public:
-    explicit OutputFile(char const* path) : m_path(path), m_file(path ? std::fopen(path, "w") : nullptr) {}
+    explicit OutputFile(char const* path) : m_path(path) {
+        errno = EINVAL; // for a null path
+        m_file = VFile::vfc_fopen(path, "w");
+    }
     OutputFile(OutputFile const&) = delete;
     OutputFile& operator=(OutputFile const&) = delete;
     ~OutputFile() { Finish(false); }
@@ -71,7 +75,7 @@ class OutputFile {
 
   private:
     char const* m_path;
-    std::FILE* m_file;
+    std::FILE* m_file = nullptr;
     int m_error = 0;
 };
 

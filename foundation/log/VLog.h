@@ -134,7 +134,7 @@ class VFOUNDATION_API VLog : public Registered<VLog, VObject> {
 
     /// A second log (retained) that gets each line before this one writes it, as it stands; null for none. It keeps its
     /// own count of lost lines, and what it throws is dropped. It does not pass the lines on to a second log of its
-    /// own. Two logs that hand their lines to each other keep each other alive. False, and nothing changed, for this log itself.
+    /// own. Two logs that are each other's second log keep each other alive. False, and nothing changed, for this log.
     bool SetTee(VLog* second);
 
     /// Whether the library writes what it routinely does: the start and end of its threads, the steps of its shut-down;

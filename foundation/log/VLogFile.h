@@ -32,8 +32,8 @@ class ThreadPresence;
 /// in the buffer are lost, unless `SetFlushEachLine` was called.
 ///
 /// Failures: `DroppedLines` counts the lines that found the queue of `kQueueCapacity` lines full (unless
-/// `SetFullQueueWait` lets them wait), no memory, no way past a stuck thread, or no space on the disk. A line that the disk took only in part is cut off
-/// again.
+/// `SetFullQueueWait` lets them wait), no memory, no way past a stuck thread, or no space on the disk. A line that the
+/// disk took only in part is cut off again.
 ///
 /// The thread gathers lines for some milliseconds, unless the queue fills up, which costs about 1 % of a core
 /// while nothing is logged. It is woken through semaphores that all processes of the system share ("VLogFile"

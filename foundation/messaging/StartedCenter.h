@@ -13,7 +13,8 @@ namespace VFoundation {
 ///     center->FinishCenter(); // delivers what is still queued
 ///
 /// The destructor waits for a handler that is running, and nothing that goes wrong is passed on. What is still queued
-/// then is dropped.
+/// then is dropped. Each of these centres keeps the memory of a thread's stack until the process ends, so make one for
+/// the program and not one for each task.
 ///
 /// Ownership: holds the centre.
 /// Threads: made and destroyed by the centre's owner; the centre as `VMessageCenter` says.

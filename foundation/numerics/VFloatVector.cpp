@@ -14,6 +14,7 @@
 #include <numeric>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace VFoundation {
 
@@ -89,6 +90,15 @@ VFloatVector::VFloatVector(VFloatVector const& other) : Registered(nullptr), m_d
 
 VFloatVector& VFloatVector::operator=(VFloatVector const& other) {
     m_data = other.m_data;
+    return *this;
+}
+
+VFloatVector::VFloatVector(VFloatVector&& other) noexcept
+    : Registered(LoadClassSlot(ms_theClass)), m_data(std::move(other.m_data)) {
+}
+
+VFloatVector& VFloatVector::operator=(VFloatVector&& other) noexcept {
+    m_data = std::move(other.m_data);
     return *this;
 }
 

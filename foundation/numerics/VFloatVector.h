@@ -32,6 +32,9 @@ class VFOUNDATION_API VFloatVector : public Registered<VFloatVector, VObject> {
     explicit VFloatVector(long count = 0) : VFloatVector(nullptr, count) {}
     VFloatVector(VFloatVector const& other);
     VFloatVector& operator=(VFloatVector const& other);
+    /// Takes the elements; `other` is empty then.
+    VFloatVector(VFloatVector&& other) noexcept;
+    VFloatVector& operator=(VFloatVector&& other) noexcept;
     ~VFloatVector() override;
 
     /// An empty vector (owned).

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cmath>
 #include <functional>
+#include <utility>
 
 namespace VFoundation {
 
@@ -43,6 +44,16 @@ VFloatVectorMapXY::VFloatVectorMapXY(VFloatVectorMapXY const& other)
 
 VFloatVectorMapXY& VFloatVectorMapXY::operator=(VFloatVectorMapXY const& other) {
     SetPoints(other.m_x, other.m_y);
+    return *this;
+}
+
+VFloatVectorMapXY::VFloatVectorMapXY(VFloatVectorMapXY&& other) noexcept
+    : Registered(LoadClassSlot(ms_theClass)), m_x(std::move(other.m_x)), m_y(std::move(other.m_y)) {
+}
+
+VFloatVectorMapXY& VFloatVectorMapXY::operator=(VFloatVectorMapXY&& other) noexcept {
+    m_x = std::move(other.m_x);
+    m_y = std::move(other.m_y);
     return *this;
 }
 

@@ -26,6 +26,9 @@ class VFOUNDATION_API VFloatVectorMapXY : public Registered<VFloatVectorMapXY, V
     explicit VFloatVectorMapXY(VClass* cls = nullptr);
     VFloatVectorMapXY(VFloatVectorMapXY const& other);
     VFloatVectorMapXY& operator=(VFloatVectorMapXY const& other);
+    /// Takes the points; `other` has none then.
+    VFloatVectorMapXY(VFloatVectorMapXY&& other) noexcept;
+    VFloatVectorMapXY& operator=(VFloatVectorMapXY&& other) noexcept;
     ~VFloatVectorMapXY() override;
 
     /// A curve without points (owned).

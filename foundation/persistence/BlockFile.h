@@ -43,6 +43,8 @@ class VFOUNDATION_API BlockFile {
     bool OpenForChecksum(char const* path);
     /// Writes a new file, which `Close` puts into the place of the one that is there.
     bool OpenForReplacing(char const* path);
+    /// Opens nothing, for this reason; false.
+    bool Refuse(int error) noexcept;
     bool IsOpen() const noexcept { return m_stream != nullptr; }
     /// False when bytes were lost in writing since the file was opened; no file is replaced then.
     bool Close();

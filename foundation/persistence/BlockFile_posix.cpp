@@ -49,9 +49,13 @@ bool BlockFile::OpenForReplacing(char const* path) {
     return true;
 }
 
-/// -1 for a stream in memory.
 int BlockFile::Descriptor() const noexcept {
     return ::fileno(m_stream);
+}
+
+bool BlockFile::Refuse(int error) noexcept {
+    errno = error;
+    return Open(nullptr, false);
 }
 
 bool BlockFile::Open(std::FILE* stream, bool forWriting) {
@@ -71,9 +75,7 @@ bool BlockFile::Open(std::FILE* stream, bool forWriting) {
         return false;
     }
     m_stream = stream;
-    if (Descriptor() >= 0) {
-        std::setvbuf(stream, nullptr, _IONBF, 0); // the block is the buffer
-    }
+    std::setvbuf(stream, nullptr, _IONBF, 0); // the block is the buffer
     m_error = 0;
     m_forWriting = forWriting;
     m_atEnd = false;
@@ -237,12 +239,6 @@ bool BlockFile::Overwrite(long position, void const* bytes, std::size_t size) {
         Flush();
     }
     errno = 0;
-    if (Descriptor() < 0) {
-        bool const isDone = std::fseek(m_stream, position, SEEK_SET) == 0 &&
-                            std::fwrite(bytes, 1, size, m_stream) == size &&
-                            std::fseek(m_stream, m_blockPosition, SEEK_SET) == 0;
-        return isDone ? !m_failed : Fail(errno);
-    }
     // The stream has no buffer, and its position stays at the start of the block.
     auto const written = ::pwrite(Descriptor(), bytes, size, position);
     return written == static_cast<::ssize_t>(size) ? !m_failed : Fail(errno);

@@ -24,7 +24,7 @@ namespace VFoundation {
 class VFOUNDATION_API LoadReport {
   public:
     enum eLoss : int {
-        /// A class that is not registered: call its `TheClass()` first. The class that sorts last is not found by name.
+        /// A class that is not registered (`RegisterClasses`). The class that sorts last is not found by name.
         kUnknownClass = 0,
         /// A class that makes no objects, no memory for one, or half of a pair.
         kNotMade = 1,

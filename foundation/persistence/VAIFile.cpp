@@ -7,6 +7,7 @@
 #include "foundation/strings/VData.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstring>
 #include <limits>
 #include <new>
@@ -87,7 +88,7 @@ bool VAIFile::OpenFile(char const* path, long mode) {
         return m_file.OpenForReading(path);
     }
     if (!(mode & kWrite)) {
-        return false;
+        return m_file.Refuse(EINVAL);
     }
     return (mode & kReplaceOnClose) ? m_file.OpenForReplacing(path)
            : (mode & kChecksum)     ? m_file.OpenForChecksum(path)

@@ -15,9 +15,10 @@ namespace VFoundation {
 ///     archive.AddFile("a.png", data.Get());
 ///     if (!archive.SaveFile("files.archive")) { ... archive.ErrorDescription() ... }
 ///
-/// In a file with other chunks an archive is one object more, `archive.Serialize(file)`. Read archives chunk-safe. A file without an archive reads as an empty one, unknown chunks are skipped, and bytes
-/// that the file lacks are zero. A length far beyond the file is an out-of-memory `VException` from `VData`: the
-/// chunks are closed then, and the lists hold the elements before it.
+/// In a file with other chunks an archive is one object more, `archive.Serialize(file)`. Read archives chunk-safe. A
+/// file without an archive reads as an empty one, unknown chunks are skipped, and bytes that the file lacks are zero. A
+/// length far beyond the file is an out-of-memory `VException` from `VData`: the chunks are closed then, and the lists
+/// hold the elements before it.
 ///
 /// DELIBERATE: the result says nothing of what was damaged when an archive is read; a file that holds none gives an empty
 /// archive. `ErrorDescription()` and the file's report tell.

@@ -144,7 +144,7 @@ bool VXMLFile::Loaded(bool isLoaded, char const* path) {
 
 bool VXMLFile::Started(bool isStarted, char const* path) {
     RememberPath(path);
-    m_failedAction = isStarted ? nullptr : "start";
+    m_failedAction = isStarted ? nullptr : kStartAction;
     return isStarted;
 }
 

@@ -255,9 +255,9 @@ class VFOUNDATION_API VXMLFile : public Registered<VXMLFile, VObject> {
     virtual bool IsLoading() const;
     virtual bool IsSaving() const;
 
-    /// Why the last opening, closing or `LoadObject` failed: what, the file, the line and column of a text that is not well-formed, and
-    /// the system's reason, as in "cannot load prefs.xml at line 3, column 7: not a well-formed document, or one beyond
-    /// the limits"; empty when it did not fail. Without memory `std::bad_alloc`.
+    /// Why the last opening, closing or `LoadObject` failed, with the file, the line and column of a text that is not
+    /// well-formed, and the system's reason, as in "cannot load prefs.xml at line 3, column 7: not a well-formed
+    /// document, or one beyond the limits"; empty when it did not fail. Without memory `std::bad_alloc`.
     VString ErrorDescription() const;
     /// What was passed over while the document loaded; kept until another is opened.
     LoadReport const& Report() const noexcept { return m_report; }
@@ -303,6 +303,7 @@ class VFOUNDATION_API VXMLFile : public Registered<VXMLFile, VObject> {
     VObjectRef<VString> m_pFileName;   // null until the first successful opening
     LoadReport m_report;
     static constexpr char kLoadAllAction[] = "load all of";
+    static constexpr char kStartAction[] = "start";
     char const* m_failedAction = nullptr; // null when the last opening or closing did not fail
     std::string m_path; // of the last document; empty for one in memory, and when memory ran out
 };

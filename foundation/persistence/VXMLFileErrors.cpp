@@ -42,7 +42,9 @@ VString VXMLFile::ErrorDescription() const {
     } else if (failure.systemError != 0) {
         text += std::system_category().message(failure.systemError);
     } else {
-        text += failure.reason ? failure.reason : "the root element has another name";
+        text += failure.reason                   ? failure.reason
+                : m_failedAction == kStartAction ? "no name for a root element"
+                                                 : "the root element has another name";
     }
     return text;
 }

@@ -97,9 +97,9 @@ class VFOUNDATION_API VString : public Registered<VString, VObject> {
     }
     /// The one character; the zero character clears.
     VString& operator=(char character);
-    /// A number is no text: append it to the empty string.
+    /// A number is no text, nor is an enumerator: append it to the empty string.
     template <class Number>
-    requires(std::is_arithmetic_v<Number> && !std::same_as<Number, char>) VString&
+    requires((std::is_arithmetic_v<Number> || std::is_enum_v<Number>)&&!std::same_as<Number, char>) VString&
     operator=(Number number) = delete;
 
     /// Takes the first `length` bytes of `text`. Where the text is shorter, the rest is NUL. With the string's own

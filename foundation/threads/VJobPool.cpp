@@ -20,6 +20,8 @@ constexpr int kMostThreads = 1024;
 constexpr int kLooksBeforeSleep = 200;
 /// The lock is held for less than this, unless its holder lost its core.
 constexpr int kTriesBeforeWait = 100;
+/// In ms, between two tries to start a thread for what waits.
+constexpr long kBetweenStarts = 20;
 
 int UsableThreads(int threads) {
     int const wanted = threads > 0 ? threads : static_cast<int>(std::thread::hardware_concurrency());
@@ -155,13 +157,26 @@ bool VJobPool::StartThread() {
     return false;
 }
 
-/// The thread's last step. When a job has ended the thread, another takes its place.
+/// True when what was added will be run. Starts a thread if there is none.
+bool VJobPool::IsServed() {
+    detail::MutexLock const lock(m_lock);
+    return !m_workers.empty() || StartThread();
+}
+
+/// The thread's last step. When a job has ended the thread, another takes its place; if none can be started, those that
+/// wait for the jobs try again.
 void VJobPool::Leave(Worker* worker) noexcept {
     Worker::t_current = nullptr;
     detail::MutexLock const lock(m_lock);
     m_workers.erase(std::find(m_workers.begin(), m_workers.end(), worker));
-    if (!m_ending.load()) {
-        m_isComplete.store(StartThread(), std::memory_order_relaxed);
+    if (m_ending.load()) {
+        return;
+    }
+    bool const isReplaced = StartThread();
+    m_isComplete.store(isReplaced, std::memory_order_relaxed);
+    if (!isReplaced) {
+        m_timesDone.fetch_add(1);
+        FutexWakeAll(m_timesDone);
     }
 }
 
@@ -381,7 +396,8 @@ void VJobPool::WaitForAll() {
         if (m_unfinished.load() == 0) {
             break;
         }
-        FutexWait(m_timesDone, seen, nullptr);
+        MonotonicTime const soon = MillisecondsFromNow(kBetweenStarts);
+        FutexWait(m_timesDone, seen, IsServed() ? nullptr : &soon);
     }
     m_waiters.fetch_sub(1);
 }

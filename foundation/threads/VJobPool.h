@@ -28,7 +28,7 @@ class ForkHook;
 ///     for (auto const& file : files) {
 ///         pool.Run([&file] { MakeThumbnail(file); });
 ///     }
-///     pool.AddJob(job, 5);                                      // a VJob, with its delegate and its times
+///     pool.AddJob(job);                         // a VJob, with its priority, its delegate and its times
 ///     pool.WaitForAll();
 ///
 /// Unlike a `VJobServer` it has no name, shares nothing with other processes, and its queue is bounded by memory only.
@@ -89,6 +89,7 @@ class VFOUNDATION_API VJobPool {
 
     bool Add(Task* adopted);
     bool HaveThread();
+    bool IsServed();
     bool StartThread() VFOUNDATION_REQUIRES(m_lock);
     void Lock() VFOUNDATION_THREAD_ATTRIBUTE(acquire_capability(m_lock));
     Task* Take(Worker& worker);

@@ -34,7 +34,8 @@ class WaitingJobs;
 ///     server->EndServer(true);
 ///
 /// End a server before its last `Release`: its thread holds a reference, and after that no one could end it. It
-/// can be started again; jobs still queued are run then.
+/// can be started again; jobs still queued are run then. Each start keeps the memory of a thread's stack until the
+/// process ends: start a server once, or use a `VJobPool`.
 ///
 /// The name is that of a semaphore which the whole system shares (`VSemaphore`): choose one that no other
 /// server on the machine has, and without '/'. A server whose semaphore cannot be opened takes jobs and runs

@@ -5,6 +5,10 @@
 
 namespace VFoundation {
 
+int VThread::CreateSystemThread(ThreadID& id, Body body, void* argument) {
+    return pthread_create(&id, nullptr, body, argument);
+}
+
 /// Unwinds the stack, so that the objects on it are destroyed.
 void VThread::EndThread() {
     pthread_exit(nullptr);

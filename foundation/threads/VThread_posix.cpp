@@ -2,13 +2,8 @@
 
 #include <cerrno>
 #include <ctime>
-#include <pthread.h>
 
 namespace VFoundation {
-
-int VThread::CreateSystemThread(ThreadID& id, Body body, void* argument) {
-    return pthread_create(&id, nullptr, body, argument);
-}
 
 void VThread::Sleep(long milliseconds) {
     if (milliseconds <= 0) {

@@ -3,7 +3,8 @@
 
 What Linux or the GNU C library has and POSIX.1-2008 does not belongs to *_linux.cpp, *_linux.h and launcher/linux/
 (docs/porting.md). Comments are not looked at, texts are: a path below /proc is a call too. Tests, benchmarks and fuzz
-targets may use it.
+targets may use it. Public headers include no header of any system, POSIX or not. docs/porting.md lists the files of one
+system, no more and no fewer.
 """
 import pathlib
 import re
@@ -33,13 +34,16 @@ NAMES = {
     "the inside of a C++ run-time library": r"abi::\w+|__cxa_\w+|__forced_unwind",
     "a system asked for by name": r"__linux__|__gnu_linux__|__GLIBC\w*|_GNU_SOURCE|__APPLE__|__FreeBSD__|_WIN32",
 }
+SYSTEM_HEADERS = r"(?:[a-z]+/)?\w+\.h" # what the standard library has is without the .h
 PATHS = r'"/(proc|sys)/[^"]*"'
 
 # file, what it may use, reason
 EXCEPTIONS = (
     ("foundation/core/VAtomicOp.h", ("sys/single_threaded.h", "__libc_single_threaded"),
      "inline and public; chosen by __has_include, and counts without it are only slower"),
+    ("foundation/threads/VThread.h", ("pthread.h",), "the ids of threads are the system's; POSIX"),
 )
+PORTING = "docs/porting.md"
 
 
 def without_comments(text):
@@ -56,6 +60,8 @@ def findings_in(path, text, used):
             allowed.update({name: row for name in row[1]})
     text = without_comments(text)
     searches = [("a header of one system", rf"#\s*include\s*<({HEADERS})>"), ("a path of Linux", f"({PATHS})")]
+    if path.startswith("foundation/") and path.endswith(".h") and "/internal/" not in path:
+        searches += [("a header of the system in a public header", rf"#\s*include\s*<({SYSTEM_HEADERS})>")]
     searches += [(what, rf"(?<!\w)({names})(?!\w)") for what, names in NAMES.items()]
     for what, pattern in searches:
         for match in re.finditer(pattern, text):
@@ -63,6 +69,15 @@ def findings_in(path, text, used):
                 used.add(allowed[match.group(1)])
                 continue
             yield f"{path}:{text.count(chr(10), 0, match.start()) + 1}: {match.group(1)} is {what}"
+
+
+def files_of_one_system():
+    """Those that the page does not name, and those that it names and that are not there."""
+    there = {file.as_posix().removeprefix("foundation/") for folder in FOLDERS for system in ("linux", "posix")
+             for file in pathlib.Path(folder).rglob(f"*_{system}.cpp")}
+    named = set(re.findall(r"`([\w/]+_(?:linux|posix)\.cpp)`", pathlib.Path(PORTING).read_text(encoding="utf-8")))
+    yield from (f"{PORTING}: {path} is not named" for path in sorted(there - named) if "_linux" in path)
+    yield from (f"{PORTING}: {path} does not exist" for path in sorted(named - there))
 
 
 def main():
@@ -73,6 +88,7 @@ def main():
             path = file.as_posix()
             if file.suffix in (".h", ".cpp") and not file.stem.endswith("_linux") and "launcher/linux/" not in path:
                 findings += findings_in(path, file.read_text(encoding="utf-8"), used)
+    findings += files_of_one_system()
     findings += [f"no longer needed: {row}" for row in EXCEPTIONS if row not in used]
     print("\n".join(findings) or "systems: what only Linux has is in its own files")
     return 1 if findings else 0

@@ -210,9 +210,9 @@ class Shell:
 
 def words_of(source):
     found = set()
-    for folder in ("foundation", "launcher", "tools", "tests", "fuzz", "benchmarks", "examples"):
+    for folder in ("foundation", "launcher", "tools", "tests", "fuzz", "benchmarks", "examples", "cmake"):
         for path in (source / folder).rglob("*.*"):
-            if path.suffix in (".h", ".cpp", ".py", ".sh"):
+            if path.suffix in (".h", ".cpp", ".py", ".sh", ".cmake"):
                 found.add(path.stem)
                 found.update(re.findall(r"\w+", path.read_text(encoding="utf-8")))
     return found

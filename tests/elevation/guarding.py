@@ -186,7 +186,7 @@ def password_passes_the_launcher_by(world, desktop):
             wait_for("the typed text", lambda: holds(dialog, typed.encode()))
             if hide:
                 desktop.key("Return")
-                wait_for("sudo's next question", lambda: set(running("QuillmarkDialog")) - {dialog})
+                wait_for("sudo's next question", lambda: set(running("QuillmarkDialog")) and dialog not in running("QuillmarkDialog"))
             else:
                 with next_question():
                     desktop.key("Return")
@@ -242,7 +242,7 @@ def program_starts_clean(world, desktop):
 for name, limit in (("CPU", 77), ("FSIZE", 5000000), ("NOFILE", 64), ("CORE", 0), *(() if sys.argv[2] == "sanitized" else (("AS", 1 << 33),))):
     number = getattr(resource, "RLIMIT_" + name)
     resource.setrlimit(number, (limit, limit if sys.argv[1] == "hard" else resource.getrlimit(number)[1]))
-os.sched_setaffinity(0, {sorted(os.sched_getaffinity(0))[-1]}); os.sched_setscheduler(0, os.SCHED_IDLE, os.sched_param(0))
+os.sched_setaffinity(0, {sorted(os.sched_getaffinity(0))[-1]}); os.sched_setscheduler(0, os.SCHED_BATCH, os.sched_param(0))
 os.nice(7); os.umask(0o777); open("/proc/self/oom_score_adj", "w").write("1000")
 for number in range(1, 65):
     if number not in (9, 19, 32, 33): signal.signal(number, signal.SIG_IGN)

@@ -89,9 +89,10 @@ def blocked_display(world, desktop):
         os.chmod("/tmp/.X11-unix/X77", 0o777)
         server.listen(20)
         environment = {"DISPLAY": ":77"}
-        Run(world, USERS["admin"], environment=environment).ends(1, "", "Copied the authorisation = \n")
-        Run(world, USERS["yes"], without_guide(world), environment).ends(
-            1, "Status is invalid -60031\n", "ALERT: Error: Unable")
+        asking = Run(world, USERS["admin"], environment=environment)  # both at once, as each waits for seconds
+        telling = Run(world, USERS["yes"], without_guide(world), environment)
+        asking.ends(1, "", "Copied the authorisation = \n")
+        telling.ends(1, "Status is invalid -60031\n", "ALERT: Error: Unable")
         assert not running("QuillmarkDialog")
         run = Run(world, USERS["admin"], environment=environment)
         wait_for("the dialog program", lambda: running("QuillmarkDialog"))

@@ -69,7 +69,13 @@ class CatalogueTest(unittest.TestCase):
 
         before = [content(os.path.join(self.catalogue, name)) for name in FILES]
         self.assertNotIn(" of ", self.make().stdout, "nothing was decoded again")
+        none = run("make", self.pictures + "-elsewhere", self.catalogue)
+        self.assertEqual(none.returncode, 3)
+        self.assertIn("-elsewhere: No such file or directory\n", none.stderr)
         self.assertEqual([content(os.path.join(self.catalogue, name)) for name in FILES], before)
+        missing = run("show", self.catalogue + "-elsewhere")
+        self.assertEqual((missing.returncode, missing.stdout), (1, "0 photos, 0 pairs look alike\n"))
+        self.assertIn("-elsewhere/photos.xml: No such file or directory\n", missing.stderr)
         changed = os.path.join(self.pictures, "samples", "colour.jpg")
         os.utime(changed, (1, 1))
         with open(os.path.join(self.pictures, "broken.png"), "wb") as broken:
@@ -94,6 +100,10 @@ class CatalogueTest(unittest.TestCase):
                 where = r" at line \d+, column \d+: \w+" if name.endswith(".xml") else r"(: | at offset \d+: )\w+"
                 self.assertEqual(shown.returncode, 1, (name, at, shown))
                 self.assertRegex(shown.stderr, "WARNING: .*" + re.escape(path) + where, (name, at))
+            if name == "photos.xml":
+                with open(path, "wb") as file:
+                    file.write(saved.replace(b' id="1"', b' id="2147483647"')) # after it there is none
+                self.assertIn("not read (Photo)", self.show().stderr)
             made = self.make()
             self.assertEqual(made.returncode, 0, made)
             self.assertIn(path, made.stderr)

@@ -87,6 +87,13 @@ TEST(VFileSystem, CopiesFolders) {
     EXPECT_FALSE(VFileSystem::Copy(folder.Path("a"), folder.Path("second")));
     EXPECT_EQ(ErrorOf(VFileSystem::Copy(folder.Path("a/pipe"), folder.Path("third"))),
               std::errc::not_supported);
+    std::string const file = folder.Path("copy/b/file");
+    for (auto const operation : {&VFileSystem::Copy, &VFileSystem::Move}) {
+        auto const refused = operation(file, folder.Path("a/pipe"), Existing::kReplace);
+        EXPECT_EQ(refused.ErrorDescription(),
+                  "cannot replace " + folder.Path("a/pipe") + ": Operation not supported");
+        EXPECT_TRUE(fs::is_fifo(folder.Path("a/pipe")));
+    }
     EXPECT_EQ(CountIn(folder.Path("")), 2);
 }
 
@@ -110,6 +117,14 @@ TEST(VFileSystem, MovesAndRemoves) {
     fs::create_directories(folder.Path("a/b"));
     fs::create_symlink(file, folder.Path("a/link"));
     EXPECT_EQ(ErrorOf(VFileSystem::Remove(folder.Path("a"))), std::errc::directory_not_empty);
+    for (char const* const end : {"a/.", "a/b/..", "a/b/../"}) {
+        EXPECT_EQ(ErrorOf(VFileSystem::RemoveAll(folder.Path(end))), std::errc::invalid_argument) << end;
+        EXPECT_TRUE(fs::exists(folder.Path("a/b")));
+    }
+    fs::create_symlink("a", folder.Path("toA"));
+    EXPECT_TRUE(VFileSystem::RemoveAll(folder.Path("toA/")));
+    EXPECT_FALSE(fs::is_symlink(folder.Path("toA")));
+    EXPECT_TRUE(fs::exists(folder.Path("a/b"))) << "of the link's folder nothing is removed";
     EXPECT_TRUE(VFileSystem::RemoveAll(folder.Path("a")));
     EXPECT_FALSE(fs::exists(folder.Path("a")));
     EXPECT_TRUE(fs::exists(file)) << "a link is not followed";
@@ -126,7 +141,7 @@ TEST(VFileSystem, NeverRemovesTheRoot) {
     testing_support::InChild([&folder] {
         ASSERT_EQ(::chroot(folder.Path("").c_str()), 0);
         ASSERT_EQ(::chdir("/"), 0);
-        for (char const* const refused : {"", "/", "//"}) {
+        for (char const* const refused : {"", "/", "//", "/.", "/.."}) {
             EXPECT_EQ(ErrorOf(VFileSystem::RemoveAll(refused)), std::errc::invalid_argument) << refused;
         }
     });

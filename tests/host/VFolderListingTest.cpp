@@ -52,6 +52,13 @@ TEST(VFolderListing, TellsWhatIsMissing) {
     VFolderListing const cut(folder.Path(""), options);
     EXPECT_EQ(cut.Entries().size(), 9U);
     ASSERT_EQ(cut.Failures().size(), 1U);
+    EXPECT_TRUE(cut.Failures()[0].ErrorDescription().View().starts_with("cannot list " + folder.Path("") +
+                                                                        " beyond 9 entries: "));
+    long listed = 0;
+    for (auto const& entry : VFolderListing(folder.Path(""), options).Entries()) {
+        listed += entry.path.empty() ? 0 : 1; // the entries outlive their listing
+    }
+    EXPECT_EQ(listed, 9);
     options.mostEntries = 10;
     EXPECT_TRUE(VFolderListing(folder.Path(""), options).Failures().empty());
 

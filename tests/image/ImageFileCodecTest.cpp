@@ -192,6 +192,12 @@ TEST_F(ImageFileCodecTest, TellsItsReasonToWhoeverAsks) {
     EXPECT_TRUE(reason.ErrorDescription().View().starts_with(start)) << reason.ErrorDescription();
     EXPECT_EQ(VImageIOTarga().LoadImageFromFile(m_scratch.Path()), nullptr);
     EXPECT_TRUE(reason.ErrorDescription().View().starts_with(start)) << reason.ErrorDescription();
+    for (std::string const extension : {"png", "jpg", "tga"}) {
+        std::string const path = m_scratch.Folder() / ("folder." + extension);
+        std::filesystem::create_directory(path);
+        EXPECT_EQ(VImage::ImageFromFile(path.c_str()), nullptr);
+        EXPECT_EQ(reason.ErrorDescription(), "cannot load " + path + ": Is a directory");
+    }
     VImage image;
     EXPECT_FALSE(VImageIOTarga().ConvertDataToImage(VData(3), image));
     EXPECT_TRUE(reason.ErrorDescription().View().starts_with("cannot load a picture in memory: "))

@@ -49,6 +49,11 @@ class ImageTest : public testing::Test {
         return PixelsOf(ImageRef::Adopt(codec.LoadImageFromFile(path)).Get());
     }
 
+    static void SetPixels(VImage& image, std::uint32_t width, Pixels const& pixels) {
+        auto const height = static_cast<std::uint32_t>(pixels.size()) / width;
+        image.SetImageRef(VBitmapImage::FromPixels(width, height, pixels).Detach());
+    }
+
     testing_support::ScratchFile m_scratch;
 };
 

@@ -1,5 +1,6 @@
 #include "foundation/image/VImageIOTarga.h"
 #include "foundation/containers/VObjectArray.h"
+#include "foundation/image/ImageLoadReason.h"
 #include "foundation/image/VBitmapContext.h"
 #include "tests/image/ImageTestSupport.h"
 #include "tests/support/FailingReads.h"
@@ -65,12 +66,6 @@ class VImageIOTargaTest : public ImageTest {
             *hasAlpha = image && image->HasAlpha();
         }
         return PixelsOf(image.Get());
-    }
-
-    static void SetPixels(VImage& image, std::uint32_t width, Pixels const& pixels) {
-        auto const height = static_cast<std::uint32_t>(pixels.size()) / width;
-        image.SetImageRef(VBitmapImage::Create(width, height, 4UL * width, nullptr, pixels.data(),
-                                               4 * pixels.size(), nullptr));
     }
 };
 
@@ -215,16 +210,32 @@ TEST_F(VImageIOTargaTest, SavesTheBytesOfTheFormat) {
     EXPECT_TRUE(*static_cast<VString*>(extensions->ObjectAtIndex(0)) == "tga");
 }
 
-TEST_F(VImageIOTargaTest, SaysWhenItCannotSave) {
+TEST_F(VImageIOTargaTest, SaysWhyItCannotSave) {
+    using Saving = VImageIOTarga::Saving;
     VImage image;
+    ImageLoadReason const reason;
+    auto const reasonOf = [&](char const* path, Saving saving) {
+        EXPECT_FALSE(VImageIOTarga(false, saving).SaveImageToFile(image, path)) << path;
+        std::string const text = reason.ErrorDescription().StdString();
+        std::string const start = std::string("cannot save ") + path + ": ";
+        EXPECT_TRUE(text.starts_with(start)) << text;
+        return text.substr(std::min(start.size(), text.size()));
+    };
     Pixels const wide(65536);
-    EXPECT_FALSE(VImageIOTarga().SaveImageToFile(image, m_scratch.Path()));
+    EXPECT_EQ(reasonOf(m_scratch.Path(), Saving::kInPlace), "it has no pixels");
     SetPixels(image, 65536, wide);
-    EXPECT_FALSE(VImageIOTarga().SaveImageToFile(image, m_scratch.Path()));
+    EXPECT_EQ(reasonOf(m_scratch.Path(), Saving::kInPlace), "a side is longer than 65535 pixels");
     EXPECT_FALSE(std::filesystem::exists(m_scratch.Path()));
-    SetPixels(image, 256, wide);
-    for (char const* const path : {"/no/folder.tga", "/dev/full"}) {
-        EXPECT_FALSE(VImageIOTarga().SaveImageToFile(image, path)) << path;
+    for (unsigned const width : {1U, 256U}) { // the first is written only when the file is closed
+        SetPixels(image, width, Pixels(width * width));
+        for (auto const saving : {Saving::kInPlace, Saving::kReplacing}) {
+            EXPECT_EQ(reasonOf("/no/folder.tga", saving), "No such file or directory");
+            EXPECT_EQ(reasonOf("/dev/full", saving), "No space left on device");
+        }
+    }
+    for (auto const saving : {Saving::kInPlace, Saving::kReplacing}) {
+        testing_support::FullDisk const full(100'000);
+        EXPECT_EQ(reasonOf(m_scratch.Path(), saving), "File too large");
     }
 }
 

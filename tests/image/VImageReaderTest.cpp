@@ -54,7 +54,10 @@ TEST_F(VImageReaderTest, ReadsTheSameFromFilesAndFromMemory) {
                                                                             : 1);
         bool const mayHaveAlpha = format != Format::kJpeg && path.find("colour") == path.npos;
         EXPECT_LE(image->HasAlpha(), mayHaveAlpha);
-        EXPECT_TRUE(PixelsOf(ImageRef::Adopt(VImage::ImageFromFile(path.c_str())).Get()) == pixels);
+        auto const byCodec = ImageRef::Adopt(VImage::ImageFromFile(path.c_str()));
+        EXPECT_TRUE(PixelsOf(byCodec.Get()) == pixels);
+        EXPECT_EQ(byCodec->HasAlpha(), format != Format::kTarga || image->HasAlpha())
+            << "always, but of Targa";
     }
     EXPECT_EQ(count, 37);
     EXPECT_EQ(VImage::FindImageInCacheWithName(m_scratch.Path()), nullptr) << "past the cache";
@@ -77,6 +80,10 @@ TEST_F(VImageReaderTest, SaysWhy) {
     damaged[damaged.find("IDAT") + 8] ^= 1;
     EXPECT_EQ(reason(damaged), "IDAT: CRC error");
     EXPECT_EQ(reason("\xFF\xD8\xFF\xD9"), "JPEG datastream contains no image");
+    // 16384 x 4096 pixels in no bytes at all.
+    EXPECT_EQ(
+        reason("\x89PNG\r\n\x1A\n\0\0\0\rIHDR\0\0\100\0\0\0\020\0\010\0\0\0\0\257\166\246\357\0\0\0\0IDAT"s),
+        "16384 x 4096 pixels are more than the limits or the length of the file allow");
     damaged = targa;
     damaged[16] = 16;
     EXPECT_EQ(reason(damaged), "a depth of 16 bits is not supported");
@@ -108,16 +115,20 @@ TEST_F(VImageReaderTest, SaysWhy) {
 
 TEST_F(VImageReaderTest, TellsTheOrientationOfAnyExifData) {
     Bytes const jpeg = BytesOf(IMAGE_TEST_DATA "/colour.jpg");
+    auto const marker = [](Bytes const& tiff) {
+        return "\xFF\xE1\0"s + static_cast<char>(tiff.size() + 8) + "Exif\0\0"s + tiff;
+    };
     auto const orientation = [&](Bytes const& tiff, Bytes const& before = "") {
-        Bytes const exif = "Exif\0\0"s + tiff;
-        auto const length = static_cast<char>(exif.size() + 2);
-        Bytes const marker = "\xFF\xE1"s + '\0' + length + exif;
-        EXPECT_FALSE(FromMemory(jpeg.substr(0, 2) + before + marker + jpeg.substr(2)).empty());
+        EXPECT_FALSE(FromMemory(jpeg.substr(0, 2) + before + marker(tiff) + jpeg.substr(2)).empty());
         return m_reader.Orientation();
     };
     Bytes const big = "MM\0\x2A\0\0\0\x0A..\0\2\1\0\0\3\0\0\0\1\0\7\0\0\1\x12\0\3\0\0\0\1\0\5\0\0"s;
     EXPECT_EQ(orientation(big), 5);
-    EXPECT_EQ(orientation("II\x2A\0\x08\0\0\0\1\0\x12\1\3\0\1\0\0\0\x08\0\0\0"s), 8);
+    Bytes const little = "II\x2A\0\x08\0\0\0\1\0\x12\1\3\0\1\0\0\0\x08\0\0\0"s;
+    EXPECT_EQ(orientation(little), 8);
+    EXPECT_EQ(orientation(little, marker(big)), 5) << "the first one counts";
+    EXPECT_TRUE(FromMemory("damaged").empty());
+    EXPECT_EQ(m_reader.Orientation(), 1) << "not that of the picture before";
     EXPECT_EQ(orientation(big, "\xFF\xE1\0\x0Ahttp://\0\xFF\xE1\0\2"s), 5) << "other data in such a marker";
     for (std::size_t size = 0; size < big.size() - 2; ++size) { // cut data ends before the value
         EXPECT_EQ(orientation(big.substr(0, size)), 1) << size;

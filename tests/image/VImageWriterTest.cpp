@@ -9,13 +9,7 @@ namespace {
 
 using namespace image_test;
 
-class VImageWriterTest : public ImageTest {
-  protected:
-    static void SetPixels(VImage& image, std::uint32_t width, Pixels const& pixels) {
-        auto const height = static_cast<std::uint32_t>(pixels.size()) / width;
-        image.SetImageRef(VBitmapImage::FromPixels(width, height, pixels).Detach());
-    }
-
+struct VImageWriterTest : ImageTest {
     VImageWriter m_writer;
 };
 
@@ -31,14 +25,15 @@ TEST_F(VImageWriterTest, KeepsEveryPixel) {
     for (std::uint32_t& pixel : opaque) {
         pixel |= 0xFF000000;
     }
-    for (Pixels const& pixels : {all, opaque}) {
+    Pixels const faint(all.begin() + 0x80 * 256, all.end()); // without a pixel that is wholly transparent
+    for (Pixels const& pixels : {all, faint, opaque}) {
         VImage image;
         SetPixels(image, 256, pixels);
         VObjectRef<VData> const file = m_writer.EncodePng(image);
         ASSERT_TRUE(file) << m_writer.ErrorDescription().CString();
         ImageRef const read = VImageReader().ReadData(*file);
         EXPECT_TRUE(PixelsOf(read.Get()) == pixels);
-        EXPECT_EQ(read->HasAlpha(), &pixels[0] != &opaque[0] && pixels == all);
+        EXPECT_EQ(read->HasAlpha(), pixels != opaque);
         ASSERT_TRUE(m_writer.WritePng(image, m_scratch.Path()));
         EXPECT_EQ(m_scratch.Bytes(), Bytes(file->Bytes(), file->Bytes() + file->Length()));
         EXPECT_LT(VImageWriter(99).EncodePng(image)->Length(), VImageWriter(-1).EncodePng(image)->Length());
@@ -68,12 +63,19 @@ TEST_F(VImageWriterTest, KeepsTheOldFileAndSaysWhy) {
                   std::string(m_writer.ErrorDescription().CString()));
     }
     EXPECT_EQ(m_scratch.Bytes(), "old");
+    auto const encoded = m_writer.EncodePng(image);
     testing_support::FailEachAllocation([&] {
         bool const isWritten = m_writer.WritePng(image, m_scratch.Path());
         EXPECT_TRUE(isWritten || testing_support::AllocationHasFailed());
         EXPECT_EQ(m_scratch.Bytes() == "old", !isWritten);
-        EXPECT_TRUE(m_writer.EncodePng(image) || testing_support::AllocationHasFailed());
         m_scratch.SetBytes("old");
+    });
+    testing_support::FailEachAllocation([&] {
+        VObjectRef<VData> const data = m_writer.EncodePng(image);
+        EXPECT_TRUE(data || testing_support::AllocationHasFailed());
+        EXPECT_EQ(data ? data->Length() : encoded->Length(), encoded->Length()) << "whole or not at all";
+        std::string const reason = m_writer.ErrorDescription().CString();
+        EXPECT_TRUE(reason.empty() || reason.find("emory", 33) != reason.npos) << reason;
     });
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(m_scratch.Folder()), {}), 1);
     EXPECT_TRUE(m_writer.WritePng(image, m_scratch.Path()));

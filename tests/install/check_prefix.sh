@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# check_prefix.sh <prefix> <work folder> <compiler> <static|shared>: what a stranger gets from an installed library.
-# A project finds it through CMake and through pkg-config, and runs.
+# check_prefix.sh <prefix> <work folder> <compiler> <static|shared> [stripped]: what a stranger gets from an installed
+# library. A project finds it through CMake and through pkg-config, and runs. A shared library that is not stripped
+# describes its classes to gdb.
 set -euo pipefail
 consumer=$(cd "$(dirname "$0")/consumer" && pwd)
 prefix=$1 work=$2 compiler=$3 kind=$4
@@ -45,9 +46,11 @@ done
 # the classes (docs/tools.md).
 if gdb -nx -batch -ex run /bin/true 2>&1 | grep -q 'exited normally'; then
     describe=() source=()
-    if [ "$kind" = static ]; then
+    if [ "$kind" = static ] || [ "${5:-}" = stripped ]; then
         describe=(-femit-class-debug-always)
         ! "$compiler" --version | grep -q clang || describe=(-fstandalone-debug)
+    fi
+    if [ "$kind" = static ]; then
         source=(-ex "source $prefix/share/VFoundation/gdb/vfoundation-gdb.py")
     fi
     # shellcheck disable=SC2086

@@ -15,6 +15,18 @@ quietly() { # what a failed step said, and nothing of the others
 quietly cmake --install "$build" --component Development --prefix "$work/static"
 "$here/check_prefix.sh" "$work/static" "$work/with-static" "$compiler" static
 
+# What the library cannot be built for is told in one message.
+refused() { # what it says, the options of CMake
+    rm -rf "$work/refused"
+    ! cmake -S "$source" -B "$work/refused" -DCMAKE_CXX_COMPILER="$compiler" "${@:2}" >"$work/log" 2>&1 &&
+        tr -s ' \n' ' ' <"$work/log" | grep "$1" >/dev/null || { cat "$work/log" >&2; return 1; }
+}
+refused 'does not know FreeBSD yet: docs/porting.md' -DCMAKE_SYSTEM_NAME=FreeBSD
+if [ "$(uname -m)" = x86_64 ]; then
+    refused 'VFoundation needs a system with 64-bit pointers' -DCMAKE_CXX_FLAGS=-m32 \
+        -DCMAKE_TRY_COMPILE_TARGET_TYPE=STATIC_LIBRARY # there may be no 32-bit libraries to link to
+fi
+
 # The pkg-config file names absolute folders as they are; the prefix is the one that is installed to.
 quietly cmake -G Ninja -S "$source" -B "$work/build" -DCMAKE_CXX_COMPILER="$compiler" -DVFOUNDATION_BUILD_TESTS=OFF \
     -DVFOUNDATION_BUILD_LAUNCHER=OFF -DVFOUNDATION_BUILD_EXAMPLES=OFF -DVFOUNDATION_BUILD_TOOLS=OFF \

@@ -8,6 +8,7 @@ if [ "$1" = --fortified ]; then
     fortified=true
     shift
 fi
+[ $# -gt 0 ] || { echo "usage: hardening_test.sh [--fortified] <file>..." >&2; exit 2; }
 failed=0
 for file in "$@"; do
     name=${file##*/}

@@ -1,33 +1,33 @@
 #include "foundation/log/VLogFile.h"
 #include "foundation/containers/VObjectArrayTmpl.h"
 #include "foundation/core/lifecycle/VLibrary.h"
+#include "tests/log/LogFileTestSupport.h"
 #include "tests/support/FailingNew.h"
 #include "tests/support/Fork.h"
-#include "tests/support/Jobs.h"
+#include "tests/support/FullDisk.h"
 #include "tests/support/LineLog.h"
 #include "tests/support/PrivateSemaphores.h"
-#include "tests/support/ScratchFile.h"
 
 #include <gtest/gtest.h>
 
-#include <csignal>
 #include <ctime>
-#include <fcntl.h>
 #include <functional>
-#include <future>
 #include <optional>
 #include <pthread.h>
 #include <semaphore.h>
 #include <sys/resource.h>
-#include <sys/stat.h>
 #include <thread>
 
 namespace {
 std::time_t s_laterBy = 0;
+std::function<void()> s_onTime; // set while no other thread writes
 } // namespace
 
 /// Stands before the system's, so that the next day comes when a test says so.
 extern "C" std::time_t time(std::time_t* result) noexcept {
+    if (s_onTime) {
+        s_onTime();
+    }
     timespec now{};
     ::clock_gettime(CLOCK_REALTIME, &now);
     std::time_t const time = now.tv_sec + s_laterBy;
@@ -36,40 +36,14 @@ extern "C" std::time_t time(std::time_t* result) noexcept {
 
 namespace {
 
-using namespace VFoundation;
-using namespace testing_support;
-using Lines = std::vector<std::string>;
-using LogFileRef = VObjectRef<VLogFile>;
+using namespace log_test;
 
-LogFileRef NewLog(char const* path) {
-    return LogFileRef::Adopt(new VLogFile(path, nullptr));
-}
-
-/// The lines from `first` to before `end`, which are also added to `log` if there is one.
-std::string Numbered(int first, int end, VLogFile* log = nullptr) {
-    std::string text;
-    for (int i = first; i < end; ++i) {
-        std::string const line = "line " + std::to_string(i) + "\n";
-        text += line;
-        if (log) {
-            log->AddString(line.c_str());
-        }
-    }
-    return text;
-}
-
-std::string StandardErrorOf(VLogFile& log, char const* line) {
-    testing::internal::CaptureStderr();
-    log.AddString(line);
-    return testing::internal::GetCapturedStderr();
-}
-
-/// What follows the date, which is the first line and has no line feed.
-std::string AfterTheDate(std::string const& text) {
-    std::tm date{};
-    char const* const end = ::strptime(text.c_str(), "%a %b %e %H:%M:%S %Y", &date);
-    EXPECT_EQ(end, text.c_str() + 24) << text.substr(0, 30);
-    return text.substr(24);
+int SignalsForTheThread() {
+    sem_t* const semaphore = ::sem_open("VLogFile", 0);
+    int signals = 0;
+    ::sem_getvalue(semaphore, &signals);
+    ::sem_close(semaphore);
+    return signals;
 }
 
 TEST(VLogFile, WritesLinesAsTheyAre) {
@@ -94,6 +68,7 @@ TEST(VLogFile, WritesLinesAsTheyAre) {
 }
 
 TEST(VLogFile, QueuesLinesForItsThread) {
+    ForgetSemaphores();
     ScratchFile const first;
     ScratchFile const second;
     auto const log = NewLog(first.Path());
@@ -102,6 +77,9 @@ TEST(VLogFile, QueuesLinesForItsThread) {
     std::string const lines = Numbered(0, 500, log.Get());
     // The thread does not wait for the end.
     WaitUntil([&] { return first.Bytes().size() >= 24 + lines.size(); });
+    EXPECT_TRUE(log->ShutdownLoggingThread());
+    EXPECT_LT(SignalsForTheThread(), 250) << "they go with their lines";
+    EXPECT_TRUE(log->StartLoggingThread());
     std::string const more = lines + Numbered(500, 1500, log.Get());
     EXPECT_TRUE(log->Close());
     EXPECT_EQ(AfterTheDate(first.Bytes()), more);
@@ -282,17 +260,13 @@ TEST(VLogFile, CountsTheLinesThatTheDiskRefuses) {
     EXPECT_EQ(told, 1);
     // A disk that is full in the middle of a line, and then has space again.
     constexpr rlim_t kSpace = 20'000;
-    rlimit before{};
-    ::getrlimit(RLIMIT_FSIZE, &before);
-    rlimit const full{kSpace, before.rlim_max};
-    auto* const handler = std::signal(SIGXFSZ, SIG_IGN);
     ScratchFile const file;
     auto const log = NewLog(file.Path());
-    ::setrlimit(RLIMIT_FSIZE, &full);
-    Numbered(0, 3000, log.Get());
-    log->AddString(std::string(100'000, 'x').c_str()); // longer than what gathers
-    ::setrlimit(RLIMIT_FSIZE, &before);
-    std::signal(SIGXFSZ, handler);
+    {
+        FullDisk const full(kSpace);
+        Numbered(0, 3000, log.Get());
+        log->AddString(std::string(100'000, 'x').c_str()); // longer than what gathers
+    }
     log->AddString("space\n");
     log->Close();
     std::string const text = AfterTheDate(file.Bytes());
@@ -300,6 +274,18 @@ TEST(VLogFile, CountsTheLinesThatTheDiskRefuses) {
     EXPECT_EQ(text, Numbered(0, static_cast<int>(written - 1)) + "space\n");
     EXPECT_EQ(written + log->DroppedLines(), 3002);
     EXPECT_GT(text.size(), kSpace - 50);
+    // One that takes all, and fails when the file is closed.
+    auto const late = NewLog(file.Path());
+    late->SetFlushEachLine(true);
+    late->AddString("lost\n");
+    for (auto const& entry : std::filesystem::directory_iterator("/proc/self/fd")) {
+        std::error_code error;
+        if (std::filesystem::read_symlink(entry, error) == file.Path()) {
+            ::close(std::stoi(entry.path().filename()));
+        }
+    }
+    EXPECT_TRUE(late->Close());
+    EXPECT_EQ(late->DroppedLines(), 1);
 }
 
 TEST(VLogFile, PutsItsFileAsideBySizeAndByDay) {
@@ -307,7 +293,7 @@ TEST(VLogFile, PutsItsFileAsideBySizeAndByDay) {
     auto const aside = [&](int number) { return BytesOf(file.Path() + ("." + std::to_string(number))); };
     for (bool const threaded : {false, true}) {
         auto const log = NewLog(file.Path());
-        EXPECT_TRUE(log->SetRotation({100, false, 2}));
+        EXPECT_TRUE(log->SetRotation({100, false, 3}));
         EXPECT_EQ(threaded && log->StartLoggingThread(), threaded);
         Numbered(10, 60, log.Get()); // 8 bytes each, 10 to a file
         EXPECT_TRUE(log->ShutdownLoggingThread());
@@ -315,7 +301,8 @@ TEST(VLogFile, PutsItsFileAsideBySizeAndByDay) {
         EXPECT_EQ(AfterTheDate(file.Bytes()), Numbered(50, 60));
         EXPECT_EQ(AfterTheDate(aside(1)), Numbered(40, 50));
         EXPECT_EQ(AfterTheDate(aside(2)), Numbered(30, 40));
-        EXPECT_FALSE(std::filesystem::exists(file.Path() + std::string(".3")));
+        EXPECT_EQ(AfterTheDate(aside(3)), Numbered(20, 30));
+        EXPECT_FALSE(std::filesystem::exists(file.Path() + std::string(".4")));
     }
     auto const log = NewLog(file.Path());
     log->SetRotation({0, true});
@@ -330,16 +317,73 @@ TEST(VLogFile, PutsItsFileAsideBySizeAndByDay) {
 
 TEST(VLogFile, GoesOnWithAFileThatCannotBePutAside) {
     ScratchFile const file;
-    std::filesystem::create_directories(file.Path() + std::string(".1/full"));
+    std::string const aside = file.Path() + std::string(".1");
+    std::filesystem::create_directories(aside + "/full");
     auto const log = NewLog(file.Path());
-    log->SetRotation({40, false, 1});
-    std::string const lines = Numbered(0, 50, log.Get());
+    log->SetRotation({60, false, 1});
+    Numbered(10, 16, log.Get()); // the last one finds 64 bytes in the file
+    std::filesystem::remove_all(aside);
+    Numbered(16, 25, log.Get()); // and it is tried again 60 bytes later
     EXPECT_TRUE(log->Close());
-    EXPECT_EQ(AfterTheDate(file.Bytes()), lines);
-    auto const device = NewLog("/dev/null");
-    device->SetRotation({1, true, 1});
-    Numbered(0, 3, device.Get());
-    EXPECT_FALSE(std::filesystem::exists("/dev/null.1"));
+    EXPECT_EQ(AfterTheDate(BytesOf(aside)), Numbered(10, 23));
+    EXPECT_EQ(AfterTheDate(file.Bytes()), Numbered(23, 25));
+
+    std::filesystem::remove(aside);
+    EXPECT_TRUE(log->Open(file.Path()));
+    rlimit before{};
+    ::getrlimit(RLIMIT_NOFILE, &before);
+    rlimit const none{0, before.rlim_max};
+    ::setrlimit(RLIMIT_NOFILE, &none); // the fresh file cannot be opened
+    Numbered(10, 20, log.Get());
+    ::setrlimit(RLIMIT_NOFILE, &before);
+    EXPECT_TRUE(log->Close());
+    EXPECT_EQ(AfterTheDate(file.Bytes()), Numbered(10, 20));
+    EXPECT_FALSE(std::filesystem::exists(aside));
+
+    std::string const link = file.Path() + std::string(".link");
+    std::filesystem::create_symlink(file.Path(), link);
+    EXPECT_TRUE(log->Open(link.c_str()));
+    Numbered(10, 20, log.Get());
+    EXPECT_TRUE(log->Close());
+    EXPECT_EQ(AfterTheDate(file.Bytes()), Numbered(10, 20));
+    EXPECT_FALSE(std::filesystem::exists(link + ".1"));
+}
+
+TEST(VLogFile, LosesNoLineThatItsClosingOvertakes) {
+    ScratchFile const file;
+    auto const log = NewLog(file.Path());
+    EXPECT_TRUE(log->StartLoggingThread());
+    VString::ms_bRecyclingEnabled = false;
+    std::function<void()> const close = [&] { log->Close(); };
+    t_onNew = &close; // while the line is copied for the queue
+    EXPECT_EQ(StandardErrorOf(*log, "overtaken\n"), "overtaken\n");
+    VString::ms_bRecyclingEnabled = true;
+    EXPECT_EQ(t_onNew, nullptr);
+    EXPECT_EQ(log->DroppedLines(), 0);
+}
+
+TEST(VLogFile, GivesADirectLineItsTurnBesideABusyThread) {
+    ScratchFile const file;
+    auto const log = NewLog(file.Path());
+    log->SetRotation({0, true}); // asks for the time before each line
+    std::atomic<bool> isFull{false};
+    int written = 0;
+    s_onTime = [&, test = std::this_thread::get_id()] { // the thread has the file
+        if (std::this_thread::get_id() != test && written++ % 64 == 0) {
+            WaitUntil([&] { return isFull.load(); });
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        }
+    };
+    EXPECT_TRUE(log->StartLoggingThread());
+    std::string const lines = Numbered(0, 2000, log.Get());
+    isFull = true;
+    log->SetFlushEachLine(true);
+    log->AddString("direct\n"); // waits for 100 ms at most
+    EXPECT_TRUE(log->Close());
+    EXPECT_TRUE(log->ShutdownLoggingThread());
+    s_onTime = nullptr;
+    EXPECT_EQ(log->DroppedLines(), 0);
+    EXPECT_EQ(AfterTheDate(file.Bytes()), lines + "direct\n");
 }
 
 TEST(VLogFile, FlushesEachLineWhenToldTo) {
@@ -390,131 +434,6 @@ TEST(VLogFile, HasNoWriterThreadInAChildProcess) {
     UninitializeLibrary(true, false, true);
 }
 
-// The semaphores belong to the whole system.
-
-void ForgetSemaphores() {
-    ::sem_unlink("VLogFile");
-    ::sem_unlink("VLogFileShutdown");
-}
-
-/// In both semaphores, and more than the rounds of a shut-down.
-void LeaveSignals() {
-    ForgetSemaphores();
-    for (char const* const name : {"VLogFile", "VLogFileShutdown"}) {
-        ::sem_close(::sem_open(name, O_CREAT | O_EXCL, 0777, 40));
-    }
-}
-
-/// A log whose file is a pipe that is not read, with its thread stuck and its queue full.
-class VLogFileStuck : public testing::Test {
-  protected:
-    VLogFileStuck() {
-        ::mkfifo(m_file.Path(), 0600);
-        m_reader = ::open(m_file.Path(), O_RDONLY | O_NONBLOCK);
-        LeaveSignals(); // which must not end a shut-down
-        m_log = NewLog(m_file.Path());
-        EXPECT_TRUE(m_log->StartLoggingThread());
-        long added = 0;
-        do { // until the thread has taken none in the meantime
-            std::this_thread::sleep_for(std::chrono::milliseconds(50));
-            added = m_added;
-            for (long const dropped = m_log->DroppedLines(); m_log->DroppedLines() == dropped; ++m_added) {
-                Numbered(m_added, m_added + 1, m_log.Get());
-            }
-        } while (m_added > added + 1);
-        m_dropped = m_log->DroppedLines();
-    }
-    ~VLogFileStuck() override {
-        ::close(m_reader);
-        ForgetSemaphores();
-    }
-
-    /// What comes until the log's side is closed: no accepted line is missing.
-    void ReadAll() const {
-        ::fcntl(m_reader, F_SETFL, 0);
-        std::string text;
-        char bytes[4096];
-        for (ssize_t count = 0; (count = ::read(m_reader, bytes, sizeof bytes)) > 0;) {
-            text.append(bytes, static_cast<std::size_t>(count));
-        }
-        EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), m_added - m_dropped);
-        std::string const kept = Numbered(0, VLogFile::kQueueCapacity);
-        EXPECT_EQ(AfterTheDate(text).substr(0, kept.size()), kept);
-    }
-
-    LineLogScope m_traced;
-    ScratchFile m_file;
-    int m_reader = -1;
-    LogFileRef m_log;
-    int m_added = 0;
-    long m_dropped = 0;
-};
-
-TEST_F(VLogFileStuck, LosesNothingThatItAccepted) {
-    m_log->SetFullQueueWait(1);
-    m_log->AddString("dropped\n"); // after the wait
-    EXPECT_EQ(m_log->DroppedLines(), m_dropped + 1);
-    m_log->SetFullQueueWait(60'000);
-    std::future<void> reading;
-    int const number = m_added++;
-    ExpectWaits([&] { return !Numbered(number, number + 1, m_log.Get()).empty(); },
-                [&] { reading = std::async(std::launch::async, [this] { ReadAll(); }); });
-    EXPECT_EQ(m_log->DroppedLines(), m_dropped + 1);
-    EXPECT_TRUE(m_log->ShutdownLoggingThread());
-    EXPECT_TRUE(m_log->Close());
-}
-
-TEST_F(VLogFileStuck, KeepsNoLineWaitingOnceItsShutDownHasBegun) {
-    m_log->SetFullQueueWait(600'000);
-    std::future<bool> stopping;
-    ExpectWaits([this] { return m_log->AddString("direct\n"), true; },
-                [&] {
-                    stopping =
-                        std::async(std::launch::async, [this] { return m_log->ShutdownLoggingThread(); });
-                });
-    EXPECT_EQ(m_log->DroppedLines(), m_dropped + 1) << "no way past the thread";
-    auto const reading = std::async(std::launch::async, [this] { ReadAll(); });
-    EXPECT_TRUE(stopping.get());
-    EXPECT_TRUE(m_log->Close());
-}
-
-TEST_F(VLogFileStuck, IsNotStuckInAChildProcess) {
-    InChild([this] {
-        EXPECT_FALSE(m_log->IsLoggingThreadRunning());
-        EXPECT_EQ(StandardErrorOf(*m_log, "the parent's thread has the file"),
-                  "the parent's thread has the file\n");
-        EXPECT_TRUE(m_log->Close());
-        ScratchFile const file;
-        EXPECT_TRUE(m_log->Open(file.Path()));
-        EXPECT_TRUE(m_log->StartLoggingThread());
-        std::string const lines = Numbered(0, 10, m_log.Get());
-        EXPECT_TRUE(m_log->Close());
-        EXPECT_EQ(AfterTheDate(file.Bytes()), lines);
-    });
-    auto const reading = std::async(std::launch::async, [this] { ReadAll(); });
-    EXPECT_TRUE(m_log->Close());
-}
-
-// 25 rounds of a second each.
-TEST_F(VLogFileStuck, SlowIsGivenUpAndItsThreadStillHasWhatItNeeds) {
-    EXPECT_FALSE(m_log->ShutdownLoggingThread());
-    EXPECT_TRUE(m_traced.Has(" waiting for shutdown semaphore...(24/25)\n"));
-    EXPECT_FALSE(m_traced.Has(" waiting for shutdown semaphore...(25/25)\n"));
-    EXPECT_TRUE(m_traced.Has(
-        " WARNING! Logging thread is still running after being told to shutdown! Bad Thread!\n"));
-    EXPECT_FALSE(m_log->StartLoggingThread());
-    EXPECT_FALSE(m_log->ShutdownLoggingThread());
-    EXPECT_TRUE(
-        m_traced.Has(" m_writingThread has already been set to zero, but thread is still running according "
-                     "to m_bThreadIsRunning\n"));
-    m_log->AddString("no way past the thread");
-    EXPECT_EQ(m_log->DroppedLines(), m_dropped + 1);
-    EXPECT_TRUE(m_log->Close());
-    EXPECT_FALSE(m_log->Open(m_file.Path())); // the thread still holds the file
-    m_log.Exchange(nullptr);
-    ReadAll(); // the thread goes on, ends and closes the file
-}
-
 void ExpectToLoseNothing(VLogFile& log) {
     ScratchFile const file;
     EXPECT_TRUE(log.Open(file.Path()));
@@ -543,7 +462,8 @@ TEST(VLogFile, DoesWithoutSemaphores) {
 
 TEST(VLogFile, MayBeLeftWithItsThreadRunning) {
     InChild([] {
-        ASSERT_TRUE(NewLog("/dev/null").Detach()->StartLoggingThread());
+        static VLogFile* const left = NewLog("/dev/null").Detach(); // no leak: the thread may not have started
+        ASSERT_TRUE(left->StartLoggingThread());
         std::exit(0);
     });
 }

@@ -4,6 +4,8 @@
 #include "tests/support/SavedForms.h"
 
 #include <cmath>
+#include <type_traits>
+#include <utility>
 
 namespace {
 
@@ -42,6 +44,24 @@ TEST(VFloatVectorMapXY, RefusesWhatIsNoCurve) {
     EXPECT_TRUE(curve.SetPoints(curve.Y(), curve.X())) << "its own vectors";
     EXPECT_TRUE(curve.X().IsEqual(VectorOf({3, 4})));
     EXPECT_TRUE(curve.Y().IsEqual(VectorOf({1, 2})));
+}
+
+static_assert(std::is_nothrow_move_constructible_v<VFloatVector> &&
+              std::is_nothrow_move_assignable_v<VFloatVector>);
+static_assert(std::is_nothrow_move_constructible_v<VFloatVectorMapXY> &&
+              std::is_nothrow_move_assignable_v<VFloatVectorMapXY>);
+
+TEST(VFloatVectorMapXY, MovesItsPoints) {
+    VFloatVectorMapXY curve;
+    EXPECT_TRUE(curve.SetPoints(VectorOf({1, 2}), VectorOf({3, 4})));
+    float const* const elements = curve.X().Elements();
+    VFloatVectorMapXY taken(std::move(curve));
+    EXPECT_EQ(curve.Count(), 0); // NOLINT(bugprone-use-after-move)
+    curve = std::move(taken);
+    EXPECT_EQ(taken.Count(), 0); // NOLINT(bugprone-use-after-move)
+    EXPECT_EQ(curve.X().Elements(), elements) << "no element is copied";
+    EXPECT_TRUE(curve.IsKindOfClass(VFloatVectorMapXY::TheClass()));
+    EXPECT_TRUE(curve.Y().IsEqual(VectorOf({3, 4})));
 }
 
 TEST_F(VFloatVectorMapXYTest, TravelsThroughBothForms) {

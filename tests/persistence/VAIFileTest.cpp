@@ -259,6 +259,8 @@ TEST_F(AIFile, SaysWhyItDoesNotOpen) {
         EXPECT_EQ(errorOf(path, kRead), VAIFile::eCannotOpen) << path;
     }
     EXPECT_EQ(errorOf(m_scratch.Path(), VAIFile::kChunkSafe), VAIFile::eCannotOpen);
+    EXPECT_EQ(Described(), std::string("cannot open ") + m_scratch.Path() + ": Invalid argument")
+        << "the mode";
     EXPECT_FALSE(m_file.Close());
     EXPECT_EQ(m_file.GetLastError(), VAIFile::eNotOpen);
     EXPECT_EQ(State() + Enter(), "-1 0");
@@ -378,18 +380,33 @@ TEST_F(AIFile, ReplacesTheOldFileOnlyWhenTheNewOneIsWhole) {
     EXPECT_EQ(m_scratch.Bytes(), Chunk("NEW.", "x"));
     EXPECT_FALSE(m_file.Open("/no/such/folder/f", kReplace));
     EXPECT_EQ(Described(), "cannot open /no/such/folder/f: No such file or directory");
-    std::string const pipe = (m_scratch.Folder() / "pipe").string(); // written as a whole, from memory
+}
+
+TEST_F(AIFile, CollectsWhatItCannotReplace) {
+    std::string const pipe = (m_scratch.Folder() / "pipe").string();
     ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
     int const reader = ::open(pipe.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    EXPECT_TRUE(m_file.Open(pipe.c_str(), kReplace));
-    m_file.OpenChunk("PIPE");
-    m_file << 'y';
-    m_file.CloseChunk();
-    EXPECT_TRUE(m_file.Close());
-    char read[20];
-    EXPECT_EQ(std::string(read, static_cast<std::size_t>(::read(reader, read, sizeof read))),
-              Chunk("PIPE", "y"));
+    for (bool const isChecked : {false, true}) {
+        EXPECT_TRUE(m_file.Open(pipe.c_str(),
+                                kWrite | VAIFile::kReplaceOnClose | (isChecked ? VAIFile::kChecksum : 0)));
+        m_file.OpenChunk("PIPE");
+        m_file << 'x' << 'y';
+        m_file.CloseChunk();
+        EXPECT_TRUE(m_file.Seek(8, VFile::kFromStart));
+        m_file << 'z';
+        EXPECT_EQ(m_file.GetFileLength(), 10U) << "what follows stays";
+        EXPECT_TRUE(m_file.Seek(0, VFile::kFromEnd));
+        EXPECT_TRUE(m_file.Close()) << Described();
+        char bytes[50];
+        std::string const read(bytes, static_cast<std::size_t>(::read(reader, bytes, sizeof bytes)));
+        EXPECT_EQ(read.substr(0, 10), Chunk("PIPE", "zy"));
+        m_scratch.SetBytes(read);
+        EXPECT_EQ(m_file.Open(m_scratch.Path(), kSafe | VAIFile::kChecksum), isChecked);
+    }
     ::close(reader);
+    EXPECT_TRUE(m_file.Open("/dev/full", kWrite | VAIFile::kReplaceOnClose | VAIFile::kChecksum));
+    EXPECT_FALSE(m_file.Close());
+    EXPECT_EQ(Described(), "cannot write /dev/full at offset 12: No space left on device");
 }
 
 TEST_F(AIFile, TellsAReadErrorFromTheEnd) {

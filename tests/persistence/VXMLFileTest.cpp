@@ -162,6 +162,8 @@ TEST_P(XMLFile, SaysWhyItFailed) {
               "cannot save " + path + ": the document refused something that was written");
     EXPECT_EQ(saving("/dev/full", "e"), "cannot save /dev/full: No space left on device");
     EXPECT_EQ(saving(path + "/f", "e"), "cannot save " + path + "/f: Not a directory");
+    EXPECT_FALSE(file.OpenFileForWrite(path.c_str(), "a b"));
+    EXPECT_EQ(file.ErrorDescription(), "cannot start " + path + ": no name for a root element");
     VString target;
     EXPECT_TRUE(file.WriteFileToString(target, "R"));
     file.OpenFirstChildElement("a b");

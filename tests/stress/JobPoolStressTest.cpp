@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <chrono>
 
 namespace {
 
@@ -31,6 +32,26 @@ TEST(JobPoolStress, RunsEveryJobOnce) {
             }
         }
         EXPECT_EQ(pool.FailedJobs(), 0);
+    }
+}
+
+// One job at a time, at every moment of the thread's way into its sleep.
+TEST(JobPoolStress, LeavesNoJobToAThreadThatFallsAsleep) {
+    VJobPool pool(1);
+    using Clock = std::chrono::steady_clock;
+    for (int i = 0; i < 1'500 * testing_support::StressFactor(); ++i) {
+        auto const moment = Clock::now() + std::chrono::nanoseconds(i * 11 % 16'000);
+        while (Clock::now() < moment) {
+        }
+        pool.Run([] {});
+        auto const limit = Clock::now() + std::chrono::minutes(1);
+        while (pool.UnfinishedJobs() > 0 && Clock::now() < limit) {
+            std::this_thread::yield();
+        }
+        if (pool.UnfinishedJobs() > 0) {
+            pool.Run([] {}); // or the pool would not end
+            FAIL() << "a job waits, and so does the thread";
+        }
     }
 }
 

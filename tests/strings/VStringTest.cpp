@@ -185,8 +185,10 @@ TEST(VString, AppendsEveryOtherNumberWhole) {
                  "1 -2 65 200 7 4000000000 -9223372036854775808 18446744073709551615 0.1 -0.1 1e+300 0.1");
 }
 
+enum Number : int { kOne = 1 };
 static_assert(!std::is_assignable_v<VString&, int> && !std::is_assignable_v<VString&, bool> &&
-              !std::is_assignable_v<VString&, double> && !std::is_convertible_v<VString, char const*>);
+              !std::is_assignable_v<VString&, Number> && !std::is_assignable_v<VString&, double> &&
+              !std::is_convertible_v<VString, char const*>);
 static_assert(std::is_nothrow_move_constructible_v<VString> && std::is_nothrow_move_assignable_v<VString>);
 
 TEST(VString, MeetsTheTextOfTheStandardLibrary) {

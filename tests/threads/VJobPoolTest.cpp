@@ -132,6 +132,19 @@ TEST_F(VJobPoolTest, ReplacesAThreadThatItsJobEnds) {
     EXPECT_EQ(pool.FailedJobs(), 3);
 }
 
+TEST_F(VJobPoolTest, RunsWhatWaitsThoughAThreadCouldNotBeReplaced) {
+    VJobPool pool(1);
+    CloseGate(pool);
+    pool.Run([] {
+        t_failingNew = 1; // of the thread in its place
+        VThread::EndThread();
+    });
+    pool.Run([this] { Note('r'); });
+    m_gateOpen = true;
+    pool.WaitForAll();
+    EXPECT_EQ(m_diary, "r");
+}
+
 TEST_F(VJobPoolTest, TakesAJobWhollyOrNotAtAll) {
     auto const job = MakeJob([] {}, 0, this);
     FailEachNew([&] {

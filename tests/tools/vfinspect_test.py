@@ -4,6 +4,7 @@ Usage: vfinspect_test.py PROGRAM SOURCE-FOLDER plain|sanitized [PHOTO-CATALOGUE]
 
 import json
 import os
+import re
 import resource
 import shutil
 import subprocess
@@ -127,6 +128,18 @@ class VfinspectTest(unittest.TestCase):
             result = run("--check", self.file(whole[:at] + bytes([whole[at] ^ 1]) + whole[at + 1:], name))
             self.assertEqual(result.returncode, 1, name)
             self.assertRegex(result.stdout.decode().splitlines()[0], rf"{name}: damaged at \d+: \w+")
+            if not name.endswith(".xml"):  # has a checksum: no byte is changed unseen, and the order stays clear
+                for place in range(0, len(whole), 1 + len(whole) // 100):
+                    self.file(whole[:place] + bytes([whole[place] ^ 4]) + whole[place + 1:], name)
+                    result = run("--check", path)
+                    self.assertEqual(result.returncode, 1, (name, place))
+                    first = result.stdout.decode().splitlines()[0]
+                    if place < len(whole) - 12:
+                        self.assertGreaterEqual(int(re.search(r"damaged at (\d+): ", first).group(1)), place - 40, first)
+                self.file(whole, name)
+                shutil.rmtree(os.path.join(self.folder, "out"), ignore_errors=True)
+                self.assertEqual(run("--extract", os.path.join(self.folder, "out"), path).returncode, 0)
+                self.assertFalse([part for part in os.listdir(os.path.join(self.folder, "out")) if "CSUM" in part])
 
     def test_memory_does_not_follow_the_file(self):
         path = self.file(b"")
@@ -138,7 +151,7 @@ class VfinspectTest(unittest.TestCase):
 
     def test_documents(self):
         help_text = run("--help").stdout.decode()
-        page = os.path.join(SOURCE, "tools/vfinspect/vfinspect.1")
+        page = os.path.join(os.path.dirname(PROGRAM), "vfinspect.1")  # generated
         completion = os.path.join(SOURCE, "tools/vfinspect/vfinspect.bash")
         offered = subprocess.run(
             ["bash", "-c", f". '{completion}'; COMP_WORDS=(vfinspect --); COMP_CWORD=1; _vfinspect; "
@@ -149,6 +162,8 @@ class VfinspectTest(unittest.TestCase):
         self.assertEqual(offered[1], "archive")
         with open(page) as file:
             text = file.read().replace("\\-", "-")
+        version = run("--version").stdout.decode().split()[-1]
+        self.assertRegex(text.splitlines()[0], rf'"[0-9]{{4}}-[0-9]{{2}}-[0-9]{{2}}" "VFoundation {version}"')
         for option in options:
             self.assertIn(option, text)
         if shutil.which("groff"):

@@ -1,5 +1,7 @@
 #include "tools/vfinspect/ByteSource.h"
 
+#include "foundation/persistence/internal/Crc32.h"
+
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
@@ -108,6 +110,21 @@ std::uint64_t ByteSource::Number(std::uint64_t offset, unsigned bytes, bool litt
         number = number << 8 | read[littleEndian ? bytes - 1 - i : i];
     }
     return number;
+}
+
+std::uint32_t ByteSource::Checksum(std::uint64_t offset, std::uint64_t length) {
+    VFoundation::Crc32 sum;
+    unsigned char block[4096];
+    while (length > 0) {
+        std::size_t const count = Read(offset, block, std::min<std::uint64_t>(length, sizeof block));
+        if (count == 0) {
+            break; // the file became shorter
+        }
+        sum.Add(block, count);
+        offset += count;
+        length -= count;
+    }
+    return sum.Value();
 }
 
 } // namespace vfinspect

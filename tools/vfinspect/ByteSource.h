@@ -38,6 +38,8 @@ class ByteSource {
     std::uint8_t Byte(std::uint64_t offset);
     /// A number of `bytes` bytes, up to 8; missing bytes count as 0.
     std::uint64_t Number(std::uint64_t offset, unsigned bytes, bool littleEndian);
+    /// The CRC-32 of `length` bytes, or of as many as there are.
+    std::uint32_t Checksum(std::uint64_t offset, std::uint64_t length);
 
   private:
     static constexpr std::size_t kWindowSize = 64UL * 1024;

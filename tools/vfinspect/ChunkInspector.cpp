@@ -4,6 +4,9 @@
 #include "tools/vfinspect/Text.h"
 
 #include <algorithm>
+#include <cinttypes>
+#include <cstdio>
+#include <tuple>
 #include <utility>
 
 namespace vfinspect {
@@ -17,6 +20,8 @@ constexpr std::uint64_t kHeaderSize = 8;
 constexpr std::uint64_t kMostValuesBefore = 256;
 constexpr std::size_t kShownBytes = 17; // one more than are printed
 constexpr std::uint64_t kMaxPath = 259;
+constexpr char kChecksumId[] = "CSUM";
+constexpr std::uint64_t kChecksumSize = kHeaderSize + 4;
 
 bool IsPrintableAscii(std::string_view text) {
     return std::all_of(text.begin(), text.end(), [](char c) { return c >= ' ' && c <= '~'; });
@@ -25,6 +30,12 @@ bool IsPrintableAscii(std::string_view text) {
 bool IsText(std::string_view text) {
     return std::all_of(text.begin(), text.end(),
                        [](char c) { return (c >= ' ' && c <= '~') || (c >= '\t' && c <= '\r'); });
+}
+
+std::string AsWord(std::uint64_t number) {
+    char text[20];
+    std::snprintf(text, sizeof text, "0x%08" PRIX64, number);
+    return text;
 }
 
 } // namespace
@@ -50,8 +61,8 @@ bool ChunkInspector::IsArchive(ByteSource& source) {
 ChunkForm ChunkInspector::GuessForm(ByteSource& source, std::optional<bool> isLittleEndian,
                                     std::optional<bool> isPadded) {
     ChunkForm best{isLittleEndian.value_or(false), isPadded.value_or(false)};
-    std::uint64_t fewestProblems = ~std::uint64_t{0};
-    std::uint64_t mostHeaders = 0;
+    bool isFirst = true;
+    std::tuple<bool, std::uint64_t, std::uint64_t> bestRank;
     for (bool const little : {false, true}) {
         for (bool const padded : {false, true}) {
             if (isLittleEndian.value_or(little) != little || isPadded.value_or(padded) != padded) {
@@ -59,12 +70,10 @@ ChunkForm ChunkInspector::GuessForm(ByteSource& source, std::optional<bool> isLi
             }
             Report report;
             ChunkInspector inspector(source, report, {little, padded});
-            inspector.Inspect(false);
-            std::uint64_t const problems = report.ProblemCount();
-            if (problems < fewestProblems ||
-                (problems == fewestProblems && report.EntryCount() > mostHeaders)) {
-                fewestProblems = problems;
-                mostHeaders = report.EntryCount();
+            inspector.ReadChunks(0, source.Size(), &ChunkInspector::ReadOuterBody);
+            std::tuple const rank(inspector.HasChecksum(), ~report.ProblemCount(), report.EntryCount());
+            if (std::exchange(isFirst, false) || rank > bestRank) {
+                bestRank = rank;
                 best = {little, padded};
             }
         }
@@ -80,7 +89,27 @@ void ChunkInspector::Inspect(bool asArchive) {
         m_report.AddProblem(VAIFile::kMaxFileLength, "a chunked file ends before 4 GiB");
     }
     ReadChunks(0, m_source.Size(), &ChunkInspector::ReadOuterBody);
+    CheckSum();
     AddParts();
+}
+
+/// Whether the file ends with a chunk that has its checksum.
+bool ChunkInspector::HasChecksum() {
+    std::uint64_t const size = m_source.Size();
+    return size >= kChecksumSize && m_source.Text(size - kChecksumSize, 4) == kChecksumId &&
+           Number(size - kHeaderSize, 4) == 4;
+}
+
+void ChunkInspector::CheckSum() {
+    if (!HasChecksum()) {
+        return;
+    }
+    std::uint64_t const place = m_source.Size() - 4;
+    std::uint32_t const sum = m_source.Checksum(0, m_source.Size() - kChecksumSize);
+    if (std::uint64_t const written = Number(place, 4); written != sum) {
+        m_report.AddProblem(place, "the checksum is " + AsWord(written) +
+                                       ", that of the bytes before it is " + AsWord(sum));
+    }
 }
 
 /// The next chunk of those that end at `end`; `at` moves past it. Nothing when there is none, which is a fault
@@ -169,6 +198,10 @@ void ChunkInspector::ReadChunks(std::uint64_t at, std::uint64_t end, BodyReader 
 }
 
 void ChunkInspector::ReadOuterBody(Chunk const& chunk) {
+    if (chunk.id == kChecksumId && chunk.end == m_source.Size() && HasChecksum()) {
+        m_report.Add(chunk.body, 4, "checksum", AsWord(Number(chunk.body, 4)));
+        return;
+    }
     if (chunk.id != "VArc") {
         m_report.AddPart(chunk.id + ".bin", chunk.body, chunk.end - chunk.body);
     }

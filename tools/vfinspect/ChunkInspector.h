@@ -36,7 +36,8 @@ class ChunkInspector {
     static bool MayBeChunks(ByteSource& source);
     /// Whether the first chunk is an archive.
     static bool IsArchive(ByteSource& source);
-    /// The form in which the file has the fewest faults, and of those the most chunks.
+    /// The form in which the file has the fewest faults, and of those the most chunks. A checksum at the end of the file
+    /// says which byte order it is.
     static ChunkForm GuessForm(ByteSource& source, std::optional<bool> isLittleEndian,
                                std::optional<bool> isPadded);
 
@@ -70,6 +71,8 @@ class ChunkInspector {
     void ReadFileInfo(Chunk const& chunk);
     void ReadContents(Chunk const& chunk);
     void ReadKnownElement(Chunk const& chunk);
+    bool HasChecksum();
+    void CheckSum();
     void AddBytes(std::uint64_t offset, std::uint64_t end);
     void AddParts();
 

@@ -4,7 +4,6 @@
 #include "tools/vfinspect/Text.h"
 
 #include <algorithm>
-#include <array>
 
 namespace vfinspect {
 
@@ -16,20 +15,6 @@ constexpr std::uint64_t kChunkFrame = 12; // length, type, checksum
 constexpr std::uint64_t kShownBytes = 17; // one more than are printed
 constexpr std::uint64_t kMaxChunk = 0x7FFFFFFF;
 enum ColourType : std::uint64_t { kGrey = 0, kColour = 2, kPalette = 3, kGreyAlpha = 4, kColourAlpha = 6 };
-
-constexpr std::array<std::uint32_t, 256> MakeTable() {
-    std::array<std::uint32_t, 256> table{};
-    for (std::uint32_t i = 0; i < 256; ++i) {
-        std::uint32_t value = i;
-        for (int bit = 0; bit < 8; ++bit) {
-            value = (value & 1) != 0 ? 0xEDB88320U ^ value >> 1 : value >> 1;
-        }
-        table[i] = value;
-    }
-    return table;
-}
-
-constexpr std::array<std::uint32_t, 256> kTable = MakeTable();
 
 bool IsType(std::string_view type) {
     return type.size() == 4 && std::all_of(type.begin(), type.end(), [](char c) {
@@ -100,7 +85,7 @@ std::uint64_t PngInspector::ReadChunk(std::uint64_t at) {
     CheckPlace(chunk);
     ReadBody(chunk);
     std::uint64_t const stored = m_source.Number(end - 4, 4, false);
-    if (stored != Checksum(at + 4, chunk.length + 4)) {
+    if (stored != m_source.Checksum(at + 4, chunk.length + 4)) {
         m_report.AddProblem(end - 4, "the checksum of chunk " + Quoted(chunk.type) + " is wrong");
     }
     m_report.Close(end);
@@ -184,23 +169,6 @@ void PngInspector::ReadHeader(Chunk const& chunk) {
     if (methods != 0 || interlacing > 1) {
         m_report.AddProblem(chunk.body + 10, "a compression, filter or interlacing that is not known");
     }
-}
-
-std::uint32_t PngInspector::Checksum(std::uint64_t offset, std::uint64_t length) {
-    std::uint32_t checksum = 0xFFFFFFFF;
-    std::array<unsigned char, 4096> block{};
-    while (length > 0) {
-        std::size_t const count = m_source.Read(offset, block.data(), std::min(length, block.size()));
-        if (count == 0) {
-            break; // the file became shorter
-        }
-        for (std::size_t i = 0; i < count; ++i) {
-            checksum = kTable[(checksum ^ block[i]) & 0xFF] ^ checksum >> 8;
-        }
-        offset += count;
-        length -= count;
-    }
-    return ~checksum;
 }
 
 } // namespace vfinspect

@@ -33,7 +33,6 @@ class PngInspector {
     void ReadBody(Chunk const& chunk);
     void ReadHeader(Chunk const& chunk);
     std::uint64_t Field(std::uint64_t offset, unsigned bytes, char const* label);
-    std::uint32_t Checksum(std::uint64_t offset, std::uint64_t length);
 
     ByteSource& m_source;
     Report& m_report;

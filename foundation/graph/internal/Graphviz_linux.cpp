@@ -12,6 +12,7 @@
 #include <spawn.h>
 #include <sys/wait.h>
 #include <system_error>
+#include <thread>
 #include <unistd.h>
 
 extern char** environ;
@@ -101,15 +102,19 @@ bool ReadErrors(int errors, Clock::time_point deadline, std::string& text) {
     }
 }
 
-/// Its exit status; 0 as well when the process ignores how its children end.
-int Await(pid_t process) {
-    int status = 0;
-    while (::waitpid(process, &status, 0) < 0) {
-        if (errno != EINTR) {
-            return 0;
+/// Waits until the program has ended; false when that takes too long. The status stays as it is when this process
+/// ignores how its children end.
+bool Await(pid_t process, Clock::time_point deadline, int& status) {
+    for (;;) {
+        pid_t const ended = ::waitpid(process, &status, WNOHANG);
+        if (ended == process || (ended < 0 && errno != EINTR)) {
+            return true;
         }
+        if (Clock::now() >= deadline) {
+            return false;
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
-    return status;
 }
 
 bool ReadAll(std::FILE* stream, std::string& text) {
@@ -139,12 +144,14 @@ std::string RunGraphviz(std::string const& dot, int seconds, std::string& svg) {
     }
     errors.CloseWriteEnd();
     std::string reported;
-    bool const isInTime =
-        ReadErrors(errors.ReadEnd(), Clock::now() + std::chrono::seconds(seconds), reported);
-    if (!isInTime) {
+    int status = 0;
+    auto const deadline = Clock::now() + std::chrono::seconds(seconds);
+    bool isInTime = ReadErrors(errors.ReadEnd(), deadline, reported);
+    if (!Await(process, deadline, status)) { // it may have closed its errors and gone on
+        isInTime = false;
         ::kill(process, SIGKILL);
+        Await(process, Clock::time_point::max(), status);
     }
-    int const status = Await(process);
     if (!isInTime) {
         return "Graphviz took longer than " + std::to_string(seconds) + " s";
     }

@@ -36,6 +36,10 @@ std::error_code Rename(char const* from, char const* to, bool replaces) noexcept
 /// not be readable. -1 with `errno`.
 int OpenFolder(char const* path) noexcept;
 
+/// A descriptor of an empty file without a name, for reading and writing, in memory where the system has such files; it
+/// is closed on exec. -1 with `errno`.
+int OpenUnnamedFile() noexcept;
+
 /// What the paths of temporary files and folders end in; six characters of it are filled in.
 inline constexpr char const* kTemporaryPattern = "/vfoundation-XXXXXX";
 /// Makes the file or folder of a path with that end, filled in, for the user alone. Null or false with `errno`; then the

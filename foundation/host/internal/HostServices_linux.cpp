@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <fcntl.h>
 #include <sys/auxv.h>
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -45,6 +46,10 @@ std::FILE* MakeTemporaryFile(char* path) noexcept {
 
 int OpenFolder(char const* path) noexcept {
     return ::open(path, O_PATH | O_DIRECTORY | O_CLOEXEC);
+}
+
+int OpenUnnamedFile() noexcept {
+    return ::memfd_create("vfoundation", MFD_CLOEXEC);
 }
 
 long ProcessorFeatures(unsigned long& features) noexcept {

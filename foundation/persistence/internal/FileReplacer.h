@@ -45,8 +45,10 @@ class FileReplacer {
     void Open(char const* folder) noexcept;
     void OpenTemporary(unsigned mode) noexcept;
     void OpenInPlace() noexcept;
-    bool CloseStream() noexcept;
+    void OpenStream(int descriptor) noexcept;
+    bool FlushStream() noexcept;
     bool CommitInPlace() noexcept;
+    bool CommitTemporary() noexcept;
     void Discard() noexcept;
 
     std::string m_target;      // symbolic links followed
@@ -54,11 +56,9 @@ class FileReplacer {
     int m_directory = -1;      // where it is
     char m_temporary[64] = ""; // in that directory; empty when writing in place
     int m_inPlace = -1;        // the target when writing in place
-    char* m_text = nullptr;    // what was collected for it (C memory)
-    std::size_t m_length = 0;
     int m_error = 0;
-    std::unique_ptr<char[]> m_buffer; // of the stream on the temporary file, which is closed before
-    std::FILE* m_stream = nullptr;    // on the temporary file or on the memory
+    std::unique_ptr<char[]> m_buffer; // of the stream, which is closed before
+    std::FILE* m_stream = nullptr;    // on the temporary file, or on the one in memory
 };
 
 } // namespace VFoundation

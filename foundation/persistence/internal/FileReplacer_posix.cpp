@@ -2,6 +2,7 @@
 
 #include "foundation/host/internal/HostServices.h"
 
+#include <algorithm>
 #include <atomic>
 #include <cerrno>
 #include <climits>
@@ -85,6 +86,19 @@ bool WriteAll(int descriptor, char const* bytes, std::size_t length) noexcept {
     return true;
 }
 
+bool CopyAll(int from, int to, ::off_t length) noexcept {
+    char bytes[4096];
+    for (::off_t done = 0; done < length;) {
+        auto const size = std::min(static_cast<std::size_t>(length - done), sizeof bytes);
+        ::ssize_t const got = ::pread(from, bytes, size, done);
+        if (got <= 0 || !WriteAll(to, bytes, static_cast<std::size_t>(got))) {
+            return false;
+        }
+        done += got;
+    }
+    return true;
+}
+
 /// Takes room on the disk for `length` bytes. False, with the file as it was, when there is not enough.
 bool Reserve(int file, ::off_t length, ::off_t lengthBefore) noexcept {
     int const error = length > 0 ? ::posix_fallocate(file, 0, length) : 0;
@@ -145,7 +159,6 @@ void FileReplacer::Discard() noexcept {
     if (m_inPlace >= 0) {
         ::close(std::exchange(m_inPlace, -1));
     }
-    std::free(std::exchange(m_text, nullptr));
 }
 
 void FileReplacer::OpenTemporary(unsigned mode) noexcept {
@@ -163,9 +176,15 @@ void FileReplacer::OpenTemporary(unsigned mode) noexcept {
         }
         return;
     }
-    m_stream = ::fdopen(descriptor, "wb");
+    OpenStream(descriptor);
+}
+
+void FileReplacer::OpenStream(int descriptor) noexcept {
+    m_stream = descriptor >= 0 ? ::fdopen(descriptor, "wb") : nullptr;
     if (!m_stream) {
+        int const error = errno;
         ::close(descriptor);
+        errno = error;
         return;
     }
     // The C library takes the size from here only together with the memory.
@@ -180,27 +199,33 @@ void FileReplacer::OpenInPlace() noexcept {
     m_inPlace = ::openat(m_directory, m_name, O_WRONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
     if (m_inPlace >= 0) {
         ::fcntl(m_inPlace, F_SETFL, ::fcntl(m_inPlace, F_GETFL) & ~O_NONBLOCK);
-        m_stream = ::open_memstream(&m_text, &m_length);
+        OpenStream(HostServices::OpenUnnamedFile());
     }
 }
 
-bool FileReplacer::CloseStream() noexcept {
-    std::FILE* const stream = std::exchange(m_stream, nullptr);
-    bool written = std::fflush(stream) == 0 && std::ferror(stream) == 0;
-    written = (m_inPlace >= 0 || Sync(::fileno(stream))) && written;
-    return std::fclose(stream) == 0 && written;
+/// Hands all that was written to the system.
+bool FileReplacer::FlushStream() noexcept {
+    return std::fflush(m_stream) == 0 && std::ferror(m_stream) == 0;
 }
 
 bool FileReplacer::CommitInPlace() noexcept {
     struct stat status {};
-    if (::fstat(m_inPlace, &status) != 0) {
+    struct stat collected {};
+    int const source = ::fileno(m_stream);
+    if (!FlushStream() || ::fstat(m_inPlace, &status) != 0 || ::fstat(source, &collected) != 0) {
         return false;
     }
-    auto const length = static_cast<::off_t>(m_length);
+    ::off_t const length = collected.st_size;
     bool const isFile = S_ISREG(status.st_mode);
-    return (!isFile || Reserve(m_inPlace, length, status.st_size)) && WriteAll(m_inPlace, m_text, m_length) &&
+    return (!isFile || Reserve(m_inPlace, length, status.st_size)) && CopyAll(source, m_inPlace, length) &&
            (!isFile || ::ftruncate(m_inPlace, length) == 0) && Sync(m_inPlace) &&
            ::close(std::exchange(m_inPlace, -1)) == 0;
+}
+
+bool FileReplacer::CommitTemporary() noexcept {
+    bool const isOnDisk = FlushStream() && Sync(::fileno(m_stream));
+    return std::fclose(std::exchange(m_stream, nullptr)) == 0 && isOnDisk &&
+           ::renameat(m_directory, m_temporary, m_directory, m_name) == 0;
 }
 
 bool FileReplacer::Commit() noexcept {
@@ -208,11 +233,11 @@ bool FileReplacer::Commit() noexcept {
         return false;
     }
     errno = 0;
-    bool isDone = CloseStream();
-    if (isDone && m_inPlace >= 0) {
+    bool isDone = false;
+    if (m_inPlace >= 0) {
         isDone = CommitInPlace();
-    } else if (isDone) {
-        isDone = ::renameat(m_directory, m_temporary, m_directory, m_name) == 0;
+    } else {
+        isDone = CommitTemporary();
         if (isDone) {
             m_temporary[0] = '\0'; // the rename cannot be undone: what follows is no failure
             int const directory = ::openat(m_directory, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
