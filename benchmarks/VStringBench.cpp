@@ -1,6 +1,7 @@
 // Strings against std::string, QString, GString, std::filesystem::path and the bare allocator.
 
 #include "foundation/core/VObjectRef.h"
+#include "foundation/core/lifecycle/VLibrary.h"
 #include "foundation/strings/VString.h"
 
 #include <QString>
@@ -16,6 +17,12 @@
 namespace {
 
 using namespace VFoundation;
+
+/// As a program does, before it has threads.
+struct Library {
+    Library() { InitializeLibrary(false); }
+};
+Library const s_library;
 
 constexpr long kAppends = (1 << 20) / 8;
 

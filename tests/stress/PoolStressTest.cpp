@@ -5,6 +5,8 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <atomic>
+#include <thread>
 
 namespace {
 
@@ -60,6 +62,35 @@ TEST_P(PoolStress, TakesObjectsBackFromAnyThread) {
             string->Release();
         });
         VString::NewString("again")->Release();
+    }
+}
+
+// A thread that has had its magazine to itself for a while enters it without a locked operation, until another thread
+// finds nothing elsewhere and takes from it.
+TEST_P(PoolStress, FindsWhatAThreadKeepsForItself) {
+    VObjectArray::ReleaseRecycledArrays();
+    VObjectArray::InitializeClass(); // with nothing in the ring, which would be used first
+    auto const element = VObjectRef<VObject>::Adopt(VString::TheClass()->NewInstance());
+    auto const takeAndPutBack = [&] {
+        auto const array = VObjectRef<VObjectArray>::Adopt(VObjectArray::NewObjectArray());
+        ASSERT_EQ(array->Count(), 0);
+        array->AddObject(element.Get());
+        ASSERT_EQ(array->Count(), 1);
+        ASSERT_EQ(array->RetainCount(), 1);
+    };
+    for (int round = 0; round < 40; ++round) {
+        for (int i = 0; i < 1000; ++i) {
+            takeAndPutBack();
+        }
+        std::atomic<bool> isOver{false};
+        std::thread other([&] {
+            takeAndPutBack();
+            isOver = true;
+        });
+        while (!isOver) {
+            takeAndPutBack();
+        }
+        other.join();
     }
 }
 

@@ -4,7 +4,8 @@
 
 namespace VFoundation {
 
-/// Holds a container's lock for one operation; null holds nothing.
+/// Holds a container's lock for one operation; null holds nothing. So does an operation that another one of the same
+/// container calls, as that one holds the lock until it is over.
 ///
 /// Destructors of elements run with the lock of their container held, and may use other containers. So that two
 /// containers whose elements use each other do not wait for each other, an operation that would have to wait first
@@ -16,8 +17,9 @@ namespace VFoundation {
 /// Threads: lives on the stack of one thread.
 class ContainerLock {
   public:
-    explicit ContainerLock(VCriticalSection* section) : m_section(section) {
-        if (section) {
+    explicit ContainerLock(VCriticalSection* section)
+        : m_section(section && !IsHeldByInnermost(section) ? section : nullptr) {
+        if (m_section) {
             Enter();
         }
     }
@@ -45,6 +47,9 @@ class ContainerLock {
     };
 
   private:
+    static bool IsHeldByInnermost(VCriticalSection const* section) noexcept {
+        return s_innermost && s_innermost->m_section == section && !s_innermost->m_leftFor;
+    }
     void Enter();
     void Leave();
     void LeaveOthers() noexcept;

@@ -1,6 +1,7 @@
 #include "foundation/containers/internal/Magazines.h"
 
 #include "foundation/core/VObject.h"
+#include "foundation/containers/internal/ProcessBarrier.h"
 
 #include <algorithm>
 #include <thread>
@@ -14,34 +15,59 @@ constinit Magazines g_fileInfoMagazines;
 namespace {
 
 constinit std::atomic<std::uint32_t> s_threads{0};
+constinit std::atomic<bool> s_canBeOwned{false}; // relaxed: true once the barrier is there
 
 VObject* TakeFrom(Magazine& magazine) noexcept {
-    if (magazine.Count() == 0 || !magazine.TryEnter()) {
+    if (magazine.Count() == 0) {
         return nullptr;
     }
-    VObject* const object = magazine.Take();
-    magazine.Leave();
-    return object;
+    Magazine::Visit const visit(magazine, false);
+    return visit ? magazine.Take() : nullptr;
 }
 
-/// False when that would take forever: a child process may have a magazine that a thread of its parent was inside of.
-bool EnterSoon(Magazine& magazine) noexcept {
+/// Null also when no visit succeeds for long: a child process may have a magazine that a thread of its parent was
+/// inside of.
+VObject* TakeSoon(Magazine& magazine) noexcept {
     constexpr int kTries = 1000;
     for (int i = 0; i < kTries; ++i) {
-        if (magazine.TryEnter()) {
-            return true;
+        if (Magazine::Visit const visit(magazine, false); visit) {
+            return magazine.Take();
         }
         std::this_thread::yield();
     }
-    return false;
+    return nullptr;
 }
 
 } // namespace
+
+void Magazine::BeginOwning() noexcept {
+    m_isOwned.store(s_canBeOwned.load(std::memory_order_relaxed),
+                    std::memory_order_relaxed); // seen after this visit
+}
+
+/// False when the owner is inside.
+bool Magazine::EndOwning() noexcept {
+    m_visitsOfOwner = 0;
+    if (m_isOwned.load(std::memory_order_relaxed)) {
+        m_isOwned.store(false, std::memory_order_relaxed); // ordered by the barrier
+        if (!ProcessBarrier()) {
+            m_isOwned.store(true, std::memory_order_relaxed); // it stays the owner's
+            return false;
+        }
+    }
+    return !m_isOwnerInside.load(std::memory_order_acquire); // acquire: what the owner left inside
+}
 
 constinit thread_local std::uint32_t Magazines::s_ownNumber = 0;
 
 std::uint32_t Magazines::NumberThread() noexcept {
     return s_ownNumber = s_threads.fetch_add(1) + 1;
+}
+
+void Magazines::Prepare() noexcept {
+    if (!s_canBeOwned.load(std::memory_order_relaxed) && PrepareProcessBarrier()) {
+        s_canBeOwned.store(true, std::memory_order_relaxed);
+    }
 }
 
 std::uint32_t Magazines::UsedCount() noexcept {
@@ -60,9 +86,8 @@ VObject* Magazines::TakeAny() noexcept {
 void Magazines::ReleaseAll() {
     for (std::uint32_t i = 0; i < UsedCount(); ++i) {
         // No more than a magazine holds, as other threads may go on putting objects in.
-        for (std::uint32_t left = Magazine::kSize; left > 0 && EnterSoon(m_magazines[i]); --left) {
-            VObject* const object = m_magazines[i].Take();
-            m_magazines[i].Leave();
+        for (std::uint32_t left = Magazine::kSize; left > 0; --left) {
+            VObject* const object = TakeSoon(m_magazines[i]);
             if (!object) {
                 break;
             }
@@ -82,9 +107,8 @@ long Magazines::CountAll() const noexcept {
 long Magazines::CountAtMost() noexcept {
     long count = 0;
     for (std::uint32_t i = 0; i < UsedCount(); ++i) {
-        if (m_magazines[i].TryEnter()) {
+        if (Magazine::Visit const visit(m_magazines[i], false); visit) {
             count += m_magazines[i].Count();
-            m_magazines[i].Leave();
         } else {
             count += Magazine::kSize;
         }

@@ -19,6 +19,10 @@ namespace detail {
 /// A few pooled objects that a thread keeps at hand, first in, first out. Whoever uses one enters it first; whoever
 /// finds it entered does without, so that no thread ever waits for another.
 ///
+/// Any thread enters by a locked operation. The one that the magazine belongs to needs none once it has been alone for
+/// a while: the next other thread then ends that state by a barrier on all threads (`ProcessBarrier`), before it looks
+/// whether the owner is inside.
+///
 /// Ownership: adopts what is put in and hands the reference to whoever takes the object out. A magazine has no
 /// destructor; `Magazines::ReleaseAll` empties it.
 /// Threads: any.
@@ -33,12 +37,8 @@ class Magazine {
     /// Objects inside. Other threads may have changed it since.
     std::uint32_t Count() const noexcept { return m_count.load(std::memory_order_acquire); }
 
-    /// False when a thread is inside.
-    [[nodiscard]] bool TryEnter() noexcept {
-        bool isEntered = false;
-        return VAtomicOp::CompareAndSwap(m_isEntered, isEntered, true);
-    }
-    void Leave() noexcept { m_isEntered.store(false, std::memory_order_release); }
+    /// A thread's stay inside, for a scope; false when another thread is inside.
+    class Visit;
 
     // For the thread that is inside.
 
@@ -65,11 +65,76 @@ class Magazine {
     }
 
   private:
+    /// Visits of the owner, without one of another thread, until it needs no locked operation any more.
+    static constexpr std::uint32_t kVisitsUntilOwned = 1024;
+
+    bool EnterOwned() noexcept {
+        if (!m_isOwned.load(std::memory_order_relaxed)) {
+            return false;
+        }
+        m_isOwnerInside.store(true, std::memory_order_relaxed);
+        std::atomic_signal_fence(std::memory_order_seq_cst); // the others' barrier orders it for them
+        if (m_isOwned.load(std::memory_order_relaxed)) {
+            return true;
+        }
+        LeaveOwned();
+        return false;
+    }
+    void LeaveOwned() noexcept { m_isOwnerInside.store(false, std::memory_order_release); }
+    bool EnterLocked() noexcept {
+        bool isEntered = false;
+        return VAtomicOp::CompareAndSwap(m_isEntered, isEntered, true);
+    }
+    void LeaveLocked() noexcept { m_isEntered.store(false, std::memory_order_release); }
+    void CountVisitOfOwner() noexcept {
+        if (++m_visitsOfOwner == kVisitsUntilOwned) {
+            BeginOwning();
+        }
+    }
+    void BeginOwning() noexcept;
+    bool EndOwning() noexcept;
+
     // A cache line that other threads only read, unless they look for objects. release: hands over what is inside.
     alignas(64) std::atomic<bool> m_isEntered{false};
+    std::atomic<bool> m_isOwnerInside{false}; // without `m_isEntered`
+    std::atomic<bool> m_isOwned{false};       // relaxed: changes with `m_isEntered` only
+    std::uint32_t m_visitsOfOwner = 0;
     std::uint32_t m_first = 0;
     std::atomic<std::uint32_t> m_count{0}; // relaxed inside; release and acquire: for those who count
     VObject* m_objects[kSize] = {};
+};
+
+class Magazine::Visit {
+  public:
+    Visit(Magazine& magazine, bool asOwner) noexcept : m_magazine(magazine) {
+        if (asOwner && magazine.EnterOwned()) {
+            m_stay = Stay::eOwned;
+        } else if (magazine.EnterLocked()) {
+            m_stay = Stay::eLocked;
+            if (asOwner) {
+                magazine.CountVisitOfOwner();
+            } else if (!magazine.EndOwning()) {
+                magazine.LeaveLocked();
+                m_stay = Stay::eNone;
+            }
+        }
+    }
+    Visit(Visit const&) = delete;
+    Visit& operator=(Visit const&) = delete;
+    ~Visit() {
+        if (m_stay == Stay::eOwned) {
+            m_magazine.LeaveOwned();
+        } else if (m_stay == Stay::eLocked) {
+            m_magazine.LeaveLocked();
+        }
+    }
+    explicit operator bool() const noexcept { return m_stay != Stay::eNone; }
+
+  private:
+    enum class Stay { eNone, eOwned, eLocked };
+
+    Magazine& m_magazine;
+    Stay m_stay = Stay::eNone;
 };
 
 /// The magazines of one pool. Each thread has one of them by its number; beyond `kCount` threads, several have the
@@ -85,8 +150,13 @@ class Magazines {
     Magazines(Magazines const&) = delete;
     Magazines& operator=(Magazines const&) = delete;
 
+    /// To be called before threads use the pool, better still before there are any.
+    static void Prepare() noexcept;
+
     /// The calling thread's.
     Magazine& Own() noexcept { return m_magazines[ThreadNumber() % kCount]; }
+    /// False for a thread that has another one's.
+    static bool IsOwner() noexcept { return ThreadNumber() < kCount; }
     /// An object of any thread (owned); null when there is none.
     VObject* TakeAny() noexcept;
     /// Releases what is inside, once for each magazine. Waits for threads that are in one.

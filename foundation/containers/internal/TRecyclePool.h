@@ -45,6 +45,9 @@ class TRecyclePool {
 
     /// Makes the pool if there is none.
     static void Create(Slot& pool, unsigned long capacity) {
+        if constexpr (kHasMagazines) {
+            kMagazines->Prepare();
+        }
         // Making the ring may make the class's record, and with it this very pool.
         detail::MakeOnce(pool, [capacity] { return new Ring(capacity); });
     }
@@ -122,9 +125,9 @@ class TRecyclePool {
         T* object = nullptr;
         if constexpr (kHasMagazines) {
             detail::Magazine& own = kMagazines->Own();
-            if (own.Count() > 0 && own.TryEnter()) {
-                object = static_cast<T*>(own.Take());
-                own.Leave();
+            if (own.Count() > 0) {
+                detail::Magazine::Visit const visit(own, detail::Magazines::IsOwner());
+                object = visit ? static_cast<T*>(own.Take()) : nullptr;
             }
         }
         return object;
@@ -139,10 +142,10 @@ class TRecyclePool {
         bool isPut = false;
         if constexpr (kHasMagazines) {
             detail::Magazine& own = kMagazines->Own();
-            if (ring.UsedCount() == 0 && own.Count() < detail::Magazine::kSize && own.TryEnter()) {
+            if (ring.UsedCount() == 0 && own.Count() < detail::Magazine::kSize) {
+                detail::Magazine::Visit const visit(own, detail::Magazines::IsOwner());
                 // The magazines are emptied when the ring has gone, and counted when it is nearly full: look again.
-                isPut = RingOf(pool) && ring.UsedCount() == 0 && own.Put(object);
-                own.Leave();
+                isPut = visit && RingOf(pool) && ring.UsedCount() == 0 && own.Put(object);
             }
         }
         return isPut;
