@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <chrono>
 
 namespace {
 
@@ -32,27 +31,6 @@ TEST(JobPoolStress, RunsEveryJobOnce) {
             }
         }
         EXPECT_EQ(pool.FailedJobs(), 0);
-    }
-}
-
-// One job at a time, at every moment of the thread's way into its sleep.
-TEST(JobPoolStress, LeavesNoJobToAThreadThatFallsAsleep) {
-    VJobPool pool(1);
-    using Clock = std::chrono::steady_clock;
-    auto const end = Clock::now() + std::chrono::milliseconds(700 * testing_support::StressFactor());
-    for (long i = 0; Clock::now() < end; ++i) {
-        auto const moment = Clock::now() + std::chrono::nanoseconds(i * 13 % 60'000);
-        while (Clock::now() < moment) {
-        }
-        pool.Run([] {});
-        auto const limit = Clock::now() + std::chrono::minutes(1);
-        while (pool.UnfinishedJobs() > 0 && Clock::now() < limit) {
-            std::this_thread::yield();
-        }
-        if (pool.UnfinishedJobs() > 0) {
-            pool.Run([] {}); // or the pool would not end
-            FAIL() << "a job waits, and so does the thread";
-        }
     }
 }
 
