@@ -1,7 +1,7 @@
 #include "foundation/containers/internal/Magazines.h"
 
-#include "foundation/core/VObject.h"
 #include "foundation/containers/internal/ProcessBarrier.h"
+#include "foundation/core/VObject.h"
 
 #include <algorithm>
 #include <thread>
