@@ -464,7 +464,8 @@ TEST(VLogFile, DoesWithoutSemaphores) {
 
 TEST(VLogFile, MayBeLeftWithItsThreadRunning) {
     InChild([] {
-        static VLogFile* const left = NewLog("/dev/null").Detach(); // no leak: the thread may not have started
+        static VLogFile* const left =
+            NewLog("/dev/null").Detach(); // no leak: the thread may not have started
         ASSERT_TRUE(left->StartLoggingThread());
         std::exit(0);
     });
