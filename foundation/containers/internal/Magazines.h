@@ -96,7 +96,7 @@ class Magazine {
 
     // A cache line that other threads only read, unless they look for objects. release: hands over what is inside.
     alignas(64) std::atomic<bool> m_isEntered{false};
-    std::atomic<bool> m_isOwnerInside{false}; // without `m_isEntered`
+    std::atomic<bool> m_isOwnerInside{false}; // without `m_isEntered`; relaxed to set: the barrier orders it
     std::atomic<bool> m_isOwned{false};       // relaxed: changes with `m_isEntered` only
     std::uint32_t m_visitsOfOwner = 0;
     std::uint32_t m_first = 0;
