@@ -125,6 +125,9 @@ bool VJobServer::AddJob(VJob* job) {
         return false;
     }
     m_jobsSemaphore.ReleaseSemaphore(1, nullptr);
+    if (!IsServerRunning() && HasThreadEndedItself()) {
+        StartServer(); // it went without having seen this job
+    }
     if (delegate) {
         delegate->JobQueued(this, job);
     }

@@ -83,7 +83,8 @@ class VFOUNDATION_API VJobServer : public Registered<VJobServer, VObject> {
     void GetDescription(VString& out) const override;
 
     /// Queues a job (retained) and starts the server if it is not running. False for null, and when the queue
-    /// is full. The job's delegate hears of a success only.
+    /// is full. The job's delegate hears of a success only. What waits when a job ends the thread is run by another
+    /// thread.
     virtual bool AddJob(VJob* job);
     /// Hooks around each job, on the server's thread.
     virtual void ServerPreDoActiveJob();
@@ -167,6 +168,8 @@ class VFOUNDATION_API VJobServer : public Registered<VJobServer, VObject> {
     void ServerThread(ThreadScope& scope);
     void LeaveThread(ThreadPresence& presence, bool holdsRunningLock);
     VObjectRef<VThread> TakeThread();
+    bool MarkThreadOver(ThreadPresence const& presence);
+    bool HasThreadEndedItself() const;
     std::shared_ptr<ThreadPresence> CurrentPresence() const;
     static void ForgetThreadInChild(void* server);
     void DropWhatTheParentRan();
@@ -201,7 +204,8 @@ class VFOUNDATION_API VJobServer : public Registered<VJobServer, VObject> {
     mutable detail::Mutex m_threadLock;
     std::shared_ptr<ThreadPresence> m_presence VFOUNDATION_GUARDED_BY(m_threadLock);
     VObjectRef<VThread> m_thread VFOUNDATION_GUARDED_BY(m_threadLock);
-    std::atomic<long> m_failedJobs{0}; // relaxed: a statistic
+    bool m_isThreadOver VFOUNDATION_GUARDED_BY(m_threadLock) = false; // the next one may start
+    std::atomic<long> m_failedJobs{0};                                // relaxed: a statistic
     std::function<void(VJob*)> m_onFirstFailure VFOUNDATION_GUARDED_BY(m_jobsLock);
     std::atomic<bool> m_hasLostThread{false}; // in a child process, with what the thread worked on
     std::unique_ptr<ForkHook> const m_forkHook;

@@ -63,6 +63,9 @@ class VJobServer::ThreadScope {
     ~ThreadScope() {
         m_presence->BeginLeaving();
         m_server->LeaveThread(*m_presence, m_holdsRunningLock);
+        if (m_server->MarkThreadOver(*m_presence) && m_holdsRunningLock) {
+            WithoutThrowing([this] { m_server->StartThread(); });
+        }
         m_server->Release();
         m_presence->Leave();
     }
@@ -124,9 +127,10 @@ bool VJobServer::StartThread() {
     std::shared_ptr<ThreadPresence> previous = presence; // released after the lock
     {
         detail::MutexLock const lock(m_threadLock);
-        if (IsServerRunning() || (m_presence && !m_presence->HasLeft())) {
+        if (IsServerRunning() || (m_presence && !m_isThreadOver && !m_presence->HasLeft())) {
             return false;
         }
+        m_isThreadOver = false;
         std::swap(m_presence, previous);
     }
     DropWhatTheParentRan();
@@ -227,6 +231,25 @@ void VJobServer::LeaveThread(ThreadPresence& presence, bool holdsRunningLock) {
     if (holdsRunningLock) {
         m_runningLock.Unlock();
     }
+}
+
+/// The thread's last step in the server: the next one may start from here on. True when that is left to this one: a job
+/// has ended it, and others wait. A job that is added later finds the mark (`HasThreadEndedItself`).
+bool VJobServer::MarkThreadOver(ThreadPresence const& presence) {
+    bool hasWaiting = false;
+    {
+        detail::MutexLock const lock(m_jobsLock);
+        hasWaiting = m_waiting->Count() > 0;
+    }
+    detail::MutexLock const lock(m_threadLock);
+    m_isThreadOver = true;
+    return !presence.IsDismissed() && (hasWaiting || m_queue.UsedCount() > 0);
+}
+
+/// Its last step is done, and nobody told it to end.
+bool VJobServer::HasThreadEndedItself() const {
+    detail::MutexLock const lock(m_threadLock);
+    return m_isThreadOver && m_presence && !m_presence->IsDismissed();
 }
 
 /// Called in a child process, before anything else runs there. Only marks what the lost thread had: releasing it

@@ -277,10 +277,15 @@ TEST_F(VJobServerTest, LivesAsLongAsItsThread) {
 TEST_F(VJobServerTest, StartsAnotherThreadWhenAJobHasEndedItsOwn) {
     ServerScope const server(4);
     server.Add(new AJob([] { return VThread::EndThread(), true; }));
-    WaitUntil([&] { return !server->IsServerRunning(); });
+    WaitUntil([&] { return !server->IsServerRunning(); }); // it may still be on its way out
     server.Add(new AJob([this] { return Note('!'); }));
     Finish(server);
-    EXPECT_EQ(Diary(), "!");
+    CloseGate(server);
+    server.Add(new AJob([] { return VThread::EndThread(), true; }));
+    server.Add(new AJob([this] { return Note('?'); }));
+    m_gateOpen = true;
+    WaitUntil([&] { return Diary().size() == 2; });
+    EXPECT_EQ(Diary(), "!?");
 }
 
 TEST_F(VJobServerTest, CannotWaitForTheThreadThatEndsIt) {

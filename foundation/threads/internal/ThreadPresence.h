@@ -44,6 +44,7 @@ class ThreadPresence {
 
     /// The thread was told to end.
     void Dismiss() noexcept { m_dismissed.store(true); }
+    bool IsDismissed() const noexcept { return m_dismissed.load(); }
     /// The thread's work is over, and with it every call of client code but the release of what it holds. A
     /// thread that comes so late that the end of the library no longer waited for it stays here until that end
     /// is over.
