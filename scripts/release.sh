@@ -25,6 +25,7 @@ grep -q "^## \[$version\] - [0-9]" CHANGELOG.md || {
 [ -z "$(git status --porcelain)" ] || { echo "the tree has uncommitted changes" >&2; exit 1; }
 
 .ci/run
+./scripts/lint.sh --deep
 ./scripts/test.sh --preset bench
 ./scripts/cross.sh arm64
 tests/install/packages_test.sh
