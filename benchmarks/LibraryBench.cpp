@@ -1,5 +1,5 @@
-// What the library's start and end cost: again and again in one process, and in a process that does nothing else,
-// beside the same program that does nothing at all.
+// Start-up and shutdown of the library: repeated in one process, and once per process. The baseline is the same process
+// without the library.
 
 #include "foundation/core/lifecycle/VLibrary.h"
 #include "foundation/log/VLog.h"

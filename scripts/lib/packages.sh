@@ -8,7 +8,7 @@ PACKAGES_BUILD=(
 )
 PACKAGES_RUN=(polkitd pkexec sudo adwaita-icon-theme fonts-dejavu-core)
 PACKAGES_TEST=(
-    libgtest-dev python3-minimal imagemagick gdb
+    libgtest-dev python3-minimal imagemagick gdb graphviz
     dbus polkitd pkexec sudo
     xvfb xdotool adwaita-icon-theme fonts-dejavu-core acl at-spi2-core gir1.2-atspi-2.0 python3-gi
     binutils desktop-file-utils appstream

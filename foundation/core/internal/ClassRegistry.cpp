@@ -312,7 +312,7 @@ void ClassRegistry::Sort() {
 
 void ClassRegistry::ClearSlot(VClass* record) {
     if (VClass** const slot = std::exchange(record->m_backPointer, nullptr); slot && *slot == record) {
-        // release: nothing that comes before is moved behind it
+        // release: publishes all earlier writes to whoever finds the slot empty
         std::atomic_ref<VClass*>(*slot).store(nullptr, std::memory_order_release);
     }
 }
